@@ -1,0 +1,15 @@
+# Sets the language, floating-point rules and warnings of one of the project's own targets.
+#
+# -ffp-contract=off: a fused multiply-add in one of two equal sums would break the exact
+# cancellation of a solid and the same hole. MSVC does not contract under /fp:precise, its default.
+function(halvorn_compile_options target)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 $<$<BOOL:${HALVORN_WARNINGS_AS_ERRORS}>:/WX>)
+  else()
+    target_compile_options(${target} PRIVATE
+      -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+      $<$<BOOL:${HALVORN_WARNINGS_AS_ERRORS}>:-Werror>)
+  endif()
+endfunction()

@@ -1,0 +1,173 @@
+#include "contour/arbitrary_contour.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+#include "CSectionTools.h"
+#include "contour/constants.h"
+#include "contour/equivalent_ellipse.h"
+#include "contour/fillets.h"
+#include "contour/offset.h"
+#include "contour/ring_integrals.h"
+#include "kernel/primitives.h"
+#include "numeric/c_array.h"
+#include "numeric/process_state.h"
+#include "numeric/tolerance.h"
+
+namespace halvorn {
+
+namespace {
+
+// The outline of both wall faces: the second (outer) face's points first, then room for the first
+// face behind them. Every corner may become six points on either face.
+struct WallFaces {
+    CArray<KPoint> points;
+    int secondCount = 0;
+    int firstCount = 0;
+
+    const KPoint* Second() const { return points.get(); }
+    KPoint* First() const { return points.get() + secondCount; }
+};
+
+WallFaces BuildWallFaces(const ThinWall& wall, bool isOpen) {
+    const auto size = static_cast<std::size_t>(wall.n);
+    const CArray<KPoint> offsetA = AllocateZeroedOrThrow<KPoint>(size);
+    const CArray<KPoint> offsetB = AllocateZeroedOrThrow<KPoint>(size);
+    OffsetPolyline(wall.n, isOpen, wall.thickness, wall.points, offsetA.get(), offsetB.get());
+
+    WallFaces faces;
+    faces.points = AllocateZeroedOrThrow<KPoint>(2 * kPointsPerFillet * size);
+    RoundContour(wall.n, isOpen, wall.thickness, wall.radii, offsetB.get(), &faces.secondCount,
+                 faces.points.get());
+    RoundContour(wall.n, isOpen, wall.thickness, wall.radii, offsetA.get(), &faces.firstCount,
+                 faces.First());
+    return faces;
+}
+
+// What both kinds of wall have in common: everything but centroid and torsion.
+ContourProperties WallProperties(double wallArea, const AreaMoments& local,
+                                 const point2D& frameOrigin) {
+    ContourProperties properties{};
+    properties.area = wallArea;
+    properties.shearAreaY = properties.shearAreaZ = wallArea * 0.5;
+    const AreaMoments aboutOrigin = Transferred(local, frameOrigin);
+    properties.secondMomentX = aboutOrigin.secondX;
+    properties.secondMomentY = aboutOrigin.secondY;
+    properties.productMoment = aboutOrigin.productMoment;
+    return properties;
+}
+
+// The centroid of `region` in the host's axes, or (0, 0) when the wall has no area.
+point2D WallCentroid(double wallArea, const AreaMoments& region, const point2D& frameOrigin) {
+    if (CompareTol(wallArea, 0.0, kZeroArea) == 0) {
+        CalculValid.store(0, std::memory_order_relaxed);
+        return {0.0, 0.0};
+    }
+    return {frameOrigin.x + region.firstX / region.area,
+            frameOrigin.y + region.firstY / region.area};
+}
+
+}  // namespace
+
+ContourProperties SolidOutlineProperties(int n, bool isOpen, const KPoint* points,
+                                         const double* radii, const point2D& frameOrigin) {
+    const CArray<KPoint> ring =
+        AllocateZeroedOrThrow<KPoint>(kPointsPerFillet * static_cast<std::size_t>(n));
+    int m = 0;
+    RoundContour(n, isOpen, 0.0, radii, points, &m, ring.get());
+    return ComputeContourProperties(m, ring.get(), frameOrigin);
+}
+
+ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& frameOrigin) {
+    const WallFaces faces = BuildWallFaces(wall, false);
+    const point2D reference{0.0, 0.0};
+    const AreaMoments raw1 = SignedAreaMoments(faces.firstCount, faces.First(), reference);
+    const AreaMoments raw2 = SignedAreaMoments(faces.secondCount, faces.Second(), reference);
+    const double area1 = AbsValue(raw1.area);
+    const double area2 = AbsValue(raw2.area);
+    const double sign1 = OrientationSign(raw1.area);
+
+    // The larger face minus the smaller one, with the orientation of the first.
+    const AreaMoments local = Scaled(Difference(raw2, raw1), area2 < area1 ? -sign1 : sign1);
+    const double wallArea = AbsValue(area2 - area1);
+    ContourProperties properties = WallProperties(wallArea, local, frameOrigin);
+    AreaMoments enclosed = Scaled(raw2, sign1);
+    enclosed.area = area2;
+    properties.centroid = WallCentroid(wallArea, enclosed, frameOrigin);
+
+    const double t = wall.thickness;
+    if (wall.useTubeFormulas) {
+        properties.torsionConstant = TubeTorsionConstant(wallArea, t);
+        properties.torsionModulus = TubeTorsionModulus(wallArea, t);
+    } else {
+        const double outerPerimeter = ContourPerimeter(faces.secondCount, faces.Second());
+        const double meanArea = (area2 + area1) * 0.5;
+        properties.torsionConstant = 4.0 * Sqr(meanArea) * t / outerPerimeter;
+        properties.torsionModulus = (t + t) * (area2 + area1) * 0.5;
+    }
+    return properties;
+}
+
+ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameOrigin) {
+    const WallFaces faces = BuildWallFaces(wall, true);
+    // Down the second face and back along the first: one closed outline.
+    std::reverse(faces.First(), faces.First() + faces.firstCount);
+    const int count = faces.secondCount + faces.firstCount;
+    const AreaMoments raw = SignedAreaMoments(count, faces.Second(), {0.0, 0.0});
+    const AreaMoments local = Scaled(raw, OrientationSign(raw.area));
+
+    ContourProperties properties = WallProperties(local.area, local, frameOrigin);
+    properties.centroid = WallCentroid(local.area, local, frameOrigin);
+    const double t = wall.thickness;
+    const double perimeter = ContourPerimeter(count, faces.Second());
+    properties.torsionConstant = AbsValue(perimeter * std::pow(t, 3.0) / 3.0);
+    properties.torsionModulus = wall.useTubeFormulas ? TubeTorsionModulus(local.area, t)
+                                                     : (t + t) * local.area;
+    return properties;
+}
+
+}  // namespace halvorn
+
+void CSectionTools::CalculContourQuelconqueTOOL(
+    int isThinWalled, int isOpen, int torsionMode, int pointCount, double thickness,
+    const std::vector<std::pair<double, double>>& points, std::vector<double> cornerRadii,
+    double& area, std::pair<double, double>& cdg, double& torsionConstant, double& torsionModulus,
+    double& shearAreaX, double& shearAreaY, double& ixx, double& iyy, double& ixy) {
+    using namespace halvorn;
+    // Twelve points a vertex must stay countable in an int.
+    constexpr std::size_t kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
+    const std::size_t size =
+        std::min({static_cast<std::size_t>(std::max(pointCount, 0)), points.size(),
+                  cornerRadii.size(), kMostVertices});
+    const int n = static_cast<int>(size);
+    const double t = isThinWalled != 0 ? thickness : 0.0;
+    const int fewest = CompareTol(t, 0.0, kZeroCorner) == 0 ? 3 : 2;
+
+    ContourProperties properties{};
+    if (n >= fewest) {
+        // Relative to the first vertex, so that offsets and integrals keep their digits anywhere.
+        const point2D frameOrigin{points[0].first, points[0].second};
+        const CArray<KPoint> local = AllocateZeroedOrThrow<KPoint>(size);
+        for (std::size_t i = 0; i < size; ++i) {
+            local[i] = {points[i].first - frameOrigin.x, points[i].second - frameOrigin.y};
+        }
+        const double* const radii = cornerRadii.data();
+        const ThinWall wall{n, local.get(), radii, t, torsionMode == 0};
+        properties = t == 0.0 ? SolidOutlineProperties(n, isOpen != 0, local.get(), radii,
+                                                       frameOrigin)
+                     : isOpen != 0 ? OpenWallProperties(wall, frameOrigin)
+                                   : ClosedWallProperties(wall, frameOrigin);
+    }
+
+    area = properties.area;
+    cdg = {properties.centroid.x, properties.centroid.y};
+    torsionConstant = properties.torsionConstant;
+    torsionModulus = properties.torsionModulus;
+    shearAreaX = properties.shearAreaY;
+    shearAreaY = properties.shearAreaZ;
+    ixx = properties.secondMomentX;
+    iyy = properties.secondMomentY;
+    ixy = properties.productMoment;
+}

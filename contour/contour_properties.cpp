@@ -1,0 +1,43 @@
+#include "contour/contour_properties.h"
+
+#include "contour/constants.h"
+#include "contour/equivalent_ellipse.h"
+#include "contour/ring_integrals.h"
+#include "numeric/process_state.h"
+#include "numeric/tolerance.h"
+
+namespace halvorn {
+
+ContourProperties ComputeContourProperties(int n, const point2D* ring,
+                                           const point2D& frameOrigin) {
+    const point2D firstVertex = n > 0 ? ring[0] : point2D{0.0, 0.0};
+    const point2D reference{frameOrigin.x + firstVertex.x, frameOrigin.y + firstVertex.y};
+    const AreaMoments raw = SignedAreaMoments(n, ring, firstVertex);
+    const AreaMoments local = Scaled(raw, OrientationSign(raw.area));
+    const double area = AbsValue(raw.area);
+
+    ContourProperties properties{};
+    properties.area = area;
+    point2D localCentroid{0.0, 0.0};
+    if (CompareTol(area, 0.0, kZeroArea) == 0) {
+        CalculValid.store(0, std::memory_order_relaxed);
+    } else {
+        localCentroid = {local.firstX / area, local.firstY / area};
+        properties.centroid = {reference.x + localCentroid.x, reference.y + localCentroid.y};
+    }
+
+    const double polarMoment = (local.secondY - area * Sqr(localCentroid.x)) +
+                               (local.secondX - area * Sqr(localCentroid.y));
+    properties.torsionConstant = EllipseTorsionConstant(area, polarMoment);
+    properties.torsionModulus = EllipseTorsionModulus(area, polarMoment);
+    properties.shearAreaY = EllipseShearCoefficientX(area, polarMoment) * area;
+    properties.shearAreaZ = EllipseShearCoefficientY(area, polarMoment) * area;
+
+    const AreaMoments aboutOrigin = Transferred(local, reference);
+    properties.secondMomentX = aboutOrigin.secondX;
+    properties.secondMomentY = aboutOrigin.secondY;
+    properties.productMoment = aboutOrigin.productMoment;
+    return properties;
+}
+
+}  // namespace halvorn

@@ -1,0 +1,45 @@
+/// @file equivalent_ellipse.h
+/// Torsion and shear of a compact contour from the ellipse that has its area and polar moment, and
+/// torsion of a thin circular tube.
+///
+/// An ellipse of semi-axes a >= b has A = pi a b and Ip = A (a^2 + b^2) / 4 about its centre.
+#ifndef HALVORN_CONTOUR_EQUIVALENT_ELLIPSE_H
+#define HALVORN_CONTOUR_EQUIVALENT_ELLIPSE_H
+
+namespace halvorn {
+
+/// Writes the semi-axes [L] of the ellipse of the given area [L^2] and centroidal polar moment
+/// [L^4], the larger one first. (0, 0) for an area within 1e-10 of 0 and for a polar moment too
+/// small for any ellipse; a polar moment that is a circle's but for rounding gives the circle,
+/// a = b = sqrt(A / pi) to about eight digits (the root of the rounding error).
+void EquivalentEllipse(double area, double polarMoment, double* a, double* b);
+
+/// Returns the Saint-Venant torsion constant of the equivalent ellipse [L^4],
+/// pi a^3 b^3 / (a^2 + b^2) = A^4 / (4 pi^2 Ip); 0 for a polar moment within 1e-10 of 0.
+/// Source: A. J. C. Barre de Saint-Venant, "Memoire sur la torsion des prismes", 1855.
+double EllipseTorsionConstant(double area, double polarMoment);
+
+/// Returns the shear area over the area of the equivalent ellipse,
+/// 12 (3 b^2 + a^2) / (40 b^2 + 16 a^2): 6/7 for a circle, 3/4 for a flat ellipse; 0 when the
+/// ellipse is undefined. The same for both directions by design: the ellipse stands for a contour
+/// whose principal directions it does not know.
+double EllipseShearCoefficientX(double area, double polarMoment);
+
+/// Returns the same value as `EllipseShearCoefficientX`.
+double EllipseShearCoefficientY(double area, double polarMoment);
+
+/// Returns the torsion modulus of the equivalent ellipse [L^3], pi a b^2 / 2: torque over the
+/// largest shear stress, which acts at the end of the minor axis.
+double EllipseTorsionModulus(double area, double polarMoment);
+
+/// Returns the torsion constant of a thin circular tube [L^4] from the area and wall thickness t:
+/// with the mean radius r = A / (2 pi t), the exact polar moment pi r t (t^2 + 4 r^2) / 2.
+double TubeTorsionConstant(double area, double thickness);
+
+/// Returns the torsion modulus of the same tube [L^3]: `TubeTorsionConstant` over the outer radius
+/// r + t / 2.
+double TubeTorsionModulus(double area, double thickness);
+
+}  // namespace halvorn
+
+#endif

@@ -1,0 +1,30 @@
+/// @file offset.h
+/// The two faces of a thin wall from its mid-line.
+#ifndef HALVORN_CONTOUR_OFFSET_H
+#define HALVORN_CONTOUR_OFFSET_H
+
+#include "kernel/records.h"
+
+namespace halvorn {
+
+/// Writes the two face points of a wall at one vertex of its mid-line: `sideA` to the left of the
+/// direction of travel, `sideB` to the right, each thickness / 2 from both segments (measured along
+/// the corner's bisector).
+///
+/// A neighbour that coincides with the vertex (within 1e-15) counts as missing: with one missing the
+/// offset is perpendicular to the real segment, with both the outputs are the vertex. Where the line
+/// reverses, the normals cancel within `Tol3D` and the outputs are the vertex, too.
+void OffsetVertex(double thickness, const KPoint& prev, const KPoint& vertex, const KPoint& next,
+                  KPoint* sideA, KPoint* sideB);
+
+/// Writes the two faces of a wall, n points each. `outB` is the outer face of a closed mid-line of
+/// either orientation, `outA` the inner one (for a positive thickness). An open line has its ends
+/// offset square to their segments and its faces chosen by the signed area between the line and its
+/// chord in the same way.
+/// @throws std::bad_alloc for a scratch copy of the points
+void OffsetPolyline(int n, bool isOpen, double thickness, const KPoint* points, KPoint* outA,
+                    KPoint* outB);
+
+}  // namespace halvorn
+
+#endif

@@ -1,0 +1,129 @@
+#include "contour/ring_integrals.h"
+
+#include <cmath>
+
+#include "kernel/ring_edges.h"
+
+namespace halvorn {
+
+namespace {
+
+// Green's theorem turns each area integral into a sum over edges. With s = (x0 + x1, y0 + y1) and
+// d = (x1 - x0, y1 - y0) of one edge, a counter-clockwise ring has
+//   A            =  sum  sx dy / 2
+//   int x dA     = -sum  dx B / 6,   int y dA = sum dy B / 6,  B = 2 (x0 y0 + x1 y1) + x0 y1 + x1 y0
+//   int y^2 dA   = -sum  (dy^2 + sy^2) sy dx / 24
+//   int x^2 dA   =  sum  (dx^2 + sx^2) sx dy / 24
+//   int x y dA   = -sum  dx (sx sy^2 + 2 (x0 y0^2 + x1 y1^2)) / 24
+// (integrate the edge's linear parametrisation term by term). Every term carries dx or dy as a
+// factor and none is divided by it: the product moment of an edge that is vertical, exactly or but
+// for rounding, is then 0 or rounding. The divisors stay outside the sums.
+struct EdgeSums {
+    double area2 = 0.0;
+    double first6X = 0.0;
+    double first6Y = 0.0;
+    double second24X = 0.0;
+    double second24Y = 0.0;
+    double product24 = 0.0;
+
+    void AddArea(double sx, double dy) { area2 += sx * dy; }
+
+    void AddFirst(const point2D& p, const point2D& q, double dx, double dy) {
+        const double b = 2.0 * (p.x * p.y + q.x * q.y) + (p.x * q.y + q.x * p.y);
+        first6X += dx * b;
+        first6Y += dy * b;
+    }
+
+    void AddSecond(const point2D& p, const point2D& q, double dx, double dy, double sx, double sy) {
+        const double sy2 = sy * sy;
+        second24X += (dy * dy + sy2) * (sy * dx);
+        second24Y += (dx * dx + sx * sx) * (sx * dy);
+        product24 += dx * (sx * sy2 + 2.0 * (p.x * (p.y * p.y) + q.x * (q.y * q.y)));
+    }
+};
+
+}  // namespace
+
+double ContourSignedArea(int n, const point2D* ring) {
+    EdgeSums sums;
+    ForEachRingEdge(n, ring, [&sums](const point2D& p, const point2D& q) {
+        sums.AddArea(p.x + q.x, q.y - p.y);
+    });
+    return sums.area2 * 0.5;
+}
+
+std::pair<double, double> ContourFirstMoments(int n, const point2D* ring) {
+    EdgeSums sums;
+    ForEachRingEdge(n, ring, [&sums](const point2D& p, const point2D& q) {
+        sums.AddFirst(p, q, q.x - p.x, q.y - p.y);
+    });
+    return {sums.first6X / 6.0, sums.first6Y / 6.0};
+}
+
+void ContourSecondMoments(int n, const point2D* ring, double* ixxRaw, double* iyyRaw,
+                          double* ixyRaw) {
+    EdgeSums sums;
+    ForEachRingEdge(n, ring, [&sums](const point2D& p, const point2D& q) {
+        sums.AddSecond(p, q, q.x - p.x, q.y - p.y, p.x + q.x, p.y + q.y);
+    });
+    *ixxRaw = sums.second24X / 24.0;
+    *iyyRaw = -(sums.second24Y / 24.0);
+    *ixyRaw = sums.product24 / 24.0;
+}
+
+double ContourPerimeter(int n, const point2D* ring) {
+    double sum = 0.0;
+    ForEachRingEdge(n, ring, [&sum](const point2D& p, const point2D& q) {
+        const double dx = q.x - p.x;
+        const double dy = q.y - p.y;
+        sum += std::sqrt(dx * dx + dy * dy);
+    });
+    return sum;
+}
+
+AreaMoments SignedAreaMoments(int n, const point2D* ring, const point2D& reference) {
+    EdgeSums sums;
+    const double referenceX = reference.x;
+    const double referenceY = reference.y;
+    ForEachRingEdge(n, ring, [&](const point2D& start, const point2D& end) {
+        const point2D p{start.x - referenceX, start.y - referenceY};
+        const point2D q{end.x - referenceX, end.y - referenceY};
+        const double dx = q.x - p.x;
+        const double dy = q.y - p.y;
+        const double sx = p.x + q.x;
+        const double sy = p.y + q.y;
+        sums.AddArea(sx, dy);
+        sums.AddFirst(p, q, dx, dy);
+        sums.AddSecond(p, q, dx, dy, sx, sy);
+    });
+    return {sums.area2 * 0.5,        -(sums.first6X / 6.0),    sums.first6Y / 6.0,
+            -(sums.second24X / 24.0), sums.second24Y / 24.0, -(sums.product24 / 24.0)};
+}
+
+AreaMoments Scaled(const AreaMoments& moments, double factor) {
+    return {moments.area * factor,    moments.firstX * factor,  moments.firstY * factor,
+            moments.secondX * factor, moments.secondY * factor, moments.productMoment * factor};
+}
+
+AreaMoments Difference(const AreaMoments& outer, const AreaMoments& inner) {
+    return {outer.area - inner.area,       outer.firstX - inner.firstX,
+            outer.firstY - inner.firstY,   outer.secondX - inner.secondX,
+            outer.secondY - inner.secondY, outer.productMoment - inner.productMoment};
+}
+
+AreaMoments Transferred(const AreaMoments& moments, const point2D& offset) {
+    const double dx = offset.x;
+    const double dy = offset.y;
+    AreaMoments moved = moments;
+    moved.firstX += dx * moments.area;
+    moved.firstY += dy * moments.area;
+    moved.secondX += dy * (2.0 * moments.firstY + dy * moments.area);
+    moved.secondY += dx * (2.0 * moments.firstX + dx * moments.area);
+    moved.productMoment +=
+        dx * moments.firstY + dy * moments.firstX + dx * dy * moments.area;
+    return moved;
+}
+
+double OrientationSign(double signedArea) { return signedArea < 0.0 ? -1.0 : 1.0; }
+
+}  // namespace halvorn

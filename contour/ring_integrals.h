@@ -1,0 +1,63 @@
+/// @file ring_integrals.h
+/// Integrals over closed rings: area, first and second moments, perimeter.
+///
+/// A ring is n points, closed implicitly, as in kernel/records.h. "Raw" integrals carry the sign of
+/// the orientation. Every function is one pass without allocation; n < 1 gives zeros.
+#ifndef HALVORN_CONTOUR_RING_INTEGRALS_H
+#define HALVORN_CONTOUR_RING_INTEGRALS_H
+
+#include <utility>
+
+#include "numeric/point2d.h"
+
+namespace halvorn {
+
+/// Returns the signed area [L^2], positive for a counter-clockwise ring (x to the right, y up).
+double ContourSignedArea(int n, const point2D* ring);
+
+/// Returns the raw first moments about the origin [L^3]: -integral of x dA and +integral of y dA for
+/// a counter-clockwise ring, both negated for a clockwise one.
+std::pair<double, double> ContourFirstMoments(int n, const point2D* ring);
+
+/// Writes the raw second moments about the origin [L^4]: -integral of y^2 dA, -integral of x^2 dA
+/// and -integral of x y dA for a counter-clockwise ring, all negated for a clockwise one.
+void ContourSecondMoments(int n, const point2D* ring, double* ixxRaw, double* iyyRaw,
+                          double* ixyRaw);
+
+/// Returns the length of the closed ring [L].
+double ContourPerimeter(int n, const point2D* ring);
+
+/// Area and moments of a region, positive for solid material, about some reference point.
+struct AreaMoments {
+    double area;           ///< [L^2]
+    double firstX;         ///< integral of x dA [L^3]
+    double firstY;         ///< integral of y dA [L^3]
+    double secondX;        ///< integral of y^2 dA, about the x axis [L^4]
+    double secondY;        ///< integral of x^2 dA, about the y axis [L^4]
+    double productMoment;  ///< integral of x y dA [L^4]
+};
+
+/// Returns area and moments of a ring about `reference`, with the sign of its orientation: positive
+/// for a counter-clockwise ring. The same sums as the functions above, in one pass, with the
+/// coordinates taken relative to `reference`.
+///
+/// About a vertex of the ring the result is as accurate as the coordinates allow; about a distant
+/// point the moments cancel and digits are lost as the square of distance over size.
+AreaMoments SignedAreaMoments(int n, const point2D* ring, const point2D& reference);
+
+/// Returns `moments` times `factor`, for example -1.0 to change the orientation.
+AreaMoments Scaled(const AreaMoments& moments, double factor);
+
+/// Returns outer - inner, term by term: a region with a hole.
+AreaMoments Difference(const AreaMoments& outer, const AreaMoments& inner);
+
+/// Returns the moments about the point from which the present reference is seen at `offset`
+/// (parallel-axis theorem).
+AreaMoments Transferred(const AreaMoments& moments, const point2D& offset);
+
+/// Returns -1.0 for a negative signed area, else +1.0.
+double OrientationSign(double signedArea);
+
+}  // namespace halvorn
+
+#endif

@@ -1,0 +1,42 @@
+/// @file c_array.h
+/// Owners of arrays that come from calloc and realloc.
+#ifndef HALVORN_NUMERIC_C_ARRAY_H
+#define HALVORN_NUMERIC_C_ARRAY_H
+
+#include <cstddef>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <type_traits>
+
+namespace halvorn {
+
+/// Releases with free, which accepts null.
+struct FreeDeleter {
+    void operator()(void* array) const noexcept { std::free(array); }
+};
+
+/// Owns one C array of trivial elements.
+template <class T>
+using CArray = std::unique_ptr<T[], FreeDeleter>;
+
+/// Returns `count` zeroed elements, null when memory is exhausted. A null array for a count of 0 is
+/// no failure.
+template <class T>
+CArray<T> AllocateZeroed(std::size_t count) noexcept {
+    static_assert(std::is_trivial_v<T>, "calloc makes bytes, not objects");
+    return CArray<T>(static_cast<T*>(std::calloc(count, sizeof(T))));
+}
+
+/// Returns `count` zeroed elements.
+/// @throws std::bad_alloc when memory is exhausted
+template <class T>
+CArray<T> AllocateZeroedOrThrow(std::size_t count) {
+    CArray<T> array = AllocateZeroed<T>(count);
+    if (!array && count != 0) throw std::bad_alloc();
+    return array;
+}
+
+}  // namespace halvorn
+
+#endif

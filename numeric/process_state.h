@@ -1,0 +1,21 @@
+/// @file process_state.h
+/// The two process-wide values of the library, shared by every section on every thread.
+///
+/// Both are relaxed atomics: sections on different threads never race, and no order is promised
+/// between a write and what other threads compute meanwhile.
+#ifndef HALVORN_NUMERIC_PROCESS_STATE_H
+#define HALVORN_NUMERIC_PROCESS_STATE_H
+
+#include <atomic>
+
+namespace halvorn {
+
+/// Geometric tolerance of thin-wall offsetting [L]; 1e-8 until a host sets another value.
+extern std::atomic<double> Tol3D;
+
+/// Cleared when a contour's area is zero within 1e-15; never set, never read by a computation.
+extern std::atomic<unsigned char> CalculValid;
+
+}  // namespace halvorn
+
+#endif
