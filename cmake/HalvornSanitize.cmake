@@ -1,0 +1,8 @@
+# HALVORN_SANITIZE, for example "address,undefined", instruments every target of this build, tests
+# and host included: a sanitizer that covers only a part of a program misses faults between the parts.
+set(HALVORN_SANITIZE "" CACHE STRING "Sanitizers of this build, separated by commas")
+if(HALVORN_SANITIZE)
+  add_compile_options(
+    -fsanitize=${HALVORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${HALVORN_SANITIZE})
+endif()
