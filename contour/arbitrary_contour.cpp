@@ -38,7 +38,7 @@ WallFaces BuildWallFaces(const ThinWall& wall, bool isOpen) {
     OffsetPolyline(wall.n, isOpen, wall.thickness, wall.points, offsetA.get(), offsetB.get());
 
     WallFaces faces;
-    faces.points = AllocateZeroedOrThrow<KPoint>(2 * kPointsPerFillet * size);
+    faces.points = AllocateZeroedOrThrow<KPoint>(size * 2 * kPointsPerFillet);
     RoundContour(wall.n, isOpen, wall.thickness, wall.radii, offsetB.get(), &faces.secondCount,
                  faces.points.get());
     RoundContour(wall.n, isOpen, wall.thickness, wall.radii, offsetA.get(), &faces.firstCount,

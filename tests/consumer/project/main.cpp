@@ -14,8 +14,7 @@ int main() {
     // A hollow rectangle away from the origin; b, h outside, wall t.
     const double b = 0.3, h = 0.5, t = 0.02, x = 4.0, y = -7.0;
     double outer[] = {x, y, x + b, y, x + b, y + h, x, y + h};
-    double inner[] = {x + t,     y + t,     x + b - t, y + t,
-                      x + b - t, y + h - t, x + t,     y + h - t};
+    double inner[] = {x + t, y + t, x + b - t, y + t, x + b - t, y + h - t, x + t, y + h - t};
     CSectionTools pushed;
     pushed.PushContour(4, outer, 1);
     pushed.PushContour(4, inner, 0);
