@@ -3,9 +3,10 @@
 #ifndef HALVORN_CONTOUR_CONSTANTS_H
 #define HALVORN_CONTOUR_CONSTANTS_H
 
+#include "kernel/constants.h"
+
 namespace halvorn {
 
-inline constexpr double kPi = 3.141592653589793;
 inline constexpr double kTwoPi = 6.283185307179586;
 inline constexpr double kHalfPi = 1.5707963267948966;
 

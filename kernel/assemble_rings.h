@@ -1,0 +1,69 @@
+/// @file assemble_rings.h
+/// Rebuilds closed rings from directed edges.
+#ifndef HALVORN_KERNEL_ASSEMBLE_RINGS_H
+#define HALVORN_KERNEL_ASSEMBLE_RINGS_H
+
+#include "kernel/records.h"
+
+namespace halvorn {
+
+/// Flag of an edge in `KEdgeGraph::flags`.
+enum KEdgeOrigin : unsigned int {
+    kPolygonEdge = 0,  ///< came from the polygon being cut
+    kCuttingEdge = 1   ///< came from the cutting line
+};
+
+/// Directed edges and where they join.
+///
+/// `edges` holds each edge's start and end, edge e at 2e and 2e + 1. An edge whose start x is
+/// +infinity (removed) or NaN (used) is not live. The polygon's own edges come first, in ring order,
+/// so that edge e is continued by edge e + 1, and the last one by the first, wherever no cut point
+/// lies between. At every cut point as many edges end as start.
+struct KEdgeGraph {
+    int edgeCount;
+    int polygonEdgeCount;
+    KPoint* edges;              ///< 2 per edge
+    const unsigned int* flags;  ///< one `KEdgeOrigin` per edge
+    const int* startCutPoint;   ///< per edge: the cut point it starts at, or -1
+    const int* endCutPoint;     ///< per edge: the cut point it ends at, or -1
+    const int* firstOutgoing;   ///< per cut point and one more: offsets into `outgoing`
+    const int* outgoing;        ///< edges that start at each cut point, ascending
+};
+
+/// Returns whether edge e of an edge list is neither removed nor used.
+bool KIsLiveEdge(const KPoint* edges, int e);
+
+/// Returns the point index (even) of the first live edge with a free end, an end within `tol` of no
+/// end of another edge, or -1. An edge list of `pointCount` points, two per edge. Cost: the square
+/// of the number of edges.
+int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol);
+
+/// Traces one ring from `startEdge` and marks its edges used.
+///
+/// Where several edges go on from a cut point, the one that turns farthest to the inside is taken:
+/// to the left for a counter-clockwise polygon, to the right for a clockwise one. The edge back along
+/// the current one is taken only when nothing else goes on. The ring is closed when it is back at
+/// its first point and no live edge turns farther inside than its first edge; so a hole that hangs
+/// on a bridge at that point is not left out.
+/// @param isClockwise orientation of the polygon that was cut
+/// @param ring        room for the starts of all live edges
+/// @param size        number of points written
+/// @return 0, or -2 when the chain ends before it closes
+int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
+               int* size);
+
+/// Assembles every ring that contains a cutting edge, and drops vertices that lie within `tol` on
+/// the segment joining their neighbours, as long as three remain.
+/// @param takeLoops also assembles rings from the polygon edges that are left: parts that hang
+///                  together at a single cut point
+/// @param count     number of rings
+/// @param ranges    count + 1 cumulative offsets, the first 0; the caller frees
+/// @param points    all rings back to back; the caller frees
+/// @return 1 (also for no ring, with null arrays), -2 as `KTraceRing`, or -90; a failure leaves 0
+///         and null outputs
+int KAssembleRings(const KEdgeGraph& graph, bool isClockwise, bool takeLoops, double tol,
+                   int* count, int** ranges, KPoint** points);
+
+}  // namespace halvorn
+
+#endif

@@ -1,0 +1,45 @@
+/// @file plastic_moduli.h
+/// Plastic section moduli about the axes that halve the gross area.
+#ifndef HALVORN_PLASTIC_PLASTIC_MODULI_H
+#define HALVORN_PLASTIC_PLASTIC_MODULI_H
+
+#include <list>
+#include <string>
+
+#include "contour/contour_record.h"
+#include "plastic/section_split.h"
+
+namespace halvorn {
+
+/// Computes the plastic moduli of a composite section about a horizontal and a vertical axis.
+///
+/// Each axis is found by bisection as the line with equal gross areas on its two sides (within 1e-7,
+/// absolute, at most 51 splits; then the last line tried stands). The modulus is the sum over the
+/// pieces on both sides of weight x area x distance of the centroid from the axis. A hole's area
+/// counts in the balance, its weight is 0: the modulus of a solid with a hole is the solid's. A
+/// keyhole ring gives the net value.
+///
+/// Works on a copy of the contours, moved to their first point, so that digits do not depend on how
+/// far away the host's origin is. Cost: at most 51 splits per direction.
+/// @param wplx     about the horizontal axis [L^3]; when null, or wply is, nothing is done
+/// @param wply     about the vertical axis [L^3]
+/// @param webPartX part of wplx that comes from pieces whose longest edge stands across the axis;
+///                 computed only when both web pointers are given
+/// @param webPartY likewise of wply
+/// @param trace    when given, receives the protocol of the search: positions x 1000 as [mm], areas
+///                 x 1e6 as [mm2], moduli x 1e6 as [cm^3], as for input in metres
+/// @throws std::bad_alloc, std::length_error; the outputs may then hold the first modulus only
+void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
+                          double* webPartX, double* webPartY, std::string* trace = nullptr);
+
+/// Returns whether a longest edge of the piece is parallel to `direction`, a unit vector across the
+/// axis. The closing edge is not looked at. Fewer than two points: false.
+bool IsLongestEdgeAcross(const PlasticPiece& piece, const point2D& direction);
+
+/// Returns `value` in fixed notation with `precision` digits after the point, in the classic locale
+/// whatever the host's is.
+std::string FormatFixed(double value, int precision);
+
+}  // namespace halvorn
+
+#endif

@@ -1,0 +1,93 @@
+#include "plastic/section_split.h"
+
+#include <utility>
+
+#include "kernel/cut_polygon.h"
+#include "kernel/primitives.h"
+#include "kernel/triangulate_polygon.h"
+#include "numeric/tolerance.h"
+#include "plastic/constants.h"
+
+namespace halvorn {
+
+namespace {
+
+double AreaOf(const std::vector<point2D>& ring) {
+    return ring.empty() ? 0.0 : KPolygonArea(&ring[0].x, static_cast<int>(ring.size()));
+}
+
+// The two sides that pieces are sorted into.
+struct Sides {
+    double* area[2];
+    std::list<PlasticPiece>* pieces[2];
+
+    void Add(bool isHigh, int weight, std::vector<point2D> ring) {
+        const double ringArea = AreaOf(ring);
+        *area[isHigh] += ringArea;
+        pieces[isHigh]->push_back(PlasticPiece{weight, ringArea, {0.0, 0.0}, std::move(ring)});
+    }
+};
+
+// Which side of the axis the centroid of a piece lies on: +1 high, -1 low, 0 on the axis. Every
+// centroid rule gives a point between the extreme vertices, so they decide where they can.
+int SideOfPiece(const std::vector<point2D>& ring, int iDir, double pos) {
+    double reachHigh = 0.0;
+    double reachLow = 0.0;
+    for (const point2D& point : ring) {
+        reachHigh = MaxValue(CutCoordinate(point, iDir) - pos, reachHigh);
+        reachLow = MaxValue(pos - CutCoordinate(point, iDir), reachLow);
+    }
+    if (reachLow <= kSamePosition && reachHigh > kClearlyOneSided) return 1;
+    if (reachHigh <= kSamePosition && reachLow > kClearlyOneSided) return -1;
+    point2D centroid;
+    KPolygonCentroid(&centroid, ring.data(), static_cast<int>(ring.size()), kSamePosition);
+    return CompareTol(CutCoordinate(centroid, iDir), pos, kSamePosition);
+}
+
+void CutContour(const ContourRecord& contour, int iDir, double pos, Sides* sides) {
+    const KPoint from = iDir == kVerticalAxis ? KPoint{pos, kAxisReach} : KPoint{kAxisReach, pos};
+    const KPoint to = iDir == kVerticalAxis ? KPoint{pos, -kAxisReach} : KPoint{-kAxisReach, pos};
+    KPieces cut;
+    KCutPolygonByLine(contour.Points.data(), static_cast<int>(contour.Points.size()), from, to,
+                      kSamePosition, &cut.count, &cut.ranges, &cut.points);
+    for (int k = 0; k < cut.count; ++k) {
+        std::vector<point2D> ring(cut.points + cut.ranges[k], cut.points + cut.ranges[k + 1]);
+        const int side = SideOfPiece(ring, iDir, pos);
+        if (side != 0) sides->Add(side > 0, contour.bSolid, std::move(ring));
+    }
+}
+
+}  // namespace
+
+void WidenRange(const std::vector<point2D>& points, int iDir, CoordinateRange* range) {
+    for (const point2D& point : points) {
+        const double c = CutCoordinate(point, iDir);
+        if (range->isEmpty) *range = {c, c, false};
+        if (CompareTol(range->low, c, kSamePosition) > 0) range->low = c;
+        if (CompareTol(range->high, c, kSamePosition) < 0) range->high = c;
+    }
+}
+
+void SplitSectionAtAxis(const std::list<ContourRecord>& contours, int iDir, double pos,
+                        double* areaHigh, double* areaLow, std::list<PlasticPiece>& high,
+                        std::list<PlasticPiece>& low) {
+    *areaHigh = 0.0;
+    *areaLow = 0.0;
+    high.clear();
+    low.clear();
+    Sides sides{{areaLow, areaHigh}, {&low, &high}};
+    for (const ContourRecord& contour : contours) {
+        CoordinateRange range{INVALID_VALUE, INVALID_VALUE, true};
+        WidenRange(contour.Points, iDir, &range);
+        if (range.isEmpty) continue;
+        if (CompareTol(range.low, pos, kSamePosition) >= 0) {
+            sides.Add(true, contour.bSolid, contour.Points);
+        } else if (CompareTol(range.high, pos, kSamePosition) <= 0) {
+            sides.Add(false, contour.bSolid, contour.Points);
+        } else {
+            CutContour(contour, iDir, pos, &sides);
+        }
+    }
+}
+
+}  // namespace halvorn

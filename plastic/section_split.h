@@ -1,0 +1,60 @@
+/// @file section_split.h
+/// The contours of a section on the two sides of an axis.
+#ifndef HALVORN_PLASTIC_SECTION_SPLIT_H
+#define HALVORN_PLASTIC_SECTION_SPLIT_H
+
+#include <list>
+#include <vector>
+
+#include "contour/contour_record.h"
+#include "numeric/point2d.h"
+
+namespace halvorn {
+
+/// Direction of an axis, and what is found about it.
+enum AxisDirection : int {
+    kHorizontalAxis = 0,  ///< a line y = const; gives Wplx
+    kVerticalAxis = 1     ///< a line x = const; gives Wply
+};
+
+/// Returns the coordinate that tells on which side of an axis a point lies: y or x.
+inline double CutCoordinate(const point2D& point, int iDir) {
+    return iDir == kVerticalAxis ? point.x : point.y;
+}
+
+/// A range of cut coordinates [L]; NaN when there is no point.
+struct CoordinateRange {
+    double low;
+    double high;
+    bool isEmpty;
+};
+
+/// Widens `range` by the points' cut coordinates. A bound moves only by more than 1e-10.
+void WidenRange(const std::vector<point2D>& points, int iDir, CoordinateRange* range);
+
+/// A piece of a contour on one side of the axis.
+struct PlasticPiece {
+    int weight;                   ///< flag of the contour it came from
+    double area;                  ///< never negative [L^2]
+    point2D centroid;             ///< [L]
+    std::vector<point2D> points;  ///< closed ring, the first point not repeated
+};
+
+/// Splits every contour at the axis at `pos` and fills the two lists and the two gross areas: every
+/// contour counts with its area, whatever its flag.
+///
+/// A contour that reaches the axis within 1e-10 from one side is not cut. A piece whose centroid
+/// lies within 1e-10 of the axis is left out, and so is a contour that cannot be cut. Centroids are
+/// not set here.
+/// @param iDir      an `AxisDirection`
+/// @param pos       coordinate of the axis [L]
+/// @param areaHigh  area above a horizontal or right of a vertical axis [L^2]
+/// @param areaLow   area on the other side [L^2]
+/// @throws std::bad_alloc, std::length_error
+void SplitSectionAtAxis(const std::list<ContourRecord>& contours, int iDir, double pos,
+                        double* areaHigh, double* areaLow, std::list<PlasticPiece>& high,
+                        std::list<PlasticPiece>& low);
+
+}  // namespace halvorn
+
+#endif
