@@ -2,9 +2,11 @@
 # version script leaves the members of CSectionTools and nothing else.
 if(NOT WIN32 AND NOT APPLE)
   set(HALVORN_VERSION_SCRIPT ${CMAKE_CURRENT_LIST_DIR}/exports.map)
-  # clang resolves a sanitizer's symbols in the executable only, so they may stay open there.
   target_link_options(HalvornSectionTools PRIVATE
-    "LINKER:--version-script=${HALVORN_VERSION_SCRIPT}"
-    $<$<NOT:$<BOOL:${HALVORN_SANITIZE}>>:LINKER:--no-undefined>)
+    "LINKER:--version-script=${HALVORN_VERSION_SCRIPT}")
+  # clang keeps a sanitizer's symbols in the executable alone, so a sanitized library leaves them open.
+  if(NOT HALVORN_SANITIZE)
+    target_link_options(HalvornSectionTools PRIVATE "LINKER:--no-undefined")
+  endif()
   set_property(TARGET HalvornSectionTools APPEND PROPERTY LINK_DEPENDS ${HALVORN_VERSION_SCRIPT})
 endif()
