@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 
 #include "kernel/point_tests.h"
 #include "kernel/primitives.h"
@@ -42,17 +43,32 @@ double TurnInside(const KSegment& current, const KSegment& candidate, bool isClo
     return isClockwise ? -angle : angle;
 }
 
-// The edge that goes on from `current` at its cut point; `firstEdge` stands for the one that began
-// the ring, which is used by now. Returns -1 when there is none.
-int Continuation(const KEdgeGraph& graph, const KSegment& current, int cutPoint, int startEdge,
-                 const KSegment& firstEdge, bool isClockwise, double tol) {
+// The edge that a trace has reached: its index and, as it is marked used by now, its ends.
+struct TracedEdge {
+    int index;
+    KSegment segment;
+};
+
+// Whether edge e, which starts where `current` ends, leads back to where it starts.
+bool IsTwin(const KEdgeGraph& graph, const TracedEdge& current, int e, const KSegment& edge,
+            double tol) {
+    const int start = graph.startCutPoint[current.index];
+    const int end = graph.endCutPoint[e];
+    return start >= 0 || end >= 0 ? start == end
+                                  : KPointsEqualTol(edge.end, current.segment.start, tol);
+}
+
+// The edge that goes on from `current` at its cut point; `first` is the one that began the ring.
+// Returns -1 when there is none.
+int Continuation(const KEdgeGraph& graph, const TracedEdge& current, const TracedEdge& first,
+                 bool isClockwise, double tol) {
     int best = -1;
     int twin = -1;
     KSegment bestEdge{};
     double bestTurn = 0.0;
     bool hasTurn = false;
     const auto consider = [&](int e, const KSegment& edge) {
-        if (KPointsEqualTol(edge.end, current.start, tol)) {
+        if (IsTwin(graph, current, e, edge, tol)) {
             twin = e;
             return;
         }
@@ -61,9 +77,9 @@ int Continuation(const KEdgeGraph& graph, const KSegment& current, int cutPoint,
             bestEdge = edge;
             return;
         }
-        if (!hasTurn) bestTurn = TurnInside(current, bestEdge, isClockwise);
+        if (!hasTurn) bestTurn = TurnInside(current.segment, bestEdge, isClockwise);
         hasTurn = true;
-        const double turn = TurnInside(current, edge, isClockwise);
+        const double turn = TurnInside(current.segment, edge, isClockwise);
         // Equal turns: the earlier edge for a counter-clockwise polygon, the later for a clockwise.
         if (turn > bestTurn || (isClockwise && turn == bestTurn)) {
             best = e;
@@ -71,10 +87,11 @@ int Continuation(const KEdgeGraph& graph, const KSegment& current, int cutPoint,
             bestTurn = turn;
         }
     };
+    const int cutPoint = graph.endCutPoint[current.index];
     for (int k = graph.firstOutgoing[cutPoint]; k < graph.firstOutgoing[cutPoint + 1]; ++k) {
         const int e = graph.outgoing[k];
-        if (e == startEdge) {
-            consider(e, firstEdge);
+        if (e == first.index) {
+            consider(e, first.segment);
         } else if (KIsLiveEdge(graph.edges, e)) {
             consider(e, EdgeOf(graph, e));
         }
@@ -82,7 +99,21 @@ int Continuation(const KEdgeGraph& graph, const KSegment& current, int cutPoint,
     return best >= 0 ? best : twin;
 }
 
-// Drops vertices that lie on the segment between their neighbours, one at a time, so that of two
+// Whether the corner at p is straight but for the rounding of its coordinates: its triangle is no
+// larger than one unit in their last place sweeps along the two edges. The tolerance alone would let
+// a long flange lose 1e-10 of its thickness at a vertex that a line just misses.
+bool IsStraight(const KPoint& previous, const KPoint& p, const KPoint& next) {
+    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
+    KPoint in;
+    KPoint out;
+    KVectorDiff(&in, &previous, &p);
+    KVectorDiff(&out, &p, &next);
+    const double reach = MaxValue(AbsValue(p.x), AbsValue(p.y));
+    const double edges = AbsValue(in.x) + AbsValue(in.y) + AbsValue(out.x) + AbsValue(out.y);
+    return AbsValue(KCross(&in, &out)) <= kRounding * reach * edges;
+}
+
+// Drops straight vertices on the segment between their neighbours, one at a time, so that of two
 // coincident neighbours one stays. Returns how many are left, at least three of three or more.
 int DropStraightVertices(KPoint* ring, int n, double tol) {
     if (n < 4) return n;
@@ -91,7 +122,8 @@ int DropStraightVertices(KPoint* ring, int n, double tol) {
     for (int i = 0; i < n; ++i) {
         const KPoint& previous = kept > 0 ? ring[kept - 1] : ring[n - 1];
         const KPoint& next = i + 1 < n ? ring[i + 1] : ring[0];
-        if (live > 3 && KPointOnSegment(ring[i], previous, next, tol) != 0) {
+        if (live > 3 && IsStraight(previous, ring[i], next) &&
+            KPointOnSegment(ring[i], previous, next, tol) != 0) {
             --live;
         } else {
             ring[kept++] = ring[i];
@@ -151,20 +183,21 @@ int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol) {
 int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
                int* size) {
     *size = 0;
-    const KSegment firstEdge = EdgeOf(graph, startEdge);
-    KSegment current = firstEdge;
-    for (int e = startEdge;;) {
-        ring[(*size)++] = current.start;
-        MarkUsed(graph, e);
-        const int cutPoint = graph.endCutPoint[e];
-        if (cutPoint >= 0) {
-            e = Continuation(graph, current, cutPoint, startEdge, firstEdge, isClockwise, tol);
-        } else {
-            e = e + 1 < graph.polygonEdgeCount ? e + 1 : 0;
+    const TracedEdge first{startEdge, EdgeOf(graph, startEdge)};
+    for (TracedEdge current = first;;) {
+        ring[(*size)++] = current.segment.start;
+        MarkUsed(graph, current.index);
+        int next = current.index + 1 < graph.polygonEdgeCount ? current.index + 1 : 0;
+        if (graph.endCutPoint[current.index] >= 0) {
+            next = Continuation(graph, current, first, isClockwise, tol);
         }
-        if (e == startEdge) return 0;
-        if (e < 0 || !KIsLiveEdge(graph.edges, e)) return -2;
-        current = EdgeOf(graph, e);
+        const bool isClosed = next == startEdge;
+        if (!isClosed && (next < 0 || !KIsLiveEdge(graph.edges, next))) return -2;
+        const KSegment segment = isClosed ? first.segment : EdgeOf(graph, next);
+        const KPoint& end = current.segment.end;
+        if (end.x != segment.start.x || end.y != segment.start.y) ring[(*size)++] = end;
+        if (isClosed) return 0;
+        current = {next, segment};
     }
 }
 
@@ -175,7 +208,7 @@ int KAssembleRings(const KEdgeGraph& graph, bool isClockwise, bool takeLoops, do
     *points = nullptr;
     const auto edgeCount = static_cast<std::size_t>(graph.edgeCount);
     Collected rings;
-    rings.points = AllocateZeroed<KPoint>(edgeCount);
+    rings.points = AllocateZeroed<KPoint>(2 * edgeCount);
     rings.ranges = AllocateZeroed<int>(edgeCount + 1);
     if (!rings.ranges || (edgeCount > 0 && !rings.points)) return kOutOfMemory;
 

@@ -13,7 +13,8 @@ enum KEdgeOrigin : unsigned int {
     kCuttingEdge = 1   ///< came from the cutting line
 };
 
-/// Directed edges and where they join.
+/// Directed edges and where they join. Edges that join at a cut point coincide there within the
+/// tolerance, not to the last bit.
 ///
 /// `edges` holds each edge's start and end, edge e at 2e and 2e + 1. An edge whose start x is
 /// +infinity (removed) or NaN (used) is not live. The polygon's own edges come first, in ring order,
@@ -38,7 +39,8 @@ bool KIsLiveEdge(const KPoint* edges, int e);
 /// of the number of edges.
 int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol);
 
-/// Traces one ring from `startEdge` and marks its edges used.
+/// Traces one ring from `startEdge` and marks its edges used. Its points are the starts of the edges
+/// taken, and their ends where the next edge starts beside them.
 ///
 /// Where several edges go on from a cut point, the one that turns farthest to the inside is taken:
 /// to the left for a counter-clockwise polygon, to the right for a clockwise one. The edge back along
@@ -46,14 +48,15 @@ int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol);
 /// its first point and no live edge turns farther inside than its first edge; so a hole that hangs
 /// on a bridge at that point is not left out.
 /// @param isClockwise orientation of the polygon that was cut
-/// @param ring        room for the starts of all live edges
+/// @param ring        room for both ends of all live edges
 /// @param size        number of points written
 /// @return 0, or -2 when the chain ends before it closes
 int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
                int* size);
 
 /// Assembles every ring that contains a cutting edge, and drops vertices that lie within `tol` on
-/// the segment joining their neighbours, as long as three remain.
+/// the segment joining their neighbours, as long as three remain and the area stays the same but for
+/// rounding.
 /// @param takeLoops also assembles rings from the polygon edges that are left: parts that hang
 ///                  together at a single cut point
 /// @param count     number of rings

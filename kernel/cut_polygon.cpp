@@ -74,7 +74,37 @@ struct GraphStorage {
     }
 };
 
-// The polygon's edges, then each stretch there and back. Edges within one cut point are removed.
+// Removes the chains that leave a cut point and come back to it without enclosing anything: edges
+// within one cut point, and needles that are thinner than the tolerance where the line cuts them. A
+// hole that hangs on a bridge comes back, too, and stays.
+void RemoveNeedles(const KSplitRing& split, double tol, GraphStorage* storage) {
+    const int n = split.count;
+    int first = 0;
+    while (first < n && split.cutPointOf[static_cast<std::size_t>(first)] < 0) ++first;
+    if (first == n) return;
+    const auto vertexAt = [&](int i) -> const KPoint& {
+        return split.vertices[static_cast<std::size_t>(i % n)];
+    };
+    for (int start = first, end = 0; start < first + n; start = end) {
+        const int cutPoint = split.cutPointOf[static_cast<std::size_t>(start % n)];
+        double area = 0.0;
+        double length = 0.0;
+        for (end = start + 1;; ++end) {
+            KPoint in;
+            KPoint out;
+            KVectorDiff(&in, &vertexAt(start), &vertexAt(end - 1));
+            KVectorDiff(&out, &vertexAt(end - 1), &vertexAt(end));
+            area += 0.5 * KCross(&in, &out);
+            length += AbsValue(out.x) + AbsValue(out.y);
+            if (split.cutPointOf[static_cast<std::size_t>(end % n)] >= 0) break;
+        }
+        const bool comesBack = split.cutPointOf[static_cast<std::size_t>(end % n)] == cutPoint;
+        if (!comesBack || AbsValue(area) > tol * length) continue;
+        for (int i = start; i < end; ++i) storage->RemoveEdge(i % n);
+    }
+}
+
+// The polygon's edges, then each stretch there and back.
 void FillEdges(const KSplitRing& split, GraphStorage* storage) {
     const int n = split.count;
     for (int i = 0; i < n; ++i) {
@@ -83,7 +113,6 @@ void FillEdges(const KSplitRing& split, GraphStorage* storage) {
         const int start = split.cutPointOf[from];
         const int end = split.cutPointOf[to];
         storage->SetEdge(i, {split.vertices[from], split.vertices[to]}, kPolygonEdge, start, end);
-        if (start >= 0 && start == end) storage->RemoveEdge(i);
     }
     for (int s = 0; s < split.stretchCount; ++s) {
         const KStretch& stretch = split.stretches[static_cast<std::size_t>(s)];
@@ -140,6 +169,7 @@ int AssemblePieces(const KSplitRing& split, bool isClockwise, bool takeLoops, do
         return kOutOfMemory;
     }
     FillEdges(split, &storage);
+    RemoveNeedles(split, tol, &storage);
     if (split.hasFreeEnd) PruneDanglingStretches(split, tol, &storage);
     IndexOutgoing(edgeCount, split.cutPointCount, &storage);
     const KEdgeGraph graph{edgeCount,

@@ -143,7 +143,8 @@ int AppendCutPoint(KSplitRing* split, const KPoint& point) {
     return split->cutPointCount++;
 }
 
-// Makes one cut point of the visits that coincide, and moves their vertices onto it.
+// Makes one cut point of the visits that coincide. Their vertices keep their own coordinates: moving
+// them would take area from pieces that are long across the line.
 int MergeVisits(KSplitRing* split, double tol, LineWork* work) {
     const int count = work->visitCount;
     // Room for every visit and the two ends of a segment.
@@ -174,7 +175,6 @@ int MergeVisits(KSplitRing* split, double tol, LineWork* work) {
         sums = {work->visits[Size(first)].t, cutPoint, 0, 0, 0};
         for (; first < last; ++first) {
             const LineVisit& visit = work->visits[Size(first)];
-            split->vertices[Size(visit.vertex)] = split->cutPoints[Size(cutPoint)];
             split->cutPointOf[Size(visit.vertex)] = cutPoint;
             work->sumOf[Size(visit.vertex)] = work->sumCount;
             sums.crossingsLeft += visit.crossesLeft;

@@ -25,8 +25,9 @@ struct KStretch {
 /// A ring that lines are cutting, one after the other.
 ///
 /// Invariants: neighbouring vertices are farther apart than the tolerance unless both are cut
-/// points; vertices of the same cut point have the same coordinates; of two neighbours, never one
-/// is beyond the tolerance on one side of a line already cut and the other on the other side.
+/// points; vertices of one cut point coincide with it per axis within the tolerance; of two
+/// neighbours, never one is beyond the tolerance on one side of a line already cut and the other on
+/// the other side.
 struct KSplitRing {
     int count = 0;            ///< vertices
     CArray<KPoint> vertices;  ///< the ring's own and the crossings, in ring order

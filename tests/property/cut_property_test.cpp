@@ -1,0 +1,218 @@
+// What must hold for every simple ring, at any position of the line: each piece lies on one side, the
+// areas and first moments are those of the half-planes, and the pieces are as many as a general
+// geometry library finds.
+#include <geos_c.h>
+
+#include <set>
+
+#include "kernel/cut_polygon.h"
+#include "kernel/primitives.h"
+#include "plastic/section_split.h"
+#include "property/random_rings.h"
+
+namespace {
+
+using namespace halvorn;
+using namespace test_support;
+
+struct Case {
+    std::string name;
+    Ring ring;
+    bool isOnGrid = false;  // coordinates so simple that another library's rounding does not matter
+};
+
+std::vector<KPoint> Points(const Ring& ring) {
+    std::vector<KPoint> points;
+    for (const auto& [x, y] : ring) points.push_back({x, y});
+    return points;
+}
+
+// Every fixture as drawn, and turned, mirrored, in thousandths, reversed and begun elsewhere.
+std::vector<Case> Cases() {
+    std::vector<Case> drawn = {
+        {"channel", {{0, 0}, {8, 0}, {8, 1}, {1, 1}, {1, 9}, {8, 9}, {8, 10}, {0, 10}}, true},
+        {"zigzag", {{2, 2}, {3, 1}, {2, 3}, {1, 2}, {0, 3}, {1, 0}}, true},
+        {"tee with mid-side vertices",
+         {{0, 8}, {4, 8}, {4, 0}, {5, 0}, {5, 4}, {5, 8}, {9, 8}, {9, 9}, {4.5, 9}, {0, 9}}, true},
+        {"triangle", {{0, 0}, {7, 2}, {3, 9}}, true}};
+    for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+        const std::string suffix = " " + std::to_string(seed);
+        drawn.push_back({"star" + suffix, RandomStar(seed, 2 + static_cast<int>(seed)), true});
+        drawn.push_back({"skyline" + suffix, RandomSkyline(seed, 3 + static_cast<int>(seed)), true});
+        drawn.push_back({"grid" + suffix, RandomGridRing(seed, 4 + 3 * static_cast<int>(seed)), true});
+        drawn.push_back({"comb" + suffix, RandomComb(seed, 1 + static_cast<int>(seed) % 8), true});
+    }
+    std::vector<Case> all;
+    for (const Case& c : drawn) {
+        all.push_back(c);
+        all.push_back({c.name + ", reversed", Reversed(c.ring), c.isOnGrid});
+        const Affine turned = Turn("turned", 0.1 + static_cast<double>(all.size()));
+        all.push_back({c.name + ", turned", StartingAt(turned * c.ring, 2)});
+        const Affine metres{"", -1e-3, 0, 0, 1e-3, 0.2, -0.1};
+        all.push_back({c.name + ", mirrored in metres", metres * c.ring});
+    }
+    return all;
+}
+
+// Coordinates of the axis: through every vertex, just beside some, between neighbours.
+std::vector<double> Positions(const Ring& ring, int iDir) {
+    std::set<double> levels;
+    for (const auto& [x, y] : ring) levels.insert(iDir == kVerticalAxis ? x : y);
+    std::vector<double> positions(levels.begin(), levels.end());
+    for (auto low = levels.begin(), high = std::next(low); high != levels.end(); ++low, ++high) {
+        positions.insert(positions.end(), {(*low + *high) / 2, *low + 0.237 * (*high - *low),
+                                           *low + 0.5e-10, *high - 5e-10});
+    }
+    return positions;
+}
+
+struct Geos {
+    GEOSContextHandle_t context = GEOS_init_r();
+    ~Geos() { GEOS_finish_r(context); }
+
+    // Number of polygons that the box leaves of the ring.
+    int PiecesIn(const Ring& ring, double x0, double y0, double x1, double y1) const {
+        const auto polygon = [this](const Ring& points) {
+            const auto n = static_cast<unsigned>(points.size());
+            GEOSCoordSequence* coords = GEOSCoordSeq_create_r(context, n + 1, 2);
+            for (unsigned i = 0; i <= n; ++i) {
+                GEOSCoordSeq_setXY_r(context, coords, i, points[i % n].first, points[i % n].second);
+            }
+            return GEOSGeom_createPolygon_r(context, GEOSGeom_createLinearRing_r(context, coords),
+                                            nullptr, 0);
+        };
+        GEOSGeometry* const whole = polygon(ring);
+        GEOSGeometry* const box = polygon(Rectangle(x0, y0, x1, y1));
+        GEOSGeometry* const part = GEOSIntersection_r(context, whole, box);
+        int polygons = 0;
+        for (int i = 0; i < GEOSGetNumGeometries_r(context, part); ++i) {
+            polygons += GEOSGeomTypeId_r(context, GEOSGetGeometryN_r(context, part, i)) == GEOS_POLYGON;
+        }
+        for (GEOSGeometry* g : {whole, box, part}) GEOSGeom_destroy_r(context, g);
+        return polygons;
+    }
+};
+
+double Extent(const Ring& ring) {
+    double extent = 0;
+    for (const auto& [x, y] : ring) extent = std::max({extent, std::abs(x), std::abs(y)});
+    return extent;
+}
+
+double MomentOf(const std::list<PlasticPiece>& pieces, int iDir, double pos) {
+    double moment = 0;
+    for (const PlasticPiece& piece : pieces) {
+        Ring ring;
+        for (const point2D& p : piece.points) ring.emplace_back(p.x, p.y);
+        const long double nx = iDir == kVerticalAxis, ny = 1 - nx;
+        moment += static_cast<double>(Beyond(ring, nx, ny, pos).moment +
+                                      Beyond(ring, -nx, -ny, -pos).moment);
+    }
+    return moment;
+}
+
+double Reach(const std::list<PlasticPiece>& pieces, int iDir, double pos, double towards) {
+    double reach = 0;
+    for (const PlasticPiece& piece : pieces) {
+        for (const point2D& p : piece.points) {
+            reach = std::max(reach, towards * (CutCoordinate(p, iDir) - pos));
+        }
+    }
+    return reach;
+}
+
+void CheckSplit(const Case& c, int iDir, double pos) {
+    SCOPED_TRACE(c.name + (iDir == kVerticalAxis ? " at x = " : " at y = ") + std::to_string(pos));
+    const long double nx = iDir == kVerticalAxis, ny = 1 - nx;
+    const HalfPlane above = Beyond(c.ring, nx, ny, pos), below = Beyond(c.ring, -nx, -ny, -pos);
+    const double whole = static_cast<double>(above.area + below.area), size = Extent(c.ring);
+    double areaHigh = -1, areaLow = -1;
+    std::list<PlasticPiece> high, low;
+    SplitSectionAtAxis({ContourRecord{1, Points(c.ring)}}, iDir, pos, &areaHigh, &areaLow, high, low);
+    // The line within 1e-10 of a vertex runs through it: a strip of that height may change sides.
+    const double strip = 2e-10 * size;
+    ExpectNear(areaHigh, static_cast<double>(above.area), 1, "area above", 1e-12 * whole + strip);
+    ExpectNear(areaLow, static_cast<double>(below.area), 1, "area below", 1e-12 * whole + strip);
+    ExpectNear(areaHigh + areaLow, whole, 1e-12, "sum of the areas");
+    EXPECT_LE(Reach(high, iDir, pos, -1), 1.01e-10);
+    EXPECT_LE(Reach(low, iDir, pos, 1), 1.01e-10);
+    const double moment = static_cast<double>(above.moment + below.moment);
+    ExpectNear(MomentOf(high, iDir, pos) + MomentOf(low, iDir, pos), moment, 1e-9, "lever arms");
+    const bool isThroughVertex = [&] {
+        for (const auto& [x, y] : c.ring) {
+            const double away = std::abs((iDir == kVerticalAxis ? x : y) - pos);
+            if (away > 0 && away < 1e-8) return true;
+        }
+        return false;
+    }();
+    if (!c.isOnGrid || isThroughVertex) return;
+    static const Geos geos;
+    const double far = 10 * size;
+    const bool v = iDir == kVerticalAxis;
+    EXPECT_EQ(high.size(), static_cast<std::size_t>(geos.PiecesIn(c.ring, v ? pos : -far,
+                                                                 v ? -far : pos, far, far)));
+    EXPECT_EQ(low.size(), static_cast<std::size_t>(geos.PiecesIn(c.ring, -far, -far, v ? pos : far,
+                                                                v ? far : pos)));
+}
+
+TEST(CutProperty, PiecesOfASimpleRingAreItsHalves) {
+    for (const Case& c : Cases()) {
+        for (const int iDir : {kHorizontalAxis, kVerticalAxis}) {
+            for (const double pos : Positions(c.ring, iDir)) {
+                CheckSplit(c, iDir, pos);
+                if (HasFailure()) return;
+            }
+        }
+    }
+}
+
+// The same for lines in any direction, 45 and 135 degrees among them, given by two points of either
+// order.
+TEST(CutProperty, SlantedLinesCutAlike) {
+    int cuts = 0;
+    for (const Case& c : Cases()) {
+        const std::vector<KPoint> points = Points(c.ring);
+        for (int k = 0; k < 16; ++k) {
+            const double angle = k * test_support::kPi / 8;
+            const auto [x, y] = c.ring[static_cast<std::size_t>(k) % c.ring.size()];
+            const auto& [x2, y2] = c.ring[static_cast<std::size_t>(k + 3) % c.ring.size()];
+            const KPoint through = k % 3 == 0 ? KPoint{x, y} : KPoint{(x + 2 * x2) / 3, (y + 2 * y2) / 3};
+            KPoint along{std::cos(angle), std::sin(angle)};
+            if (k % 4 == 2) along = {along.x > 0 ? 1.0 : -1.0, along.y > 0 ? 1.0 : -1.0};
+            const double length = std::hypot(along.x, along.y);
+            const long double nx = -along.y / length, ny = along.x / length;
+            const long double pos = nx * through.x + ny * through.y;
+            KPieces pieces;
+            const int status = KCutPolygonByLine(points.data(), static_cast<int>(points.size()), through,
+                                                 KTranslatePoint(through, along), 1e-10, &pieces.count,
+                                                 &pieces.ranges, &pieces.points);
+            const HalfPlane left = Beyond(c.ring, nx, ny, pos), right = Beyond(c.ring, -nx, -ny, -pos);
+            const auto whole = static_cast<double>(left.area + right.area);
+            const double size = Extent(c.ring);
+            if (std::min(left.area, right.area) < 1e-9 * size) continue;
+            SCOPED_TRACE(c.name + ", direction " + std::to_string(k));
+            ASSERT_GT(status, 0);
+            ++cuts;
+            double areaLeft = 0, areaRight = 0;
+            for (int i = 0; i < pieces.count; ++i) {
+                double reachLeft = 0, reachRight = 0;
+                for (int j = pieces.ranges[i]; j < pieces.ranges[i + 1]; ++j) {
+                    const auto distance =
+                        static_cast<double>(nx * pieces.points[j].x + ny * pieces.points[j].y - pos);
+                    reachLeft = std::max(reachLeft, distance);
+                    reachRight = std::max(reachRight, -distance);
+                }
+                EXPECT_LE(std::min(reachLeft, reachRight), 1.1e-10) << "piece " << i;
+                (reachLeft > reachRight ? areaLeft : areaRight) +=
+                    KPolygonArea(&pieces.points[pieces.ranges[i]].x,
+                                 pieces.ranges[i + 1] - pieces.ranges[i]);
+            }
+            ExpectNear(areaLeft, static_cast<double>(left.area), 1, "left", 1e-12 * whole + 3e-10 * size);
+            ExpectNear(areaLeft + areaRight, whole, 2e-12, "sum of the areas");
+            if (HasFailure()) return;
+        }
+    }
+    EXPECT_GT(cuts, 1000);
+}
+
+}  // namespace
