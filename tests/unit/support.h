@@ -43,29 +43,15 @@ struct Moments {
     double area, x, y, yy, xx, xy;
 };
 
-inline Moments operator+(const Moments& m, const Moments& o) {
-    return {m.area + o.area, m.x + o.x, m.y + o.y, m.yy + o.yy, m.xx + o.xx, m.xy + o.xy};
-}
-
-/// Moments of a box b wide and h high about its centre, moved there: the textbook's b h^3 / 12.
-inline Moments BoxMoments(double x0, double y0, double x1, double y1) {
-    const double b = x1 - x0, h = y1 - y0, area = b * h, x = (x0 + x1) / 2, y = (y0 + y1) / 2;
-    return {
-        area,        area * x, area * y, area * (h * h / 12 + y * y), area * (b * b / 12 + x * x),
-        area * x * y};
-}
-
-/// Exact moments of a counter-clockwise ring of integer coordinates, by triangles to the origin:
-/// 24 times each integral is an integer.
+/// Moments of a counter-clockwise ring, by triangles to the origin in 113 bits: exact for integer
+/// coordinates, for which 24 times each integral is an integer, and rounded once at the end.
 inline Moments ExactMoments(const Ring& ring) {
-    __extension__ using Integer = __int128;
-    Integer a = 0, sx = 0, sy = 0, yy = 0, xx = 0, xy = 0;
+    __extension__ using Real = __float128;
+    Real a = 0, sx = 0, sy = 0, yy = 0, xx = 0, xy = 0;
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        const auto& [px, py] = ring[i];
-        const auto& [qx, qy] = ring[(i + 1) % ring.size()];
-        const auto x0 = static_cast<Integer>(px), y0 = static_cast<Integer>(py);
-        const auto x1 = static_cast<Integer>(qx), y1 = static_cast<Integer>(qy);
-        const Integer cross = x0 * y1 - x1 * y0;
+        const Real x0 = ring[i].first, y0 = ring[i].second;
+        const Real x1 = ring[(i + 1) % ring.size()].first, y1 = ring[(i + 1) % ring.size()].second;
+        const Real cross = x0 * y1 - x1 * y0;
         a += cross;
         sx += cross * (x0 + x1);
         sy += cross * (y0 + y1);
@@ -73,7 +59,7 @@ inline Moments ExactMoments(const Ring& ring) {
         xx += cross * (x0 * x0 + x0 * x1 + x1 * x1);
         xy += cross * (x0 * y1 + 2 * x0 * y0 + 2 * x1 * y1 + x1 * y0);
     }
-    const auto over = [](Integer n, int d) { return static_cast<double>(n) / d; };
+    const auto over = [](Real sum, int divisor) { return static_cast<double>(sum / divisor); };
     return {over(a, 2), over(sx, 6), over(sy, 6), over(yy, 12), over(xx, 12), over(xy, 24)};
 }
 
@@ -81,7 +67,7 @@ inline Moments ExactMoments(const Ring& ring) {
 struct Affine {
     const char* name;
     double a, b, c, d, e, f;
-    double Determinant() const { return std::abs(a * d - b * c); }
+    double Scale() const { return std::sqrt(std::abs(a * d - b * c)); }
 };
 
 inline Affine Turn(const char* name, double angle) {
@@ -94,25 +80,12 @@ inline Ring operator*(const Affine& m, Ring ring) {
         x = m.a * oldX + m.b * y + m.e;
         y = m.c * oldX + m.d * y + m.f;
     }
-    return ring;
+    // Counter-clockwise rings stay so in a mirror.
+    return m.a * m.d < m.b * m.c ? Reversed(ring) : ring;
 }
 
-inline Moments operator*(const Affine& m, const Moments& s) {
-    const double k = m.Determinant(), area = k * s.area;
-    const double x = k * (m.a * s.x + m.b * s.y), y = k * (m.c * s.x + m.d * s.y);
-    const double xx = k * (m.a * m.a * s.xx + 2 * m.a * m.b * s.xy + m.b * m.b * s.yy);
-    const double yy = k * (m.c * m.c * s.xx + 2 * m.c * m.d * s.xy + m.d * m.d * s.yy);
-    const double xy = k * (m.a * m.c * s.xx + (m.a * m.d + m.b * m.c) * s.xy + m.b * m.d * s.yy);
-    return {area,
-            x + m.e * area,
-            y + m.f * area,
-            yy + 2 * m.f * y + m.f * m.f * area,
-            xx + 2 * m.e * x + m.e * m.e * area,
-            xy + m.e * y + m.f * x + m.e * m.f * area};
-}
-
-/// Similarities every fixture is seen through. Small integers stay integers in the first five, and
-/// the far one is a million times the size of the fixtures away.
+/// Similarities every fixture is seen through; the far one is a million times a fixture's size
+/// away.
 inline const std::vector<Affine>& Placements() {
     static const std::vector<Affine> all = {{"as given", 1, 0, 0, 1, 0, 0},
                                             {"far away", 1, 0, 0, 1, 3.0e7, -5.0e7},
