@@ -1,0 +1,102 @@
+/// @file profiles.h
+/// Draws catalogue profiles as point rings.
+///
+/// Every function takes dimensions in any one length unit L and returns coordinates in it. Axes: x
+/// to the right, y up; the lower left corner of the bounding box is the origin. Rings run
+/// counter-clockwise, the last point joins the first, which is not repeated. Arcs are tangent to
+/// the faces they join and their points lie on the true arc.
+///
+/// All functions throw std::invalid_argument with a message for the user when a dimension is
+/// not a finite positive number (radii and slope may be 0), when one part does not leave room
+/// for another (a web thicker than its flange is wide), or when a radius does not fit its faces.
+#ifndef HALVORN_HOST_SHAPES_PROFILES_H
+#define HALVORN_HOST_SHAPES_PROFILES_H
+
+#include <vector>
+
+#include "shapes/rounded_polygon.h"
+
+namespace halvorn::shapes {
+
+/// A profile's outer ring and, for hollow profiles, the ring of its hole; the hole is empty
+/// otherwise. Both rings are x0, y0, x1, y1, ... and run counter-clockwise.
+struct Outline {
+    std::vector<double> solid;
+    std::vector<double> hole;
+};
+
+/// The inner face of a tapered flange: a plane that rises from toe to web. The defaults are a
+/// parallel flange with a sharp toe.
+struct FlangeTaper {
+    double slope = 0.0;            ///< rise of the inner face per unit of width
+    double flangeAtFromToe = 0.0;  ///< distance from the toe at which the flange has its
+                                   ///< nominal thickness [L]; unused when the slope is 0
+    double toeRadius = 0.0;        ///< between the toe and the inner face, convex [L]
+};
+
+/// Dimensions of I sections, channels and tees.
+struct FlangedProfile {
+    double height;
+    double width;       ///< of the flanges
+    double web;         ///< web thickness
+    double flange;      ///< flange thickness; of tapered flanges at `taper.flangeAtFromToe`
+    double rootRadius;  ///< between web and inner face, concave
+    FlangeTaper taper = {};
+};
+
+/// Draws a doubly symmetric I: web vertical, flanges at bottom and top.
+Outline DrawISection(const FlangedProfile& profile, const ArcDivision& division);
+
+/// Draws a channel open to the right: the outside of its web is the line x = 0.
+Outline DrawChannel(const FlangedProfile& profile, const ArcDivision& division);
+
+/// Draws a tee: the flange at the top, the foot of its web on the line y = 0.
+Outline DrawTee(const FlangedProfile& profile, const ArcDivision& division);
+
+/// Dimensions of an angle.
+struct AngleProfile {
+    double height;  ///< length of the vertical leg
+    double width;   ///< length of the horizontal leg
+    double thickness;
+    double rootRadius;  ///< between the inner faces, concave
+    double toeRadius;   ///< between each inner face and its toe, convex
+};
+
+/// Draws an angle: legs along the positive x and y axes, its heel at the origin.
+Outline DrawAngle(const AngleProfile& profile, const ArcDivision& division);
+
+/// Dimensions of a rectangular hollow section.
+struct RectangularHollowProfile {
+    double height;
+    double width;
+    double thickness;
+    double outerRadius;
+    double innerRadius;
+};
+
+/// Draws a rectangular hollow section. Corner radii that would let the hole reach through the
+/// outside of the corner are refused.
+Outline DrawRectangularHollow(const RectangularHollowProfile& profile, const ArcDivision& division);
+
+/// Dimensions of a circular hollow section.
+struct CircularHollowProfile {
+    double diameter;  ///< outside
+    double thickness;
+};
+
+/// Draws a circular hollow section; the points on its axes of symmetry are points of the rings.
+Outline DrawCircularHollow(const CircularHollowProfile& profile, const ArcDivision& division);
+
+/// Returns a hollow outline as one closed contour: the outer ring counter-clockwise, a bridge to
+/// the hole, the hole clockwise, the same bridge back. Without a hole it is the outer ring.
+///
+/// The bridge joins the points of both rings that lie farthest in the direction (1, 1). It has no
+/// width, so every area integral over the contour is that of the net section. It keeps clear of the
+/// axes of symmetry, on which a plastic neutral axis would run along a bridge.
+/// @pre both rings are convex and the hole lies inside the outer ring, as in all hollow outlines
+///      drawn here; then the bridge meets each ring in its end point only
+std::vector<double> KeyholeRing(const Outline& outline);
+
+}  // namespace halvorn::shapes
+
+#endif

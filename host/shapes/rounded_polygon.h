@@ -1,0 +1,60 @@
+/// @file rounded_polygon.h
+/// Polygons whose corners are rounded by tangent arcs, drawn as point rings.
+#ifndef HALVORN_HOST_SHAPES_ROUNDED_POLYGON_H
+#define HALVORN_HOST_SHAPES_ROUNDED_POLYGON_H
+
+#include <span>
+#include <vector>
+
+namespace halvorn::shapes {
+
+/// How finely an arc is divided into chords. The points of a divided arc lie on it, so a convex arc
+/// loses area and a concave one gains it: of the order of (step angle)^2 / 6 of its circular
+/// sector.
+class ArcDivision {
+public:
+    /// Every arc gets `steps` chords per quarter turn, rounded up to a whole number of chords.
+    /// @throws std::invalid_argument unless 1 <= steps <= 100000
+    static ArcDivision StepsPerQuarter(int steps);
+
+    /// Every arc gets as few equal chords as keep the distance from chord to arc at or below
+    /// `distance` [L], and at least one chord per quarter turn.
+    /// @throws std::invalid_argument unless the distance is positive and finite
+    static ArcDivision ChordError(double distance);
+
+    /// Returns the number of chords for an arc, at least 1.
+    /// @param radius positive [L]
+    /// @param sweep  positive [rad]
+    /// @throws std::invalid_argument for more than 100000 chords per quarter turn
+    int Chords(double radius, double sweep) const;
+
+private:
+    ArcDivision(int steps, double distance) : stepsPerQuarter_(steps), chordError_(distance) {}
+
+    int stepsPerQuarter_;  // 0: divided by chord error
+    double chordError_;    // [L]
+};
+
+/// One corner of a polygon and the radius of the arc that rounds it; radius 0 leaves it sharp.
+struct Corner {
+    double x;
+    double y;
+    double radius;
+};
+
+/// Returns the ring x0, y0, x1, y1, ... of a polygon with rounded corners, in the order of its
+/// corners; the last point joins the first, which is not repeated.
+///
+/// Convex and concave corners, whatever the angle of their edges, get the arc tangent to both
+/// edges; both tangent points are points of the ring. A radius at a straight corner has no effect.
+/// Two arcs that use up their common edge share its tangent point: a square whose corners have half
+/// its side as radius is a circle.
+/// @param corners  at least three, not repeated at the end
+/// @throws std::invalid_argument for fewer corners, numbers that are not finite, a negative radius,
+///         an edge of length 0, a radius at a corner that turns straight back, and arcs that need
+///         more than their common edge by over 1e-9 of its length
+std::vector<double> RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division);
+
+}  // namespace halvorn::shapes
+
+#endif
