@@ -1,0 +1,146 @@
+#!/usr/bin/env python3
+"""Draws the example sections of this folder: python3 draw_examples.py [FOLDER].
+
+Every outline is counter-clockwise, in the unit of its file, its arcs drawn as chords between points
+on the true arc. The format is described in docs/file-format.md.
+"""
+import json
+import math
+import pathlib
+import sys
+
+CHORDS = 8  # per quarter circle
+
+
+def arc(cx, cy, radius, start, sweep):
+    """Points of an arc of a quarter circle, both ends included; angles in degrees."""
+    return [(cx + radius * math.cos(math.radians(start + sweep * i / CHORDS)),
+             cy + radius * math.sin(math.radians(start + sweep * i / CHORDS)))
+            for i in range(CHORDS + 1)]
+
+
+def i_section(h, b, tw, tf, r):
+    """Doubly symmetric I with root fillets, centred on the origin."""
+    def fillet(sx, sy, start):  # round the inner corner of the quadrant (sx, sy), counter-clockwise
+        return arc(sx * (tw / 2 + r), sy * (h / 2 - tf - r), r, start, -90)
+    return ([(-b / 2, -h / 2), (b / 2, -h / 2), (b / 2, tf - h / 2)] + fillet(1, -1, 270)
+            + fillet(1, 1, 180) + [(b / 2, h / 2 - tf), (b / 2, h / 2), (-b / 2, h / 2),
+                                   (-b / 2, h / 2 - tf)]
+            + fillet(-1, 1, 90) + fillet(-1, -1, 360) + [(-b / 2, tf - h / 2)])
+
+
+def channel(h, b, tw, tf, r):
+    """Channel with parallel flanges and root fillets, back of the web on x = 0, middle on y = 0."""
+    return ([(0, -h / 2), (b, -h / 2), (b, tf - h / 2)]
+            + arc(tw + r, tf - h / 2 + r, r, 270, -90) + arc(tw + r, h / 2 - tf - r, r, 180, -90)
+            + [(b, h / 2 - tf), (b, h / 2), (0, h / 2)])
+
+
+def angle(h, b, t, r_root, r_toe):
+    """Angle with its heel at the origin, root and toe radii."""
+    return ([(0, 0), (b, 0)] + arc(b - r_toe, t - r_toe, r_toe, 0, 90)
+            + arc(t + r_root, t + r_root, r_root, 270, -90)
+            + arc(t - r_toe, h - r_toe, r_toe, 0, 90) + [(0, h)])
+
+
+def box(x0, y0, x1, y1):
+    return [(x0, y0), (x1, y0), (x1, y1), (x0, y1)]
+
+
+def keyhole(outer, inner):
+    """Outer outline, bridge to the inner one, which runs the other way round, and the bridge back."""
+    return outer + outer[:1] + inner[:1] + inner[:0:-1] + inner[:1]
+
+
+def solid(points):
+    return {"kind": "solid", "points": points}
+
+
+SHS = (box(0, 0, 100, 100), box(5, 5, 95, 95))
+
+EXAMPLES = {
+    "ipe-300": {
+        "name": "IPE 300", "unit": "mm",
+        "description": "Rolled I section 300 x 150 x 7.1 x 10.7 with root fillets of 15",
+        "contours": [solid(i_section(300, 150, 7.1, 10.7, 15))]},
+    "upe-200": {
+        "name": "UPE 200", "unit": "mm",
+        "description": "Channel 200 x 80 x 6 x 11 with root fillets of 13, back of the web on x = 0",
+        "contours": [solid(channel(200, 80, 6, 11, 13))]},
+    "l-100x100x10": {
+        "name": "L 100 x 100 x 10", "unit": "mm",
+        "description": "Equal angle with root radius 12 and toe radii 6, heel at the origin",
+        "contours": [solid(angle(100, 100, 10, 12, 6))]},
+    "shs-100x5": {
+        "name": "SHS 100 x 5, solid and hole", "unit": "mm",
+        "description": "Square hollow section with sharp corners; the plastic moduli are gross",
+        "contours": [solid(SHS[0]), {"kind": "hole", "points": SHS[1]}]},
+    "shs-100x5-keyhole": {
+        "name": "SHS 100 x 5, keyhole", "unit": "mm",
+        "description": "The same hollow section as one contour; the plastic moduli are net",
+        "contours": [solid(keyhole(*SHS))]},
+    "t-beam-metres": {
+        "name": "T-beam", "unit": "m",
+        "description": "Concrete T-beam in metres: flange 1.20 x 0.15, web 0.30 x 0.45",
+        "contours": [solid([(-0.15, 0), (0.15, 0), (0.15, 0.45), (0.6, 0.45), (0.6, 0.6),
+                            (-0.6, 0.6), (-0.6, 0.45), (-0.15, 0.45)])]},
+    "ipe-300-cover-plate": {
+        "name": "IPE 300 with a cover plate", "unit": "mm",
+        "description": "Catalogue values of the profile, a plate of 200 x 15 on its upper flange",
+        "contours": [solid(box(-100, 150, 100, 165))],
+        "profiles": [{
+            "name": "IPE 300", "kind": "solid", "outline": i_section(300, 150, 7.1, 10.7, 15),
+            "angle_radians": 0, "centroid": [0, 0], "area": 5381,
+            "shear_area_1": 3210, "shear_area_2": 2568,
+            "torsion_constant": 201200, "inertia_1": 83560000, "inertia_2": 6038000,
+            "torsion_modulus": 18800, "plastic_modulus_x": 628400, "plastic_modulus_y": 125200,
+            "extra": 42.2}]},
+    "bent-plate": {
+        "name": "Bent plate", "unit": "mm",
+        "description": "Hat of 3 mm sheet, inner bending radii of 4, by its mid-line",
+        "polyline": {
+            "kind": "open_wall", "thickness": 3, "torsion": "general",
+            "points": [(0, 0), (30, 0), (50, 60), (110, 60), (130, 0), (160, 0)],
+            "radii": [0, 4, 4, 4, 4, 0]}},
+    "chs-114x5": {
+        "name": "CHS 114.3 x 5", "unit": "mm",
+        "description": "Circular tube by its mid-line of 72 points, torsion of a circular tube",
+        "polyline": {
+            "kind": "closed_wall", "thickness": 5, "torsion": "tube",
+            "points": [(54.65 * math.cos(math.tau * i / 72), 54.65 * math.sin(math.tau * i / 72))
+                       for i in range(72)]}},
+}
+
+
+def as_json(section):
+    """JSON with one point per line and short numbers: 1e-9 is far below any drawing's accuracy."""
+    def short(value):
+        if isinstance(value, dict):
+            return {key: short(item) for key, item in value.items()}
+        if isinstance(value, (list, tuple)):
+            return [short(item) for item in value]
+        if isinstance(value, float):
+            rounded = round(value, 9) + 0.0  # no -0.0
+            return int(rounded) if rounded.is_integer() else rounded
+        return value
+
+    def write(value, indent):
+        inner = indent + "  "
+        if isinstance(value, dict):
+            items = [f"{inner}{json.dumps(key)}: {write(item, inner)}"
+                     for key, item in value.items()]
+            return "{\n" + ",\n".join(items) + f"\n{indent}}}"
+        if isinstance(value, list) and value and isinstance(value[0], (dict, list)):
+            return "[\n" + ",\n".join(inner + write(item, inner) for item in value) + f"\n{indent}]"
+        return json.dumps(value)
+    return write(short({"version": 1, **section}), "") + "\n"
+
+
+def main():
+    folder = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else pathlib.Path(__file__).parent)
+    for name, section in EXAMPLES.items():
+        (folder / f"{name}.json").write_text(as_json(section), encoding="utf-8")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,23 @@
+/// @file json_document.h
+/// Strict JSON text to a document.
+#ifndef HALVORN_HOST_JSON_DOCUMENT_H
+#define HALVORN_HOST_JSON_DOCUMENT_H
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace halvorn::host {
+
+/// Returns the document written in `text`. Every number in it is finite, no object has a key twice,
+/// and it is nested at most 32 deep.
+/// @param source the name of the input for messages
+/// @throws InputError with line and column for text that is not JSON, with the JSON pointer for a
+///         number beyond the range of a double, a repeated key or too deep nesting
+nlohmann::json parseJson(const std::string& text, const std::string& source);
+
+/// Returns a key with its '~' and '/' escaped as a JSON pointer wants them (RFC 6901).
+std::string pointerToken(const std::string& key);
+
+}  // namespace halvorn::host
+
+#endif

@@ -1,0 +1,77 @@
+/// @file json_node.h
+/// Checked reading of a JSON document: every complaint knows its place.
+#ifndef HALVORN_HOST_JSON_NODE_H
+#define HALVORN_HOST_JSON_NODE_H
+
+#include <cstddef>
+#include <initializer_list>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace halvorn::host {
+
+/// What a number may be.
+enum class Sign { Any, NotNegative, Positive };
+
+/// One value of a document and the way to it. A node refers to its parent node and to the document;
+/// both must outlive it. Places are put together only when a message needs one.
+class Node {
+public:
+    /// The top level of a document that came from `source`.
+    Node(const nlohmann::json& document, const std::string& source)
+        : value_(&document), source_(&source) {}
+
+    /// Throws an InputError at this place.
+    [[noreturn]] void fail(const std::string& problem, const std::string& remedy) const;
+
+    /// Fails unless this is an object.
+    void requireObject() const;
+    /// Fails unless this is an object all of whose keys are known.
+    void requireKeys(const std::vector<std::string_view>& known) const;
+    bool has(const char* key) const { return value_->contains(key); }
+    /// The member `key`; fails when it is missing.
+    Node at(const char* key) const;
+
+    /// The number of elements; fails unless this is an array. `content` says of what.
+    std::size_t size(const std::string& content) const;
+    /// An element of an array, unchecked.
+    Node operator[](std::size_t index) const;
+
+    double number(Sign sign = Sign::Any) const;
+    std::string text() const;
+
+    /// The value that the text here stands for; fails with the list of choices.
+    template <typename T>
+    T choice(const std::vector<std::pair<std::string_view, T>>& choices) const {
+        const std::string found = text();
+        std::vector<std::string_view> names;
+        for (const auto& [name, value] : choices) {
+            if (name == found) return value;
+            names.push_back(name);
+        }
+        failChoice(found, names);
+    }
+
+private:
+    Node(const Node& parent, const char* key, std::size_t index)
+        : parent_(&parent), key_(key), index_(index), source_(parent.source_) {}
+
+    std::string pointer() const;
+    [[noreturn]] void failType(const std::string& expected) const;
+    [[noreturn]] void failChoice(const std::string& found,
+                                 const std::vector<std::string_view>& names) const;
+
+    const nlohmann::json* value_ = nullptr;
+    const Node* parent_ = nullptr;
+    const char* key_ = nullptr;  // null for an element of an array
+    std::size_t index_ = 0;
+    const std::string* source_;
+};
+
+}  // namespace halvorn::host
+
+#endif

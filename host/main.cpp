@@ -1,0 +1,107 @@
+// halvorn-section: the properties of a section file on the command line.
+#include <CLI/CLI.hpp>
+#include <cmath>
+#include <cstdio>
+#include <exception>
+#include <sstream>
+#include <string>
+
+#include "evaluate.h"
+#include "input_error.h"
+#include "input_text.h"
+#include "report.h"
+#include "section_file.h"
+
+namespace {
+
+using namespace halvorn::host;
+
+enum ExitCode { kDone = 0, kNotWritten = 1, kBadInput = 2 };
+
+constexpr const char* kFooter = R"(Example:
+  halvorn-section section.json
+  halvorn-section --json section.json > results.json
+
+  with section.json, a rectangle of 200 x 400 mm:
+  { "version": 1, "unit": "mm",
+    "contours": [ { "kind": "solid",
+                    "points": [[0, 0], [200, 0], [200, 400], [0, 400]] } ] }
+
+Exit codes:
+  0  the results were written
+  1  the results could not be computed or written (full disk, exhausted memory)
+  2  the command line or the section file is wrong; one line on standard error
+     says where and how to mend it)";
+
+int complain(const std::string& message, ExitCode code) {
+    std::fprintf(stderr, "halvorn-section: %s\n", singleLine(message).c_str());
+    return code;
+}
+
+// All or an error: nothing is written before everything is known.
+int write(const std::string& text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
+        std::fflush(stdout) == 0) {
+        return kDone;
+    }
+    return complain("standard output cannot be written: check the disk or the receiving program",
+                    kNotWritten);
+}
+
+struct Options {
+    std::string path;
+    Shift shift;
+    bool wantsJson = false;
+};
+
+std::string reportText(const Options& options) {
+    Report report;
+    report.source = sourceName(options.path);
+    report.shift = options.shift;
+    report.section = readSectionFile(options.path);
+    if (report.section.polyline && (options.shift.dx != 0.0 || options.shift.dy != 0.0)) {
+        throw InputError(report.source + ": /polyline",
+                         "a polyline has no reference point to shift", "leave out --dx and --dy");
+    }
+    report.evaluation = evaluate(report.section, options.shift);
+    return options.wantsJson ? jsonText(report) : tableText(report);
+}
+
+int run(int argc, char** argv) {
+    Options options;
+    CLI::App app("Prints the properties of a cross-section given as a JSON file.",
+                 "halvorn-section");
+    app.set_version_flag("--version", "halvorn-section " HALVORN_VERSION);
+    app.footer(kFooter);
+    app.add_option("FILE", options.path, "Section file, or - for standard input")->required();
+    app.add_flag("--json", options.wantsJson, "Print JSON instead of a table");
+    app.add_option("--dx", options.shift.dx,
+                   "Shift of the elastic moduli's reference point from xG");
+    app.add_option("--dy", options.shift.dy, "Likewise from yG; both default to 0");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != 0) {
+            throw InputError("command line", error.what(), "see halvorn-section --help");
+        }
+        std::ostringstream text;
+        app.exit(error, text);
+        return write(text.str());
+    }
+    if (!std::isfinite(options.shift.dx) || !std::isfinite(options.shift.dy)) {
+        throw InputError("command line", "--dx and --dy must be finite", "give plain numbers");
+    }
+    return write(reportText(options));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const InputError& error) {
+        return complain(error.what(), kBadInput);
+    } catch (const std::exception& error) {
+        return complain(error.what(), kNotWritten);
+    }
+}

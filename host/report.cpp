@@ -1,0 +1,136 @@
+#include "report.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "input_text.h"
+
+namespace halvorn::host {
+
+namespace {
+
+using Row = std::array<std::string, 4>;  // name, symbol, value, unit
+
+// Seven significant digits, all digits before the point, no zeros at the end.
+std::string sevenDigits(double number) {
+    constexpr double kFixedFrom = 1e-4;
+    constexpr double kFixedBelow = 1e15;
+    const double magnitude = std::fabs(number);
+    if (magnitude == 0.0) return "0";
+    std::array<char, 64> buffer{};
+    if (magnitude < kFixedFrom || magnitude >= kFixedBelow) {
+        std::snprintf(buffer.data(), buffer.size(), "%.6e", number);
+        return buffer.data();
+    }
+    const int decimals = std::max(0, 6 - static_cast<int>(std::floor(std::log10(magnitude))));
+    std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, number);
+    std::string text = buffer.data();
+    if (decimals > 0) {
+        text.erase(text.find_last_not_of('0') + 1);
+        if (text.back() == '.') text.pop_back();
+    }
+    return text;
+}
+
+std::size_t digitsBeforePoint(const std::string& number) {
+    return std::min(number.find_first_of(".e"), number.size());
+}
+
+// Puts the decimal points one above the other. Words start where the longest number starts.
+void alignNumbers(std::vector<Row>& rows, const std::vector<Value>& values) {
+    std::size_t widest = 0;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (values[i].whyMissing.empty()) widest = std::max(widest, digitsBeforePoint(rows[i][2]));
+    }
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (!values[i].whyMissing.empty()) continue;
+        rows[i][2].insert(0, widest - digitsBeforePoint(rows[i][2]), ' ');
+    }
+}
+
+std::string joinColumns(const std::vector<Row>& rows) {
+    std::array<std::size_t, 4> widths{};
+    for (const Row& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+    }
+    std::string text;
+    for (const Row& row : rows) {
+        std::string line;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            line += row[i] + std::string(widths[i] - row[i].size() + 2, ' ');
+        }
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+    }
+    return text;
+}
+
+// Every reason and note once, in the order of the values.
+std::vector<std::string> footnotes(const Evaluation& evaluation) {
+    std::vector<std::string> notes;
+    for (const Value& value : evaluation.values) {
+        if (value.whyMissing.empty()) continue;
+        const std::string note = "Not computed: " + value.whyMissing;
+        if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
+    }
+    for (const std::string& note : evaluation.notes) notes.push_back("Note: " + note);
+    return notes;
+}
+
+}  // namespace
+
+std::string tableText(const Report& report) {
+    const SectionFile& section = report.section;
+    std::string text = singleLine(section.name.empty() ? report.source : section.name) + '\n';
+    if (!section.description.empty()) text += singleLine(section.description) + '\n';
+    if (report.shift.dx != 0.0 || report.shift.dy != 0.0) {
+        text += "Reference point of the elastic moduli: (xG + " + sevenDigits(report.shift.dx) +
+                ", yG + " + sevenDigits(report.shift.dy) + ") " + section.unit + '\n';
+    }
+    std::vector<Row> rows;
+    for (const Value& value : report.evaluation.values) {
+        const ValueDescription& description = *value.description;
+        rows.push_back({description.name, description.symbol,
+                        value.whyMissing.empty() ? sevenDigits(value.number) : "not computed",
+                        unitLabel(section.unit, description.power)});
+    }
+    alignNumbers(rows, report.evaluation.values);
+    rows.insert(rows.begin(), Row{"Property", "Symbol", "Value", "Unit"});
+    text += '\n' + joinColumns(rows);
+    const std::vector<std::string> notes = footnotes(report.evaluation);
+    for (const std::string& note : notes) text += '\n' + note + ".\n";
+    return text;
+}
+
+std::string jsonText(const Report& report) {
+    using nlohmann::ordered_json;
+    const SectionFile& section = report.section;
+    ordered_json values = ordered_json::object();
+    for (const Value& value : report.evaluation.values) {
+        const ValueDescription& description = *value.description;
+        ordered_json entry = {{"value", nullptr},
+                              {"unit", nullptr},
+                              {"symbol", description.symbol},
+                              {"name", description.name}};
+        if (value.whyMissing.empty()) {
+            entry["value"] = value.number;
+        } else {
+            entry["not_computed"] = value.whyMissing;
+        }
+        if (description.power != 0) entry["unit"] = unitLabel(section.unit, description.power);
+        values[description.key] = entry;
+    }
+    ordered_json root = {
+        {"results_version", 1},        {"source", report.source},
+        {"name", section.name},        {"description", section.description},
+        {"length_unit", section.unit}, {"kind", section.polyline ? "polyline" : "section"}};
+    if (!section.polyline) root["shift"] = {{"dx", report.shift.dx}, {"dy", report.shift.dy}};
+    root["values"] = values;
+    root["notes"] = report.evaluation.notes;
+    // A path need not be UTF-8.
+    return root.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace halvorn::host

@@ -1,0 +1,43 @@
+#include "values.h"
+
+namespace halvorn::host {
+
+const std::array<ValueDescription, 17> kSectionValues = {{
+    {"area", "Area", "A", 2, 3},
+    {"centroid_x", "Centre of gravity, x", "xG", 1, 1},
+    {"centroid_y", "Centre of gravity, y", "yG", 1, 2},
+    {"inertia_x", "Second moment, horizontal axis", "Ix", 4, 7},
+    {"inertia_y", "Second moment, vertical axis", "Iy", 4, 6},
+    {"inertia_xy", "Product moment", "Ixy", 4, 8},
+    {"elastic_modulus_bottom", "Elastic modulus, lowest fibre", "Wel,bottom", 3, 10},
+    {"elastic_modulus_top", "Elastic modulus, highest fibre", "Wel,top", 3, 11},
+    {"elastic_modulus_left", "Elastic modulus, leftmost fibre", "Wel,left", 3, 12},
+    {"elastic_modulus_right", "Elastic modulus, rightmost fibre", "Wel,right", 3, 13},
+    {"plastic_modulus_x", "Plastic modulus, horizontal axis", "Wpl,x", 3, 14},
+    {"plastic_modulus_y", "Plastic modulus, vertical axis", "Wpl,y", 3, 15},
+    {"torsion_constant", "Torsion constant", "It", 4, 0},
+    {"torsion_modulus", "Torsion modulus", "Wt", 3, 9},
+    {"shear_area_1", "Shear area, first", "Av1", 2, 4},
+    {"shear_area_2", "Shear area, second", "Av2", 2, 5},
+    {"extra_sum", "Sum of the profiles' extra values", "extra", 0, 16},
+}};
+
+const std::array<ValueDescription, 10> kPolylineValues = {{
+    {"area", "Area", "A", 2, 0},
+    {"centroid_x", "Centre of gravity, x", "xG", 1, 1},
+    {"centroid_y", "Centre of gravity, y", "yG", 1, 2},
+    {"inertia_x_origin", "Second moment, x axis through the origin", "Ix0", 4, 7},
+    {"inertia_y_origin", "Second moment, y axis through the origin", "Iy0", 4, 8},
+    {"inertia_xy_origin", "Product moment about the origin", "Ixy0", 4, 9},
+    {"torsion_constant", "Torsion constant", "It", 4, 3},
+    {"torsion_modulus", "Torsion modulus", "Wt", 3, 4},
+    {"shear_area_x", "Shear area, x", "Avx", 2, 5},
+    {"shear_area_y", "Shear area, y", "Avy", 2, 6},
+}};
+
+std::string unitLabel(const std::string& lengthUnit, int power) {
+    if (power == 0) return "";
+    return power == 1 ? lengthUnit : lengthUnit + "^" + std::to_string(power);
+}
+
+}  // namespace halvorn::host

@@ -1,0 +1,32 @@
+/// @file values.h
+/// The one table of everything the host reports.
+#ifndef HALVORN_HOST_VALUES_H
+#define HALVORN_HOST_VALUES_H
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+namespace halvorn::host {
+
+/// What a value is called and measured in.
+struct ValueDescription {
+    const char* key;     // in JSON; never changes once released
+    const char* name;    // in full words
+    const char* symbol;  // as engineers write it
+    int power;           // of the length unit; 0: whatever unit the caller gave it in
+    std::size_t output;  // position among the outputs of the library call, from 0
+};
+
+/// The outputs of `CSectionTools::GetCalculValues` in reading order.
+extern const std::array<ValueDescription, 17> kSectionValues;
+
+/// The outputs of `CSectionTools::CalculContourQuelconqueTOOL` in reading order.
+extern const std::array<ValueDescription, 10> kPolylineValues;
+
+/// Returns the unit of a value: "mm", "mm^2", ...; empty for power 0.
+std::string unitLabel(const std::string& lengthUnit, int power);
+
+}  // namespace halvorn::host
+
+#endif

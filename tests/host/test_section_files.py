@@ -1,0 +1,311 @@
+#!/usr/bin/env python3
+"""Runs halvorn-section on good and bad inputs: test_section_files.py TOOL SOURCE_FOLDER."""
+import copy
+import json
+import math
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+try:
+    import jsonschema
+except ImportError:
+    jsonschema = None
+
+TOOL, SOURCE = sys.argv[1], pathlib.Path(sys.argv[2])
+EXAMPLES = SOURCE / "examples"
+SCHEMA = json.loads((SOURCE / "docs/section.schema.json").read_text(encoding="utf-8"))
+
+RECTANGLE = {"version": 1, "unit": "mm", "contours": [
+    {"kind": "solid", "points": [[0, 0], [200, 0], [200, 400], [0, 400]]}]}
+WALL = {"version": 1, "unit": "cm", "polyline": {
+    "kind": "open_wall", "thickness": 2, "torsion": "general", "points": [[0, 0], [50, 0]]}}
+ROUNDED = {"version": 1, "unit": "in", "polyline": {
+    "kind": "solid", "points": [[0, 0], [10, 0], [10, 10], [0, 10]], "radii": [2, 2, 2, 2]}}
+PROFILE = json.loads((EXAMPLES / "ipe-300-cover-plate.json").read_text(encoding="utf-8"))
+REMOVE = object()
+
+
+def edited(section, pointer, value):
+    """A copy of the section with the member at a JSON pointer set, added or removed."""
+    section = copy.deepcopy(section)
+    *path, last = [int(t) if t.isdigit() else t for t in pointer.split("/")[1:]]
+    place = section
+    for token in path:
+        place = place[token]
+    if value is REMOVE:
+        del place[last]
+    else:
+        place[last] = value
+    return section
+
+
+def run(*arguments, text=None, **options):
+    data = text if isinstance(text, (bytes, type(None))) else text.encode()
+    streams = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
+    return subprocess.run([TOOL, *map(str, arguments)], input=data, timeout=60, check=False,
+                          **streams)
+
+
+def reject_constant(name):
+    raise ValueError(f"{name} is not JSON")
+
+
+def results(section, *options):
+    """The parsed JSON results of a section, given as an object or as the path of a file."""
+    is_file = isinstance(section, pathlib.Path)
+    done = run("--json", *options, section if is_file else "-",
+               text=None if is_file else json.dumps(section))
+    assert (done.returncode, done.stderr) == (0, b""), done
+    return json.loads(done.stdout, parse_constant=reject_constant)
+
+
+# Refused by the tool at this place with this word, and by the schema as well.
+BAD_SECTIONS = [
+    (RECTANGLE, "/version", 2, "/version", "version 1"),
+    (RECTANGLE, "/version", "1", "/version", "a number"),
+    (RECTANGLE, "/version", REMOVE, "top level", '"version"'),
+    (RECTANGLE, "/unit", REMOVE, "top level", '"unit"'),
+    (RECTANGLE, "/unit", "ft", "/unit", '"mm", "cm", "m", "in"'),
+    (RECTANGLE, "/colour", 1, "top level", '"colour"'),
+    (RECTANGLE, "/name", 7, "/name", "text"),
+    (RECTANGLE, "/contours", [], "top level", "empty"),
+    (RECTANGLE, "/contours", REMOVE, "top level", "empty"),
+    (RECTANGLE, "/contours", {}, "/contours", "found an object"),
+    (RECTANGLE, "/contours/0", None, "/contours/0", "found null"),
+    (RECTANGLE, "/contours/0/kind", "void", "/contours/0/kind", '"solid", "hole"'),
+    (RECTANGLE, "/contours/0/pionts", [], "/contours/0", '"points"'),
+    (RECTANGLE, "/contours/0/a\nb", [], "/contours/0", 'unknown key "a b"'),
+    (RECTANGLE, "/contours/0/points", [[0, 0], [1, 0]], "/contours/0/points", "found 2"),
+    (RECTANGLE, "/contours/0/points", [0, 0, 1, 0, 1], "/contours/0/points/0", "[x, y]"),
+    (RECTANGLE, "/contours/0/points/2", [1], "/contours/0/points/2", "found 1"),
+    (RECTANGLE, "/contours/0/points/3", [1, 2, 3], "/contours/0/points/3", "found 3"),
+    (RECTANGLE, "/contours/0/points/1/1", "x", "/contours/0/points/1/1", "found a string"),
+    (RECTANGLE, "/polyline", WALL["polyline"], "/polyline", "alone"),
+    (PROFILE, "/profiles/0/area", 0, "/profiles/0/area", "greater than 0"),
+    (PROFILE, "/profiles/0/area", REMOVE, "/profiles/0", '"area"'),
+    (PROFILE, "/profiles/0/inertia_2", -1, "/profiles/0/inertia_2", "negative"),
+    (PROFILE, "/profiles/0/centroid", [1], "/profiles/0/centroid", "two numbers"),
+    (PROFILE, "/profiles/0/angle", 1, "/profiles/0", '"angle_radians"'),
+    (PROFILE, "/profiles/0/outline", [], "/profiles/0/outline", "found 0"),
+    (WALL, "/polyline/thickness", 0, "/polyline/thickness", "greater than 0"),
+    (WALL, "/polyline/thickness", -2, "/polyline/thickness", "greater than 0"),
+    (WALL, "/polyline/thickness", REMOVE, "/polyline", '"thickness"'),
+    (WALL, "/polyline/torsion", "exact", "/polyline/torsion", '"tube", "general"'),
+    (WALL, "/polyline/points", [[0, 0]], "/polyline/points", "at least 2"),
+    (WALL, "/polyline/kind", "closed_wall", "/polyline/points", "at least 3"),
+    (ROUNDED, "/polyline/radii/2", -2, "/polyline/radii/2", "negative"),
+    (ROUNDED, "/polyline/thickness", 1, "/polyline/thickness", "a solid has no"),
+]
+
+# What no schema of the document can say.
+BAD_TEXTS = [
+    ("", "line 1, column 1", "empty"),
+    ('{\n  "version": 1,\n}', "line 3, column 1", "not valid JSON"),
+    ('{"version": 1, "unit": "mm", "contours": [[NaN', "line 1, column 44", "NaN"),
+    ('{"version": Infinity}', "line 1, column 13", "Infinity"),
+    ('{"version": 1, "unit": "mm"', "line 1, column 28", "not valid JSON"),
+    (b'{"version": "\xff"}', "line 1, column 14", "UTF-8"),
+    ('{"contours": [0, {"points": [[0, -1e999]]}]}', "/contours/1/points/0/1", "-1e999"),
+    ('{"contours": [{"kind": "solid", "kind": "hole"}]}', "/contours/0", '"kind" appears twice'),
+    ("[" * 100000, "/0/0/0/0", "nested"),
+    ("[]", "top level", "expected an object"),
+    (json.dumps(edited(ROUNDED, "/polyline/radii", [2, 2])), "/polyline/radii", "4 points"),
+]
+
+BAD_COMMAND_LINES = [
+    ([], "FILE"), (["--colour", "x"], "--colour"), (["x", "y"], "y"),
+    (["--dx", "wide", "x"], "dx"), (["--dx", "nan", "x"], "finite"), (["--dy", "1e999", "x"], "--dy"),
+    (["--dy", "1", EXAMPLES / "bent-plate.json"], "/polyline"),
+    (["no/such/file.json"], "no/such/file.json"), ([EXAMPLES], "directory"), ([""], "opened"),
+]
+
+
+class BadInput(unittest.TestCase):
+    def assert_refused(self, done, *words):
+        message = done.stderr.decode(errors="replace")
+        self.assertEqual((done.returncode, done.stdout), (2, b""), message)
+        self.assertEqual(message.count("\n"), 1, message)
+        self.assertTrue(message.startswith("halvorn-section: ") and ";" in message, message)
+        for word in words:
+            self.assertIn(word, message)
+
+    def test_sections(self):
+        for section, pointer, value, place, word in BAD_SECTIONS:
+            with self.subTest(pointer=pointer, value=value):
+                bad = edited(section, pointer, value)
+                self.assert_refused(run("-", text=json.dumps(bad)),
+                                    f"standard input: {place}: ", word)
+                if jsonschema:
+                    with self.assertRaises(jsonschema.ValidationError):
+                        jsonschema.validate(bad, SCHEMA)
+
+    def test_texts(self):
+        for text, place, word in BAD_TEXTS:
+            with self.subTest(text=text[:60]):
+                self.assert_refused(run("--json", "-", text=text), place, word)
+
+    def test_command_lines(self):
+        for arguments, word in BAD_COMMAND_LINES:
+            with self.subTest(arguments=arguments):
+                self.assert_refused(run(*arguments), word)
+
+    def test_unreadable_file(self):
+        if os.geteuid() == 0:
+            self.skipTest("the superuser can read every file")
+        with tempfile.NamedTemporaryFile(suffix=".json") as file:
+            os.chmod(file.name, 0)
+            self.assert_refused(run(file.name), file.name, "ermission")
+
+    def test_full_disk(self):
+        if not os.path.exists("/dev/full"):
+            self.skipTest("no /dev/full here")
+        for arguments in (["--help"], ["--version"], ["--json", EXAMPLES / "ipe-300.json"],
+                          [EXAMPLES / "ipe-300.json"]):
+            with self.subTest(arguments=arguments), open("/dev/full", "wb") as full:
+                done = run(*arguments, stdout=full)
+                self.assertEqual((done.returncode, done.stderr.count(b"\n")), (1, 1), done)
+
+
+def i_section_area(h, b, tw, tf, r):
+    """With the fillets' 32 chords, each a segment of the empty circle short of the arc."""
+    step = math.pi / 16
+    return (2 * b * tf + (h - 2 * tf) * tw + (4 - math.pi) * r * r
+            + 32 * r * r / 2 * (step - math.sin(step)))
+
+
+def ellipse_shear_factor(area, polar_moment):
+    """Of the ellipse of equal area pi a b and polar moment area (a^2 + b^2) / 4."""
+    total, product = 4 * polar_moment / area, (area / math.pi)**2
+    large = (total + math.sqrt(total**2 - 4 * product)) / 2
+    small = product / large
+    return 12 * (3 * small + large) / (40 * small + 16 * large)
+
+
+PLATE_Y = 3000 * 157.5 / 8381
+TUBE_AREA = 72 * 2 * 54.65 * math.sin(math.pi / 72) * 5
+TUBE_R = TUBE_AREA / (2 * math.pi * 5)
+TUBE_TORSION = (25 + 4 * TUBE_R**2) * TUBE_R * math.pi / 2 * 5
+EXACT, SEARCH, PUBLISHED = 1e-11, 1e-6, 4e-3  # the search balances areas to 1e-7
+
+# Relative tolerance and expected values: closed forms, or published tables with round figures.
+EXPECTED = [
+    (RECTANGLE, [], EXACT, {
+        "area": 8e4, "centroid_x": 100, "centroid_y": 200, "inertia_x": 200 * 400**3 / 12,
+        "inertia_y": 400 * 200**3 / 12, "elastic_modulus_left": 400 * 200**2 / 6,
+        "elastic_modulus_top": 200 * 400**2 / 6, "plastic_modulus_x": 200 * 400**2 / 4,
+        "plastic_modulus_y": 400 * 200**2 / 4, "shear_area_1": 8e4 * ellipse_shear_factor(8e4, 4e9 / 3)}),
+    (RECTANGLE, ["--dx", "-50", "--dy", "100"], EXACT, {
+        "elastic_modulus_bottom": 200 * 400**3 / 12 / 300, "elastic_modulus_left": 4e8 / 12 * 8 / 50,
+        "elastic_modulus_top": 200 * 400**3 / 12 / 100, "plastic_modulus_x": 8e6}),
+    ("ipe-300", [], EXACT, {"area": i_section_area(300, 150, 7.1, 10.7, 15)}),
+    ("ipe-300", [], PUBLISHED, {
+        "area": 5381, "inertia_x": 83.56e6, "inertia_y": 6.038e6, "elastic_modulus_top": 557e3,
+        "elastic_modulus_left": 80.5e3, "plastic_modulus_x": 628.3e3,
+        "plastic_modulus_y": 125.2e3}),
+    ("upe-200", [], PUBLISHED, {
+        "area": 2900, "inertia_x": 19.09e6, "inertia_y": 1.873e6, "centroid_x": 25.6,
+        "elastic_modulus_bottom": 190.9e3, "elastic_modulus_right": 34.43e3,
+        "plastic_modulus_x": 220.1e3}),
+    ("l-100x100x10", [], PUBLISHED, {
+        "area": 1920, "inertia_x": 1.767e6, "inertia_y": 1.767e6, "inertia_xy": -1.04e6,
+        "elastic_modulus_top": 24.62e3, "centroid_y": 28.2}),
+    ("shs-100x5", [], SEARCH, {
+        "area": 1900, "inertia_x": (1e8 - 90**4) / 12, "plastic_modulus_x": 250e3}),
+    ("shs-100x5-keyhole", [], SEARCH, {
+        "area": 1900, "inertia_y": (1e8 - 90**4) / 12, "plastic_modulus_x": 67750,
+        "plastic_modulus_y": 67750}),
+    ("t-beam-metres", [], SEARCH, {
+        "area": 0.315, "plastic_modulus_y": 0.054 + 0.010125,
+        "plastic_modulus_x": 0.6 * (0.13125**2 + 0.01875**2) + 0.135 * 0.24375}),
+    ("ipe-300-cover-plate", [], EXACT, {
+        "area": 8381, "centroid_y": PLATE_Y, "inertia_y": 6038e3 + 1e7, "extra_sum": 42.2,
+        "inertia_x": 83.56e6 + 5381 * PLATE_Y**2 + 56250 + 3000 * (157.5 - PLATE_Y)**2}),
+    (edited(PROFILE, "/profiles/0/angle_radians", math.pi / 2), [], EXACT, {
+        "inertia_y": 83.56e6 + 1e7}),
+    ("bent-plate", [], EXACT, {"area": 3 * (120 + 2 * math.hypot(20, 60)), "centroid_x": 80}),
+    ("chs-114x5", [], EXACT, {"area": TUBE_AREA, "torsion_constant": TUBE_TORSION}),
+    (edited(json.loads((EXAMPLES / "chs-114x5.json").read_text()), "/polyline/torsion", "general"),
+     [], 0.05, {"torsion_constant": TUBE_TORSION}),
+    ("chs-114x5", [], PUBLISHED, {"area": 1720, "inertia_x_origin": 2.569e6}),
+    (WALL, [], EXACT, {
+        "area": 100, "torsion_constant": 104 * 8 / 3, "inertia_x_origin": 50 * 8 / 12,
+        "inertia_y_origin": 2 * 50**3 / 3, "torsion_modulus": 400, "shear_area_y": 50}),
+    (ROUNDED, [], EXACT, {"area": 100 - 4 * (4 - 10 * math.sin(math.pi / 10)), "centroid_y": 5}),
+]
+
+
+class GoodInput(unittest.TestCase):
+    def test_values(self):
+        for section, options, tolerance, expected in EXPECTED:
+            if isinstance(section, str):
+                section = EXAMPLES / f"{section}.json"
+            values = results(section, *options)["values"]
+            for key, value in expected.items():
+                with self.subTest(section=str(section)[-60:], key=key):
+                    self.assertLessEqual(abs(values[key]["value"] / value - 1), tolerance,
+                                         f"{values[key]['value']!r} instead of {value!r}")
+
+    def test_table_agrees_with_json(self):
+        for path in sorted(EXAMPLES.glob("*.json")):
+            expected = results(path)
+            table = run(path).stdout.decode()
+            for value in expected["values"].values():
+                with self.subTest(example=path.name, name=value["name"]):
+                    row = next(line for line in table.splitlines()
+                               if line.startswith(value["name"] + "  "))
+                    symbol, number, *unit = row[len(value["name"]):].split()
+                    self.assertEqual((symbol, unit), (value["symbol"], [u for u in [value["unit"]] if u]))
+                    self.assertAlmostEqual(float(number), value["value"],
+                                           delta=1e-6 * abs(value["value"]))
+
+    def test_zero_fibre_distance_is_reported_and_never_as_zero(self):
+        values = results(RECTANGLE, "--dy", "200")["values"]
+        for key, value in values.items():
+            missing = "modulus" in key and key != "torsion_modulus" or key == "extra_sum"
+            self.assertEqual((value["value"] is None, "not_computed" in value), (missing,) * 2, key)
+        table = run("--dy", "200", "-", text=json.dumps(RECTANGLE)).stdout.decode()
+        self.assertEqual((table.count(" not computed"), table.count("Not computed: ")), (7, 1))
+
+    def test_values_that_are_not_finite_are_null(self):
+        flat = edited(RECTANGLE, "/contours/0/points", [[0, 0], [1, 1], [3, 3]])
+        for section in (flat, edited(ROUNDED, "/polyline/points/2", [1e200, 1e200])):
+            values = results(section)["values"].values()
+            reasons = [v["not_computed"] for v in values if v["value"] is None]
+            self.assertTrue(reasons and all("finite" in reason for reason in reasons), reasons)
+
+    def test_holes_come_with_a_note(self):
+        self.assertIn("gross", results(EXAMPLES / "shs-100x5.json")["notes"][0])
+        self.assertEqual(results(EXAMPLES / "shs-100x5-keyhole.json")["notes"], [])
+
+    def test_foreign_text_cannot_steer_the_terminal(self):
+        named = edited(RECTANGLE, "/name", "a\x1b[2J\nb")
+        self.assertTrue(run("-", text=json.dumps(named)).stdout.startswith(b"a [2J b\n"))
+
+    def test_help_and_version(self):
+        self.assertIn(b"Exit codes:", run("--help").stdout)
+        self.assertRegex(run("--version").stdout, rb"^halvorn-section \d+\.\d+\.\d+\n$")
+
+
+class Examples(unittest.TestCase):
+    def test_are_what_the_script_draws(self):
+        committed = {path.name: path.read_text() for path in EXAMPLES.glob("*.json")}
+        with tempfile.TemporaryDirectory() as folder:
+            subprocess.run([sys.executable, EXAMPLES / "draw_examples.py", folder], check=True)
+            drawn = {path.name: path.read_text() for path in pathlib.Path(folder).iterdir()}
+        self.assertTrue(committed)
+        self.assertEqual(committed, drawn)
+
+    @unittest.skipUnless(jsonschema, "python3-jsonschema is not installed")
+    def test_follow_the_schema(self):
+        jsonschema.validators.validator_for(SCHEMA).check_schema(SCHEMA)
+        for section in [RECTANGLE, WALL, ROUNDED,
+                        *(json.loads(path.read_text()) for path in EXAMPLES.glob("*.json"))]:
+            jsonschema.validate(section, SCHEMA)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
