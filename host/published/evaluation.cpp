@@ -61,8 +61,9 @@ PropertyValues Evaluate(const shapes::Outline& outline, double scale) {
     CSectionTools section;
     Push(section, outline.solid, scale, 1);
     if (!outline.hole.empty()) Push(section, outline.hole, scale, 0);
-    double torsion, xG, yG, area, shearY, shearZ, inertiaY, inertiaX, inertiaXY, wt;
-    double bottom, top, left, right, wplx, wply, extra;
+    double torsion = 0.0, xG = 0.0, yG = 0.0, area = 0.0, shearY = 0.0, shearZ = 0.0;
+    double inertiaY = 0.0, inertiaX = 0.0, inertiaXY = 0.0, wt = 0.0;
+    double bottom = 0.0, top = 0.0, left = 0.0, right = 0.0, wplx = 0.0, wply = 0.0, extra = 0.0;
     section.GetCalculValues(0.0, 0.0, &torsion, &xG, &yG, &area, &shearY, &shearZ, &inertiaY,
                             &inertiaX, &inertiaXY, &wt, &bottom, &top, &left, &right, &wplx, &wply,
                             &extra);
