@@ -82,21 +82,22 @@ inline Ring RandomComb(std::uint32_t seed, int teeth) {
 }
 
 /// Rectangular tube b x h with walls of t as one contour: the outer outline, a bridge, the inner
-/// outline the other way round, the same bridge back. `outer` and `inner` number the corners that
-/// the bridge joins, from the lower left counter-clockwise; `along` moves its outer end along the
-/// outer side that follows, as a fraction of its length.
-inline Ring KeyholeTube(double b, double h, double t, int outer, int inner, double along) {
-    Ring out = StartingAt(Rectangle(0, 0, b, h), outer);
-    Ring in = Reversed(StartingAt(Rectangle(t, t, b - t, h - t), (inner + 1) % 4));
-    if (along > 0) {
-        out.insert(out.begin(), {out[0].first + along * (out[1].first - out[0].first),
-                                 out[0].second + along * (out[1].second - out[0].second)});
-        std::rotate(out.begin() + 1, out.begin() + 2, out.end());
-    }
-    Ring ring = out;
-    ring.push_back(out[0]);
-    ring.insert(ring.end(), in.begin(), in.end());
-    ring.push_back(in[0]);
+/// outline the other way round, the same bridge back. The bridge joins the points at the fractions
+/// `outer` and `inner` of the length of side 0 (bottom), 1 (right), 2 or 3 of the two outlines.
+inline Ring KeyholeTube(double b, double h, double t, int side, double outer, double inner) {
+    const auto startingOn = [side](const Ring& corners, double fraction) {
+        Ring ring = StartingAt(corners, side);
+        const auto [x, y] = ring[0];
+        if (fraction == 0) return ring;
+        ring.insert(ring.begin() + 1, {x + fraction * (ring[1].first - x),
+                                       y + fraction * (ring[1].second - y)});
+        return StartingAt(ring, 1);
+    };
+    Ring ring = startingOn(Rectangle(0, 0, b, h), outer);
+    const Ring hole = startingOn(Rectangle(t, t, b - t, h - t), inner);
+    ring.push_back(ring[0]);
+    ring.push_back(hole[0]);
+    ring.insert(ring.end(), hole.rbegin(), hole.rend());
     return ring;
 }
 
