@@ -28,7 +28,7 @@ Moments MomentsOf(const Result& r) {
     return {r[kArea], r[kArea] * r[kX], r[kArea] * r[kY], r[kIxx], r[kIyy], r[kIxy]};
 }
 
-Result Calculate(const Polyline& p, int count, CSectionTools section = {}) {
+Result Calculate(const Polyline& p, int count, CSectionTools& section) {
     Result r;
     r.fill(kUnwritten);
     std::pair<double, double> cdg{kUnwritten, kUnwritten};
@@ -37,6 +37,11 @@ Result Calculate(const Polyline& p, int count, CSectionTools section = {}) {
                                         r[kShearX], r[kShearY], r[kIxx], r[kIyy], r[kIxy]);
     std::tie(r[kX], r[kY]) = cdg;
     return r;
+}
+
+Result Calculate(const Polyline& p, int count) {
+    CSectionTools section;
+    return Calculate(p, count, section);
 }
 
 /// With sharp corners where no radii are given.
@@ -64,12 +69,17 @@ TEST(SolidOutline, MatchesExactIntegralsAndThePushedContour) {
             for (const Affine& place : Placements()) {
                 for (const Ring& ring : {place * base, Reversed(place * base)}) {
                     SCOPED_TRACE(testing::Message() << "seed " << seed << " " << place.name);
-                    const Result r = Calculate({0, 0, 0, 0, ring});
-                    ExpectMoments(MomentsOf(r), ExactMoments(place * base), 2e-13);
                     CSectionTools section;
-                    std::vector<double> coords = Coords(ring);
-                    section.PushContour(static_cast<int>(ring.size()), coords.data(), 1);
-                    ExpectNear(r[kTorsion], section.GetIxx(), 1e-10, "J");
+                    const int n = static_cast<int>(ring.size());
+                    std::vector<double> coords = Coords(ring), radii(ring.size());
+                    section.PushContour(n, coords.data(), 1);
+                    const Result r = Calculate({0, 0, 0, 0, ring, radii}, n, section);
+                    ExpectMoments(MomentsOf(r), ExactMoments(place * base), 2e-13);
+                    double x = 0, y = 0;  // a calculation uses a section and leaves it alone
+                    section.GetCDG(&x, &y);
+                    ExpectNear(x, r[kX], 1e-13, "x", std::hypot(x, y));
+                    ExpectNear(y, r[kY], 1e-13, "y", std::hypot(x, y));
+                    ExpectNear(section.GetIxx(), r[kTorsion], 1e-10, "J");
                     EXPECT_EQ(r[kShearX], r[kShearY]);
                 }
             }

@@ -110,9 +110,8 @@ TEST(PushContour, ASolidAndTheSameHoleLeaveExactlyNothing) {
         EXPECT_GT(wt, 0.0);
         Push(section, ring, 0);
         const SectionAccess s(section);
-        const std::vector<double> sums = Sums(section);
-        EXPECT_EQ(sums, (std::vector<double>{2, 0, 0, wt, 0, 0, 0, 0, 0, 0, 0, s.XMin, s.XMax,
-                                             s.YMin, s.YMax, 0, 0, 0}));
+        EXPECT_EQ(Sums(section), (std::vector<double>{2, 0, 0, wt, 0, 0, 0, 0, 0, 0, 0, s.XMin,
+                                                      s.XMax, s.YMin, s.YMax, 0, 0, 0}));
         EXPECT_EQ(Stored(section), (Rings{{1, ring}, {0, ring}}));
     }
 }
@@ -123,10 +122,9 @@ TEST(PushContour, BoundingBoxHoldsHolesAndWtIsTheLargestSolids) {
     Push(section, Rectangle(0, 0, 4, 2));
     const double wt = SectionAccess(section).Wt;
     Push(section, Rectangle(-5, 0, -4, 1));
-    EXPECT_EQ(SectionAccess(section).Wt, wt);
     const SectionAccess s(section);
+    EXPECT_TRUE(s.Wt == wt && s.Area == -1600 + 8 + 1);
     EXPECT_TRUE(s.XMin == -5 && s.XMax == 140 && s.YMin == 0 && s.YMax == 140);
-    EXPECT_EQ(SectionAccess(section).Area, -1600.0 + 8 + 1);
 }
 
 TEST(PushContour, EmptyAndFlatContoursAddNothingButARecord) {
@@ -198,7 +196,7 @@ TEST(PushContourStandard, TurnedValuesEqualTheTurnedRectangle) {
 
 TEST(SectionValue, CopiesAndMovesKeepSumsAndContours) {
     auto source = std::make_unique<CSectionTools>(Section(RandomStar(3, 4)));
-    Push(*source, Rectangle(0, 0, 1, 1), 0);
+    Push(*source, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, Rectangle(0, 0, 1, 1)}, 0);
     const CSectionTools shorter = Section(RandomSkyline(2, 5), 77);
     const auto sums = Sums(*source);
     const auto stored = Stored(*source);
@@ -233,8 +231,6 @@ TEST(SectionValue, CopiesAndMovesKeepSumsAndContours) {
     expectLong(assigned, "move assignment");
     EXPECT_EQ(Sums(moved), sums);
     EXPECT_TRUE(Stored(moved).empty());
-    Push(moved, Rectangle(0, 0, 1, 1));  // still a section
-    EXPECT_EQ(Stored(moved).size(), 1u);
 }
 
 }  // namespace

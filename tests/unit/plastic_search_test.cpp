@@ -1,0 +1,105 @@
+// The search for the axis, its protocol, and the web parts.
+#include <locale>
+
+#include "plastic/plastic_moduli.h"
+#include "unit/support.h"
+
+namespace {
+
+using namespace halvorn;
+using test_support::ExpectNear;
+using test_support::Ring;
+
+std::list<ContourRecord> Section(std::initializer_list<Ring> rings) {
+    std::list<ContourRecord> contours;
+    for (const Ring& ring : rings) {
+        contours.push_back({1, {}});
+        for (const auto& [x, y] : ring) contours.back().Points.push_back({x, y});
+    }
+    return contours;
+}
+
+struct Search {
+    double wplx = -7, wply = -7, webX = -7, webY = -7;
+    std::string trace;
+    explicit Search(const std::list<ContourRecord>& contours) {
+        ComputePlasticModuli(contours, &wplx, &wply, &webX, &webY, &trace);
+    }
+    int Lines(const std::string& start) const {
+        int count = 0;
+        for (std::size_t at = 0; (at = trace.find(start, at)) != std::string::npos; ++at) ++count;
+        return count;
+    }
+};
+
+TEST(PlasticSearch, WritesNothingWithoutBothOutputs) {
+    double only = -7;
+    ComputePlasticModuli(Section({test_support::Rectangle(0, 0, 1, 1)}), &only, nullptr, nullptr, nullptr);
+    ComputePlasticModuli(Section({test_support::Rectangle(0, 0, 1, 1)}), nullptr, &only, nullptr, nullptr);
+    EXPECT_EQ(only, -7);
+}
+
+TEST(PlasticSearch, GivesZeroForEmptySectionsAndEmptyRecords) {
+    for (const auto& contours : {Section({}), Section({{}, {}})}) {
+        const Search search(contours);
+        EXPECT_TRUE(search.wplx == 0 && search.wply == 0 && search.webX == 0 && search.webY == 0);
+    }
+}
+
+// The texts are fixed, the misspelt ones too; numbers are in the classic form in any locale.
+TEST(PlasticSearch, ReportsEverySplit) {
+    struct Comma : std::numpunct<char> {
+        char do_decimal_point() const override { return ','; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    const std::locale before = std::locale::global(std::locale(std::locale(), new Comma));
+    const Search search(Section({test_support::Rectangle(2, 1, 2.2, 1.4)}));
+    std::locale::global(before);
+    const std::string x = "\tAxisPos[mm] = 1200.0\t Asup|Ainf[mm2]: 40000.0|40000.0\n";
+    const std::string y = "\tAxisPos[mm] = 2100.0\t Asup|Ainf[mm2]: 40000.0|40000.0\n";
+    EXPECT_EQ(search.trace, "\niDir = 0\niCouter = 0" + x + "Finaly\niCouter = 1" + x +
+                                "\niDir = 1\niCouter = 0" + y + "Finaly\niCouter = 1" + y +
+                                "Wplx[cm^3] = 8000.0\nWply[cm^3] = 4000.0\n");
+    EXPECT_EQ(FormatFixed(-1234567.25, 1), "-1234567.2");
+    EXPECT_EQ(FormatFixed(1e300, 0).size(), 301U);
+}
+
+// Two strips apart, unequal: wherever the axis lies in the gap, the areas differ, and at the edge of
+// the wider strip the balance jumps past equality for as long as doubles resolve it.
+TEST(PlasticSearch, StopsAfterFiftyOneSplitsWithTheLastPosition) {
+    const double size = 1e7;
+    const Search search(Section({{{0, 0}, {size, 0}, {0.3 * size, 0.9 * size}}}));
+    EXPECT_EQ(search.Lines("iCouter = 50\t"), 2);
+    EXPECT_EQ(search.Lines("iCouter = 51\t"), 2) << "the closing line counts one more";
+    EXPECT_EQ(search.Lines("iCouter = 52\t"), 0);
+    // A triangle's plastic modulus about a line parallel to its base b: b h^2 (2 - sqrt 2) / 6.
+    ExpectNear(search.wplx, size * 0.81 * size * size * (2 - std::sqrt(2.0)) / 6, 1e-9, "Wplx");
+}
+
+// A plate taller than wide: its halves' longest edges stand across the horizontal axis and along the
+// vertical one.
+TEST(PlasticSearch, CountsPiecesWithLongestEdgeAcrossTheAxisAsWeb) {
+    const Search plate(Section({test_support::Rectangle(0, 0, 10, 60)}));
+    ExpectNear(plate.webX, plate.wplx, 1e-12, "web part of Wplx");
+    EXPECT_EQ(plate.webY, 0);
+    EXPECT_FALSE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}}}, {0, 1}));
+    // Equally long edges along and across: across counts. The closing edge does not.
+    EXPECT_TRUE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}, {2, 0}, {2, 2}}}, {0, 1}));
+    EXPECT_FALSE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}, {1, 0}, {1, 2}, {0, 5}}}, {1, 0}));
+}
+
+TEST(SplitSectionAtAxis, LeavesOutSliversOnTheAxisAndPutsTouchingContoursOnTheirSide) {
+    std::list<PlasticPiece> high, low;
+    double areaHigh = -1, areaLow = -1;
+    const auto contours = Section({test_support::Rectangle(0, 0, 2, 1), test_support::Rectangle(0, 1, 2, 2),
+                                   test_support::Rectangle(0, 0.5, 2, 1 + 1.5e-10)});
+    SplitSectionAtAxis(contours, kHorizontalAxis, 1, &areaHigh, &areaLow, high, low);
+    EXPECT_EQ(high.size(), 1U);
+    EXPECT_EQ(low.size(), 2U);
+    EXPECT_NEAR(areaHigh, 2, 1e-15);
+    EXPECT_NEAR(areaLow, 3, 1e-9);
+    SplitSectionAtAxis({}, kHorizontalAxis, 1, &areaHigh, &areaLow, high, low);
+    EXPECT_TRUE(high.empty() && low.empty() && areaHigh == 0 && areaLow == 0);
+}
+
+}  // namespace
