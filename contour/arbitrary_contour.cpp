@@ -123,8 +123,8 @@ ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameO
     const double t = wall.thickness;
     const double perimeter = ContourPerimeter(count, faces.Second());
     properties.torsionConstant = AbsValue(perimeter * std::pow(t, 3.0) / 3.0);
-    properties.torsionModulus = wall.useTubeFormulas ? TubeTorsionModulus(local.area, t)
-                                                     : (t + t) * local.area;
+    properties.torsionModulus =
+        wall.useTubeFormulas ? TubeTorsionModulus(local.area, t) : (t + t) * local.area;
     return properties;
 }
 
@@ -138,9 +138,8 @@ void CSectionTools::CalculContourQuelconqueTOOL(
     using namespace halvorn;
     // Twelve points a vertex must stay countable in an int.
     constexpr std::size_t kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
-    const std::size_t size =
-        std::min({static_cast<std::size_t>(std::max(pointCount, 0)), points.size(),
-                  cornerRadii.size(), kMostVertices});
+    const std::size_t size = std::min({static_cast<std::size_t>(std::max(pointCount, 0)),
+                                       points.size(), cornerRadii.size(), kMostVertices});
     const int n = static_cast<int>(size);
     const double t = isThinWalled != 0 ? thickness : 0.0;
     const int fewest = CompareTol(t, 0.0, kZeroCorner) == 0 ? 3 : 2;
@@ -155,8 +154,8 @@ void CSectionTools::CalculContourQuelconqueTOOL(
         }
         const double* const radii = cornerRadii.data();
         const ThinWall wall{n, local.get(), radii, t, torsionMode == 0};
-        properties = t == 0.0 ? SolidOutlineProperties(n, isOpen != 0, local.get(), radii,
-                                                       frameOrigin)
+        properties = t == 0.0
+                         ? SolidOutlineProperties(n, isOpen != 0, local.get(), radii, frameOrigin)
                      : isOpen != 0 ? OpenWallProperties(wall, frameOrigin)
                                    : ClosedWallProperties(wall, frameOrigin);
     }

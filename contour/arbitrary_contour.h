@@ -10,11 +10,11 @@ namespace halvorn {
 
 /// A thin wall given by its mid-line.
 struct ThinWall {
-    int n;                ///< vertices of the mid-line
-    const KPoint* points; ///< the vertices [L]
-    const double* radii;  ///< one inner-face radius per vertex [L]
-    double thickness;     ///< not 0 [L]
-    bool useTubeFormulas; ///< torsion as a thin circular tube of the same area
+    int n;                 ///< vertices of the mid-line
+    const KPoint* points;  ///< the vertices [L]
+    const double* radii;   ///< one inner-face radius per vertex [L]
+    double thickness;      ///< not 0 [L]
+    bool useTubeFormulas;  ///< torsion as a thin circular tube of the same area
 };
 
 /// Returns the properties of a solid outline of n >= 3 points with rounded corners, in coordinates
@@ -32,8 +32,9 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
 
 /// Returns the properties of a bent plate, in coordinates relative to `frameOrigin`.
 ///
-/// Torsion constant |P t^3 / 3| with the perimeter P of the whole outline, both faces and both ends:
-/// about twice that of a strip of the mid-line's length. Torsion modulus 2 t A, or the tube's.
+/// Torsion constant |P t^3 / 3| with the perimeter P of the whole outline, both faces and both
+/// ends: about twice that of a strip of the mid-line's length. Torsion modulus 2 t A, or the
+/// tube's.
 /// @throws std::bad_alloc
 ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameOrigin);
 

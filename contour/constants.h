@@ -18,8 +18,8 @@ inline constexpr double kZeroArea = 1e-15;
 inline constexpr double kZeroCorner = 1e-15;
 
 /// Areas [L^2], polar moments [L^4], squared semi-axes [L^2] and the ellipse's discriminant [L^4]
-/// below this are 0 in the equivalent-ellipse formulas. Absolute: in metres a bar thinner than about
-/// 5 mm has a polar moment below it, hence no torsion constant.
+/// below this are 0 in the equivalent-ellipse formulas. Absolute: in metres a bar thinner than
+/// about 5 mm has a polar moment below it, hence no torsion constant.
 inline constexpr double kZeroEllipse = 1e-10;
 
 /// A discriminant down to this fraction of (A/pi)^2 below 0 is a circle's zero, rounded: the two

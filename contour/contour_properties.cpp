@@ -8,8 +8,7 @@
 
 namespace halvorn {
 
-ContourProperties ComputeContourProperties(int n, const point2D* ring,
-                                           const point2D& frameOrigin) {
+ContourProperties ComputeContourProperties(int n, const point2D* ring, const point2D& frameOrigin) {
     const point2D firstVertex = n > 0 ? ring[0] : point2D{0.0, 0.0};
     const point2D reference{frameOrigin.x + firstVertex.x, frameOrigin.y + firstVertex.y};
     const AreaMoments raw = SignedAreaMoments(n, ring, firstVertex);

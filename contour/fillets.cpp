@@ -12,7 +12,9 @@ namespace halvorn {
 
 namespace {
 
-bool IsZeroCorner(double value) { return CompareTol(value, 0.0, kZeroCorner) == 0; }
+bool IsZeroCorner(double value) {
+    return CompareTol(value, 0.0, kZeroCorner) == 0;
+}
 
 KPoint DiffOf(const KPoint& from, const KPoint& to) {
     KPoint difference;
@@ -66,9 +68,8 @@ bool CornerFillet(double thickness, double radius, const KPoint& prev, const KPo
     return lengthPrev > tangentLength && lengthNext > tangentLength;
 }
 
-void ContourFillets(int n, bool isOpen, double thickness, const double* radii,
-                    const KPoint* points, KPoint* centres, KPoint* tangents1, KPoint* tangents2,
-                    double* turnSigns) {
+void ContourFillets(int n, bool isOpen, double thickness, const double* radii, const KPoint* points,
+                    KPoint* centres, KPoint* tangents1, KPoint* tangents2, double* turnSigns) {
     for (int i = 0; i < n; ++i) {
         const bool isEnd = isOpen && (i == 0 || i == n - 1);
         const KPoint& prev = points[i > 0 ? i - 1 : n - 1];

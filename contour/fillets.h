@@ -26,9 +26,8 @@ bool CornerFillet(double thickness, double radius, const KPoint& prev, const KPo
 /// Computes the fillet of every vertex into four parallel arrays of n entries. The first and last
 /// vertices of an open contour are not rounded: centre and tangents are the vertex itself, the turn
 /// sign is 1.0.
-void ContourFillets(int n, bool isOpen, double thickness, const double* radii,
-                    const KPoint* points, KPoint* centres, KPoint* tangents1, KPoint* tangents2,
-                    double* turnSigns);
+void ContourFillets(int n, bool isOpen, double thickness, const double* radii, const KPoint* points,
+                    KPoint* centres, KPoint* tangents1, KPoint* tangents2, double* turnSigns);
 
 /// Replaces every vertex whose radius is not 0 (within 1e-15) by six points: the first tangent
 /// point, four points of the arc, the second tangent point. Vertices that cannot be rounded (a

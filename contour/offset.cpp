@@ -31,8 +31,8 @@ KPoint CornerOffset(double thickness, const KPoint& prev, const KPoint& vertex,
     const KPoint sum = KTranslatePoint(normalIn, normalOut);
     const double length = KVectorNorm(&sum);
     // A length of 0 is no divisor either when a host has made the tolerance negative.
-    const bool cancels = IsEqualTol(length, 0.0, Tol3D.load(std::memory_order_relaxed)) ||
-                         length == 0.0;
+    const bool cancels =
+        IsEqualTol(length, 0.0, Tol3D.load(std::memory_order_relaxed)) || length == 0.0;
     const double scale = cancels ? 1.0 : 1.0 / length;
 
     KPoint toPrev;
@@ -72,7 +72,8 @@ void OffsetPolyline(int n, bool isOpen, double thickness, const KPoint* points, 
     const auto size = static_cast<std::size_t>(n);
     const CArray<KPoint> line = AllocateZeroedOrThrow<KPoint>(size);
     std::copy_n(points, size, line.get());
-    // The left face of a counter-clockwise ring is its inner one, of a clockwise ring its outer one.
+    // The left face of a counter-clockwise ring is its inner one, of a clockwise ring its outer
+    // one.
     const bool isClockwise = KPolygonSignedArea(&line[0].x, n) > 0.0;
     KPoint* const left = isClockwise ? outB : outA;
     KPoint* const right = isClockwise ? outA : outB;

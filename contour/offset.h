@@ -11,9 +11,9 @@ namespace halvorn {
 /// direction of travel, `sideB` to the right, each thickness / 2 from both segments (measured along
 /// the corner's bisector).
 ///
-/// A neighbour that coincides with the vertex (within 1e-15) counts as missing: with one missing the
-/// offset is perpendicular to the real segment, with both the outputs are the vertex. Where the line
-/// reverses, the normals cancel within `Tol3D` and the outputs are the vertex, too.
+/// A neighbour that coincides with the vertex (within 1e-15) counts as missing: with one missing
+/// the offset is perpendicular to the real segment, with both the outputs are the vertex. Where the
+/// line reverses, the normals cancel within `Tol3D` and the outputs are the vertex, too.
 void OffsetVertex(double thickness, const KPoint& prev, const KPoint& vertex, const KPoint& next,
                   KPoint* sideA, KPoint* sideB);
 

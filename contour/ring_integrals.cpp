@@ -11,9 +11,8 @@ namespace {
 // Green's theorem turns each area integral into a sum over edges. With s = (x0 + x1, y0 + y1) and
 // d = (x1 - x0, y1 - y0) of one edge, a counter-clockwise ring has
 //   A            =  sum  sx dy / 2
-//   int x dA     = -sum  dx B / 6,   int y dA = sum dy B / 6,  B = 2 (x0 y0 + x1 y1) + x0 y1 + x1 y0
-//   int y^2 dA   = -sum  (dy^2 + sy^2) sy dx / 24
-//   int x^2 dA   =  sum  (dx^2 + sx^2) sx dy / 24
+//   int x dA     = -sum  dx B / 6,   int y dA = sum dy B / 6,  B = 2 (x0 y0 + x1 y1) + x0 y1 + x1
+//   y0 int y^2 dA   = -sum  (dy^2 + sy^2) sy dx / 24 int x^2 dA   =  sum  (dx^2 + sx^2) sx dy / 24
 //   int x y dA   = -sum  dx (sx sy^2 + 2 (x0 y0^2 + x1 y1^2)) / 24
 // (integrate the edge's linear parametrisation term by term). Every term carries dx or dy as a
 // factor and none is divided by it: the product moment of an edge that is vertical, exactly or but
@@ -96,7 +95,7 @@ AreaMoments SignedAreaMoments(int n, const point2D* ring, const point2D& referen
         sums.AddFirst(p, q, dx, dy);
         sums.AddSecond(p, q, dx, dy, sx, sy);
     });
-    return {sums.area2 * 0.5,        -(sums.first6X / 6.0),    sums.first6Y / 6.0,
+    return {sums.area2 * 0.5,         -(sums.first6X / 6.0), sums.first6Y / 6.0,
             -(sums.second24X / 24.0), sums.second24Y / 24.0, -(sums.product24 / 24.0)};
 }
 
@@ -119,11 +118,12 @@ AreaMoments Transferred(const AreaMoments& moments, const point2D& offset) {
     moved.firstY += dy * moments.area;
     moved.secondX += dy * (2.0 * moments.firstY + dy * moments.area);
     moved.secondY += dx * (2.0 * moments.firstX + dx * moments.area);
-    moved.productMoment +=
-        dx * moments.firstY + dy * moments.firstX + dx * dy * moments.area;
+    moved.productMoment += dx * moments.firstY + dy * moments.firstX + dx * dy * moments.area;
     return moved;
 }
 
-double OrientationSign(double signedArea) { return signedArea < 0.0 ? -1.0 : 1.0; }
+double OrientationSign(double signedArea) {
+    return signedArea < 0.0 ? -1.0 : 1.0;
+}
 
 }  // namespace halvorn

@@ -15,8 +15,8 @@ namespace halvorn {
 /// Returns the signed area [L^2], positive for a counter-clockwise ring (x to the right, y up).
 double ContourSignedArea(int n, const point2D* ring);
 
-/// Returns the raw first moments about the origin [L^3]: -integral of x dA and +integral of y dA for
-/// a counter-clockwise ring, both negated for a clockwise one.
+/// Returns the raw first moments about the origin [L^3]: -integral of x dA and +integral of y dA
+/// for a counter-clockwise ring, both negated for a clockwise one.
 std::pair<double, double> ContourFirstMoments(int n, const point2D* ring);
 
 /// Writes the raw second moments about the origin [L^4]: -integral of y^2 dA, -integral of x^2 dA

@@ -129,8 +129,8 @@ public:
     /// @param welTop     elastic modulus of the highest fibre, horizontal axis [L^3]
     /// @param welLeft    elastic modulus of the leftmost fibre, vertical axis [L^3]
     /// @param welRight   elastic modulus of the rightmost fibre, vertical axis [L^3]
-    /// @param wplx       plastic modulus about the horizontal axis, as `ComputeWplasticValues` [L^3]
-    /// @param wply       plastic modulus about the vertical axis [L^3]
+    /// @param wplx       plastic modulus, horizontal axis, as `ComputeWplasticValues` [L^3]
+    /// @param wply       plastic modulus, vertical axis [L^3]
     /// @param extraSum   sum of the `extra` values of the standard profiles
     void GetCalculValues(double dx, double dy, double* ixx, double* xG, double* yG, double* area,
                          double* shearAreaY, double* shearAreaZ, double* inertiaY, double* inertiaX,

@@ -100,8 +100,8 @@ int Continuation(const KEdgeGraph& graph, const TracedEdge& current, const Trace
 }
 
 // Whether the corner at p is straight but for the rounding of its coordinates: its triangle is no
-// larger than one unit in their last place sweeps along the two edges. The tolerance alone would let
-// a long flange lose 1e-10 of its thickness at a vertex that a line just misses.
+// larger than one unit in their last place sweeps along the two edges. The tolerance alone would
+// let a long flange lose 1e-10 of its thickness at a vertex that a line just misses.
 bool IsStraight(const KPoint& previous, const KPoint& p, const KPoint& next) {
     constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
     KPoint in;

@@ -17,9 +17,9 @@ enum KEdgeOrigin : unsigned int {
 /// tolerance, not to the last bit.
 ///
 /// `edges` holds each edge's start and end, edge e at 2e and 2e + 1. An edge whose start x is
-/// +infinity (removed) or NaN (used) is not live. The polygon's own edges come first, in ring order,
-/// so that edge e is continued by edge e + 1, and the last one by the first, wherever no cut point
-/// lies between. At every cut point as many edges end as start.
+/// +infinity (removed) or NaN (used) is not live. The polygon's own edges come first, in ring
+/// order, so that edge e is continued by edge e + 1, and the last one by the first, wherever no cut
+/// point lies between. At every cut point as many edges end as start.
 struct KEdgeGraph {
     int edgeCount;
     int polygonEdgeCount;
@@ -39,14 +39,14 @@ bool KIsLiveEdge(const KPoint* edges, int e);
 /// of the number of edges.
 int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol);
 
-/// Traces one ring from `startEdge` and marks its edges used. Its points are the starts of the edges
-/// taken, and their ends where the next edge starts beside them.
+/// Traces one ring from `startEdge` and marks its edges used. Its points are the starts of the
+/// edges taken, and their ends where the next edge starts beside them.
 ///
 /// Where several edges go on from a cut point, the one that turns farthest to the inside is taken:
-/// to the left for a counter-clockwise polygon, to the right for a clockwise one. The edge back along
-/// the current one is taken only when nothing else goes on. The ring is closed when it is back at
-/// its first point and no live edge turns farther inside than its first edge; so a hole that hangs
-/// on a bridge at that point is not left out.
+/// to the left for a counter-clockwise polygon, to the right for a clockwise one. The edge back
+/// along the current one is taken only when nothing else goes on. The ring is closed when it is
+/// back at its first point and no live edge turns farther inside than its first edge; so a hole
+/// that hangs on a bridge at that point is not left out.
 /// @param isClockwise orientation of the polygon that was cut
 /// @param ring        room for both ends of all live edges
 /// @param size        number of points written
@@ -55,8 +55,8 @@ int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double 
                int* size);
 
 /// Assembles every ring that contains a cutting edge, and drops vertices that lie within `tol` on
-/// the segment joining their neighbours, as long as three remain and the area stays the same but for
-/// rounding.
+/// the segment joining their neighbours, as long as three remain and the area stays the same but
+/// for rounding.
 /// @param takeLoops also assembles rings from the polygon edges that are left: parts that hang
 ///                  together at a single cut point
 /// @param count     number of rings

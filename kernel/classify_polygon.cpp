@@ -11,8 +11,12 @@ namespace halvorn {
 
 namespace {
 
-const KPoint& Next(const KPoint* ring, int n, int i) { return ring[i + 1 < n ? i + 1 : 0]; }
-const KPoint& Previous(const KPoint* ring, int n, int i) { return ring[i > 0 ? i - 1 : n - 1]; }
+const KPoint& Next(const KPoint* ring, int n, int i) {
+    return ring[i + 1 < n ? i + 1 : 0];
+}
+const KPoint& Previous(const KPoint* ring, int n, int i) {
+    return ring[i > 0 ? i - 1 : n - 1];
+}
 
 // Fills `order` with 0 .. n-1 sorted by `key`; a NaN key sorts last, so that the order is strict.
 template <class Key>

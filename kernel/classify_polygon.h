@@ -9,11 +9,11 @@ namespace halvorn {
 
 /// Result of `KClassifyPolygon`, in the order of the tests.
 enum KPolygonClass : int {
-    kVerticesCoincide = -4,   ///< two vertices coincide
-    kVertexOnNeighbours = -3, ///< a vertex lies on the segment joining its two neighbours
-    kEdgesMeet = -1,          ///< two edges cross or overlap
-    kSimplePolygon = 1,       ///< valid, not convex
-    kConvexPolygon = 2        ///< valid and convex; any ring of fewer than two points
+    kVerticesCoincide = -4,    ///< two vertices coincide
+    kVertexOnNeighbours = -3,  ///< a vertex lies on the segment joining its two neighbours
+    kEdgesMeet = -1,           ///< two edges cross or overlap
+    kSimplePolygon = 1,        ///< valid, not convex
+    kConvexPolygon = 2         ///< valid and convex; any ring of fewer than two points
 };
 
 /// Classifies a ring of n points; every coincidence is per axis within `tol` [L].

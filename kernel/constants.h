@@ -9,8 +9,8 @@ inline constexpr double kPi = 3.141592653589793;
 inline constexpr double kQuarterPi = 0.7853981633974483;
 inline constexpr double kThreeQuarterPi = 2.356194490192345;
 
-/// A vector whose length [L] or squared length [L^2] is below this has no direction. Tested on both:
-/// the squared test alone already treats lengths below 1e-6 as none.
+/// A vector whose length [L] or squared length [L^2] is below this has no direction. Tested on
+/// both: the squared test alone already treats lengths below 1e-6 as none.
 inline constexpr double kZeroVector = 1e-12;
 
 /// A squared distance [L^2] below this is 0: its root would be below 1e-50.

@@ -33,7 +33,9 @@ Box BoxOf(const KPoint* points, int n) {
     return box;
 }
 
-bool IsFinite(const KPoint& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+bool IsFinite(const KPoint& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y);
+}
 
 bool BoxesMeet(const Box& a, const Box& b, double tol) {
     return a.low.x - tol <= b.high.x && b.low.x <= a.high.x + tol && a.low.y - tol <= b.high.y &&
@@ -123,8 +125,8 @@ void FillEdges(const KSplitRing& split, GraphStorage* storage) {
     }
 }
 
-// Removes the stretches that end freely inside the ring. The edges back stay out of the search: each
-// would match the ends of its own edge there.
+// Removes the stretches that end freely inside the ring. The edges back stay out of the search:
+// each would match the ends of its own edge there.
 void PruneDanglingStretches(const KSplitRing& split, double tol, GraphStorage* storage) {
     const int n = split.count;
     const int edgeCount = n + 2 * split.stretchCount;
@@ -265,7 +267,8 @@ int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint&
     *points = nullptr;
     if (n < 1 || KPointsEqualTol(p1, p2, tol)) return 0;
 
-    // The line's crossings with the two sides of the bounding box that it meets at the steeper angle.
+    // The line's crossings with the two sides of the bounding box that it meets at the steeper
+    // angle.
     const Box box = BoxOf(ring, n);
     const KPoint lowLow = box.low;
     const KPoint highHigh = box.high;
@@ -277,9 +280,9 @@ int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint&
     const double angle = AbsValue(KVectorAngle(&xAxis, &along));
     const bool isNearerHorizontal = angle <= kQuarterPi || angle >= kThreeQuarterPi;
     KPoint ends[2];
-    const int hasStart =
-        isNearerHorizontal ? KLineIntersection(&p1, &p2, &lowLow, &lowHigh, &ends[0])
-                           : KLineIntersection(&p1, &p2, &highHigh, &lowHigh, &ends[0]);
+    const int hasStart = isNearerHorizontal
+                             ? KLineIntersection(&p1, &p2, &lowLow, &lowHigh, &ends[0])
+                             : KLineIntersection(&p1, &p2, &highHigh, &lowHigh, &ends[0]);
     const int hasEnd = isNearerHorizontal
                            ? KLineIntersection(&p1, &p2, &highHigh, &highLow, &ends[1])
                            : KLineIntersection(&p1, &p2, &lowLow, &highLow, &ends[1]);

@@ -11,8 +11,9 @@ namespace halvorn {
 
 /// The pieces of a cut, as the routines below write them; frees its arrays.
 struct KPieces {
-    int count = 0;             ///< number of pieces
-    int* ranges = nullptr;     ///< count + 1 offsets: piece k is points[ranges[k]] .. [ranges[k+1] - 1]
+    int count = 0;  ///< number of pieces
+    int* ranges =
+        nullptr;  ///< count + 1 offsets: piece k is points[ranges[k]] .. [ranges[k+1] - 1]
     KPoint* points = nullptr;  ///< the pieces, each a ring closed implicitly
 
     KPieces() = default;
@@ -29,17 +30,18 @@ struct KPieces {
 /// Every piece lies on one side of the line, up to `tol` [L], and has the orientation of the ring.
 /// The pieces of a simple ring add up to it. A hole that hangs on the outline by a bridge, the same
 /// edge out and back, is cut as a hole.
-/// @return positive with the pieces in the out-parameters, which the caller frees; 0 with 0 and null
-///         for a line that misses or only touches the ring, for p1 and p2 coinciding within `tol` per
-///         axis, for coordinates that are not finite, when memory is exhausted. Never negative.
+/// @return positive with the pieces in the out-parameters, which the caller frees; 0 with 0 and
+/// null
+///         for a line that misses or only touches the ring, for p1 and p2 coinciding within `tol`
+///         per axis, for coordinates that are not finite, when memory is exhausted. Never negative.
 /// Cost: n + k log k for k cut points.
 int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint& p2, double tol,
                       int* count, int** ranges, KPoint** points);
 
 /// Splits a ring of n points along a polyline of `ncut` points, read as segments 0-1, 2-3, ...; an
 /// odd last point is not read. What of a segment ends inside the ring cuts only where another
-/// segment goes on from there. Segments that cross each other inside the ring are not supported: the
-/// pieces then overlap.
+/// segment goes on from there. Segments that cross each other inside the ring are not supported:
+/// the pieces then overlap.
 ///
 /// With ncut = 0 the result is a copy of the ring under the one irregular count of the kernel:
 /// count is 2, the number of offsets [0, n], not of pieces.

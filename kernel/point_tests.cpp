@@ -90,10 +90,9 @@ int KIntersectSegments(const KSegment& first, const KSegment& second, double tol
     addContact(second.end, first);
     if (count > 0) return count > 1 ? 2 : 1;
 
-    const bool cross = AreApart(DistanceFromLine(second.start, first),
-                                DistanceFromLine(second.end, first), tol) &&
-                       AreApart(DistanceFromLine(first.start, second),
-                                DistanceFromLine(first.end, second), tol);
+    const bool cross =
+        AreApart(DistanceFromLine(second.start, first), DistanceFromLine(second.end, first), tol) &&
+        AreApart(DistanceFromLine(first.start, second), DistanceFromLine(first.end, second), tol);
     return cross ? 1 : 0;
 }
 

@@ -7,7 +7,8 @@
 
 namespace halvorn {
 
-/// Tells whether `p` lies on the segment from `a` to `b`, all coincidences per axis within `tol` [L].
+/// Tells whether `p` lies on the segment from `a` to `b`, all coincidences per axis within `tol`
+/// [L].
 /// @return 1 when `p` coincides with `a`, 2 when with `b`, 3 when it lies between them, else 0. A
 ///         segment shorter than 1e-6 has no direction and so nothing between its ends.
 int KPointOnSegment(const KPoint& p, const KPoint& a, const KPoint& b, double tol);

@@ -12,7 +12,9 @@ double KPolygonSignedArea(const double* xy, int n) {
     return sum * 0.5;
 }
 
-double KPolygonArea(const double* xy, int n) { return AbsValue(KPolygonSignedArea(xy, n)); }
+double KPolygonArea(const double* xy, int n) {
+    return AbsValue(KPolygonSignedArea(xy, n));
+}
 
 int KLineIntersection(const KPoint* a, const KPoint* b, const KPoint* c, const KPoint* d,
                       KPoint* out) {

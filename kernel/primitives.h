@@ -49,10 +49,14 @@ inline KPoint* KMidpoint(KPoint* out, const KPoint* a, const KPoint* b) {
 }
 
 /// Returns the z component of a x b [L^2]: positive when b is counter-clockwise of a.
-inline double KCross(const KPoint* a, const KPoint* b) { return a->x * b->y - a->y * b->x; }
+inline double KCross(const KPoint* a, const KPoint* b) {
+    return a->x * b->y - a->y * b->x;
+}
 
 /// Returns the scalar product of two vectors [L^2].
-inline double KDot(const KPoint* a, const KPoint* b) { return a->x * b->x + a->y * b->y; }
+inline double KDot(const KPoint* a, const KPoint* b) {
+    return a->x * b->x + a->y * b->y;
+}
 
 /// Returns the distance of two points [L]; exactly 0 below 1e-50.
 inline double KDistance(const KPoint* a, const KPoint* b) {
@@ -83,7 +87,9 @@ inline double KVectorAngle(const KPoint* a, const KPoint* b) {
 }
 
 /// Returns s v.
-inline KPoint KScaleVector(const KPoint& v, double s) { return {s * v.x, s * v.y}; }
+inline KPoint KScaleVector(const KPoint& v, double s) {
+    return {s * v.x, s * v.y};
+}
 
 /// Returns `v` turned counter-clockwise by `angle` [rad].
 inline KPoint KRotateVector(const KPoint& v, double angle) {
@@ -93,7 +99,9 @@ inline KPoint KRotateVector(const KPoint& v, double angle) {
 }
 
 /// Returns p + v.
-inline KPoint KTranslatePoint(const KPoint& p, const KPoint& v) { return {p.x + v.x, p.y + v.y}; }
+inline KPoint KTranslatePoint(const KPoint& p, const KPoint& v) {
+    return {p.x + v.x, p.y + v.y};
+}
 
 /// Returns whether two points coincide: both coordinate differences within `tol` [L], inclusive. A
 /// test per axis, not of the distance.

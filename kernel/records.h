@@ -1,10 +1,11 @@
 /// @file records.h
 /// The plain records that kernel routines exchange.
 ///
-/// Kernel conventions: a polygon (ring) is a pointer and an `int` count; it is closed implicitly and
-/// never repeats its first point. Routines return an `int` status, 0 or more for results and below 0
-/// for failures, write zero to every out-parameter first, free what they allocated when they fail,
-/// and let no exception pass. Arrays come from calloc or realloc and are released with free.
+/// Kernel conventions: a polygon (ring) is a pointer and an `int` count; it is closed implicitly
+/// and never repeats its first point. Routines return an `int` status, 0 or more for results and
+/// below 0 for failures, write zero to every out-parameter first, free what they allocated when
+/// they fail, and let no exception pass. Arrays come from calloc or realloc and are released with
+/// free.
 #ifndef HALVORN_KERNEL_RECORDS_H
 #define HALVORN_KERNEL_RECORDS_H
 

@@ -11,7 +11,9 @@ namespace halvorn {
 
 namespace {
 
-std::size_t Size(int count) { return static_cast<std::size_t>(count); }
+std::size_t Size(int count) {
+    return static_cast<std::size_t>(count);
+}
 
 // One vertex on the line. `crossesLeft` and `crossesRight` tell whether the ring, passing through
 // this vertex, crosses a parallel just left and just right of the line: it does when exactly one of
@@ -23,8 +25,8 @@ struct LineVisit {
     bool crossesRight;
 };
 
-// The visits of one cut point. After `SumAlongLine` the three numbers hold for the stretch from this
-// cut point to the next one along the line.
+// The visits of one cut point. After `SumAlongLine` the three numbers hold for the stretch from
+// this cut point to the next one along the line.
 struct CutPointSums {
     double t;
     int cutPoint;
@@ -60,7 +62,8 @@ signed char SideOf(double distance, double tol) {
 }
 
 // The point at which the edge from a to b crosses the line. Taken from the nearer end, and so the
-// same, bit for bit, for the edge from b to a: the two edges of a bridge meet the line in one point.
+// same, bit for bit, for the edge from b to a: the two edges of a bridge meet the line in one
+// point.
 KPoint Crossing(const KPoint& a, double distanceA, const KPoint& b, double distanceB) {
     const bool fromA = AbsValue(distanceA) < AbsValue(distanceB) ||
                        (AbsValue(distanceA) == AbsValue(distanceB) && distanceA > 0.0);
@@ -143,14 +146,14 @@ int AppendCutPoint(KSplitRing* split, const KPoint& point) {
     return split->cutPointCount++;
 }
 
-// Makes one cut point of the visits that coincide. Their vertices keep their own coordinates: moving
-// them would take area from pieces that are long across the line.
+// Makes one cut point of the visits that coincide. Their vertices keep their own coordinates:
+// moving them would take area from pieces that are long across the line.
 int MergeVisits(KSplitRing* split, double tol, LineWork* work) {
     const int count = work->visitCount;
     // Room for every visit and the two ends of a segment.
     const std::size_t capacity = Size(split->cutPointCount) + Size(count) + 2;
-    auto* const grown = static_cast<KPoint*>(
-        std::realloc(split->cutPoints.get(), capacity * sizeof(KPoint)));
+    auto* const grown =
+        static_cast<KPoint*>(std::realloc(split->cutPoints.get(), capacity * sizeof(KPoint)));
     if (!grown) return kOutOfMemory;
     static_cast<void>(split->cutPoints.release());
     split->cutPoints.reset(grown);
@@ -217,16 +220,16 @@ int FreeEnd(KSplitRing* split, const KCutLine& line, double t, double tol) {
 int AppendStretches(KSplitRing* split, const KCutLine& line, double tol, const LineWork& work) {
     const std::size_t capacity = Size(split->stretchCount) + Size(work.sumCount);
     if (capacity == 0) return 0;
-    auto* const grown = static_cast<KStretch*>(
-        std::realloc(split->stretches.get(), capacity * sizeof(KStretch)));
+    auto* const grown =
+        static_cast<KStretch*>(std::realloc(split->stretches.get(), capacity * sizeof(KStretch)));
     if (!grown) return kOutOfMemory;
     static_cast<void>(split->stretches.release());
     split->stretches.reset(grown);
     for (int k = 0; k + 1 < work.sumCount; ++k) {
         const CutPointSums& here = work.sums[Size(k)];
         const CutPointSums& next = work.sums[Size(k + 1)];
-        const bool isInside = here.crossingsLeft % 2 != 0 && here.crossingsRight % 2 != 0 &&
-                              here.edgesAlong == 0;
+        const bool isInside =
+            here.crossingsLeft % 2 != 0 && here.crossingsRight % 2 != 0 && here.edgesAlong == 0;
         const bool isOnSegment = next.t > line.low + tol && here.t < line.high - tol;
         if (!isInside || !isOnSegment) continue;
         const int start =

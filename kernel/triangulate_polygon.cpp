@@ -39,7 +39,8 @@ bool IsEar(const LiveRing& chain, int previous, double tol) {
         if (KPointInPolygon(chain.ring[i], triangle, 3, tol) != -1) return false;
         const int after = chain.next[i];
         if (after == previous) continue;
-        if (KIntersectSegments(diagonal, {chain.ring[i], chain.ring[after]}, tol) != 0) return false;
+        if (KIntersectSegments(diagonal, {chain.ring[i], chain.ring[after]}, tol) != 0)
+            return false;
     }
     return true;
 }

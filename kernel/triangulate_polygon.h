@@ -10,7 +10,8 @@ namespace halvorn {
 /// Splits a valid simple ring of n points, of either orientation, into triangles by clipping ears.
 /// @param triangles room for 3 (n - 2) indices into the ring; a triangle is three of them
 /// @param count     number of triangles, never more than n - 2 (fewer where corners are straight)
-/// @return 0, or -1 with a count of 0 when the ring has no such triangulation, -90 with a count of 0
+/// @return 0, or -1 with a count of 0 when the ring has no such triangulation, -90 with a count of
+/// 0
 ///         when memory is exhausted
 /// Method: G. H. Meisters, "Polygons have ears", American Mathematical Monthly 82, 1975. Cost: n^2
 /// at best, n^3 at worst.
@@ -18,8 +19,8 @@ int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, d
 
 /// Writes the centroid of a ring of n points into `out` and returns it.
 ///
-/// The area-weighted mean of the ring's triangles, for a ring that `KClassifyPolygon` finds valid and
-/// whose triangles account for its area within 0.01 [L^2, absolute]; else the average of the
+/// The area-weighted mean of the ring's triangles, for a ring that `KClassifyPolygon` finds valid
+/// and whose triangles account for its area within 0.01 [L^2, absolute]; else the average of the
 /// vertices, which also serves when memory is exhausted. n = 0 gives (0, 0), n = 1 the point, n = 2
 /// the midpoint.
 KPoint* KPolygonCentroid(KPoint* out, const KPoint* ring, int n, double tol);

@@ -32,16 +32,24 @@ constexpr double AbsValue(double a) {
 }
 
 /// Returns a^2.
-constexpr double Sqr(double a) { return a * a; }
+constexpr double Sqr(double a) {
+    return a * a;
+}
 
 /// Returns the square root, or `INVALID_VALUE` for a negative number or any NaN.
-inline double SqrtSafe(double a) { return a >= 0.0 ? std::sqrt(a) : INVALID_VALUE; }
+inline double SqrtSafe(double a) {
+    return a >= 0.0 ? std::sqrt(a) : INVALID_VALUE;
+}
 
 /// Returns `a` if a > b, else `b`: the second on a tie or when either is a NaN.
-constexpr double MaxValue(double a, double b) { return a > b ? a : b; }
+constexpr double MaxValue(double a, double b) {
+    return a > b ? a : b;
+}
 
 /// Returns `a` if a < b, else `b`: the second on a tie or when either is a NaN.
-constexpr double MinValue(double a, double b) { return a < b ? a : b; }
+constexpr double MinValue(double a, double b) {
+    return a < b ? a : b;
+}
 
 /// Exchanges the two values.
 constexpr void SwapValues(double& a, double& b) {

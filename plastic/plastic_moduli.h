@@ -13,11 +13,11 @@ namespace halvorn {
 
 /// Computes the plastic moduli of a composite section about a horizontal and a vertical axis.
 ///
-/// Each axis is found by bisection as the line with equal gross areas on its two sides (within 1e-7,
-/// absolute, at most 51 splits; then the last line tried stands). The modulus is the sum over the
-/// pieces on both sides of weight x area x distance of the centroid from the axis. A hole's area
-/// counts in the balance, its weight is 0: the modulus of a solid with a hole is the solid's. A
-/// keyhole ring gives the net value.
+/// Each axis is found by bisection as the line with equal gross areas on its two sides (within
+/// 1e-7, absolute, at most 51 splits; then the last line tried stands). The modulus is the sum over
+/// the pieces on both sides of weight x area x distance of the centroid from the axis. A hole's
+/// area counts in the balance, its weight is 0: the modulus of a solid with a hole is the solid's.
+/// A keyhole ring gives the net value.
 ///
 /// Works on a copy of the contours, moved to their first point, so that digits do not depend on how
 /// far away the host's origin is. Cost: at most 51 splits per direction.

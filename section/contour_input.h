@@ -17,13 +17,15 @@ struct BoundingBoxRef {
     double& yMax;
 };
 
-/// Returns `count` vertices from 2 * count interleaved doubles, none for a count below 1, and widens
-/// `box` by each. Plain comparisons: a NaN coordinate moves no bound.
+/// Returns `count` vertices from 2 * count interleaved doubles, none for a count below 1, and
+/// widens `box` by each. Plain comparisons: a NaN coordinate moves no bound.
 /// @throws std::bad_alloc before `box` is touched
 std::vector<point2D> ReadVertices(int count, const double* coords, const BoundingBoxRef& box);
 
 /// Returns +1.0 for a solid's flag and -1.0 for a hole's.
-inline double SignOfFlag(unsigned char flag) { return flag != 0 ? 1.0 : -1.0; }
+inline double SignOfFlag(unsigned char flag) {
+    return flag != 0 ? 1.0 : -1.0;
+}
 
 }  // namespace halvorn
 

@@ -8,8 +8,7 @@
 
 void CSectionTools::PushContour(int count, double* coords, unsigned char flag) {
     using namespace halvorn;
-    Contours.push_back(
-        ContourRecord{flag, ReadVertices(count, coords, {XMin, XMax, YMin, YMax})});
+    Contours.push_back(ContourRecord{flag, ReadVertices(count, coords, {XMin, XMax, YMin, YMax})});
     const std::vector<point2D>& ring = Contours.back().Points;
     const ContourProperties properties =
         ComputeContourProperties(static_cast<int>(ring.size()), ring.data());

@@ -11,8 +11,7 @@ void CSectionTools::PushContourStandard(int count, double* coords, double alpha,
                                         double wplx, double wply, double extra,
                                         unsigned char flag) {
     using namespace halvorn;
-    Contours.push_back(
-        ContourRecord{flag, ReadVertices(count, coords, {XMin, XMax, YMin, YMax})});
+    Contours.push_back(ContourRecord{flag, ReadVertices(count, coords, {XMin, XMax, YMin, YMax})});
     const MomentTriple inertia =
         TransferMoments(RotateMoments({inertia1, 0.0, inertia2}, -alpha), area, {xG, yG});
     const MomentTriple shear = RotateMoments({shearArea1, 0.0, shearArea2}, -alpha);

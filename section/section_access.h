@@ -1,5 +1,6 @@
 /// @file section_access.h
-/// Reads the sums of a section from outside the class, for the library's own tests and nothing else.
+/// Reads the sums of a section from outside the class, for the library's own tests and nothing
+/// else.
 #ifndef HALVORN_SECTION_SECTION_ACCESS_H
 #define HALVORN_SECTION_SECTION_ACCESS_H
 
@@ -13,13 +14,25 @@ namespace halvorn {
 /// The private state of one section, by reference. Lives no longer than the section.
 struct SectionAccess {
     explicit SectionAccess(const CSectionTools& section)
-        : NbContours(section.NbContours), Area(section.Area), Ixx(section.Ixx), Wt(section.Wt),
-          ShearAreaY(section.ShearAreaY), ShearAreaZ(section.ShearAreaZ),
-          SecondMomentX0(section.SecondMomentX0), SecondMomentY0(section.SecondMomentY0),
-          ProductMoment0(section.ProductMoment0), MomentAX(section.MomentAX),
-          MomentAY(section.MomentAY), XMin(section.XMin), XMax(section.XMax), YMin(section.YMin),
-          YMax(section.YMax), Wplx(section.Wplx), Wply(section.Wply),
-          ExtraSum(section.ExtraSum), Contours(section.Contours) {}
+        : NbContours(section.NbContours),
+          Area(section.Area),
+          Ixx(section.Ixx),
+          Wt(section.Wt),
+          ShearAreaY(section.ShearAreaY),
+          ShearAreaZ(section.ShearAreaZ),
+          SecondMomentX0(section.SecondMomentX0),
+          SecondMomentY0(section.SecondMomentY0),
+          ProductMoment0(section.ProductMoment0),
+          MomentAX(section.MomentAX),
+          MomentAY(section.MomentAY),
+          XMin(section.XMin),
+          XMax(section.XMax),
+          YMin(section.YMin),
+          YMax(section.YMax),
+          Wplx(section.Wplx),
+          Wply(section.Wply),
+          ExtraSum(section.ExtraSum),
+          Contours(section.Contours) {}
 
     const double& NbContours;
     const double& Area;

@@ -43,9 +43,8 @@ CSectionTools& CSectionTools::operator=(CSectionTools&& source) {
              &CSectionTools::Wt, &CSectionTools::ShearAreaY, &CSectionTools::ShearAreaZ,
              &CSectionTools::SecondMomentX0, &CSectionTools::SecondMomentY0,
              &CSectionTools::ProductMoment0, &CSectionTools::MomentAX, &CSectionTools::MomentAY,
-             &CSectionTools::XMin, &CSectionTools::XMax, &CSectionTools::YMin,
-             &CSectionTools::YMax, &CSectionTools::Wplx, &CSectionTools::Wply,
-             &CSectionTools::ExtraSum);
+             &CSectionTools::XMin, &CSectionTools::XMax, &CSectionTools::YMin, &CSectionTools::YMax,
+             &CSectionTools::Wplx, &CSectionTools::Wply, &CSectionTools::ExtraSum);
     // Clearing before the self test would lose the contours of an object moved onto itself.
     if (this != &source) {
         Contours.clear();
@@ -59,9 +58,13 @@ void CSectionTools::GetCDG(double* x, double* y) {
     *y = MomentAY / Area;
 }
 
-double CSectionTools::GetIxx() { return Ixx; }
+double CSectionTools::GetIxx() {
+    return Ixx;
+}
 
-double CSectionTools::GetTol3D() { return halvorn::Tol3D.load(std::memory_order_relaxed); }
+double CSectionTools::GetTol3D() {
+    return halvorn::Tol3D.load(std::memory_order_relaxed);
+}
 
 void CSectionTools::SetTol3D(double tol) {
     halvorn::Tol3D.store(tol, std::memory_order_relaxed);

@@ -1,5 +1,5 @@
-// What must hold for every simple ring, at any position of the line: each piece lies on one side, the
-// areas and first moments are those of the half-planes, and the pieces are as many as a general
+// What must hold for every simple ring, at any position of the line: each piece lies on one side,
+// the areas and first moments are those of the half-planes, and the pieces are as many as a general
 // geometry library finds.
 #include <geos_c.h>
 
@@ -33,13 +33,16 @@ std::vector<Case> Cases() {
         {"channel", {{0, 0}, {8, 0}, {8, 1}, {1, 1}, {1, 9}, {8, 9}, {8, 10}, {0, 10}}, true},
         {"zigzag", {{2, 2}, {3, 1}, {2, 3}, {1, 2}, {0, 3}, {1, 0}}, true},
         {"tee with mid-side vertices",
-         {{0, 8}, {4, 8}, {4, 0}, {5, 0}, {5, 4}, {5, 8}, {9, 8}, {9, 9}, {4.5, 9}, {0, 9}}, true},
+         {{0, 8}, {4, 8}, {4, 0}, {5, 0}, {5, 4}, {5, 8}, {9, 8}, {9, 9}, {4.5, 9}, {0, 9}},
+         true},
         {"triangle", {{0, 0}, {7, 2}, {3, 9}}, true}};
     for (std::uint32_t seed = 1; seed <= 12; ++seed) {
         const std::string suffix = " " + std::to_string(seed);
         drawn.push_back({"star" + suffix, RandomStar(seed, 2 + static_cast<int>(seed)), true});
-        drawn.push_back({"skyline" + suffix, RandomSkyline(seed, 3 + static_cast<int>(seed)), true});
-        drawn.push_back({"grid" + suffix, RandomGridRing(seed, 4 + 3 * static_cast<int>(seed)), true});
+        drawn.push_back(
+            {"skyline" + suffix, RandomSkyline(seed, 3 + static_cast<int>(seed)), true});
+        drawn.push_back(
+            {"grid" + suffix, RandomGridRing(seed, 4 + 3 * static_cast<int>(seed)), true});
         drawn.push_back({"comb" + suffix, RandomComb(seed, 1 + static_cast<int>(seed) % 8), true});
     }
     std::vector<Case> all;
@@ -86,7 +89,8 @@ struct Geos {
         GEOSGeometry* const part = GEOSIntersection_r(context, whole, box);
         int polygons = 0;
         for (int i = 0; i < GEOSGetNumGeometries_r(context, part); ++i) {
-            polygons += GEOSGeomTypeId_r(context, GEOSGetGeometryN_r(context, part, i)) == GEOS_POLYGON;
+            polygons +=
+                GEOSGeomTypeId_r(context, GEOSGetGeometryN_r(context, part, i)) == GEOS_POLYGON;
         }
         for (GEOSGeometry* g : {whole, box, part}) GEOSGeom_destroy_r(context, g);
         return polygons;
@@ -128,7 +132,8 @@ void CheckSplit(const Case& c, int iDir, double pos) {
     const double whole = static_cast<double>(above.area + below.area), size = Extent(c.ring);
     double areaHigh = -1, areaLow = -1;
     std::list<PlasticPiece> high, low;
-    SplitSectionAtAxis({ContourRecord{1, Points(c.ring)}}, iDir, pos, &areaHigh, &areaLow, high, low);
+    SplitSectionAtAxis({ContourRecord{1, Points(c.ring)}}, iDir, pos, &areaHigh, &areaLow, high,
+                       low);
     // The line within 1e-10 of a vertex runs through it: a strip of that height may change sides.
     const double strip = 2e-10 * size;
     ExpectNear(areaHigh, static_cast<double>(above.area), 1, "area above", 1e-12 * whole + strip);
@@ -149,10 +154,10 @@ void CheckSplit(const Case& c, int iDir, double pos) {
     static const Geos geos;
     const double far = 10 * size;
     const bool v = iDir == kVerticalAxis;
-    EXPECT_EQ(high.size(), static_cast<std::size_t>(geos.PiecesIn(c.ring, v ? pos : -far,
-                                                                 v ? -far : pos, far, far)));
-    EXPECT_EQ(low.size(), static_cast<std::size_t>(geos.PiecesIn(c.ring, -far, -far, v ? pos : far,
-                                                                v ? far : pos)));
+    EXPECT_EQ(high.size(), static_cast<std::size_t>(
+                               geos.PiecesIn(c.ring, v ? pos : -far, v ? -far : pos, far, far)));
+    EXPECT_EQ(low.size(), static_cast<std::size_t>(
+                              geos.PiecesIn(c.ring, -far, -far, v ? pos : far, v ? far : pos)));
 }
 
 TEST(CutProperty, PiecesOfASimpleRingAreItsHalves) {
@@ -176,17 +181,19 @@ TEST(CutProperty, SlantedLinesCutAlike) {
             const double angle = k * test_support::kPi / 8;
             const auto [x, y] = c.ring[static_cast<std::size_t>(k) % c.ring.size()];
             const auto& [x2, y2] = c.ring[static_cast<std::size_t>(k + 3) % c.ring.size()];
-            const KPoint through = k % 3 == 0 ? KPoint{x, y} : KPoint{(x + 2 * x2) / 3, (y + 2 * y2) / 3};
+            const KPoint through =
+                k % 3 == 0 ? KPoint{x, y} : KPoint{(x + 2 * x2) / 3, (y + 2 * y2) / 3};
             KPoint along{std::cos(angle), std::sin(angle)};
             if (k % 4 == 2) along = {along.x > 0 ? 1.0 : -1.0, along.y > 0 ? 1.0 : -1.0};
             const double length = std::hypot(along.x, along.y);
             const long double nx = -along.y / length, ny = along.x / length;
             const long double pos = nx * through.x + ny * through.y;
             KPieces pieces;
-            const int status = KCutPolygonByLine(points.data(), static_cast<int>(points.size()), through,
-                                                 KTranslatePoint(through, along), 1e-10, &pieces.count,
-                                                 &pieces.ranges, &pieces.points);
-            const HalfPlane left = Beyond(c.ring, nx, ny, pos), right = Beyond(c.ring, -nx, -ny, -pos);
+            const int status = KCutPolygonByLine(points.data(), static_cast<int>(points.size()),
+                                                 through, KTranslatePoint(through, along), 1e-10,
+                                                 &pieces.count, &pieces.ranges, &pieces.points);
+            const HalfPlane left = Beyond(c.ring, nx, ny, pos),
+                            right = Beyond(c.ring, -nx, -ny, -pos);
             const auto whole = static_cast<double>(left.area + right.area);
             const double size = Extent(c.ring);
             if (std::min(left.area, right.area) < 1e-9 * size) continue;
@@ -197,17 +204,17 @@ TEST(CutProperty, SlantedLinesCutAlike) {
             for (int i = 0; i < pieces.count; ++i) {
                 double reachLeft = 0, reachRight = 0;
                 for (int j = pieces.ranges[i]; j < pieces.ranges[i + 1]; ++j) {
-                    const auto distance =
-                        static_cast<double>(nx * pieces.points[j].x + ny * pieces.points[j].y - pos);
+                    const auto distance = static_cast<double>(nx * pieces.points[j].x +
+                                                              ny * pieces.points[j].y - pos);
                     reachLeft = std::max(reachLeft, distance);
                     reachRight = std::max(reachRight, -distance);
                 }
                 EXPECT_LE(std::min(reachLeft, reachRight), 1.1e-10) << "piece " << i;
-                (reachLeft > reachRight ? areaLeft : areaRight) +=
-                    KPolygonArea(&pieces.points[pieces.ranges[i]].x,
-                                 pieces.ranges[i + 1] - pieces.ranges[i]);
+                (reachLeft > reachRight ? areaLeft : areaRight) += KPolygonArea(
+                    &pieces.points[pieces.ranges[i]].x, pieces.ranges[i + 1] - pieces.ranges[i]);
             }
-            ExpectNear(areaLeft, static_cast<double>(left.area), 1, "left", 1e-12 * whole + 3e-10 * size);
+            ExpectNear(areaLeft, static_cast<double>(left.area), 1, "left",
+                       1e-12 * whole + 3e-10 * size);
             ExpectNear(areaLeft + areaRight, whole, 2e-12, "sum of the areas");
             if (HasFailure()) return;
         }

@@ -91,8 +91,8 @@ TEST(PlasticModuli, KeyholeRingGivesTheNetValueSolidAndHoleTheGrossOne) {
             }
         }
     }
-    const Moduli gross = PlasticModuli(
-        {{Rectangle(0, 0, 100, 100), 1}, {Rectangle(5, 5, 95, 95), 0}});
+    const Moduli gross =
+        PlasticModuli({{Rectangle(0, 0, 100, 100), 1}, {Rectangle(5, 5, 95, 95), 0}});
     ExpectNear(gross.x, 250000, 1e-9, "Wplx");
     ExpectNear(gross.y, 250000, 1e-9, "Wply");
 }
@@ -128,15 +128,16 @@ TEST(PlasticModuli, ReturnOnRingsThatAreNone) {
     std::mt19937 random(7);
     Ring cloud, spiral;
     for (int i = 0; i < 1000; ++i) cloud.emplace_back(Draw(random, 30), Draw(random, 30));
-    for (int i = 0; i < 100000; ++i) spiral.emplace_back(i * std::cos(0.01 * i), i * std::sin(0.01 * i));
+    for (int i = 0; i < 100000; ++i)
+        spiral.emplace_back(i * std::cos(0.01 * i), i * std::sin(0.01 * i));
     rings.push_back(cloud);
     rings.push_back(spiral);
     for (const Ring& ring : rings) {
         const Moduli moduli = PlasticModuli({{ring, 1}});
         EXPECT_FALSE(moduli.x == -1 || moduli.y == -1) << "not written";
     }
-    const Moduli pinched = PlasticModuli(
-        {{{{0, 0}, {1, 0}, {1, 1}, {2, 1}, {2, 2}, {1, 2}, {1, 1}, {0, 1}}, 1}});
+    const Moduli pinched =
+        PlasticModuli({{{{0, 0}, {1, 0}, {1, 1}, {2, 1}, {2, 2}, {1, 2}, {1, 1}, {0, 1}}, 1}});
     ExpectNear(pinched.x, 1, 1e-12, "two squares that meet at a corner");
 }
 

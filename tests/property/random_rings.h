@@ -89,8 +89,8 @@ inline Ring KeyholeTube(double b, double h, double t, int side, double outer, do
         Ring ring = StartingAt(corners, side);
         const auto [x, y] = ring[0];
         if (fraction == 0) return ring;
-        ring.insert(ring.begin() + 1, {x + fraction * (ring[1].first - x),
-                                       y + fraction * (ring[1].second - y)});
+        ring.insert(ring.begin() + 1,
+                    {x + fraction * (ring[1].first - x), y + fraction * (ring[1].second - y)});
         return StartingAt(ring, 1);
     };
     Ring ring = startingOn(Rectangle(0, 0, b, h), outer);
@@ -106,8 +106,8 @@ struct HalfPlane {
     long double area = 0, moment = 0;
 };
 
-/// The part of a ring beyond the line across (nx, ny) at distance `pos`, by Green's theorem over the
-/// clipped edges, in extended precision. Orientation does not matter.
+/// The part of a ring beyond the line across (nx, ny) at distance `pos`, by Green's theorem over
+/// the clipped edges, in extended precision. Orientation does not matter.
 inline HalfPlane Beyond(const Ring& ring, long double nx, long double ny, long double pos) {
     HalfPlane sum;
     for (std::size_t i = 0; i < ring.size(); ++i) {

@@ -34,8 +34,10 @@ struct Search {
 
 TEST(PlasticSearch, WritesNothingWithoutBothOutputs) {
     double only = -7;
-    ComputePlasticModuli(Section({test_support::Rectangle(0, 0, 1, 1)}), &only, nullptr, nullptr, nullptr);
-    ComputePlasticModuli(Section({test_support::Rectangle(0, 0, 1, 1)}), nullptr, &only, nullptr, nullptr);
+    ComputePlasticModuli(Section({test_support::Rectangle(0, 0, 1, 1)}), &only, nullptr, nullptr,
+                         nullptr);
+    ComputePlasticModuli(Section({test_support::Rectangle(0, 0, 1, 1)}), nullptr, &only, nullptr,
+                         nullptr);
     EXPECT_EQ(only, -7);
 }
 
@@ -64,8 +66,8 @@ TEST(PlasticSearch, ReportsEverySplit) {
     EXPECT_EQ(FormatFixed(1e300, 0).size(), 301U);
 }
 
-// Two strips apart, unequal: wherever the axis lies in the gap, the areas differ, and at the edge of
-// the wider strip the balance jumps past equality for as long as doubles resolve it.
+// Two strips apart, unequal: wherever the axis lies in the gap, the areas differ, and at the edge
+// of the wider strip the balance jumps past equality for as long as doubles resolve it.
 TEST(PlasticSearch, StopsAfterFiftyOneSplitsWithTheLastPosition) {
     const double size = 1e7;
     const Search search(Section({{{0, 0}, {size, 0}, {0.3 * size, 0.9 * size}}}));
@@ -76,8 +78,8 @@ TEST(PlasticSearch, StopsAfterFiftyOneSplitsWithTheLastPosition) {
     ExpectNear(search.wplx, size * 0.81 * size * size * (2 - std::sqrt(2.0)) / 6, 1e-9, "Wplx");
 }
 
-// A plate taller than wide: its halves' longest edges stand across the horizontal axis and along the
-// vertical one.
+// A plate taller than wide: its halves' longest edges stand across the horizontal axis and along
+// the vertical one.
 TEST(PlasticSearch, CountsPiecesWithLongestEdgeAcrossTheAxisAsWeb) {
     const Search plate(Section({test_support::Rectangle(0, 0, 10, 60)}));
     ExpectNear(plate.webX, plate.wplx, 1e-12, "web part of Wplx");
@@ -91,8 +93,9 @@ TEST(PlasticSearch, CountsPiecesWithLongestEdgeAcrossTheAxisAsWeb) {
 TEST(SplitSectionAtAxis, LeavesOutSliversOnTheAxisAndPutsTouchingContoursOnTheirSide) {
     std::list<PlasticPiece> high, low;
     double areaHigh = -1, areaLow = -1;
-    const auto contours = Section({test_support::Rectangle(0, 0, 2, 1), test_support::Rectangle(0, 1, 2, 2),
-                                   test_support::Rectangle(0, 0.5, 2, 1 + 1.5e-10)});
+    const auto contours =
+        Section({test_support::Rectangle(0, 0, 2, 1), test_support::Rectangle(0, 1, 2, 2),
+                 test_support::Rectangle(0, 0.5, 2, 1 + 1.5e-10)});
     SplitSectionAtAxis(contours, kHorizontalAxis, 1, &areaHigh, &areaLow, high, low);
     EXPECT_EQ(high.size(), 1U);
     EXPECT_EQ(low.size(), 2U);

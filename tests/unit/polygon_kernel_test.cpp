@@ -29,14 +29,15 @@ const Ring kBowTie = {{0, 0}, {4, 4}, {4, 0}, {0, 4}};
 
 TEST(PointOnSegment, TellsEndsInteriorAndNeither) {
     const KPoint a{0, 0}, b{4, 2};
-    const std::tuple<KPoint, int> cases[] = {{{0, 0}, 1},       {{1e-11, -1e-11}, 1}, {{4, 2}, 2},
-                                             {{2, 1}, 3},       {{2, 1 + 5e-11}, 3},  {{2, 1 + 5e-10}, 0},
-                                             {{-2, -1}, 0},     {{6, 3}, 0},          {{2, 0}, 0}};
+    const std::tuple<KPoint, int> cases[] = {
+        {{0, 0}, 1},         {{1e-11, -1e-11}, 1}, {{4, 2}, 2}, {{2, 1}, 3}, {{2, 1 + 5e-11}, 3},
+        {{2, 1 + 5e-10}, 0}, {{-2, -1}, 0},        {{6, 3}, 0}, {{2, 0}, 0}};
     for (const auto& [p, expected] : cases) {
         EXPECT_EQ(KPointOnSegment(p, a, b, kTol), expected) << p.x << ", " << p.y;
     }
     EXPECT_EQ(KPointOnSegment({1, 1}, {1, 1}, {1, 1}, kTol), 1) << "a point segment has its end";
-    EXPECT_EQ(KPointOnSegment({5e-8, 0}, {0, 0}, {1e-7, 0}, kTol), 0) << "too short for a direction";
+    EXPECT_EQ(KPointOnSegment({5e-8, 0}, {0, 0}, {1e-7, 0}, kTol), 0)
+        << "too short for a direction";
 }
 
 TEST(PointInPolygon, TellsInsideBoundaryAndOutsideForBothOrientations) {
@@ -73,8 +74,11 @@ TEST(IntersectSegments, CountsCommonPoints) {
 
 TEST(ProjectPointOnLine, GivesFootPositionAndDistance) {
     const KPoint a{1, 1}, b{5, 1};
-    const std::tuple<KPoint, unsigned, double, double> cases[] = {
-        {{1, 4}, 1, 0, 3}, {{5, -2}, 2, 4, 3}, {{3, 2}, 3, 2, 1}, {{0, 1}, 4, -1, 0}, {{9, 0}, 5, 8, 1}};
+    const std::tuple<KPoint, unsigned, double, double> cases[] = {{{1, 4}, 1, 0, 3},
+                                                                  {{5, -2}, 2, 4, 3},
+                                                                  {{3, 2}, 3, 2, 1},
+                                                                  {{0, 1}, 4, -1, 0},
+                                                                  {{9, 0}, 5, 8, 1}};
     for (const auto& [p, expectedCode, expectedT, expectedDist] : cases) {
         KPoint foot;
         unsigned code = 99;
@@ -107,8 +111,10 @@ TEST(ClassifyPolygon, TellsValidRingsAndTheFirstFaultOfOthers) {
         {"touching itself", {{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}, -1},
         {"pinched", {{0, 0}, {2, 2}, {4, 0}, {4, 4}, {2, 2}, {0, 4}}, -4}};
     for (const auto& [name, ring, expected] : cases) {
-        for (const Ring& placed : {ring, test_support::Reversed(ring), test_support::Turn("", 1) * ring}) {
-            EXPECT_EQ(KClassifyPolygon(Points(placed).data(), static_cast<int>(ring.size()), kTol), expected)
+        for (const Ring& placed :
+             {ring, test_support::Reversed(ring), test_support::Turn("", 1) * ring}) {
+            EXPECT_EQ(KClassifyPolygon(Points(placed).data(), static_cast<int>(ring.size()), kTol),
+                      expected)
                 << name;
         }
     }
@@ -128,9 +134,12 @@ TEST(TriangulatePolygon, CoversValidRingsAndEndsOnOthers) {
                 EXPECT_LE(count, n - 2);
                 double area = 0;
                 for (int i = 0; i < count; ++i) {
-                    const KPoint corners[] = {points[static_cast<std::size_t>(triangles[static_cast<std::size_t>(3 * i)])],
-                                              points[static_cast<std::size_t>(triangles[static_cast<std::size_t>(3 * i + 1)])],
-                                              points[static_cast<std::size_t>(triangles[static_cast<std::size_t>(3 * i + 2)])]};
+                    const KPoint corners[] = {points[static_cast<std::size_t>(
+                                                  triangles[static_cast<std::size_t>(3 * i)])],
+                                              points[static_cast<std::size_t>(
+                                                  triangles[static_cast<std::size_t>(3 * i + 1)])],
+                                              points[static_cast<std::size_t>(
+                                                  triangles[static_cast<std::size_t>(3 * i + 2)])]};
                     area += KPolygonArea(&corners[0].x, 3);
                 }
                 ExpectNear(area, KPolygonArea(&points[0].x, n), 1e-12, "area of the triangles");
@@ -154,11 +163,13 @@ TEST(PolygonCentroid, IsTheAreasForValidRingsAndTheVertexAverageForOthers) {
         {"mid-side vertex", kMidSide, {2, 1.6}},
         {"bow tie", kBowTie, {2, 2}},
         {"too small to triangulate: triangles below 1e-12 have no area",
-         {{0, 0}, {1e-7, 0}, {1e-7, 1e-7}, {0, 2e-7}}, {0.5e-7, 0.75e-7}}};
+         {{0, 0}, {1e-7, 0}, {1e-7, 1e-7}, {0, 2e-7}},
+         {0.5e-7, 0.75e-7}}};
     for (const auto& [name, ring, expected] : cases) {
         KPoint centroid{-1, -1};
-        EXPECT_EQ(KPolygonCentroid(&centroid, Points(ring).data(), static_cast<int>(ring.size()), kTol),
-                  &centroid);
+        EXPECT_EQ(
+            KPolygonCentroid(&centroid, Points(ring).data(), static_cast<int>(ring.size()), kTol),
+            &centroid);
         EXPECT_NEAR(centroid.x, expected.x, 1e-14) << name;
         EXPECT_NEAR(centroid.y, expected.y, 1e-14) << name;
     }
@@ -167,8 +178,16 @@ TEST(PolygonCentroid, IsTheAreasForValidRingsAndTheVertexAverageForOthers) {
 TEST(FindDanglingEdge, FindsTheFirstFreeEnd) {
     // A triangle, an edge that hangs on it, and a removed edge that would match its free end.
     const double removed = UNDEFINED_VALUE;
-    const std::vector<KPoint> edges = {{0, 0}, {2, 0}, {2, 0}, {0, 2}, {0, 2}, {0, 0}, {2, 0}, {5, 5},
-                                       {removed, removed}, {removed, removed}};
+    const std::vector<KPoint> edges = {{0, 0},
+                                       {2, 0},
+                                       {2, 0},
+                                       {0, 2},
+                                       {0, 2},
+                                       {0, 0},
+                                       {2, 0},
+                                       {5, 5},
+                                       {removed, removed},
+                                       {removed, removed}};
     EXPECT_EQ(KFindDanglingEdge(edges.data(), 10, kTol), 6);
     EXPECT_EQ(KFindDanglingEdge(edges.data(), 6, kTol), -1);
     EXPECT_EQ(KFindDanglingEdge(nullptr, 0, kTol), -1);
@@ -177,13 +196,15 @@ TEST(FindDanglingEdge, FindsTheFirstFreeEnd) {
 struct Cut : KPieces {
     int status;
     Cut(const Ring& ring, KPoint p1, KPoint p2)
-        : status(KCutPolygonByLine(Points(ring).data(), static_cast<int>(ring.size()), p1, p2, kTol, &count,
-                                   &ranges, &points)) {}
+        : status(KCutPolygonByLine(Points(ring).data(), static_cast<int>(ring.size()), p1, p2, kTol,
+                                   &count, &ranges, &points)) {}
     Cut(const Ring& ring, const Ring& polyline)
         : status(KSplitPolygonByPolyline(Points(ring).data(), static_cast<int>(ring.size()),
-                                         Points(polyline).data(), static_cast<int>(polyline.size()), kTol,
-                                         &count, &ranges, &points)) {}
-    double Area(int k) const { return KPolygonArea(&points[ranges[k]].x, ranges[k + 1] - ranges[k]); }
+                                         Points(polyline).data(), static_cast<int>(polyline.size()),
+                                         kTol, &count, &ranges, &points)) {}
+    double Area(int k) const {
+        return KPolygonArea(&points[ranges[k]].x, ranges[k + 1] - ranges[k]);
+    }
     bool IsEmpty() const { return status == 0 && count == 0 && !ranges && !points; }
 };
 
@@ -204,7 +225,8 @@ TEST(CutPolygonByLine, KeepsTheOrientationAndDropsStraightVertices) {
         ASSERT_EQ(cut.count, 2);
         EXPECT_EQ(cut.ranges[2], 8) << "the mid-side vertex is gone";
         const double orientation = KPolygonSignedArea(&Points(ring)[0].x, 5);
-        for (const int k : {0, 1}) EXPECT_GT(KPolygonSignedArea(&cut.points[4 * k].x, 4) * orientation, 0);
+        for (const int k : {0, 1})
+            EXPECT_GT(KPolygonSignedArea(&cut.points[4 * k].x, 4) * orientation, 0);
     }
 }
 
