@@ -28,9 +28,11 @@ ContourProperties ComputeContourProperties(int n, const point2D* ring, const poi
     const double polarMoment = (local.secondY - area * Sqr(localCentroid.x)) +
                                (local.secondX - area * Sqr(localCentroid.y));
     properties.torsionConstant = EllipseTorsionConstant(area, polarMoment);
-    properties.torsionModulus = EllipseTorsionModulus(area, polarMoment);
-    properties.shearAreaY = EllipseShearCoefficientX(area, polarMoment) * area;
-    properties.shearAreaZ = EllipseShearCoefficientY(area, polarMoment) * area;
+    double a = 0.0;
+    double b = 0.0;
+    EquivalentEllipse(area, polarMoment, &a, &b);
+    properties.torsionModulus = EllipseTorsionModulusOfAxes(a, b);
+    properties.shearAreaY = properties.shearAreaZ = EllipseShearCoefficient(a, b) * area;
 
     const AreaMoments aboutOrigin = Transferred(local, reference);
     properties.secondMomentX = aboutOrigin.secondX;

@@ -23,19 +23,28 @@ void EquivalentEllipse(double area, double polarMoment, double* a, double* b) {
     *b = area / (kPi * *a);
 }
 
+double EllipseShearCoefficient(double a, double b) {
+    if (a == 0.0 || b == 0.0) return 0.0;
+    const double smaller = Sqr(MinValue(a, b));
+    const double larger = Sqr(MaxValue(a, b));
+    return 12.0 * (3.0 * smaller + larger) / (40.0 * smaller + 16.0 * larger);
+}
+
+double EllipseTorsionModulusOfAxes(double a, double b) {
+    if (a < b) SwapValues(a, b);
+    return a * kHalfPi * b * b;
+}
+
 double EllipseTorsionConstant(double area, double polarMoment) {
     if (CompareTol(polarMoment, 0.0, kZeroEllipse) == 0) return 0.0;
-    return std::pow(area, 4.0) / (4.0 * kPi * kPi * polarMoment);
+    return Sqr(Sqr(area)) / (4.0 * kPi * kPi * polarMoment);
 }
 
 double EllipseShearCoefficientX(double area, double polarMoment) {
     double a = 0.0;
     double b = 0.0;
     EquivalentEllipse(area, polarMoment, &a, &b);
-    if (a == 0.0 || b == 0.0) return 0.0;
-    const double smaller = Sqr(MinValue(a, b));
-    const double larger = Sqr(MaxValue(a, b));
-    return 12.0 * (3.0 * smaller + larger) / (40.0 * smaller + 16.0 * larger);
+    return EllipseShearCoefficient(a, b);
 }
 
 double EllipseShearCoefficientY(double area, double polarMoment) {
@@ -46,8 +55,7 @@ double EllipseTorsionModulus(double area, double polarMoment) {
     double a = 0.0;
     double b = 0.0;
     EquivalentEllipse(area, polarMoment, &a, &b);
-    if (a < b) SwapValues(a, b);
-    return a * kHalfPi * b * b;
+    return EllipseTorsionModulusOfAxes(a, b);
 }
 
 double TubeTorsionConstant(double area, double thickness) {

@@ -14,6 +14,13 @@ namespace halvorn {
 /// a = b = sqrt(A / pi) to about eight digits (the root of the rounding error).
 void EquivalentEllipse(double area, double polarMoment, double* a, double* b);
 
+/// Returns the shear area over the area of an ellipse of semi-axes a and b [L], in either order: 0
+/// when one is exactly 0. See `EllipseShearCoefficientX`.
+double EllipseShearCoefficient(double a, double b);
+
+/// Returns pi a b^2 / 2 for semi-axes a and b [L], in either order. See `EllipseTorsionModulus`.
+double EllipseTorsionModulusOfAxes(double a, double b);
+
 /// Returns the Saint-Venant torsion constant of the equivalent ellipse [L^4],
 /// pi a^3 b^3 / (a^2 + b^2) = A^4 / (4 pi^2 Ip); 0 for a polar moment within 1e-10 of 0.
 /// Source: A. J. C. Barre de Saint-Venant, "Memoire sur la torsion des prismes", 1855.
