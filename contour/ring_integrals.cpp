@@ -99,31 +99,4 @@ AreaMoments SignedAreaMoments(int n, const point2D* ring, const point2D& referen
             -(sums.second24X / 24.0), sums.second24Y / 24.0, -(sums.product24 / 24.0)};
 }
 
-AreaMoments Scaled(const AreaMoments& moments, double factor) {
-    return {moments.area * factor,    moments.firstX * factor,  moments.firstY * factor,
-            moments.secondX * factor, moments.secondY * factor, moments.productMoment * factor};
-}
-
-AreaMoments Difference(const AreaMoments& outer, const AreaMoments& inner) {
-    return {outer.area - inner.area,       outer.firstX - inner.firstX,
-            outer.firstY - inner.firstY,   outer.secondX - inner.secondX,
-            outer.secondY - inner.secondY, outer.productMoment - inner.productMoment};
-}
-
-AreaMoments Transferred(const AreaMoments& moments, const point2D& offset) {
-    const double dx = offset.x;
-    const double dy = offset.y;
-    AreaMoments moved = moments;
-    moved.firstX += dx * moments.area;
-    moved.firstY += dy * moments.area;
-    moved.secondX += dy * (2.0 * moments.firstY + dy * moments.area);
-    moved.secondY += dx * (2.0 * moments.firstX + dx * moments.area);
-    moved.productMoment += dx * moments.firstY + dy * moments.firstX + dx * dy * moments.area;
-    return moved;
-}
-
-double OrientationSign(double signedArea) {
-    return signedArea < 0.0 ? -1.0 : 1.0;
-}
-
 }  // namespace halvorn

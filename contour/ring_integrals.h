@@ -46,17 +46,36 @@ struct AreaMoments {
 AreaMoments SignedAreaMoments(int n, const point2D* ring, const point2D& reference);
 
 /// Returns `moments` times `factor`, for example -1.0 to change the orientation.
-AreaMoments Scaled(const AreaMoments& moments, double factor);
+inline AreaMoments Scaled(const AreaMoments& moments, double factor) {
+    return {moments.area * factor,    moments.firstX * factor,  moments.firstY * factor,
+            moments.secondX * factor, moments.secondY * factor, moments.productMoment * factor};
+}
 
 /// Returns outer - inner, term by term: a region with a hole.
-AreaMoments Difference(const AreaMoments& outer, const AreaMoments& inner);
+inline AreaMoments Difference(const AreaMoments& outer, const AreaMoments& inner) {
+    return {outer.area - inner.area,       outer.firstX - inner.firstX,
+            outer.firstY - inner.firstY,   outer.secondX - inner.secondX,
+            outer.secondY - inner.secondY, outer.productMoment - inner.productMoment};
+}
 
 /// Returns the moments about the point from which the present reference is seen at `offset`
 /// (parallel-axis theorem).
-AreaMoments Transferred(const AreaMoments& moments, const point2D& offset);
+inline AreaMoments Transferred(const AreaMoments& moments, const point2D& offset) {
+    const double dx = offset.x;
+    const double dy = offset.y;
+    AreaMoments moved = moments;
+    moved.firstX += dx * moments.area;
+    moved.firstY += dy * moments.area;
+    moved.secondX += dy * (2.0 * moments.firstY + dy * moments.area);
+    moved.secondY += dx * (2.0 * moments.firstX + dx * moments.area);
+    moved.productMoment += dx * moments.firstY + dy * moments.firstX + dx * dy * moments.area;
+    return moved;
+}
 
 /// Returns -1.0 for a negative signed area, else +1.0.
-double OrientationSign(double signedArea);
+inline double OrientationSign(double signedArea) {
+    return signedArea < 0.0 ? -1.0 : 1.0;
+}
 
 }  // namespace halvorn
 
