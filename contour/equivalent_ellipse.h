@@ -28,8 +28,10 @@ double EllipseTorsionConstant(double area, double polarMoment);
 
 /// Returns the shear area over the area of the equivalent ellipse,
 /// 12 (3 b^2 + a^2) / (40 b^2 + 16 a^2): 6/7 for a circle, 3/4 for a flat ellipse; 0 when the
-/// ellipse is undefined. The same for both directions by design: the ellipse stands for a contour
-/// whose principal directions it does not know.
+/// ellipse is undefined. Source: G. R. Cowper, "The shear coefficient in Timoshenko's beam theory",
+/// Journal of Applied Mechanics 33, 1966, for an ellipse and a Poisson's ratio of 0. The same for
+/// both directions by design: the ellipse stands for a contour whose principal directions it does
+/// not know.
 double EllipseShearCoefficientX(double area, double polarMoment);
 
 /// Returns the same value as `EllipseShearCoefficientX`.

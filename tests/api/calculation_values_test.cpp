@@ -91,6 +91,24 @@ TEST(CalculationValues, OfAnEmptySectionAreNaNButNotThePlasticModuli) {
         EXPECT_EQ(v[i], 0) << "output " << i;
 }
 
+// Sums about the host's origin leave 16 eps A D^2 of each inertia at a distance D, and nothing of
+// torsion and plastic moduli but the rounding of the coordinates.
+TEST(CalculationValues, KeepTheStatedDigitsFarFromTheOrigin) {
+    CSectionTools near = Plate(0, 0);
+    const auto exact = Values(near);
+    for (double distance = 1; distance < 2e6; distance *= 4) {
+        CSectionTools section = Plate(distance, -distance);
+        const auto v = Values(section);
+        const double d = 2 * distance + b + h, eps = std::ldexp(1.0, -53);
+        for (const std::size_t i : {7U, 8U, 9U}) {
+            EXPECT_NEAR(v[i], exact[i], 16 * eps * b * h * d * d) << "output " << i;
+        }
+        for (const std::size_t i : {1U, 5U, 10U, 15U, 16U}) {
+            EXPECT_NEAR(v[i], exact[i], 64 * eps * distance * exact[i] / b) << "output " << i;
+        }
+    }
+}
+
 // The profile's own plastic moduli are overwritten by those of its outline; its extra value comes
 // back.
 TEST(CalculationValues, OfAStandardProfileTakePlasticModuliFromTheOutline) {
