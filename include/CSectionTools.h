@@ -50,13 +50,13 @@ public:
     /// Copies the sums and, deeply, the contours.
     CSectionTools(const CSectionTools& source);
     /// Copies the sums and takes over the contours; `source` keeps its sums and has no contours.
-    CSectionTools(CSectionTools&& source);
+    CSectionTools(CSectionTools&& source) noexcept;
     ~CSectionTools();
     /// As the copy constructor; point storage is reused where it is large enough. When memory runs
     /// out, the contours copied so far stay and the exception passes on.
     CSectionTools& operator=(const CSectionTools& source);
     /// As the move constructor. Moving an object onto itself leaves it unchanged.
-    CSectionTools& operator=(CSectionTools&& source);
+    CSectionTools& operator=(CSectionTools&& source) noexcept;
 
     /// Adds one closed polygon and its computed properties.
     /// @param count  number of vertices n; below 1 an empty contour is recorded

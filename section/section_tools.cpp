@@ -29,7 +29,7 @@ CSectionTools::CSectionTools()
 CSectionTools::CSectionTools(const CSectionTools& source) = default;
 
 // A list's move constructor leaves the source's list empty; the sums are doubles and are copied.
-CSectionTools::CSectionTools(CSectionTools&& source) = default;
+CSectionTools::CSectionTools(CSectionTools&& source) noexcept = default;
 
 CSectionTools::~CSectionTools() = default;
 
@@ -37,7 +37,7 @@ CSectionTools::~CSectionTools() = default;
 // appends what is missing as one chain and erases what is too much.
 CSectionTools& CSectionTools::operator=(const CSectionTools& source) = default;
 
-CSectionTools& CSectionTools::operator=(CSectionTools&& source) {
+CSectionTools& CSectionTools::operator=(CSectionTools&& source) noexcept {
     const auto copySums = [&](auto... sum) { ((this->*sum = source.*sum), ...); };
     copySums(&CSectionTools::NbContours, &CSectionTools::Area, &CSectionTools::Ixx,
              &CSectionTools::Wt, &CSectionTools::ShearAreaY, &CSectionTools::ShearAreaZ,
