@@ -7,20 +7,11 @@
 #include <limits>
 #include <vector>
 
+#include "sections.h"
+
 namespace {
 
-// A wavy ring of n vertices, 0.5 across, away from the origin.
-std::vector<double> WavyRing(std::size_t n) {
-    std::vector<double> coords;
-    coords.reserve(2 * n);
-    for (std::size_t i = 0; i < n; ++i) {
-        const double angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(n);
-        const double radius = 0.2 + 0.05 * std::sin(24.0 * angle);
-        coords.push_back(3.0 + radius * std::cos(angle));
-        coords.push_back(1.0 + radius * std::sin(angle));
-    }
-    return coords;
-}
+using halvorn::benchmarks::WavyRing;
 
 struct PlainSums {
     double area = 0, mx = 0, my = 0, ixx = 0, iyy = 0, ixy = 0;

@@ -81,11 +81,11 @@ public:
             throw InputError(source_ + ": " + where, "the input is empty",
                              "give a section in JSON (see --help)");
         }
-        throw InputError(
-            source_ + ": " + where,
-            "not valid JSON: " + singleLine(reasonOf(error.what())) + " at '" + read + "'",
-            "correct it there (JSON has no comments, no trailing commas, no NaN and "
-            "no Infinity)");
+        std::string problem = "not valid JSON: " + singleLine(reasonOf(error.what()));
+        if (position <= text_.size()) problem += " at '" + read + "'";
+        throw InputError(source_ + ": " + where, problem,
+                         "correct it there (JSON has no comments, no trailing commas, no NaN and "
+                         "no Infinity)");
     }
 
 private:

@@ -4,9 +4,7 @@
 #define HALVORN_HOST_JSON_NODE_H
 
 #include <cstddef>
-#include <initializer_list>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -15,14 +15,12 @@ std::size_t Size(int count) {
     return static_cast<std::size_t>(count);
 }
 
-// One vertex on the line. `crossesLeft` and `crossesRight` tell whether the ring, passing through
-// this vertex, crosses a parallel just left and just right of the line: it does when exactly one of
-// its neighbours lies on that side.
+// One vertex on the line. `crosses` tells whether the ring, passing through this vertex, crosses a
+// parallel just left of the line: it does when exactly one of its neighbours lies on that side.
 struct LineVisit {
     double t;  // position along the line [L]
     int vertex;
-    bool crossesLeft;
-    bool crossesRight;
+    bool crosses;
 };
 
 // The visits of one cut point. After `SumAlongLine` the three numbers hold for the stretch from
@@ -30,8 +28,7 @@ struct LineVisit {
 struct CutPointSums {
     double t;
     int cutPoint;
-    int crossingsLeft;
-    int crossingsRight;
+    int crossings;
     int edgesAlong;
 };
 
@@ -131,8 +128,7 @@ int ListVisits(const KSplitRing& split, const KCutLine& line, LineWork* work) {
         const int after = work->side[Size(i + 1 < n ? i + 1 : 0)];
         const double t = PositionAlong(line, split.vertices[Size(i)]);
         if (!std::isfinite(t)) return -1;
-        work->visits[Size(work->visitCount++)] = {t, i, (before > 0) != (after > 0),
-                                                  (before < 0) != (after < 0)};
+        work->visits[Size(work->visitCount++)] = {t, i, (before > 0) != (after > 0)};
     }
     std::sort(work->visits.get(), work->visits.get() + count,
               [](const LineVisit& a, const LineVisit& b) {
@@ -175,13 +171,12 @@ int MergeVisits(KSplitRing* split, double tol, LineWork* work) {
         if (cutPoint < 0) cutPoint = AppendCutPoint(split, point);
 
         CutPointSums& sums = work->sums[Size(work->sumCount)];
-        sums = {work->visits[Size(first)].t, cutPoint, 0, 0, 0};
+        sums = {work->visits[Size(first)].t, cutPoint, 0, 0};
         for (; first < last; ++first) {
             const LineVisit& visit = work->visits[Size(first)];
             split->cutPointOf[Size(visit.vertex)] = cutPoint;
             work->sumOf[Size(visit.vertex)] = work->sumCount;
-            sums.crossingsLeft += visit.crossesLeft;
-            sums.crossingsRight += visit.crossesRight;
+            sums.crossings += visit.crosses;
         }
         ++work->sumCount;
     }
@@ -201,8 +196,7 @@ void SumAlongLine(const KSplitRing& split, LineWork* work) {
     for (int k = 1; k < work->sumCount; ++k) {
         const CutPointSums& before = work->sums[Size(k - 1)];
         CutPointSums& here = work->sums[Size(k)];
-        here.crossingsLeft += before.crossingsLeft;
-        here.crossingsRight += before.crossingsRight;
+        here.crossings += before.crossings;
         here.edgesAlong += before.edgesAlong;
     }
 }

@@ -49,8 +49,8 @@ int KBeginSplit(KSplitRing* split, const KPoint* ring, int n, double tol);
 /// A vertex within `tol` [L] of the line is a cut point with its own coordinates. Other cut points
 /// arise only on edges whose ends lie beyond `tol` on opposite sides. Cut points that coincide per
 /// axis within `tol` become one. A stretch between two neighbouring cut points is inside when the
-/// ring crosses the line an odd number of times before it, counted just left and just right of the
-/// line, and no edge of the ring runs along it.
+/// ring crosses the line an odd number of times before it, counted just left of the line, and no
+/// edge of the ring runs along it.
 /// @return 0, or -90 when memory is exhausted, or -1 when a cut point is not finite
 /// Cost: n + k log k for k cut points.
 int KSplitAtLine(KSplitRing* split, const KCutLine& line, double tol);
