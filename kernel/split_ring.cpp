@@ -222,8 +222,7 @@ int AppendStretches(KSplitRing* split, const KCutLine& line, double tol, const L
     for (int k = 0; k + 1 < work.sumCount; ++k) {
         const CutPointSums& here = work.sums[Size(k)];
         const CutPointSums& next = work.sums[Size(k + 1)];
-        const bool isInside =
-            here.crossingsLeft % 2 != 0 && here.crossingsRight % 2 != 0 && here.edgesAlong == 0;
+        const bool isInside = here.crossings % 2 != 0 && here.edgesAlong == 0;
         const bool isOnSegment = next.t > line.low + tol && here.t < line.high - tol;
         if (!isInside || !isOnSegment) continue;
         const int start =
