@@ -4,104 +4,74 @@
 #include <cmath>
 #include <cstddef>
 
-#include "contour/ring_integrals.h"
-#include "kernel/point_tests.h"
 #include "kernel/primitives.h"
-#include "kernel/triangulate_polygon.h"
 #include "numeric/tolerance.h"
 #include "plastic/constants.h"
+#include "plastic/equal_area_axis.h"
 
 namespace halvorn {
 
 namespace {
 
-// The axis that a search ended with, and the pieces on its two sides.
-struct BalancedSplit {
-    double pos = 0.0;
-    std::list<PlasticPiece> high;
-    std::list<PlasticPiece> low;
-};
-
-struct Modulus {
-    double total = 0.0;
-    double webPart = 0.0;
-};
-
-void TraceLine(int counter, double pos, double areaHigh, double areaLow, std::string* trace) {
+void TraceLine(int counter, double pos, const SideAreas& areas, std::string* trace) {
     if (!trace) return;
     *trace += "iCouter = " + std::to_string(counter) +
               "\tAxisPos[mm] = " + FormatFixed(pos * 1000.0, 1) +
-              "\t Asup|Ainf[mm2]: " + FormatFixed(areaHigh * 1e6, 1) + "|" +
-              FormatFixed(areaLow * 1e6, 1) + "\n";
+              "\t Asup|Ainf[mm2]: " + FormatFixed(areas.high * 1e6, 1) + "|" +
+              FormatFixed(areas.low * 1e6, 1) + "\n";
 }
 
-// Finds the axis by bisection between the bounds of the contours. `traceOrigin` is where the
-// contours' coordinates begin in the host's.
-BalancedSplit FindEqualAreaAxis(const std::list<ContourRecord>& contours, int iDir,
-                                double traceOrigin, std::string* trace) {
-    CoordinateRange range{0.0, 0.0, true};
-    for (const ContourRecord& contour : contours) WidenRange(contour.Points, iDir, &range);
-    double low = range.low;
-    double high = range.high;
+// Finds the axis by bisection, and returns its position relative to `origin`.
+double FindEqualAreaAxis(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
+                         std::string* trace) {
+    EqualAreaBracket bracket(contours, iDir, origin);
+    const double originAcross = CutCoordinate(origin, iDir);
     if (trace) *trace += "\niDir = " + std::to_string(iDir) + "\n";
-    BalancedSplit split;
     for (int i = 0;; ++i) {
-        split.pos = (high + low) * 0.5;
-        double areaHigh = 0.0;
-        double areaLow = 0.0;
-        SplitSectionAtAxis(contours, iDir, split.pos, &areaHigh, &areaLow, split.high, split.low);
-        TraceLine(i, split.pos + traceOrigin, areaHigh, areaLow, trace);
-        const int balance = CompareTol(areaHigh, areaLow, kBalancedAreas);
+        const double pos = bracket.Middle();
+        const SideAreas areas = bracket.AreasAt(pos);
+        TraceLine(i, pos + originAcross, areas, trace);
+        const int balance = CompareTol(areas.high, areas.low, kBalancedAreas);
         if (balance == 0 || i >= kMostBisections) {
             if (trace) *trace += "Finaly\n";
-            TraceLine(i + 1, split.pos + traceOrigin, areaHigh, areaLow, trace);
-            return split;
+            TraceLine(i + 1, pos + originAcross, areas, trace);
+            return pos;
         }
-        (balance < 0 ? high : low) = split.pos;
-    }
-}
-
-// The centroid of a piece from its area integrals, about a vertex of its own. `KPolygonCentroid`
-// would give the same point for a valid ring and the vertex average for any other, such as a ring
-// with a vertex in the middle of a side or a keyhole: no lever arm may rest on that.
-point2D PieceCentroid(const std::vector<point2D>& ring) {
-    const int n = static_cast<int>(ring.size());
-    if (n > 0) {
-        const AreaMoments moments = SignedAreaMoments(n, ring.data(), ring[0]);
-        if (moments.area != 0.0) {
-            return {ring[0].x + moments.firstX / moments.area,
-                    ring[0].y + moments.firstY / moments.area};
+        if (balance < 0) {
+            bracket.LowerTop(pos);
+        } else {
+            bracket.RaiseBottom(pos);
         }
     }
-    point2D centroid;
-    return *KPolygonCentroid(&centroid, ring.data(), n, kBalancedAreas);
 }
 
-// First moment of the pieces about the axis, all distances positive.
-Modulus SumOfLeverArms(std::list<PlasticPiece>& pieces, int iDir, double pos, bool wantWeb) {
-    const bool isVertical = iDir == kVerticalAxis;
-    const KPoint from = isVertical ? KPoint{pos, -kAxisReach} : KPoint{-kAxisReach, pos};
-    const KPoint to = isVertical ? KPoint{pos, kAxisReach} : KPoint{kAxisReach, pos};
-    const point2D across = isVertical ? point2D{1.0, 0.0} : point2D{0.0, 1.0};
-    Modulus sum;
-    for (PlasticPiece& piece : pieces) {
-        piece.centroid = PieceCentroid(piece.points);
-        double distance = 0.0;
-        KProjectPointOnLine(piece.centroid, from, to, kSamePosition, nullptr, nullptr, nullptr,
-                            &distance);
-        const double part = static_cast<double>(piece.weight) * piece.area * distance;
-        sum.total += part;
-        if (wantWeb && IsLongestEdgeAcross(piece, across)) sum.webPart += part;
+// The part of the lever arms that belongs to web-like pieces. Only pieces have a longest edge, so
+// here the section is cut at the axis.
+double WebPart(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
+               double pos) {
+    std::list<ContourRecord> local = contours;
+    for (ContourRecord& contour : local) {
+        for (point2D& point : contour.Points) KVectorDiff(&point, &origin, &point);
     }
-    return sum;
+    double areaHigh = 0.0;
+    double areaLow = 0.0;
+    std::list<PlasticPiece> high;
+    std::list<PlasticPiece> low;
+    SplitSectionAtAxis(local, iDir, pos, &areaHigh, &areaLow, high, low);
+    const point2D across = iDir == kVerticalAxis ? point2D{1.0, 0.0} : point2D{0.0, 1.0};
+    return LeverArmsOfPieces(low, iDir, pos, &across) + LeverArmsOfPieces(high, iDir, pos, &across);
 }
 
-Modulus PlasticModulus(const std::list<ContourRecord>& contours, int iDir, double traceOrigin,
+struct Modulus {
+    double total;
+    double webPart;
+};
+
+Modulus PlasticModulus(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
                        bool wantWeb, std::string* trace) {
-    BalancedSplit split = FindEqualAreaAxis(contours, iDir, traceOrigin, trace);
-    const Modulus high = SumOfLeverArms(split.high, iDir, split.pos, wantWeb);
-    const Modulus low = SumOfLeverArms(split.low, iDir, split.pos, wantWeb);
-    return {low.total + high.total, low.webPart + high.webPart};
+    const double pos = FindEqualAreaAxis(contours, iDir, origin, trace);
+    return {SumOfLeverArms(contours, iDir, origin, pos),
+            wantWeb ? WebPart(contours, iDir, origin, pos) : 0.0};
 }
 
 // The first point of the section, or the origin when there is none to measure from.
@@ -121,37 +91,17 @@ void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx
                           double* webPartX, double* webPartY, std::string* trace) {
     if (!wplx || !wply) return;
     const bool wantWeb = webPartX && webPartY;
-    std::list<ContourRecord> local = contours;
-    const point2D origin = LocalOrigin(local);
-    for (ContourRecord& contour : local) {
-        for (point2D& point : contour.Points) KVectorDiff(&point, &origin, &point);
-    }
-    const Modulus x = PlasticModulus(local, kHorizontalAxis, origin.y, wantWeb, trace);
+    const point2D origin = LocalOrigin(contours);
+    const Modulus x = PlasticModulus(contours, kHorizontalAxis, origin, wantWeb, trace);
     *wplx = x.total;
     if (webPartX) *webPartX = x.webPart;
-    const Modulus y = PlasticModulus(local, kVerticalAxis, origin.x, wantWeb, trace);
+    const Modulus y = PlasticModulus(contours, kVerticalAxis, origin, wantWeb, trace);
     *wply = y.total;
     if (webPartY) *webPartY = y.webPart;
     if (trace) {
         *trace += "Wplx[cm^3] = " + FormatFixed(*wplx * 1e6, 1) + "\n";
         *trace += "Wply[cm^3] = " + FormatFixed(*wply * 1e6, 1) + "\n";
     }
-}
-
-bool IsLongestEdgeAcross(const PlasticPiece& piece, const point2D& direction) {
-    double longest = 0.0;
-    bool isAcross = false;
-    for (std::size_t i = 0; i + 1 < piece.points.size(); ++i) {
-        point2D edge;
-        KVectorDiff(&edge, &piece.points[i], &piece.points[i + 1]);
-        const double length = KDistance(&piece.points[i + 1], &piece.points[i]);
-        const int order = CompareTol(longest, length, kSamePosition);
-        if (order > 0) continue;
-        const bool isParallel = SignTol(KCross(&edge, &direction), kParallelEdge) == 0;
-        isAcross = order < 0 ? isParallel : (isAcross || isParallel);
-        if (order < 0) longest = length;
-    }
-    return isAcross;
 }
 
 std::string FormatFixed(double value, int precision) {

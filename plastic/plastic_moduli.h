@@ -19,8 +19,10 @@ namespace halvorn {
 /// area counts in the balance, its weight is 0: the modulus of a solid with a hole is the solid's.
 /// A keyhole ring gives the net value.
 ///
-/// Works on a copy of the contours, moved to their first point, so that digits do not depend on how
-/// far away the host's origin is. Cost: at most 51 splits per direction.
+/// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h);
+/// only the web parts need pieces. Coordinates are taken relative to the section's first point, so
+/// that digits do not depend on how far away the host's origin is. Cost: a few passes over the
+/// edges.
 /// @param wplx     about the horizontal axis [L^3]; when null, or wply is, nothing is done
 /// @param wply     about the vertical axis [L^3]
 /// @param webPartX part of wplx that comes from pieces whose longest edge stands across the axis;
@@ -31,10 +33,6 @@ namespace halvorn {
 /// @throws std::bad_alloc, std::length_error; the outputs may then hold the first modulus only
 void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
                           double* webPartX, double* webPartY, std::string* trace = nullptr);
-
-/// Returns whether a longest edge of the piece is parallel to `direction`, a unit vector across the
-/// axis. The closing edge is not looked at. Fewer than two points: false.
-bool IsLongestEdgeAcross(const PlasticPiece& piece, const point2D& direction);
 
 /// Returns `value` in fixed notation with `precision` digits after the point, in the classic locale
 /// whatever the host's is.

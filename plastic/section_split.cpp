@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "contour/ring_integrals.h"
 #include "kernel/cut_polygon.h"
+#include "kernel/point_tests.h"
 #include "kernel/primitives.h"
 #include "kernel/triangulate_polygon.h"
 #include "numeric/tolerance.h"
@@ -57,14 +59,30 @@ void CutContour(const ContourRecord& contour, int iDir, double pos, Sides* sides
     }
 }
 
+// The centroid of a piece from its area integrals, about a vertex of its own. `KPolygonCentroid`
+// would give the same point for a valid ring and the vertex average for any other, such as a ring
+// with a vertex in the middle of a side or a keyhole: no lever arm may rest on that.
+point2D PieceCentroid(const std::vector<point2D>& ring) {
+    const int n = static_cast<int>(ring.size());
+    if (n > 0) {
+        const AreaMoments moments = SignedAreaMoments(n, ring.data(), ring[0]);
+        if (moments.area != 0.0) {
+            return {ring[0].x + moments.firstX / moments.area,
+                    ring[0].y + moments.firstY / moments.area};
+        }
+    }
+    point2D centroid;
+    return *KPolygonCentroid(&centroid, ring.data(), n, kBalancedAreas);
+}
+
 }  // namespace
 
 void WidenRange(const std::vector<point2D>& points, int iDir, CoordinateRange* range) {
     for (const point2D& point : points) {
         const double c = CutCoordinate(point, iDir);
         if (range->isEmpty) *range = {c, c, false};
-        if (CompareTol(range->low, c, kSamePosition) > 0) range->low = c;
-        if (CompareTol(range->high, c, kSamePosition) < 0) range->high = c;
+        if (c < range->low && CompareTol(range->low, c, kSamePosition) > 0) range->low = c;
+        if (c > range->high && CompareTol(range->high, c, kSamePosition) < 0) range->high = c;
     }
 }
 
@@ -88,6 +106,39 @@ void SplitSectionAtAxis(const std::list<ContourRecord>& contours, int iDir, doub
             CutContour(contour, iDir, pos, &sides);
         }
     }
+}
+
+bool IsLongestEdgeAcross(const PlasticPiece& piece, const point2D& direction) {
+    double longest = 0.0;
+    bool isAcross = false;
+    for (std::size_t i = 0; i + 1 < piece.points.size(); ++i) {
+        point2D edge;
+        KVectorDiff(&edge, &piece.points[i], &piece.points[i + 1]);
+        const double length = KDistance(&piece.points[i + 1], &piece.points[i]);
+        const int order = CompareTol(longest, length, kSamePosition);
+        if (order > 0) continue;
+        const bool isParallel = SignTol(KCross(&edge, &direction), kParallelEdge) == 0;
+        isAcross = order < 0 ? isParallel : (isAcross || isParallel);
+        if (order < 0) longest = length;
+    }
+    return isAcross;
+}
+
+double LeverArmsOfPieces(std::list<PlasticPiece>& pieces, int iDir, double pos,
+                         const point2D* across) {
+    const bool isVertical = iDir == kVerticalAxis;
+    const KPoint from = isVertical ? KPoint{pos, -kAxisReach} : KPoint{-kAxisReach, pos};
+    const KPoint to = isVertical ? KPoint{pos, kAxisReach} : KPoint{kAxisReach, pos};
+    double sum = 0.0;
+    for (PlasticPiece& piece : pieces) {
+        piece.centroid = PieceCentroid(piece.points);
+        if (across && !IsLongestEdgeAcross(piece, *across)) continue;
+        double distance = 0.0;
+        KProjectPointOnLine(piece.centroid, from, to, kSamePosition, nullptr, nullptr, nullptr,
+                            &distance);
+        sum += static_cast<double>(piece.weight) * piece.area * distance;
+    }
+    return sum;
 }
 
 }  // namespace halvorn

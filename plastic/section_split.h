@@ -55,6 +55,16 @@ void SplitSectionAtAxis(const std::list<ContourRecord>& contours, int iDir, doub
                         double* areaHigh, double* areaLow, std::list<PlasticPiece>& high,
                         std::list<PlasticPiece>& low);
 
+/// Returns whether a longest edge of the piece is parallel to `direction`, a unit vector across the
+/// axis. The closing edge is not looked at. Fewer than two points: false.
+bool IsLongestEdgeAcross(const PlasticPiece& piece, const point2D& direction);
+
+/// Sets the centroids of the pieces and returns the sum of weight x area x distance from the axis
+/// [L^3]; with `across`, a unit vector across the axis, of web-like pieces only: those for which
+/// `IsLongestEdgeAcross` holds.
+double LeverArmsOfPieces(std::list<PlasticPiece>& pieces, int iDir, double pos,
+                         const point2D* across = nullptr);
+
 }  // namespace halvorn
 
 #endif

@@ -1,0 +1,75 @@
+/// @file equal_area_axis.h
+/// The axis that halves a section's gross area, and the lever arms about an axis.
+#ifndef HALVORN_PLASTIC_EQUAL_AREA_AXIS_H
+#define HALVORN_PLASTIC_EQUAL_AREA_AXIS_H
+
+#include <cstddef>
+#include <list>
+#include <vector>
+
+#include "contour/contour_record.h"
+#include "numeric/point2d.h"
+
+namespace halvorn {
+
+/// Gross areas on the two sides of an axis: every contour counts, whatever its flag [L^2].
+struct SideAreas {
+    double high;  ///< above a horizontal axis, right of a vertical one
+    double low;
+};
+
+/// The bisection's state: a bracket that holds the axis, and the edges of all contours that can
+/// still meet a line within it.
+///
+/// The area beyond a line is a sum over edges of the strip between the part of the edge beyond the
+/// line and the line (Green's theorem), so no contour has to be cut. An edge that lies wholly on
+/// one side of the bracket is on that side of every line to come: it is folded into a constant or
+/// forgotten, and the edges to look at become fewer with every step.
+class EqualAreaBracket {
+public:
+    /// Begins with the range of all points. Coordinates are taken relative to `origin`.
+    /// @param iDir an `AxisDirection`
+    /// @throws std::bad_alloc for one array of an entry an edge
+    EqualAreaBracket(const std::list<ContourRecord>& contours, int iDir, const point2D& origin);
+
+    /// Returns the middle of the bracket, relative to `origin` [L].
+    double Middle() const { return (high_ + low_) * 0.5; }
+
+    /// Returns the areas beside the line at `pos`, which must lie within the bracket. Cost: the
+    /// edges that meet the bracket.
+    SideAreas AreasAt(double pos);
+
+    /// Makes the line at `pos` the upper or the lower bound.
+    void LowerTop(double pos) { high_ = pos; }
+    void RaiseBottom(double pos) { low_ = pos; }
+
+private:
+    /// An edge between two cut coordinates. `width` is its extent along the axis [L], signed so
+    /// that the areas of its contour come out positive. Edges of no width enclose nothing.
+    struct SlopedEdge {
+        double low;
+        double high;
+        double width;
+    };
+
+    void AddContour(const std::vector<point2D>& ring, int iDir, const point2D& origin);
+
+    std::vector<SlopedEdge> edges_;
+    double low_ = 0.0;
+    double high_ = 0.0;
+    double grossArea_ = 0.0;
+    // Of the edges above the bracket: sums of width and of width times mean height, which give the
+    // area between them and any line below.
+    double widthAbove_ = 0.0;
+    double momentAbove_ = 0.0;
+};
+
+/// Returns the sum over all contours of flag x (first moments of its parts on the two sides of the
+/// axis at `pos`, both positive) [L^3]. `pos` and all coordinates are relative to `origin`. One
+/// pass, without the contours of flag 0; no allocation.
+double SumOfLeverArms(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
+                      double pos);
+
+}  // namespace halvorn
+
+#endif
