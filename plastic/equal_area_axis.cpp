@@ -3,7 +3,6 @@
 #include "kernel/primitives.h"
 #include "kernel/ring_edges.h"
 #include "numeric/tolerance.h"
-#include "plastic/section_split.h"
 
 namespace halvorn {
 
@@ -22,12 +21,14 @@ int CountOf(const std::vector<point2D>& ring) {
     return static_cast<int>(ring.size());
 }
 
-// Integral of v^2 / 2 along the axis over an edge that is `width` long there, v from v0 to v1.
+// Six times the integral of v^2 / 2 along the axis over an edge that is `width` long there, v from
+// v0 to v1.
 double EdgeMoment(double width, double v0, double v1) {
-    return width * (v0 * v0 + v0 * v1 + v1 * v1) / 6.0;
+    return width * (v0 * v0 + v0 * v1 + v1 * v1);
 }
 
-// First moments of one ring's parts beside the axis, with the sign of its orientation.
+// Six times the first moments of one ring's parts beside the axis, with the sign of its
+// orientation.
 struct SideMoments {
     double high = 0.0;
     double low = 0.0;
@@ -50,41 +51,44 @@ struct SideMoments {
 EqualAreaBracket::EqualAreaBracket(const std::list<ContourRecord>& contours, int iDir,
                                    const point2D& origin) {
     std::size_t count = 0;
-    CoordinateRange range{0.0, 0.0, true};
+    for (const ContourRecord& contour : contours) count += contour.Points.size();
+    edges_ = std::make_unique_for_overwrite<SlopedEdge[]>(count);
+    CoordinateRange range;
     for (const ContourRecord& contour : contours) {
-        count += contour.Points.size();
-        WidenRange(contour.Points, iDir, &range);
+        AddContour(contour.Points, iDir, origin, &range);
     }
-    if (range.isEmpty) return;
-    const double originAcross = CutCoordinate(origin, iDir);
-    low_ = range.low - originAcross;
-    high_ = range.high - originAcross;
-    edges_.reserve(count);
-    for (const ContourRecord& contour : contours) AddContour(contour.Points, iDir, origin);
+    low_ = range.low;
+    high_ = range.high;
 }
 
-void EqualAreaBracket::AddContour(const std::vector<point2D>& ring, int iDir,
-                                  const point2D& origin) {
+void EqualAreaBracket::AddContour(const std::vector<point2D>& ring, int iDir, const point2D& origin,
+                                  CoordinateRange* range) {
     const AxisView view{iDir == kVerticalAxis, origin};
-    const std::size_t first = edges_.size();
+    CoordinateRange widened = *range;
+    SlopedEdge* const first = edges_.get() + edgeCount_;
+    SlopedEdge* next = first;
     double area = 0.0;
     ForEachRingEdge(CountOf(ring), ring.data(), [&](const point2D& start, const point2D& end) {
-        const double width = view.Along(end) - view.Along(start);
-        if (width == 0.0) return;
         const double v0 = view.Across(start);
         const double v1 = view.Across(end);
+        widened.Widen(v0);
+        const double width = view.Along(end) - view.Along(start);
+        if (width == 0.0) return;
         area += width * (v0 + v1) * 0.5;
-        edges_.push_back({MinValue(v0, v1), MaxValue(v0, v1), width});
+        *next++ = {MinValue(v0, v1), MaxValue(v0, v1), width};
     });
+    *range = widened;
+    edgeCount_ += static_cast<std::size_t>(next - first);
     grossArea_ += AbsValue(area);
     if (area >= 0.0) return;
-    for (std::size_t i = first; i < edges_.size(); ++i) edges_[i].width = -edges_[i].width;
+    for (SlopedEdge* edge = first; edge != next; ++edge) edge->width = -edge->width;
 }
 
 SideAreas EqualAreaBracket::AreasAt(double pos) {
     double area = 0.0;
     std::size_t kept = 0;
-    for (const SlopedEdge& edge : edges_) {
+    for (std::size_t i = 0; i < edgeCount_; ++i) {
+        const SlopedEdge edge = edges_[i];
         if (edge.high <= low_) continue;
         if (edge.low >= high_) {
             widthAbove_ += edge.width;
@@ -98,7 +102,7 @@ SideAreas EqualAreaBracket::AreasAt(double pos) {
             area += edge.width * Sqr(edge.high - pos) / (2.0 * (edge.high - edge.low));
         }
     }
-    edges_.resize(kept);
+    edgeCount_ = kept;
     area += momentAbove_ - pos * widthAbove_;
     return {area, grossArea_ - area};
 }
@@ -115,8 +119,8 @@ double SumOfLeverArms(const std::list<ContourRecord>& contours, int iDir, const 
                             moments.Add(view.Along(end) - view.Along(start),
                                         view.Across(start) - pos, view.Across(end) - pos);
                         });
-        sum +=
-            static_cast<double>(contour.bSolid) * (AbsValue(moments.high) + AbsValue(moments.low));
+        sum += static_cast<double>(contour.bSolid) *
+               ((AbsValue(moments.high) + AbsValue(moments.low)) / 6.0);
     }
     return sum;
 }

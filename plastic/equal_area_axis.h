@@ -5,10 +5,12 @@
 
 #include <cstddef>
 #include <list>
+#include <memory>
 #include <vector>
 
 #include "contour/contour_record.h"
 #include "numeric/point2d.h"
+#include "plastic/section_split.h"
 
 namespace halvorn {
 
@@ -52,9 +54,12 @@ private:
         double width;
     };
 
-    void AddContour(const std::vector<point2D>& ring, int iDir, const point2D& origin);
+    void AddContour(const std::vector<point2D>& ring, int iDir, const point2D& origin,
+                    CoordinateRange* range);
 
-    std::vector<SlopedEdge> edges_;
+    std::unique_ptr<SlopedEdge[]>
+        edges_;  // room for every edge; `edgeCount_` can still meet a line
+    std::size_t edgeCount_ = 0;
     double low_ = 0.0;
     double high_ = 0.0;
     double grossArea_ = 0.0;

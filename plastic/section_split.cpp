@@ -77,15 +77,6 @@ point2D PieceCentroid(const std::vector<point2D>& ring) {
 
 }  // namespace
 
-void WidenRange(const std::vector<point2D>& points, int iDir, CoordinateRange* range) {
-    for (const point2D& point : points) {
-        const double c = CutCoordinate(point, iDir);
-        if (range->isEmpty) *range = {c, c, false};
-        if (c < range->low && CompareTol(range->low, c, kSamePosition) > 0) range->low = c;
-        if (c > range->high && CompareTol(range->high, c, kSamePosition) < 0) range->high = c;
-    }
-}
-
 void SplitSectionAtAxis(const std::list<ContourRecord>& contours, int iDir, double pos,
                         double* areaHigh, double* areaLow, std::list<PlasticPiece>& high,
                         std::list<PlasticPiece>& low) {
@@ -95,8 +86,8 @@ void SplitSectionAtAxis(const std::list<ContourRecord>& contours, int iDir, doub
     low.clear();
     Sides sides{{areaLow, areaHigh}, {&low, &high}};
     for (const ContourRecord& contour : contours) {
-        CoordinateRange range{INVALID_VALUE, INVALID_VALUE, true};
-        WidenRange(contour.Points, iDir, &range);
+        CoordinateRange range;
+        for (const point2D& point : contour.Points) range.Widen(CutCoordinate(point, iDir));
         if (range.isEmpty) continue;
         if (CompareTol(range.low, pos, kSamePosition) >= 0) {
             sides.Add(true, contour.bSolid, contour.Points);

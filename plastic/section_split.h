@@ -8,6 +8,8 @@
 
 #include "contour/contour_record.h"
 #include "numeric/point2d.h"
+#include "numeric/tolerance.h"
+#include "plastic/constants.h"
 
 namespace halvorn {
 
@@ -22,15 +24,19 @@ inline double CutCoordinate(const point2D& point, int iDir) {
     return iDir == kVerticalAxis ? point.x : point.y;
 }
 
-/// A range of cut coordinates [L]; NaN when there is no point.
+/// A range of cut coordinates [L]; its bounds mean nothing while it is empty.
 struct CoordinateRange {
-    double low;
-    double high;
-    bool isEmpty;
-};
+    double low = 0.0;
+    double high = 0.0;
+    bool isEmpty = true;
 
-/// Widens `range` by the points' cut coordinates. A bound moves only by more than 1e-10.
-void WidenRange(const std::vector<point2D>& points, int iDir, CoordinateRange* range);
+    /// Widens the range to `c`. A bound moves only by more than 1e-10, or to replace a NaN.
+    void Widen(double c) {
+        if (isEmpty) *this = {c, c, false};
+        if (!(c >= low) && CompareTol(low, c, kSamePosition) > 0) low = c;
+        if (!(c <= high) && CompareTol(high, c, kSamePosition) < 0) high = c;
+    }
+};
 
 /// A piece of a contour on one side of the axis.
 struct PlasticPiece {

@@ -7,6 +7,7 @@
 
 #include "kernel/cut_polygon.h"
 #include "kernel/primitives.h"
+#include "plastic/equal_area_axis.h"
 #include "plastic/section_split.h"
 #include "property/random_rings.h"
 
@@ -143,6 +144,14 @@ void CheckSplit(const Case& c, int iDir, double pos) {
     EXPECT_LE(Reach(low, iDir, pos, 1), 1.01e-10);
     const double moment = static_cast<double>(above.moment + below.moment);
     ExpectNear(MomentOf(high, iDir, pos) + MomentOf(low, iDir, pos), moment, 1e-9, "lever arms");
+    // The search knows no pieces, only edges; it must see the same section.
+    const std::list<ContourRecord> contours = {{1, Points(c.ring)}};
+    EqualAreaBracket bracket(contours, iDir, {0, 0});
+    const SideAreas areas = bracket.AreasAt(pos);
+    ExpectNear(areas.high, areaHigh, 1, "area of the search, high", 1e-12 * whole + strip);
+    ExpectNear(areas.low, areaLow, 1, "area of the search, low", 1e-12 * whole + strip);
+    const double pieces = LeverArmsOfPieces(high, iDir, pos) + LeverArmsOfPieces(low, iDir, pos);
+    ExpectNear(SumOfLeverArms(contours, iDir, {0, 0}, pos), pieces, 1e-9, "lever arms of edges");
     const bool isThroughVertex = [&] {
         for (const auto& [x, y] : c.ring) {
             const double away = std::abs((iDir == kVerticalAxis ? x : y) - pos);
