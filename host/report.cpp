@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 #include "input_text.h"
 
@@ -33,6 +34,18 @@ std::string sevenDigits(double number) {
         if (text.back() == '.') text.pop_back();
     }
     return text;
+}
+
+// `value` as the table shows it: 0 when it is no more than the rounding of sums that cancel, such
+// as the product moment of a symmetric section. The area gives the scale.
+double withoutRounding(const Value& value, const std::vector<Value>& all) {
+    constexpr double kRounding = 1e-13;
+    const auto area = std::find_if(all.begin(), all.end(), [](const Value& other) {
+        return std::string_view(other.description->key) == "area";
+    });
+    if (area == all.end() || value.description->power == 0) return value.number;
+    const double scale = std::pow(std::fabs(area->number), 0.5 * value.description->power);
+    return std::fabs(value.number) < kRounding * scale ? 0.0 : value.number;
 }
 
 std::size_t digitsBeforePoint(const std::string& number) {
@@ -92,8 +105,9 @@ std::string tableText(const Report& report) {
     std::vector<Row> rows;
     for (const Value& value : report.evaluation.values) {
         const ValueDescription& description = *value.description;
+        const double shown = withoutRounding(value, report.evaluation.values);
         rows.push_back({description.name, description.symbol,
-                        value.whyMissing.empty() ? sevenDigits(value.number) : "not computed",
+                        value.whyMissing.empty() ? sevenDigits(shown) : "not computed",
                         unitLabel(section.unit, description.power)});
     }
     alignNumbers(rows, report.evaluation.values);
