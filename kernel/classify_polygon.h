@@ -18,7 +18,8 @@ enum KPolygonClass : int {
 
 /// Classifies a ring of n points; every coincidence is per axis within `tol` [L].
 /// @return a `KPolygonClass`, or -90 when memory is exhausted
-/// Cost: n log n for rings whose edges are short against their extent in x; n^2 at worst.
+/// Cost: n log n + k for k pairs of edges with meeting boxes, and k is about n for outlines
+/// that are drawn; n^2 at worst.
 int KClassifyPolygon(const KPoint* ring, int n, double tol);
 
 }  // namespace halvorn

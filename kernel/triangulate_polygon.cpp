@@ -1,7 +1,9 @@
 #include "kernel/triangulate_polygon.h"
 
 #include <cstddef>
+#include <utility>
 
+#include "kernel/box_tree.h"
 #include "kernel/classify_polygon.h"
 #include "kernel/point_tests.h"
 #include "kernel/primitives.h"
@@ -21,28 +23,55 @@ double CornerCross(const KPoint& a, const KPoint& b, const KPoint& c) {
     return SignTol(cross, kZeroVector) == 0 ? 0.0 : cross;
 }
 
-// The vertices that are still there, as a closed chain of indices.
+// The vertices that are still there, as a closed chain of indices, and those of them that can lie
+// in the way of an ear: the reflex and straight ones.
+//
+// Only they are looked at. If no reflex vertex lies in the triangle of a convex corner of a simple
+// ring, no vertex does, and then no edge meets its diagonal either: it would have to enter the
+// triangle through an edge of the ring.
 struct LiveRing {
     const KPoint* ring;
-    int* next;
+    CArray<int> next;
+    KBoxTree obstacles;
     int live;
+
+    int Next(int i) const { return next[static_cast<std::size_t>(i)]; }
 };
 
-// Whether the triangle at `previous` can be cut off: no other live vertex in or on it, and no live
-// edge away from its ends meets the diagonal.
-bool IsEar(const LiveRing& chain, int previous, double tol) {
-    const int current = chain.next[previous];
-    const int following = chain.next[current];
-    const KPoint triangle[3] = {chain.ring[previous], chain.ring[current], chain.ring[following]};
-    const KSegment diagonal{triangle[0], triangle[2]};
-    for (int i = chain.next[following]; i != previous; i = chain.next[i]) {
-        if (KPointInPolygon(chain.ring[i], triangle, 3, tol) != -1) return false;
-        const int after = chain.next[i];
-        if (after == previous) continue;
-        if (KIntersectSegments(diagonal, {chain.ring[i], chain.ring[after]}, tol) != 0)
-            return false;
+// Begins with all vertices of a ring; `reference` is its orientation, +1 or -1.
+int BeginLiveRing(LiveRing* chain, const KPoint* ring, int n, double reference) {
+    chain->ring = ring;
+    chain->live = n;
+    chain->next = AllocateZeroed<int>(static_cast<std::size_t>(n));
+    CArray<KBox> boxes = AllocateZeroed<KBox>(static_cast<std::size_t>(n));
+    if (!chain->next || !boxes) return kOutOfMemory;
+    for (int i = 0; i < n; ++i) {
+        chain->next[static_cast<std::size_t>(i)] = i + 1 < n ? i + 1 : 0;
+        boxes[static_cast<std::size_t>(i)] = KBoxOfSegment(ring[i], ring[i], 0.0);
     }
-    return true;
+    const int status = KBuildBoxTree(&chain->obstacles, std::move(boxes), n);
+    for (int i = 0; status == 0 && i < n; ++i) {
+        const KPoint& previous = ring[i > 0 ? i - 1 : n - 1];
+        // A convex corner stays convex while ears are cut off beside it.
+        if (CornerCross(previous, ring[i], ring[chain->Next(i)]) * reference > 0.0) {
+            KRemoveFromBoxTree(&chain->obstacles, i);
+        }
+    }
+    return status;
+}
+
+// Whether the triangle at `previous`, a convex corner, can be cut off: no obstacle in or on it.
+bool IsEar(const LiveRing& chain, int previous, double tol) {
+    const int current = chain.Next(previous);
+    const int following = chain.Next(current);
+    const KPoint triangle[3] = {chain.ring[previous], chain.ring[current], chain.ring[following]};
+    KBox box = KBoxOfSegment(triangle[0], triangle[1], tol);
+    box = {{MinValue(box.low.x, triangle[2].x - tol), MinValue(box.low.y, triangle[2].y - tol)},
+           {MaxValue(box.high.x, triangle[2].x + tol), MaxValue(box.high.y, triangle[2].y + tol)}};
+    return !KVisitBoxTree(chain.obstacles, box, [&](int i) {
+        if (i == previous || i == current || i == following) return false;
+        return KPointInPolygon(chain.ring[i], triangle, 3, tol) != -1;
+    });
 }
 
 }  // namespace
@@ -50,18 +79,16 @@ bool IsEar(const LiveRing& chain, int previous, double tol) {
 int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, double tol) {
     *count = 0;
     if (n < 3) return -1;
-    const CArray<int> next = AllocateZeroed<int>(static_cast<std::size_t>(n));
-    if (!next) return kOutOfMemory;
-    for (int i = 0; i < n; ++i) next[static_cast<std::size_t>(i)] = i + 1 < n ? i + 1 : 0;
-
     const double reference = KPolygonSignedArea(&ring->x, n) < 0.0 ? 1.0 : -1.0;
-    LiveRing chain{ring, next.get(), n};
+    LiveRing chain;
+    if (BeginLiveRing(&chain, ring, n, reference) != 0) return kOutOfMemory;
+
     int written = 0;
     int failures = 0;
     int previous = 0;
     while (chain.live >= 3) {
-        const int current = chain.next[previous];
-        const int following = chain.next[current];
+        const int current = chain.Next(previous);
+        const int following = chain.Next(current);
         const double cross = CornerCross(ring[previous], ring[current], ring[following]);
         const bool isEar = cross * reference > 0.0 && IsEar(chain, previous, tol);
         if (isEar) {
@@ -74,9 +101,13 @@ int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, d
             previous = current;
             continue;
         }
-        chain.next[previous] = following;
+        chain.next[static_cast<std::size_t>(previous)] = following;
+        KRemoveFromBoxTree(&chain.obstacles, current);
         --chain.live;
         failures = 0;
+        // Moving on after an ear keeps triangles small and so the boxes to search; staying would
+        // draw fans across the ring.
+        if (isEar) previous = following;
     }
     *count = written;
     return 0;

@@ -13,8 +13,8 @@ namespace halvorn {
 /// @return 0, or -1 with a count of 0 when the ring has no such triangulation, -90 with a count of
 /// 0
 ///         when memory is exhausted
-/// Method: G. H. Meisters, "Polygons have ears", American Mathematical Monthly 82, 1975. Cost: n^2
-/// at best, n^3 at worst.
+/// Method: G. H. Meisters, "Polygons have ears", American Mathematical Monthly 82, 1975. Cost: n
+/// log n for outlines that are drawn, n^2 at worst.
 int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, double tol);
 
 /// Writes the centroid of a ring of n points into `out` and returns it.

@@ -1,0 +1,78 @@
+/// @file box_tree.h
+/// Finds the boxes that meet a box, among many, without looking at most of them.
+#ifndef HALVORN_KERNEL_BOX_TREE_H
+#define HALVORN_KERNEL_BOX_TREE_H
+
+#include <cstddef>
+
+#include "kernel/records.h"
+#include "numeric/c_array.h"
+#include "numeric/tolerance.h"
+
+namespace halvorn {
+
+/// An axis-parallel box; of a point, both corners are the point.
+struct KBox {
+    KPoint low;
+    KPoint high;
+};
+
+/// Returns the box of the segment from `a` to `b`, wider by `margin` on every side.
+inline KBox KBoxOfSegment(const KPoint& a, const KPoint& b, double margin) {
+    return {{MinValue(a.x, b.x) - margin, MinValue(a.y, b.y) - margin},
+            {MaxValue(a.x, b.x) + margin, MaxValue(a.y, b.y) + margin}};
+}
+
+/// Returns whether two boxes have a point in common.
+inline bool KBoxesMeet(const KBox& a, const KBox& b) {
+    return a.low.x <= b.high.x && b.low.x <= a.high.x && a.low.y <= b.high.y && b.low.y <= a.high.y;
+}
+
+/// A balanced tree of boxes, split at the median of their centres across the longer extent. A
+/// uniform grid would be simpler, but one long side beside a fine fillet defeats it.
+///
+/// Node k has the children 2k + 1 and 2k + 2, which share its run of items half and half; runs of
+/// up to `kLeafSize` items are not split. Item i is box i of those that the tree was built from.
+struct KBoxTree {
+    static constexpr int kLeafSize = 4;
+
+    int count = 0;
+    CArray<KBox> boxes;  ///< as built from, in item order
+    CArray<KBox> nodes;  ///< of each node, around its items
+    CArray<int> live;    ///< of each node: items not removed
+    CArray<int> items;   ///< in tree order
+    CArray<int> places;  ///< of each item: its index in `items`
+};
+
+/// Builds a tree of n boxes; its array is the caller's to fill beforehand (`boxes`, n entries).
+/// @return 0, or -90 when memory is exhausted. Cost: n log n.
+int KBuildBoxTree(KBoxTree* tree, CArray<KBox> boxes, int n);
+
+/// Removes an item. Cost: log n.
+void KRemoveFromBoxTree(KBoxTree* tree, int item);
+
+/// Calls visit(item) for the live items whose boxes meet `query`, until one call returns true, and
+/// returns whether one did.
+template <class Visit>
+bool KVisitBoxTree(const KBoxTree& tree, const KBox& query, Visit&& visit, int node = 0,
+                   int first = 0, int last = -1) {
+    if (last < 0) last = tree.count;
+    const auto at = static_cast<std::size_t>(node);
+    if (first >= last || tree.live[at] == 0 || !KBoxesMeet(tree.nodes[at], query)) return false;
+    if (last - first <= KBoxTree::kLeafSize) {
+        for (int i = first; i < last; ++i) {
+            const int item = tree.items[static_cast<std::size_t>(i)];
+            if (item < 0 || !KBoxesMeet(tree.boxes[static_cast<std::size_t>(item)], query))
+                continue;
+            if (visit(item)) return true;
+        }
+        return false;
+    }
+    const int middle = first + (last - first) / 2;
+    return KVisitBoxTree(tree, query, visit, 2 * node + 1, first, middle) ||
+           KVisitBoxTree(tree, query, visit, 2 * node + 2, middle, last);
+}
+
+}  // namespace halvorn
+
+#endif
