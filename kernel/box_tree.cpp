@@ -11,11 +11,6 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
-KBox Around(const KBox& a, const KBox& b) {
-    return {{MinValue(a.low.x, b.low.x), MinValue(a.low.y, b.low.y)},
-            {MaxValue(a.high.x, b.high.x), MaxValue(a.high.y, b.high.y)}};
-}
-
 // Twice the centre of a box in x or y. A NaN would be no place in any order; it counts as 0.
 double CentreOf(const KBox& box, bool inX) {
     const double centre = inX ? box.low.x + box.high.x : box.low.y + box.high.y;
@@ -29,7 +24,7 @@ void BuildNode(KBoxTree* tree, int node, int first, int last) {
     double low[2] = {UNDEFINED_VALUE, UNDEFINED_VALUE};
     double high[2] = {-UNDEFINED_VALUE, -UNDEFINED_VALUE};
     for (int i = first; i < last; ++i) {
-        around = Around(around, boxOf(i));
+        around = KBoxAround(around, boxOf(i));
         for (const bool inX : {false, true}) {
             low[inX] = MinValue(CentreOf(boxOf(i), inX), low[inX]);
             high[inX] = MaxValue(CentreOf(boxOf(i), inX), high[inX]);

@@ -23,6 +23,12 @@ inline KBox KBoxOfSegment(const KPoint& a, const KPoint& b, double margin) {
             {MaxValue(a.x, b.x) + margin, MaxValue(a.y, b.y) + margin}};
 }
 
+/// Returns the box around two boxes.
+inline KBox KBoxAround(const KBox& a, const KBox& b) {
+    return {{MinValue(a.low.x, b.low.x), MinValue(a.low.y, b.low.y)},
+            {MaxValue(a.high.x, b.high.x), MaxValue(a.high.y, b.high.y)}};
+}
+
 /// Returns whether two boxes have a point in common.
 inline bool KBoxesMeet(const KBox& a, const KBox& b) {
     return a.low.x <= b.high.x && b.low.x <= a.high.x && a.low.y <= b.high.y && b.low.y <= a.high.y;
@@ -51,26 +57,31 @@ int KBuildBoxTree(KBoxTree* tree, CArray<KBox> boxes, int n);
 /// Removes an item. Cost: log n.
 void KRemoveFromBoxTree(KBoxTree* tree, int item);
 
-/// Calls visit(item) for the live items whose boxes meet `query`, until one call returns true, and
-/// returns whether one did.
-template <class Visit>
-bool KVisitBoxTree(const KBoxTree& tree, const KBox& query, Visit&& visit, int node = 0,
-                   int first = 0, int last = -1) {
-    if (last < 0) last = tree.count;
+/// Calls visit(item) for the live items for whose boxes meets(box) holds, until one call returns
+/// true, and returns whether one did. `meets` must hold for a box around any box that it holds for.
+/// Node and range are those of the root; the recursion is about log n deep.
+template <class Meets, class Visit>
+bool KVisitBoxTree(const KBoxTree& tree, const Meets& meets, const Visit& visit, int node,
+                   int first, int last) {
     const auto at = static_cast<std::size_t>(node);
-    if (first >= last || tree.live[at] == 0 || !KBoxesMeet(tree.nodes[at], query)) return false;
+    if (tree.live[at] == 0 || !meets(tree.nodes[at])) return false;
     if (last - first <= KBoxTree::kLeafSize) {
         for (int i = first; i < last; ++i) {
             const int item = tree.items[static_cast<std::size_t>(i)];
-            if (item < 0 || !KBoxesMeet(tree.boxes[static_cast<std::size_t>(item)], query))
-                continue;
+            if (item < 0 || !meets(tree.boxes[static_cast<std::size_t>(item)])) continue;
             if (visit(item)) return true;
         }
         return false;
     }
     const int middle = first + (last - first) / 2;
-    return KVisitBoxTree(tree, query, visit, 2 * node + 1, first, middle) ||
-           KVisitBoxTree(tree, query, visit, 2 * node + 2, middle, last);
+    return KVisitBoxTree(tree, meets, visit, 2 * node + 1, first, middle) ||
+           KVisitBoxTree(tree, meets, visit, 2 * node + 2, middle, last);
+}
+
+/// The same from the root; false for an empty tree.
+template <class Meets, class Visit>
+bool KVisitBoxTree(const KBoxTree& tree, const Meets& meets, const Visit& visit) {
+    return tree.count > 0 && KVisitBoxTree(tree, meets, visit, 0, 0, tree.count);
 }
 
 }  // namespace halvorn

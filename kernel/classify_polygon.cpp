@@ -29,9 +29,10 @@ int FindCoincidentVertices(const KPoint* ring, int n, double tol, bool* found) {
     KBoxTree tree;
     const int status = KBuildBoxTree(&tree, std::move(boxes), n);
     for (int i = 0; status == 0 && i < n && !*found; ++i) {
-        *found = KVisitBoxTree(tree, KBoxOfSegment(ring[i], ring[i], 2.0 * tol), [&](int j) {
-            return j != i && KPointsEqualTol(ring[i], ring[j], tol);
-        });
+        const KBox near = KBoxOfSegment(ring[i], ring[i], 2.0 * tol);
+        *found = KVisitBoxTree(
+            tree, [&near](const KBox& box) { return KBoxesMeet(box, near); },
+            [&](int j) { return j != i && KPointsEqualTol(ring[i], ring[j], tol); });
     }
     return status;
 }
@@ -55,12 +56,15 @@ int FindMeetingEdges(const KPoint* ring, int n, double tol, bool* found) {
     const int status = KBuildBoxTree(&tree, std::move(boxes), n);
     for (int i = 0; status == 0 && i < n && !*found; ++i) {
         const KSegment first{ring[i], Next(ring, n, i)};
-        *found = KVisitBoxTree(tree, tree.boxes[static_cast<std::size_t>(i)], [&](int j) {
-            if (j <= i) return false;
-            const KSegment second{ring[j], Next(ring, n, j)};
-            const bool shareVertex = j - i == 1 || j - i == n - 1;
-            return KIntersectSegments(first, second, tol) != (shareVertex ? 1 : 0);
-        });
+        const KBox& near = tree.boxes[static_cast<std::size_t>(i)];
+        *found = KVisitBoxTree(
+            tree, [&near](const KBox& box) { return KBoxesMeet(box, near); },
+            [&](int j) {
+                if (j <= i) return false;
+                const KSegment second{ring[j], Next(ring, n, j)};
+                const bool shareVertex = j - i == 1 || j - i == n - 1;
+                return KIntersectSegments(first, second, tol) != (shareVertex ? 1 : 0);
+            });
     }
     return status;
 }

@@ -23,54 +23,149 @@ double CornerCross(const KPoint& a, const KPoint& b, const KPoint& c) {
     return SignTol(cross, kZeroVector) == 0 ? 0.0 : cross;
 }
 
-// The vertices that are still there, as a closed chain of indices, and those of them that can lie
-// in the way of an ear: the reflex and straight ones.
-//
-// Only they are looked at. If no reflex vertex lies in the triangle of a convex corner of a simple
-// ring, no vertex does, and then no edge meets its diagonal either: it would have to enter the
-// triangle through an edge of the ring.
-struct LiveRing {
-    const KPoint* ring;
-    CArray<int> next;
-    KBoxTree obstacles;
-    int live;
-
-    int Next(int i) const { return next[static_cast<std::size_t>(i)]; }
-};
-
-// Begins with all vertices of a ring; `reference` is its orientation, +1 or -1.
-int BeginLiveRing(LiveRing* chain, const KPoint* ring, int n, double reference) {
-    chain->ring = ring;
-    chain->live = n;
-    chain->next = AllocateZeroed<int>(static_cast<std::size_t>(n));
-    CArray<KBox> boxes = AllocateZeroed<KBox>(static_cast<std::size_t>(n));
-    if (!chain->next || !boxes) return kOutOfMemory;
-    for (int i = 0; i < n; ++i) {
-        chain->next[static_cast<std::size_t>(i)] = i + 1 < n ? i + 1 : 0;
-        boxes[static_cast<std::size_t>(i)] = KBoxOfSegment(ring[i], ring[i], 0.0);
-    }
-    const int status = KBuildBoxTree(&chain->obstacles, std::move(boxes), n);
-    for (int i = 0; status == 0 && i < n; ++i) {
-        const KPoint& previous = ring[i > 0 ? i - 1 : n - 1];
-        // A convex corner stays convex while ears are cut off beside it.
-        if (CornerCross(previous, ring[i], ring[chain->Next(i)]) * reference > 0.0) {
-            KRemoveFromBoxTree(&chain->obstacles, i);
-        }
-    }
-    return status;
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
 }
 
-// Whether the triangle at `previous`, a convex corner, can be cut off: no obstacle in or on it.
-bool IsEar(const LiveRing& chain, int previous, double tol) {
-    const int current = chain.Next(previous);
-    const int following = chain.Next(current);
-    const KPoint triangle[3] = {chain.ring[previous], chain.ring[current], chain.ring[following]};
-    KBox box = KBoxOfSegment(triangle[0], triangle[1], tol);
-    box = {{MinValue(box.low.x, triangle[2].x - tol), MinValue(box.low.y, triangle[2].y - tol)},
-           {MaxValue(box.high.x, triangle[2].x + tol), MaxValue(box.high.y, triangle[2].y + tol)}};
-    return !KVisitBoxTree(chain.obstacles, box, [&](int i) {
-        if (i == previous || i == current || i == following) return false;
-        return KPointInPolygon(chain.ring[i], triangle, 3, tol) != -1;
+// The vertices that are still there, as a closed chain of indices; those that can lie in the way of
+// an ear, the reflex and straight ones; and the corners that may be ears.
+//
+// Only reflex vertices are in the way. If none lies in the triangle of a convex corner of a simple
+// ring, no vertex does, and then no edge meets its diagonal either: it would have to enter the
+// triangle through an edge of the ring. A corner that is reflex can only become convex when a
+// neighbour goes, so it waits for that outside the queue: walking over all corners again and again
+// would cost n^2 on a ring of scallops.
+struct LiveRing {
+    const KPoint* ring = nullptr;
+    double reference = 0.0;  // orientation, +1 counter-clockwise, -1 clockwise
+    int live = 0;
+    CArray<int> previous;
+    CArray<int> next;
+    KBoxTree obstacles;
+    CArray<int> obstacleOf;  // per vertex: its item in the tree, or -1
+    CArray<int> vertexOf;    // per item
+    CArray<int> queue;       // first in, first out, in a ring buffer of `capacity`
+    CArray<bool> isQueued;
+    int capacity = 0;
+    int queueFront = 0;
+    int queueSize = 0;
+
+    // Positive for a convex corner, 0 for a straight one, negative for a reflex one [L^2].
+    double Turn(int i) const {
+        return CornerCross(ring[previous[At(i)]], ring[i], ring[next[At(i)]]) * reference;
+    }
+
+    void Enqueue(int i) {
+        if (isQueued[At(i)]) return;
+        isQueued[At(i)] = true;
+        queue[At((queueFront + queueSize++) % capacity)] = i;
+    }
+
+    // Straight corners go first: before an ear beside them makes a long thin triangle of each.
+    void EnqueueNeighbour(int i) {
+        const double turn = Turn(i);
+        if (turn > 0.0) Enqueue(i);
+        if (turn != 0.0 || isQueued[At(i)]) return;
+        isQueued[At(i)] = true;
+        queueFront = (queueFront + capacity - 1) % capacity;
+        queue[At(queueFront)] = i;
+        ++queueSize;
+    }
+
+    int Dequeue() {
+        const int i = queue[At(queueFront)];
+        queueFront = (queueFront + 1) % capacity;
+        --queueSize;
+        isQueued[At(i)] = false;
+        return i;
+    }
+
+    void Remove(int i) {
+        const int before = previous[At(i)];
+        const int after = next[At(i)];
+        next[At(before)] = after;
+        previous[At(after)] = before;
+        --live;
+        if (obstacleOf[At(i)] >= 0) KRemoveFromBoxTree(&obstacles, obstacleOf[At(i)]);
+        EnqueueNeighbour(before);
+        EnqueueNeighbour(after);
+    }
+};
+
+int BeginLiveRing(LiveRing* chain, const KPoint* ring, int n) {
+    chain->ring = ring;
+    chain->reference = KPolygonSignedArea(&ring->x, n) < 0.0 ? 1.0 : -1.0;
+    chain->live = chain->capacity = n;
+    chain->previous = AllocateZeroed<int>(At(n));
+    chain->next = AllocateZeroed<int>(At(n));
+    chain->queue = AllocateZeroed<int>(At(n));
+    chain->isQueued = AllocateZeroed<bool>(At(n));
+    chain->obstacleOf = AllocateZeroed<int>(At(n));
+    chain->vertexOf = AllocateZeroed<int>(At(n));
+    CArray<KBox> boxes = AllocateZeroed<KBox>(At(n));
+    if (!chain->previous || !chain->next || !chain->queue || !chain->isQueued ||
+        !chain->obstacleOf || !chain->vertexOf || !boxes) {
+        return kOutOfMemory;
+    }
+    for (int i = 0; i < n; ++i) {
+        chain->previous[At(i)] = i > 0 ? i - 1 : n - 1;
+        chain->next[At(i)] = i + 1 < n ? i + 1 : 0;
+    }
+    int obstacles = 0;
+    for (int i = 0; i < n; ++i) {
+        const double turn = chain->Turn(i);
+        if (turn >= 0.0) chain->Enqueue(i);
+        // A convex corner stays convex while ears are cut off beside it.
+        chain->obstacleOf[At(i)] = turn > 0.0 ? -1 : obstacles;
+        if (turn > 0.0) continue;
+        chain->vertexOf[At(obstacles)] = i;
+        boxes[At(obstacles++)] = KBoxOfSegment(ring[i], ring[i], 0.0);
+    }
+    return KBuildBoxTree(&chain->obstacles, std::move(boxes), obstacles);
+}
+
+// A triangle as the tree of boxes sees it: a box meets it unless it lies, by more than the
+// tolerance, outside its bounding box or beyond one of its sides.
+struct TriangleQuery {
+    KPoint corners[3];
+    double reference;  // orientation, +1 counter-clockwise
+    double tol;
+    KBox bounds;
+
+    bool operator()(const KBox& box) const {
+        if (!KBoxesMeet(box, bounds)) return false;
+        for (int i = 0; i < 3; ++i) {
+            const KPoint& from = corners[i];
+            KPoint side;
+            KVectorDiff(&side, &from, &corners[i < 2 ? i + 1 : 0]);
+            side = KScaleVector(side, reference);
+            // The corner of the box that lies farthest to the inner side.
+            const KPoint inner{side.y > 0.0 ? box.low.x : box.high.x,
+                               side.x > 0.0 ? box.high.y : box.low.y};
+            KPoint toInner;
+            KVectorDiff(&toInner, &from, &inner);
+            const double margin = 2.0 * tol * (AbsValue(side.x) + AbsValue(side.y));
+            if (KCross(&side, &toInner) < -margin) return false;
+        }
+        return true;
+    }
+};
+
+// Whether the triangle at a convex corner can be cut off: no obstacle in or on it.
+bool IsEar(const LiveRing& chain, int corner, double tol) {
+    const int before = chain.previous[At(corner)];
+    const int after = chain.next[At(corner)];
+    const KPoint& a = chain.ring[before];
+    const KPoint& b = chain.ring[corner];
+    const KPoint& c = chain.ring[after];
+    const TriangleQuery triangle{{a, b, c},
+                                 chain.reference,
+                                 tol,
+                                 KBoxAround(KBoxOfSegment(a, b, tol), KBoxOfSegment(b, c, tol))};
+    return !KVisitBoxTree(chain.obstacles, triangle, [&](int item) {
+        const int i = chain.vertexOf[At(item)];
+        if (i == before || i == corner || i == after) return false;
+        return KPointInPolygon(chain.ring[i], triangle.corners, 3, tol) != -1;
     });
 }
 
@@ -79,35 +174,28 @@ bool IsEar(const LiveRing& chain, int previous, double tol) {
 int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, double tol) {
     *count = 0;
     if (n < 3) return -1;
-    const double reference = KPolygonSignedArea(&ring->x, n) < 0.0 ? 1.0 : -1.0;
     LiveRing chain;
-    if (BeginLiveRing(&chain, ring, n, reference) != 0) return kOutOfMemory;
+    if (BeginLiveRing(&chain, ring, n) != 0) return kOutOfMemory;
 
     int written = 0;
-    int failures = 0;
-    int previous = 0;
+    int failures = 0;  // in a row; when every corner in the queue has failed, all have
     while (chain.live >= 3) {
-        const int current = chain.Next(previous);
-        const int following = chain.Next(current);
-        const double cross = CornerCross(ring[previous], ring[current], ring[following]);
-        const bool isEar = cross * reference > 0.0 && IsEar(chain, previous, tol);
+        if (failures >= chain.queueSize) return -1;
+        const int corner = chain.Dequeue();
+        const double turn = chain.Turn(corner);
+        const bool isEar = turn > 0.0 && IsEar(chain, corner, tol);
         if (isEar) {
-            triangles[3 * written] = previous;
-            triangles[3 * written + 1] = current;
-            triangles[3 * written + 2] = following;
+            triangles[3 * written] = chain.previous[At(corner)];
+            triangles[3 * written + 1] = corner;
+            triangles[3 * written + 2] = chain.next[At(corner)];
             ++written;
-        } else if (cross != 0.0) {
-            if (++failures >= chain.live) return -1;
-            previous = current;
+        } else if (turn != 0.0) {
+            ++failures;
+            chain.Enqueue(corner);
             continue;
         }
-        chain.next[static_cast<std::size_t>(previous)] = following;
-        KRemoveFromBoxTree(&chain.obstacles, current);
-        --chain.live;
+        chain.Remove(corner);
         failures = 0;
-        // Moving on after an ear keeps triangles small and so the boxes to search; staying would
-        // draw fans across the ring.
-        if (isEar) previous = following;
     }
     *count = written;
     return 0;
