@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
+#include <cstdlib>
 #include <limits>
 
 #include "kernel/point_tests.h"
@@ -153,11 +153,13 @@ int CollectRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double
     return 0;
 }
 
+// Hands an array out with no more room than its `count` elements take. What is left of it is put
+// back with realloc: a copy would double the memory of a large result for a moment.
 template <class T>
-T* CopyOut(const T* source, std::size_t count) {
-    CArray<T> copy = AllocateZeroed<T>(count);
-    if (copy) std::memcpy(copy.get(), source, count * sizeof(T));
-    return copy.release();
+T* HandOut(CArray<T>* array, int count) {
+    void* const trimmed = std::realloc(array->get(), static_cast<std::size_t>(count) * sizeof(T));
+    if (trimmed) static_cast<void>(array->release());
+    return static_cast<T*>(trimmed);
 }
 
 }  // namespace
@@ -224,10 +226,8 @@ int KAssembleRings(const KEdgeGraph& graph, bool isClockwise, bool takeLoops, do
     }
     if (rings.ringCount == 0) return 1;
 
-    CArray<int> handedRanges(
-        CopyOut(rings.ranges.get(), static_cast<std::size_t>(rings.ringCount) + 1));
-    CArray<KPoint> handedPoints(
-        CopyOut(rings.points.get(), static_cast<std::size_t>(rings.pointCount)));
+    CArray<int> handedRanges(HandOut(&rings.ranges, rings.ringCount + 1));
+    CArray<KPoint> handedPoints(HandOut(&rings.points, rings.pointCount));
     if (!handedRanges || !handedPoints) return kOutOfMemory;
     *count = rings.ringCount;
     *ranges = handedRanges.release();

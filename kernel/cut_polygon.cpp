@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <utility>
 
 #include "kernel/assemble_rings.h"
 #include "kernel/primitives.h"
@@ -162,8 +163,8 @@ void IndexOutgoing(int edgeCount, int cutPointCount, GraphStorage* storage) {
     });
 }
 
-int AssemblePieces(const KSplitRing& split, bool isClockwise, bool takeLoops, double tol,
-                   int* count, int** ranges, KPoint** points) {
+int AssemblePieces(KSplitRing split, bool isClockwise, bool takeLoops, double tol, int* count,
+                   int** ranges, KPoint** points) {
     const int edgeCount = split.count + 2 * split.stretchCount;
     GraphStorage storage;
     if (!storage.Allocate(static_cast<std::size_t>(edgeCount),
@@ -174,6 +175,9 @@ int AssemblePieces(const KSplitRing& split, bool isClockwise, bool takeLoops, do
     RemoveNeedles(split, tol, &storage);
     if (split.hasFreeEnd) PruneDanglingStretches(split, tol, &storage);
     IndexOutgoing(edgeCount, split.cutPointCount, &storage);
+    // The edges hold it all now; a large ring is better not kept twice.
+    split.vertices.reset();
+    split.cutPointOf.reset();
     const KEdgeGraph graph{edgeCount,
                            split.count,
                            storage.edges.get(),
@@ -224,8 +228,8 @@ int SplitRing(const KPoint* ring, int n, const KPoint* cut, int ncut, bool isUnb
     if (status == kOutOfMemory) return status;
     if (status != 0) return 0;
     const bool isClockwise = KPolygonSignedArea(&ring->x, n) > 0.0;
-    return AssemblePieces(split, isClockwise, isUnbounded && split.straddles, tol, count, ranges,
-                          points);
+    return AssemblePieces(std::move(split), isClockwise, isUnbounded && split.straddles, tol, count,
+                          ranges, points);
 }
 
 int CopyRing(const KPoint* ring, int n, int* count, int** ranges, KPoint** points) {

@@ -76,19 +76,19 @@ KPoint Crossing(const KPoint& a, double distanceA, const KPoint& b, double dista
 // Replaces the vertices by those split at the crossings, and records the side of each.
 int InsertCrossings(KSplitRing* split, const KCutLine& line, double tol, LineWork* work) {
     const int n = split->count;
-    const CArray<double> distance = AllocateZeroed<double>(Size(n));
-    if (!distance) return kOutOfMemory;
     bool hasLeft = false;
     bool hasRight = false;
+    std::size_t capacity = Size(n);
+    signed char before = SideOf(DistanceLeft(line, split->vertices[Size(n - 1)]), tol);
     for (int i = 0; i < n; ++i) {
-        distance[Size(i)] = DistanceLeft(line, split->vertices[Size(i)]);
-        const signed char side = SideOf(distance[Size(i)], tol);
+        const signed char side = SideOf(DistanceLeft(line, split->vertices[Size(i)]), tol);
         hasLeft = hasLeft || side > 0;
         hasRight = hasRight || side < 0;
+        capacity += side * before < 0;
+        before = side;
     }
     split->straddles = split->straddles || (hasLeft && hasRight);
 
-    const std::size_t capacity = 2 * Size(n);
     CArray<KPoint> vertices = AllocateZeroed<KPoint>(capacity);
     CArray<int> cutPointOf = AllocateZeroed<int>(capacity);
     work->side = AllocateZeroed<signed char>(capacity);
@@ -100,14 +100,16 @@ int InsertCrossings(KSplitRing* split, const KCutLine& line, double tol, LineWor
         work->side[written] = side;
         ++written;
     };
+    double distance = DistanceLeft(line, split->vertices[0]);
     for (int i = 0; i < n; ++i) {
-        const int j = i + 1 < n ? i + 1 : 0;
-        const double di = distance[Size(i)];
-        const double dj = distance[Size(j)];
-        append(split->vertices[Size(i)], split->cutPointOf[Size(i)], SideOf(di, tol));
-        if (SideOf(di, tol) * SideOf(dj, tol) < 0) {
-            append(Crossing(split->vertices[Size(i)], di, split->vertices[Size(j)], dj), -1, 0);
+        const KPoint& here = split->vertices[Size(i)];
+        const KPoint& next = split->vertices[Size(i + 1 < n ? i + 1 : 0)];
+        const double distanceNext = DistanceLeft(line, next);
+        append(here, split->cutPointOf[Size(i)], SideOf(distance, tol));
+        if (SideOf(distance, tol) * SideOf(distanceNext, tol) < 0) {
+            append(Crossing(here, distance, next, distanceNext), -1, 0);
         }
+        distance = distanceNext;
     }
     split->count = static_cast<int>(written);
     split->vertices = std::move(vertices);
