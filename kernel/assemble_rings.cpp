@@ -17,16 +17,6 @@ namespace {
 // A turn this close to a half turn [rad] is one, to the one side or the other by rounding.
 constexpr double kHalfTurn = 1e-9;
 
-KSegment EdgeOf(const KEdgeGraph& graph, int e) {
-    const std::ptrdiff_t at = 2 * static_cast<std::ptrdiff_t>(e);
-    return {graph.edges[at], graph.edges[at + 1]};
-}
-
-void MarkUsed(const KEdgeGraph& graph, int e) {
-    const std::ptrdiff_t at = 2 * static_cast<std::ptrdiff_t>(e);
-    graph.edges[at] = graph.edges[at + 1] = {INVALID_VALUE, INVALID_VALUE};
-}
-
 KPoint UnitDirection(const KSegment& edge) {
     KPoint direction;
     KVectorDiff(&direction, &edge.start, &edge.end);
@@ -43,57 +33,43 @@ double TurnInside(const KSegment& current, const KSegment& candidate, bool isClo
     return isClockwise ? -angle : angle;
 }
 
-// The edge that a trace has reached: its index and, as it is marked used by now, its ends.
-struct TracedEdge {
-    int index;
-    KSegment segment;
-};
-
 // Whether edge e, which starts where `current` ends, leads back to where it starts.
-bool IsTwin(const KEdgeGraph& graph, const TracedEdge& current, int e, const KSegment& edge,
-            double tol) {
-    const int start = graph.startCutPoint[current.index];
-    const int end = graph.endCutPoint[e];
-    return start >= 0 || end >= 0 ? start == end
-                                  : KPointsEqualTol(edge.end, current.segment.start, tol);
+bool IsTwin(const KEdgeGraph& graph, int current, int e, double tol) {
+    const int start = graph.StartCutPoint(current);
+    const int end = graph.EndCutPoint(e);
+    return start >= 0 || end >= 0
+               ? start == end
+               : KPointsEqualTol(graph.Edge(e).end, graph.Edge(current).start, tol);
 }
 
-// The edge that goes on from `current` at its cut point; `first` is the one that began the ring.
-// Returns -1 when there is none.
-int Continuation(const KEdgeGraph& graph, const TracedEdge& current, const TracedEdge& first,
-                 bool isClockwise, double tol) {
+// The edge that goes on from `current` at its cut point; `first`, which began the ring, counts as
+// live. Returns -1 when there is none.
+int Continuation(KEdgeGraph& graph, int current, int first, bool isClockwise, double tol) {
+    const KSegment edge = graph.Edge(current);
+    const int cutPoint = graph.EndCutPoint(current);
     int best = -1;
     int twin = -1;
-    KSegment bestEdge{};
     double bestTurn = 0.0;
     bool hasTurn = false;
-    const auto consider = [&](int e, const KSegment& edge) {
-        if (IsTwin(graph, current, e, edge, tol)) {
+    for (int k = graph.firstOutgoing[static_cast<std::size_t>(cutPoint)];
+         k < graph.firstOutgoing[static_cast<std::size_t>(cutPoint) + 1]; ++k) {
+        const int e = graph.outgoing[static_cast<std::size_t>(k)];
+        if (e != first && !graph.Live(e)) continue;
+        if (IsTwin(graph, current, e, tol)) {
             twin = e;
-            return;
+            continue;
         }
         if (best < 0) {
             best = e;
-            bestEdge = edge;
-            return;
+            continue;
         }
-        if (!hasTurn) bestTurn = TurnInside(current.segment, bestEdge, isClockwise);
+        if (!hasTurn) bestTurn = TurnInside(edge, graph.Edge(best), isClockwise);
         hasTurn = true;
-        const double turn = TurnInside(current.segment, edge, isClockwise);
+        const double turn = TurnInside(edge, graph.Edge(e), isClockwise);
         // Equal turns: the earlier edge for a counter-clockwise polygon, the later for a clockwise.
         if (turn > bestTurn || (isClockwise && turn == bestTurn)) {
             best = e;
-            bestEdge = edge;
             bestTurn = turn;
-        }
-    };
-    const int cutPoint = graph.endCutPoint[current.index];
-    for (int k = graph.firstOutgoing[cutPoint]; k < graph.firstOutgoing[cutPoint + 1]; ++k) {
-        const int e = graph.outgoing[k];
-        if (e == first.index) {
-            consider(e, first.segment);
-        } else if (KIsLiveEdge(graph.edges, e)) {
-            consider(e, EdgeOf(graph, e));
         }
     }
     return best >= 0 ? best : twin;
@@ -140,8 +116,7 @@ struct Collected {
     int pointCount = 0;
 };
 
-int CollectRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double tol,
-                Collected* rings) {
+int CollectRing(KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, Collected* rings) {
     KPoint* const ring = rings->points.get() + rings->pointCount;
     int size = 0;
     const int status = KTraceRing(graph, startEdge, isClockwise, tol, ring, &size);
@@ -164,63 +139,44 @@ T* HandOut(CArray<T>* array, int count) {
 
 }  // namespace
 
-bool KIsLiveEdge(const KPoint* edges, int e) {
-    return AbsValue(edges[2 * static_cast<std::ptrdiff_t>(e)].x) < UNDEFINED_VALUE;
-}
-
-int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol) {
-    const auto isMatched = [&](int point, int edge) {
-        for (int i = 0; i < pointCount; ++i) {
-            if (i / 2 != edge && KPointsEqualTol(edges[point], edges[i], tol)) return true;
-        }
-        return false;
-    };
-    for (int e = 0; 2 * e + 1 < pointCount; ++e) {
-        if (!KIsLiveEdge(edges, e)) continue;
-        if (!isMatched(2 * e, e) || !isMatched(2 * e + 1, e)) return 2 * e;
-    }
-    return -1;
-}
-
-int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
+int KTraceRing(KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
                int* size) {
     *size = 0;
-    const TracedEdge first{startEdge, EdgeOf(graph, startEdge)};
-    for (TracedEdge current = first;;) {
-        ring[(*size)++] = current.segment.start;
-        MarkUsed(graph, current.index);
-        int next = current.index + 1 < graph.polygonEdgeCount ? current.index + 1 : 0;
-        if (graph.endCutPoint[current.index] >= 0) {
-            next = Continuation(graph, current, first, isClockwise, tol);
+    for (int current = startEdge;;) {
+        const KSegment edge = graph.Edge(current);
+        ring[(*size)++] = edge.start;
+        graph.Live(current) = false;
+        int next = current + 1 < graph.PolygonEdgeCount() ? current + 1 : 0;
+        if (graph.EndCutPoint(current) >= 0) {
+            next = Continuation(graph, current, startEdge, isClockwise, tol);
         }
         const bool isClosed = next == startEdge;
-        if (!isClosed && (next < 0 || !KIsLiveEdge(graph.edges, next))) return -2;
-        const KSegment segment = isClosed ? first.segment : EdgeOf(graph, next);
-        const KPoint& end = current.segment.end;
-        if (end.x != segment.start.x || end.y != segment.start.y) ring[(*size)++] = end;
+        if (!isClosed && (next < 0 || !graph.Live(next))) return -2;
+        const KPoint start = graph.Edge(next).start;
+        if (edge.end.x != start.x || edge.end.y != start.y) ring[(*size)++] = edge.end;
         if (isClosed) return 0;
-        current = {next, segment};
+        current = next;
     }
 }
 
-int KAssembleRings(const KEdgeGraph& graph, bool isClockwise, bool takeLoops, double tol,
-                   int* count, int** ranges, KPoint** points) {
+int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double tol, int* count,
+                   int** ranges, KPoint** points) {
     *count = 0;
     *ranges = nullptr;
     *points = nullptr;
-    const auto edgeCount = static_cast<std::size_t>(graph.edgeCount);
+    const auto edgeCount = static_cast<std::size_t>(graph.EdgeCount());
     Collected rings;
     rings.points = AllocateZeroed<KPoint>(2 * edgeCount);
     rings.ranges = AllocateZeroed<int>(edgeCount + 1);
     if (!rings.ranges || (edgeCount > 0 && !rings.points)) return kOutOfMemory;
 
-    for (int e = 0; e < graph.edgeCount; ++e) {
-        if (graph.flags[e] != kCuttingEdge || !KIsLiveEdge(graph.edges, e)) continue;
+    for (int e = 0; e < graph.EdgeCount(); ++e) {
+        if (graph.Origin(e) != kCuttingEdge || !graph.Live(e)) continue;
         const int status = CollectRing(graph, e, isClockwise, tol, &rings);
         if (status != 0) return status;
     }
-    for (int e = 0; takeLoops && e < graph.polygonEdgeCount; ++e) {
-        if (graph.startCutPoint[e] < 0 || !KIsLiveEdge(graph.edges, e)) continue;
+    for (int e = 0; takeLoops && e < graph.PolygonEdgeCount(); ++e) {
+        if (graph.StartCutPoint(e) < 0 || !graph.Live(e)) continue;
         const int status = CollectRing(graph, e, isClockwise, tol, &rings);
         if (status != 0) return status;
     }

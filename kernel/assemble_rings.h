@@ -3,41 +3,10 @@
 #ifndef HALVORN_KERNEL_ASSEMBLE_RINGS_H
 #define HALVORN_KERNEL_ASSEMBLE_RINGS_H
 
+#include "kernel/edge_graph.h"
 #include "kernel/records.h"
 
 namespace halvorn {
-
-/// Flag of an edge in `KEdgeGraph::flags`.
-enum KEdgeOrigin : unsigned int {
-    kPolygonEdge = 0,  ///< came from the polygon being cut
-    kCuttingEdge = 1   ///< came from the cutting line
-};
-
-/// Directed edges and where they join. Edges that join at a cut point coincide there within the
-/// tolerance, not to the last bit.
-///
-/// `edges` holds each edge's start and end, edge e at 2e and 2e + 1. An edge whose start x is
-/// +infinity (removed) or NaN (used) is not live. The polygon's own edges come first, in ring
-/// order, so that edge e is continued by edge e + 1, and the last one by the first, wherever no cut
-/// point lies between. At every cut point as many edges end as start.
-struct KEdgeGraph {
-    int edgeCount;
-    int polygonEdgeCount;
-    KPoint* edges;              ///< 2 per edge
-    const unsigned int* flags;  ///< one `KEdgeOrigin` per edge
-    const int* startCutPoint;   ///< per edge: the cut point it starts at, or -1
-    const int* endCutPoint;     ///< per edge: the cut point it ends at, or -1
-    const int* firstOutgoing;   ///< per cut point and one more: offsets into `outgoing`
-    const int* outgoing;        ///< edges that start at each cut point, ascending
-};
-
-/// Returns whether edge e of an edge list is neither removed nor used.
-bool KIsLiveEdge(const KPoint* edges, int e);
-
-/// Returns the point index (even) of the first live edge with a free end, an end within `tol` of no
-/// end of another edge, or -1. An edge list of `pointCount` points, two per edge. Cost: the square
-/// of the number of edges.
-int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol);
 
 /// Traces one ring from `startEdge` and marks its edges used. Its points are the starts of the
 /// edges taken, and their ends where the next edge starts beside them.
@@ -51,7 +20,7 @@ int KFindDanglingEdge(const KPoint* edges, int pointCount, double tol);
 /// @param ring        room for both ends of all live edges
 /// @param size        number of points written
 /// @return 0, or -2 when the chain ends before it closes
-int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
+int KTraceRing(KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
                int* size);
 
 /// Assembles every ring that contains a cutting edge, and drops vertices that lie within `tol` on
@@ -64,8 +33,8 @@ int KTraceRing(const KEdgeGraph& graph, int startEdge, bool isClockwise, double 
 /// @param points    all rings back to back; the caller frees
 /// @return 1 (also for no ring, with null arrays), -2 as `KTraceRing`, or -90; a failure leaves 0
 ///         and null outputs
-int KAssembleRings(const KEdgeGraph& graph, bool isClockwise, bool takeLoops, double tol,
-                   int* count, int** ranges, KPoint** points);
+int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double tol, int* count,
+                   int** ranges, KPoint** points);
 
 }  // namespace halvorn
 

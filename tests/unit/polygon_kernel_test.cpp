@@ -1,7 +1,7 @@
 // Point tests, classification, triangulation, centroids and the cut's edge cases.
-#include "kernel/assemble_rings.h"
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
+#include "kernel/edge_graph.h"
 #include "kernel/point_tests.h"
 #include "kernel/primitives.h"
 #include "kernel/triangulate_polygon.h"
@@ -188,9 +188,9 @@ TEST(FindDanglingEdge, FindsTheFirstFreeEnd) {
                                        {5, 5},
                                        {removed, removed},
                                        {removed, removed}};
-    EXPECT_EQ(KFindDanglingEdge(edges.data(), 10, kTol), 6);
-    EXPECT_EQ(KFindDanglingEdge(edges.data(), 6, kTol), -1);
-    EXPECT_EQ(KFindDanglingEdge(nullptr, 0, kTol), -1);
+    EXPECT_EQ(KFindDanglingEdge({edges.data(), 10}, kTol), 6);
+    EXPECT_EQ(KFindDanglingEdge({edges.data(), 6}, kTol), -1);
+    EXPECT_EQ(KFindDanglingEdge({nullptr, 0}, kTol), -1);
 }
 
 struct Cut : KPieces {

@@ -1,0 +1,143 @@
+#include "kernel/edge_graph.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "kernel/primitives.h"
+#include "numeric/tolerance.h"
+
+namespace halvorn {
+
+namespace {
+
+std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+bool IsLiveInList(const KEdgeList& edges, int e) {
+    return AbsValue(edges.points[2 * static_cast<std::ptrdiff_t>(e)].x) < UNDEFINED_VALUE;
+}
+
+void RemoveNeedles(double tol, KEdgeGraph* graph) {
+    const KSplitRing& split = *graph->split;
+    const int n = split.count;
+    int first = 0;
+    while (first < n && split.cutPointOf[At(first)] < 0) ++first;
+    if (first == n) return;
+    for (int start = first, end = 0; start < first + n; start = end) {
+        double area = 0.0;
+        double length = 0.0;
+        const KPoint& origin = split.vertices[At(start % n)];
+        for (end = start + 1;; ++end) {
+            KPoint in;
+            KPoint out;
+            KVectorDiff(&in, &origin, &split.vertices[At((end - 1) % n)]);
+            KVectorDiff(&out, &split.vertices[At((end - 1) % n)], &split.vertices[At(end % n)]);
+            area += 0.5 * KCross(&in, &out);
+            length += AbsValue(out.x) + AbsValue(out.y);
+            if (split.cutPointOf[At(end % n)] >= 0) break;
+        }
+        const bool comesBack = split.cutPointOf[At(end % n)] == split.cutPointOf[At(start % n)];
+        if (!comesBack || AbsValue(area) > tol * length) continue;
+        for (int i = start; i < end; ++i) graph->Live(i % n) = false;
+    }
+}
+
+// Prunes on a list of the polygon's edges and each stretch there. The edges back stay out: each
+// would match the ends of its own edge there.
+int PruneDanglingStretches(double tol, KEdgeGraph* graph) {
+    const int n = graph->PolygonEdgeCount();
+    const int listed = n + graph->split->stretchCount;
+    const auto edgeOf = [n](int k) { return k < n ? k : n + 2 * (k - n); };
+    CArray<KPoint> points = AllocateZeroed<KPoint>(2 * At(listed));
+    if (!points) return kOutOfMemory;
+    const auto remove = [&points](int k) {
+        points[2 * At(k)] = points[2 * At(k) + 1] = {UNDEFINED_VALUE, UNDEFINED_VALUE};
+    };
+    for (int k = 0; k < listed; ++k) {
+        const KSegment edge = graph->Edge(edgeOf(k));
+        points[2 * At(k)] = edge.start;
+        points[2 * At(k) + 1] = edge.end;
+        if (!graph->Live(edgeOf(k))) remove(k);
+    }
+    for (int point; (point = KFindDanglingEdge({points.get(), 2 * listed}, tol)) >= 0;) {
+        const int e = edgeOf(point / 2);
+        remove(point / 2);
+        graph->Live(e) = false;
+        if (e >= n) graph->Live(e + 1) = false;
+    }
+    return 0;
+}
+
+// Groups the live edges by the cut point that they start at (counting sort, edges ascending).
+int IndexOutgoing(KEdgeGraph* graph) {
+    const auto cutPointCount = At(graph->split->cutPointCount);
+    graph->firstOutgoing = AllocateZeroed<int>(cutPointCount + 2);
+    if (!graph->firstOutgoing) return kOutOfMemory;
+    CArray<int>& firsts = graph->firstOutgoing;
+    const auto forEachStart = [graph](auto&& act) {
+        for (int e = 0; e < graph->EdgeCount(); ++e) {
+            const int cutPoint = graph->StartCutPoint(e);
+            if (cutPoint >= 0 && graph->Live(e)) act(At(cutPoint), e);
+        }
+    };
+    // Counts two places up, so that filling moves each start to where the next group begins.
+    forEachStart([&firsts](std::size_t cutPoint, int) { ++firsts[cutPoint + 2]; });
+    for (std::size_t k = 2; k < cutPointCount + 2; ++k) firsts[k] += firsts[k - 1];
+    const int total = firsts[cutPointCount + 1];
+    graph->outgoing = AllocateZeroed<int>(At(total));
+    if (!graph->outgoing && total > 0) return kOutOfMemory;
+    forEachStart(
+        [&](std::size_t cutPoint, int e) { graph->outgoing[At(firsts[cutPoint + 1]++)] = e; });
+    return 0;
+}
+
+}  // namespace
+
+int KFindDanglingEdge(const KEdgeList& edges, double tol) {
+    const auto isMatched = [&](int point, int edge) {
+        for (int i = 0; i < edges.pointCount; ++i) {
+            if (i / 2 != edge && KPointsEqualTol(edges.points[point], edges.points[i], tol)) {
+                return true;
+            }
+        }
+        return false;
+    };
+    for (int e = 0; 2 * e + 1 < edges.pointCount; ++e) {
+        if (!IsLiveInList(edges, e)) continue;
+        if (!isMatched(2 * e, e) || !isMatched(2 * e + 1, e)) return 2 * e;
+    }
+    return -1;
+}
+
+KSegment KEdgeGraph::Edge(int e) const {
+    const int n = split->count;
+    if (e < n) return {split->vertices[At(e)], split->vertices[At(e + 1 < n ? e + 1 : 0)]};
+    return {split->cutPoints[At(StartCutPoint(e))], split->cutPoints[At(EndCutPoint(e))]};
+}
+
+int KEdgeGraph::StartCutPoint(int e) const {
+    const int n = split->count;
+    if (e < n) return split->cutPointOf[At(e)];
+    const KStretch& stretch = split->stretches[At((e - n) / 2)];
+    return (e - n) % 2 == 0 ? stretch.start : stretch.end;
+}
+
+int KEdgeGraph::EndCutPoint(int e) const {
+    const int n = split->count;
+    if (e < n) return split->cutPointOf[At(e + 1 < n ? e + 1 : 0)];
+    const KStretch& stretch = split->stretches[At((e - n) / 2)];
+    return (e - n) % 2 == 0 ? stretch.end : stretch.start;
+}
+
+int KBuildEdgeGraph(KEdgeGraph* graph, const KSplitRing& split, double tol) {
+    graph->split = &split;
+    graph->isLive = AllocateZeroed<bool>(At(graph->EdgeCount()));
+    if (!graph->isLive && graph->EdgeCount() > 0) return kOutOfMemory;
+    std::fill_n(graph->isLive.get(), graph->EdgeCount(), true);
+    RemoveNeedles(tol, graph);
+    const int status = split.hasFreeEnd ? PruneDanglingStretches(tol, graph) : 0;
+    return status == 0 ? IndexOutgoing(graph) : status;
+}
+
+}  // namespace halvorn

@@ -1,0 +1,62 @@
+/// @file edge_graph.h
+/// The directed edges of a split ring and where they join.
+#ifndef HALVORN_KERNEL_EDGE_GRAPH_H
+#define HALVORN_KERNEL_EDGE_GRAPH_H
+
+#include "kernel/records.h"
+#include "kernel/split_ring.h"
+#include "numeric/c_array.h"
+
+namespace halvorn {
+
+/// Directed edges, two points each: start and end of edge k at 2k and 2k + 1. An edge whose start x
+/// is +infinity or NaN is removed or used.
+struct KEdgeList {
+    const KPoint* points;
+    int pointCount;  ///< twice the number of edges
+};
+
+/// Returns the point index (even) of the first live edge with a free end, an end within `tol` per
+/// axis of no end of another edge, or -1. Cost: the square of the number of edges.
+int KFindDanglingEdge(const KEdgeList& edges, double tol);
+
+/// Where an edge came from.
+enum KEdgeOrigin : unsigned int {
+    kPolygonEdge = 0,  ///< the polygon being cut
+    kCuttingEdge = 1   ///< the cutting line
+};
+
+/// The edges of a split ring, by number: the polygon's own first, in ring order, edge e from vertex
+/// e to the next; then each stretch of the cutting line there and back. Edge e is continued by edge
+/// e + 1, and the polygon's last by its first, wherever no cut point lies between. At every cut
+/// point as many live edges end as start; they coincide there within the tolerance, not to the last
+/// bit.
+///
+/// The edges are read from the split ring and not kept as a list: on a ring of 10^5 vertices the
+/// memory would cost more time than all the rest.
+struct KEdgeGraph {
+    const KSplitRing* split = nullptr;
+    CArray<bool> isLive;        ///< per edge: neither removed nor used
+    CArray<int> firstOutgoing;  ///< per cut point and one more: offsets into `outgoing`
+    CArray<int> outgoing;       ///< live edges that start at each cut point, ascending
+
+    int PolygonEdgeCount() const { return split->count; }
+    int EdgeCount() const { return split->count + 2 * split->stretchCount; }
+    KEdgeOrigin Origin(int e) const { return e < split->count ? kPolygonEdge : kCuttingEdge; }
+    KSegment Edge(int e) const;
+    int StartCutPoint(int e) const;  ///< or -1
+    int EndCutPoint(int e) const;    ///< or -1
+    bool& Live(int e) { return isLive[static_cast<std::size_t>(e)]; }
+};
+
+/// Builds the graph of a split ring, which must outlive it, without
+/// - the chains that leave a cut point and come back to it without enclosing anything: edges within
+///   one cut point, and needles thinner than `tol` where the line cuts them. A hole that hangs on a
+///   bridge comes back, too, and stays;
+/// - the stretches that end freely inside the ring.
+/// @return 0, or -90 when memory is exhausted
+int KBuildEdgeGraph(KEdgeGraph* graph, const KSplitRing& split, double tol);
+
+}  // namespace halvorn
+
+#endif
