@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <limits>
 
 #include "kernel/point_tests.h"
@@ -128,15 +127,6 @@ int CollectRing(KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, 
     return 0;
 }
 
-// Hands an array out with no more room than its `count` elements take. What is left of it is put
-// back with realloc: a copy would double the memory of a large result for a moment.
-template <class T>
-T* HandOut(CArray<T>* array, int count) {
-    void* const trimmed = std::realloc(array->get(), static_cast<std::size_t>(count) * sizeof(T));
-    if (trimmed) static_cast<void>(array->release());
-    return static_cast<T*>(trimmed);
-}
-
 }  // namespace
 
 int KTraceRing(KEdgeGraph& graph, int startEdge, bool isClockwise, double tol, KPoint* ring,
@@ -166,8 +156,15 @@ int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double t
     *points = nullptr;
     const auto edgeCount = static_cast<std::size_t>(graph.EdgeCount());
     Collected rings;
-    rings.points = AllocateZeroed<KPoint>(2 * edgeCount);
-    rings.ranges = AllocateZeroed<int>(edgeCount + 1);
+    // The start of every edge, and the vertices beside a cut point that a trace enters and leaves
+    // at.
+    rings.points =
+        AllocateZeroed<KPoint>(edgeCount + 2 * static_cast<std::size_t>(graph.split->besideCount));
+    // Every ring has an edge that starts at a cut point.
+    rings.ranges = AllocateZeroed<int>(
+        static_cast<std::size_t>(
+            graph.firstOutgoing[static_cast<std::size_t>(graph.split->cutPointCount)]) +
+        1);
     if (!rings.ranges || (edgeCount > 0 && !rings.points)) return kOutOfMemory;
 
     for (int e = 0; e < graph.EdgeCount(); ++e) {
@@ -182,12 +179,14 @@ int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double t
     }
     if (rings.ringCount == 0) return 1;
 
-    CArray<int> handedRanges(HandOut(&rings.ranges, rings.ringCount + 1));
-    CArray<KPoint> handedPoints(HandOut(&rings.points, rings.pointCount));
-    if (!handedRanges || !handedPoints) return kOutOfMemory;
+    // Trimmed where they are: a copy would double the memory of a large result for a moment.
+    if (!Resize(&rings.ranges, static_cast<std::size_t>(rings.ringCount) + 1) ||
+        !Resize(&rings.points, static_cast<std::size_t>(rings.pointCount))) {
+        return kOutOfMemory;
+    }
     *count = rings.ringCount;
-    *ranges = handedRanges.release();
-    *points = handedPoints.release();
+    *ranges = rings.ranges.release();
+    *points = rings.points.release();
     return 1;
 }
 

@@ -73,47 +73,47 @@ KPoint Crossing(const KPoint& a, double distanceA, const KPoint& b, double dista
     return KTranslatePoint(from, KScaleVector(edge, distanceFrom / (distanceFrom - distanceTo)));
 }
 
-// Replaces the vertices by those split at the crossings, and records the side of each.
+// Splits the edges that cross the line, in place, and records the side of each vertex.
 int InsertCrossings(KSplitRing* split, const KCutLine& line, double tol, LineWork* work) {
     const int n = split->count;
     bool hasLeft = false;
     bool hasRight = false;
-    std::size_t capacity = Size(n);
+    std::size_t total = Size(n);
     signed char before = SideOf(DistanceLeft(line, split->vertices[Size(n - 1)]), tol);
     for (int i = 0; i < n; ++i) {
         const signed char side = SideOf(DistanceLeft(line, split->vertices[Size(i)]), tol);
         hasLeft = hasLeft || side > 0;
         hasRight = hasRight || side < 0;
-        capacity += side * before < 0;
+        total += side * before < 0;
         before = side;
     }
     split->straddles = split->straddles || (hasLeft && hasRight);
-
-    CArray<KPoint> vertices = AllocateZeroed<KPoint>(capacity);
-    CArray<int> cutPointOf = AllocateZeroed<int>(capacity);
-    work->side = AllocateZeroed<signed char>(capacity);
-    if (!vertices || !cutPointOf || !work->side) return kOutOfMemory;
-    std::size_t written = 0;
-    const auto append = [&](const KPoint& vertex, int cutPoint, signed char side) {
-        vertices[written] = vertex;
-        cutPointOf[written] = cutPoint;
-        work->side[written] = side;
-        ++written;
-    };
-    double distance = DistanceLeft(line, split->vertices[0]);
-    for (int i = 0; i < n; ++i) {
-        const KPoint& here = split->vertices[Size(i)];
-        const KPoint& next = split->vertices[Size(i + 1 < n ? i + 1 : 0)];
-        const double distanceNext = DistanceLeft(line, next);
-        append(here, split->cutPointOf[Size(i)], SideOf(distance, tol));
-        if (SideOf(distance, tol) * SideOf(distanceNext, tol) < 0) {
-            append(Crossing(here, distance, next, distanceNext), -1, 0);
-        }
-        distance = distanceNext;
+    work->side = AllocateZeroed<signed char>(total);
+    if (!work->side || !Resize(&split->vertices, total) || !Resize(&split->cutPointOf, total)) {
+        return kOutOfMemory;
     }
-    split->count = static_cast<int>(written);
-    split->vertices = std::move(vertices);
-    split->cutPointOf = std::move(cutPointOf);
+
+    // From the last edge to the first, so that nothing is overwritten before it is read.
+    std::size_t place = total;
+    const auto put = [&](const KPoint& vertex, int cutPoint, signed char side) {
+        --place;
+        split->vertices[place] = vertex;
+        split->cutPointOf[place] = cutPoint;
+        work->side[place] = side;
+    };
+    KPoint next = split->vertices[0];
+    double distanceNext = DistanceLeft(line, next);
+    for (int i = n - 1; i >= 0; --i) {
+        const KPoint here = split->vertices[Size(i)];
+        const double distance = DistanceLeft(line, here);
+        if (SideOf(distance, tol) * SideOf(distanceNext, tol) < 0) {
+            put(Crossing(here, distance, next, distanceNext), -1, 0);
+        }
+        put(here, split->cutPointOf[Size(i)], SideOf(distance, tol));
+        next = here;
+        distanceNext = distance;
+    }
+    split->count = static_cast<int>(total);
     return 0;
 }
 
@@ -150,11 +150,7 @@ int MergeVisits(KSplitRing* split, double tol, LineWork* work) {
     const int count = work->visitCount;
     // Room for every visit and the two ends of a segment.
     const std::size_t capacity = Size(split->cutPointCount) + Size(count) + 2;
-    auto* const grown =
-        static_cast<KPoint*>(std::realloc(split->cutPoints.get(), capacity * sizeof(KPoint)));
-    if (!grown) return kOutOfMemory;
-    static_cast<void>(split->cutPoints.release());
-    split->cutPoints.reset(grown);
+    if (!Resize(&split->cutPoints, capacity)) return kOutOfMemory;
     work->sums = AllocateZeroed<CutPointSums>(Size(count));
     work->sumOf = AllocateZeroed<int>(Size(split->count));
     if (count > 0 && (!work->sums || !work->sumOf)) return kOutOfMemory;
@@ -176,6 +172,9 @@ int MergeVisits(KSplitRing* split, double tol, LineWork* work) {
         sums = {work->visits[Size(first)].t, cutPoint, 0, 0};
         for (; first < last; ++first) {
             const LineVisit& visit = work->visits[Size(first)];
+            const KPoint& vertex = split->vertices[Size(visit.vertex)];
+            const KPoint& onto = split->cutPoints[Size(cutPoint)];
+            split->besideCount += vertex.x != onto.x || vertex.y != onto.y;
             split->cutPointOf[Size(visit.vertex)] = cutPoint;
             work->sumOf[Size(visit.vertex)] = work->sumCount;
             sums.crossings += visit.crosses;

@@ -34,6 +34,7 @@ struct KSplitRing {
     CArray<int> cutPointOf;   ///< per vertex: its cut point, or -1
     int cutPointCount = 0;
     CArray<KPoint> cutPoints;
+    int besideCount = 0;  ///< vertices on cut points, but not to the last bit
     int stretchCount = 0;
     CArray<KStretch> stretches;
     bool hasFreeEnd = false;  ///< a stretch ends inside the ring, at the end of its segment

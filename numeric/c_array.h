@@ -37,6 +37,17 @@ CArray<T> AllocateZeroedOrThrow(std::size_t count) {
     return array;
 }
 
+/// Grows or trims `array` to exactly `count` elements, at least one; new ones are not zeroed.
+/// Returns false, with the array as it was, when memory is exhausted.
+template <class T>
+bool Resize(CArray<T>* array, std::size_t count) noexcept {
+    auto* const resized = static_cast<T*>(std::realloc(array->get(), count * sizeof(T)));
+    if (!resized) return false;
+    static_cast<void>(array->release());
+    array->reset(resized);
+    return true;
+}
+
 }  // namespace halvorn
 
 #endif
