@@ -13,9 +13,6 @@ namespace halvorn {
 
 namespace {
 
-// A turn this close to a half turn [rad] is one, to the one side or the other by rounding.
-constexpr double kHalfTurn = 1e-9;
-
 KPoint UnitDirection(const KSegment& edge) {
     KPoint direction;
     KVectorDiff(&direction, &edge.start, &edge.end);
@@ -23,12 +20,30 @@ KPoint UnitDirection(const KSegment& edge) {
     return KScaleVector(direction, 1.0 / KDistance(&edge.start, &edge.end));
 }
 
-// How far `candidate` turns to the inside from `current` [rad]; a half turn counts as the least.
+// Whether previous, p and next are in line but for the rounding of their coordinates: the triangle
+// is no larger than one unit in their last place sweeps along the two edges. A tolerance would be
+// too much: a long flange would lose 1e-10 of its thickness at a vertex that a line just misses.
+bool AreInLine(const KPoint& previous, const KPoint& p, const KPoint& next) {
+    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
+    KPoint in;
+    KPoint out;
+    KVectorDiff(&in, &previous, &p);
+    KVectorDiff(&out, &p, &next);
+    const double reach = MaxValue(AbsValue(p.x), AbsValue(p.y));
+    const double edges = AbsValue(in.x) + AbsValue(in.y) + AbsValue(out.x) + AbsValue(out.y);
+    return AbsValue(KCross(&in, &out)) <= kRounding * reach * edges;
+}
+
+// How far `candidate` turns to the inside from `current` [rad]. A turn that doubles back on the
+// very line of `current` goes to either side by rounding and counts as the least; one that is off
+// that line, by however little, is as sharp a turn as it looks.
 double TurnInside(const KSegment& current, const KSegment& candidate, bool isClockwise) {
     const KPoint from = UnitDirection(current);
     const KPoint to = UnitDirection(candidate);
+    if (KDot(&from, &to) < 0.0 && AreInLine(current.start, candidate.start, candidate.end)) {
+        return -kPi;
+    }
     const double angle = KVectorAngle(&from, &to);
-    if (AbsValue(angle) > kPi - kHalfTurn) return -kPi;
     return isClockwise ? -angle : angle;
 }
 
@@ -74,20 +89,6 @@ int Continuation(KEdgeGraph& graph, int current, int first, bool isClockwise, do
     return best >= 0 ? best : twin;
 }
 
-// Whether the corner at p is straight but for the rounding of its coordinates: its triangle is no
-// larger than one unit in their last place sweeps along the two edges. The tolerance alone would
-// let a long flange lose 1e-10 of its thickness at a vertex that a line just misses.
-bool IsStraight(const KPoint& previous, const KPoint& p, const KPoint& next) {
-    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
-    KPoint in;
-    KPoint out;
-    KVectorDiff(&in, &previous, &p);
-    KVectorDiff(&out, &p, &next);
-    const double reach = MaxValue(AbsValue(p.x), AbsValue(p.y));
-    const double edges = AbsValue(in.x) + AbsValue(in.y) + AbsValue(out.x) + AbsValue(out.y);
-    return AbsValue(KCross(&in, &out)) <= kRounding * reach * edges;
-}
-
 // Drops straight vertices on the segment between their neighbours, one at a time, so that of two
 // coincident neighbours one stays. Returns how many are left, at least three of three or more.
 int DropStraightVertices(KPoint* ring, int n, double tol) {
@@ -97,7 +98,7 @@ int DropStraightVertices(KPoint* ring, int n, double tol) {
     for (int i = 0; i < n; ++i) {
         const KPoint& previous = kept > 0 ? ring[kept - 1] : ring[n - 1];
         const KPoint& next = i + 1 < n ? ring[i + 1] : ring[0];
-        if (live > 3 && IsStraight(previous, ring[i], next) &&
+        if (live > 3 && AreInLine(previous, ring[i], next) &&
             KPointOnSegment(ring[i], previous, next, tol) != 0) {
             --live;
         } else {

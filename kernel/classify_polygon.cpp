@@ -45,7 +45,8 @@ bool HasVertexOnNeighbours(const KPoint* ring, int n, double tol) {
 }
 
 // Looks for edges that meet. Edges that share a vertex have exactly that one point in common, all
-// others none; only edges whose boxes come within the tolerance can have any.
+// others none; only edges whose boxes come within the tolerance can have any. Neighbours are tested
+// without asking for their boxes, so that a vertex that is not a number is found out.
 int FindMeetingEdges(const KPoint* ring, int n, double tol, bool* found) {
     CArray<KBox> boxes = AllocateZeroed<KBox>(static_cast<std::size_t>(n));
     if (!boxes) return kOutOfMemory;
@@ -54,16 +55,20 @@ int FindMeetingEdges(const KPoint* ring, int n, double tol, bool* found) {
     }
     KBoxTree tree;
     const int status = KBuildBoxTree(&tree, std::move(boxes), n);
+    for (int i = 0; i < n && !*found; ++i) {
+        const KSegment first{ring[i], Next(ring, n, i)};
+        const KSegment second{first.end, Next(ring, n, i + 1 < n ? i + 1 : 0)};
+        *found = KIntersectSegments(first, second, tol) != 1;
+    }
     for (int i = 0; status == 0 && i < n && !*found; ++i) {
         const KSegment first{ring[i], Next(ring, n, i)};
         const KBox& near = tree.boxes[static_cast<std::size_t>(i)];
         *found = KVisitBoxTree(
             tree, [&near](const KBox& box) { return KBoxesMeet(box, near); },
             [&](int j) {
-                if (j <= i) return false;
-                const KSegment second{ring[j], Next(ring, n, j)};
                 const bool shareVertex = j - i == 1 || j - i == n - 1;
-                return KIntersectSegments(first, second, tol) != (shareVertex ? 1 : 0);
+                if (j <= i || shareVertex) return false;
+                return KIntersectSegments(first, {ring[j], Next(ring, n, j)}, tol) != 0;
             });
     }
     return status;

@@ -82,7 +82,7 @@ int SplitRing(const KPoint* ring, int n, const KPoint* cut, int ncut, bool isUnb
     // Twice the vertices for every segment, and the edges of the stretches, stay countable.
     if (!IsFinite(ringBox.low) || n > std::numeric_limits<int>::max() / 16) return 0;
     KSplitRing split;
-    int status = KBeginSplit(&split, ring, n, tol);
+    int status = KBeginSplit(&split, ring, n);
     for (int i = 0; status == 0 && i + 1 < ncut; i += 2) {
         const Box segmentBox = BoxOf(cut + i, 2);
         const KCutLine line = LineOf(cut[i], cut[i + 1], isUnbounded);

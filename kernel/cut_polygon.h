@@ -34,7 +34,9 @@ struct KPieces {
 /// null
 ///         for a line that misses or only touches the ring, for p1 and p2 coinciding within `tol`
 ///         per axis, for coordinates that are not finite, when memory is exhausted. Never negative.
-/// Cost: n + k log k for k cut points.
+/// What is smaller than about twice the tolerance where the line runs, such as an edge of 1.5 tol
+/// that ends on it, may come out on either side, or join the pieces that it touches. Cost: n + k
+/// log k for k cut points, and d^2 for d edges that meet in one of them.
 int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint& p2, double tol,
                       int* count, int** ranges, KPoint** points);
 

@@ -237,21 +237,19 @@ int AppendStretches(KSplitRing* split, const KCutLine& line, double tol, const L
 
 }  // namespace
 
-int KBeginSplit(KSplitRing* split, const KPoint* ring, int n, double tol) {
+int KBeginSplit(KSplitRing* split, const KPoint* ring, int n) {
     split->vertices = AllocateZeroed<KPoint>(Size(n));
     split->cutPointOf = AllocateZeroed<int>(Size(n));
     if (n > 0 && (!split->vertices || !split->cutPointOf)) return kOutOfMemory;
-    const auto isShort = [tol](const KPoint& a, const KPoint& b) {
-        return Sqr(a.x - b.x) + Sqr(a.y - b.y) <= Sqr(tol);
-    };
+    const auto isSame = [](const KPoint& a, const KPoint& b) { return a.x == b.x && a.y == b.y; };
     int count = 0;
     for (int i = 0; i < n; ++i) {
-        if (count > 0 && isShort(split->vertices[Size(count - 1)], ring[i])) continue;
+        if (count > 0 && isSame(split->vertices[Size(count - 1)], ring[i])) continue;
         split->vertices[Size(count)] = ring[i];
         split->cutPointOf[Size(count)] = -1;
         ++count;
     }
-    while (count > 1 && isShort(split->vertices[Size(count - 1)], split->vertices[0])) --count;
+    while (count > 1 && isSame(split->vertices[Size(count - 1)], split->vertices[0])) --count;
     split->count = count;
     return 0;
 }

@@ -24,10 +24,9 @@ struct KStretch {
 
 /// A ring that lines are cutting, one after the other.
 ///
-/// Invariants: neighbouring vertices are farther apart than the tolerance unless both are cut
-/// points; vertices of one cut point coincide with it per axis within the tolerance; of two
-/// neighbours, never one is beyond the tolerance on one side of a line already cut and the other on
-/// the other side.
+/// Invariants: neighbouring vertices differ unless both are cut points; vertices of one cut point
+/// coincide with it per axis within the tolerance; of two neighbours, never one is beyond the
+/// tolerance on one side of a line already cut and the other on the other side.
 struct KSplitRing {
     int count = 0;            ///< vertices
     CArray<KPoint> vertices;  ///< the ring's own and the crossings, in ring order
@@ -41,9 +40,10 @@ struct KSplitRing {
     bool straddles = false;   ///< a line has vertices beyond the tolerance on both sides
 };
 
-/// Fills `split` with the n points of a ring, without the edges no longer than `tol` [L].
+/// Fills `split` with the n points of a ring, without those equal to their predecessors. Edges no
+/// longer than the tolerance stay: dropping them would change the area.
 /// @return 0, or -90 when memory is exhausted
-int KBeginSplit(KSplitRing* split, const KPoint* ring, int n, double tol);
+int KBeginSplit(KSplitRing* split, const KPoint* ring, int n);
 
 /// Splits the ring where `line` meets it, and appends the stretches of the line that run inside.
 ///

@@ -173,7 +173,7 @@ bool IsEar(const LiveRing& chain, int corner, double tol) {
 
 int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, double tol) {
     *count = 0;
-    if (n < 3) return -1;
+    if (n < 3) return n == 2 ? 0 : -1;
     LiveRing chain;
     if (BeginLiveRing(&chain, ring, n) != 0) return kOutOfMemory;
 

@@ -10,7 +10,8 @@ namespace halvorn {
 /// Splits a valid simple ring of n points, of either orientation, into triangles by clipping ears.
 /// @param triangles room for 3 (n - 2) indices into the ring; a triangle is three of them
 /// @param count     number of triangles, never more than n - 2 (fewer where corners are straight)
-/// @return 0, or -1 with a count of 0 when the ring has no such triangulation, -90 with a count of
+/// @return 0, or -1 with a count of 0 when the ring has no such triangulation (n = 2 has
+///         one of no triangles), -90 with a count of
 /// 0
 ///         when memory is exhausted
 /// Method: G. H. Meisters, "Polygons have ears", American Mathematical Monthly 82, 1975. Cost: n

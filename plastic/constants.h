@@ -11,9 +11,11 @@ inline constexpr double kSamePosition = 1e-10;
 /// Fibre distances [L] below this are 0 and have no elastic modulus.
 inline constexpr double kZeroFibreDistance = 1e-10;
 
-/// The axis is found when the areas on its two sides differ by less than this [L^2, absolute]. It
-/// leaves the modulus short of exact by about difference^2 / (4 width): in metres 1e-7 m^2 on a
-/// section 0.1 m wide is 2.5e-14 m^3.
+/// The axis is found when the areas on its two sides differ by less than this [L^2, absolute]. The
+/// modulus of solid contours is least at the exact axis, so it comes out too large, by about
+/// difference^2 / (4 width): in metres 1e-7 m^2 on a section 0.1 m wide is 2.5e-14 m^3. Where holes
+/// or other flags give the contours other weights than the search, the error is of first order:
+/// about (weighted difference of the areas) x difference / (2 width).
 inline constexpr double kBalancedAreas = 1e-7;
 
 /// The search ends after this many splits beyond the first, balanced or not.

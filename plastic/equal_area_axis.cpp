@@ -104,7 +104,8 @@ SideAreas EqualAreaBracket::AreasAt(double pos) {
     }
     edgeCount_ = kept;
     area += momentAbove_ - pos * widthAbove_;
-    return {area, grossArea_ - area};
+    // What is nothing may come out as rounding below 0.
+    return {MaxValue(area, 0.0), MaxValue(grossArea_ - area, 0.0)};
 }
 
 double SumOfLeverArms(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,

@@ -34,8 +34,8 @@ namespace halvorn {
 void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
                           double* webPartX, double* webPartY, std::string* trace = nullptr);
 
-/// Returns `value` in fixed notation with `precision` digits after the point, in the classic locale
-/// whatever the host's is.
+/// Returns `value` in fixed notation with `precision` digits after the point (none below 0), in the
+/// classic locale whatever the host's is.
 std::string FormatFixed(double value, int precision);
 
 }  // namespace halvorn

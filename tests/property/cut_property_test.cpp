@@ -36,7 +36,15 @@ std::vector<Case> Cases() {
         {"tee with mid-side vertices",
          {{0, 8}, {4, 8}, {4, 0}, {5, 0}, {5, 4}, {5, 8}, {9, 8}, {9, 9}, {4.5, 9}, {0, 9}},
          true},
-        {"triangle", {{0, 0}, {7, 2}, {3, 9}}, true}};
+        {"triangle", {{0, 0}, {7, 2}, {3, 9}}, true},
+        {"two squares that meet at a corner",
+         {{0, 0}, {1, 0}, {1, 1}, {2, 1}, {2, 2}, {1, 2}, {1, 1}, {0, 1}}}};
+    for (int side = 0; side < 4; ++side) {
+        for (const double outer : {0.0, 0.3, 0.5}) {
+            const std::string bridge = std::to_string(side) + " from " + std::to_string(outer);
+            drawn.push_back({"keyhole " + bridge, KeyholeTube(10, 8, 1, side, outer, 0.5)});
+        }
+    }
     for (std::uint32_t seed = 1; seed <= 12; ++seed) {
         const std::string suffix = " " + std::to_string(seed);
         drawn.push_back({"star" + suffix, RandomStar(seed, 2 + static_cast<int>(seed)), true});

@@ -79,6 +79,8 @@ TEST(PlasticSearch, CountsPiecesWithLongestEdgeAcrossTheAxisAsWeb) {
     const Search plate(Section({test_support::Rectangle(0, 0, 10, 60)}));
     ExpectNear(plate.webX, plate.wplx, 1e-12, "web part of Wplx");
     EXPECT_EQ(plate.webY, 0);
+    const Search faraway(Section({test_support::Rectangle(1e7, -3e7, 1e7 + 10, -3e7 + 60)}));
+    EXPECT_EQ(faraway.webX, plate.webX);
     EXPECT_FALSE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}}}, {0, 1}));
     // Equally long edges along and across: across counts. The closing edge does not.
     EXPECT_TRUE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}, {2, 0}, {2, 2}}}, {0, 1}));

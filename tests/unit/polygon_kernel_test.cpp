@@ -108,6 +108,7 @@ TEST(ClassifyPolygon, TellsValidRingsAndTheFirstFaultOfOthers) {
         {"mid-side vertex", kMidSide, -3},
         {"bow tie", kBowTie, -1},
         {"repeated point", {{0, 0}, {4, 0}, {4, 4}, {4, 4}, {0, 4}}, -4},
+        {"not a number", {{0, 0}, {INVALID_VALUE, 0}, {1, 1}, {0, 1}}, -1},
         {"touching itself", {{0, 0}, {4, 0}, {4, 4}, {2, 0}, {0, 4}}, -1},
         {"pinched", {{0, 0}, {2, 2}, {4, 0}, {4, 4}, {2, 2}, {0, 4}}, -4}};
     for (const auto& [name, ring, expected] : cases) {
@@ -227,6 +228,40 @@ TEST(CutPolygonByLine, KeepsTheOrientationAndDropsStraightVertices) {
         const double orientation = KPolygonSignedArea(&Points(ring)[0].x, 5);
         for (const int k : {0, 1})
             EXPECT_GT(KPolygonSignedArea(&cut.points[4 * k].x, 4) * orientation, 0);
+    }
+}
+
+// Edges nearly parallel to the line, sloping by less than any angle tolerance, still bound pieces
+// on two sides; and a last edge shorter than the tolerance still bounds area.
+TEST(CutPolygonByLine, SeparatesSidesAlongEdgesNearlyParallelToTheLine) {
+    const std::tuple<Ring, double, double> cases[] = {
+        {{{3, 1.5e-10}, {0, 0}, {4, -1}, {3, 1}}, 0.25, 1.75},
+        {{{2, -2}, {1, -3e-10}, {0, 0}, {2, 1}}, 0, 0},
+        {{{-100, 100}, {200, 100}, {200, -100}, {100, -100}, {100, -9e-8}, {-100, 9e-8}},
+         30000,
+         10000},
+        {{{-100, 100}, {200, 100}, {200, -100}, {100, -100}, {100, -1e-8}, {-100, 1e-8}},
+         30000,
+         10000},
+        {{{0, -50}, {1000, -50}, {1000, 0.99e-10 - 50}, {0, 50}}, 0, 0}};
+    for (const auto& [ring, high, low] : cases) {
+        for (const Ring& placed : {ring, test_support::Reversed(ring)}) {
+            const Cut cut(placed, {-10, 0}, {10, 0});
+            double areaHigh = 0, areaLow = 0;
+            for (int k = 0; k < cut.count; ++k) {
+                double top = 0, bottom = 0;
+                for (int i = cut.ranges[k]; i < cut.ranges[k + 1]; ++i) {
+                    top = std::max(top, cut.points[i].y);
+                    bottom = std::min(bottom, cut.points[i].y);
+                }
+                EXPECT_LE(std::min(top, -bottom), 1.01 * kTol) << "piece " << k;
+                (top > -bottom ? areaHigh : areaLow) += cut.Area(k);
+            }
+            const double whole = KPolygonArea(&Points(ring)[0].x, static_cast<int>(ring.size()));
+            ExpectNear(areaHigh + areaLow, whole, 1e-12, "sum of the areas");
+            if (high > 0) ExpectNear(areaHigh, high, 1e-8, "high");
+            if (low > 0) ExpectNear(areaLow, low, 1e-8, "low");
+        }
     }
 }
 
