@@ -27,26 +27,26 @@ constexpr std::size_t kFirstStoppedOutput = 10;
 // NaN.
 constexpr std::uint64_t kUnwrittenBits = 0x7FF8'5EC7'1015'0BADULL;
 
-bool isUnwritten(double value) {
+bool IsUnwritten(double value) {
     return std::bit_cast<std::uint64_t>(value) == kUnwrittenBits;
 }
 
 // x0, y0, x1, y1, ...
-std::vector<double> interleaved(const Points& points) {
+std::vector<double> Interleaved(const Points& points) {
     std::vector<double> coordinates;
     coordinates.reserve(2 * points.size());
     for (const auto& [x, y] : points) coordinates.insert(coordinates.end(), {x, y});
     return coordinates;
 }
 
-void push(CSectionTools& tools, const Contour& contour) {
-    std::vector<double> coordinates = interleaved(contour.points);
+void Push(CSectionTools& tools, const Contour& contour) {
+    std::vector<double> coordinates = Interleaved(contour.points);
     tools.PushContour(static_cast<int>(contour.points.size()), coordinates.data(),
                       contour.isSolid ? 1 : 0);
 }
 
-void push(CSectionTools& tools, const StandardProfile& profile) {
-    std::vector<double> coordinates = interleaved(profile.outline);
+void Push(CSectionTools& tools, const StandardProfile& profile) {
+    std::vector<double> coordinates = Interleaved(profile.outline);
     tools.PushContourStandard(static_cast<int>(profile.outline.size()), coordinates.data(),
                               profile.angle, profile.centroidX, profile.centroidY, profile.area,
                               profile.shearArea2, profile.shearArea1, profile.torsionConstant,
@@ -56,7 +56,7 @@ void push(CSectionTools& tools, const StandardProfile& profile) {
 }
 
 template <std::size_t N>
-Evaluation describe(const std::array<ValueDescription, N>& table,
+Evaluation Describe(const std::array<ValueDescription, N>& table,
                     const std::array<double, N>& outputs, bool isStopped) {
     Evaluation evaluation;
     for (const ValueDescription& description : table) {
@@ -72,17 +72,17 @@ Evaluation describe(const std::array<ValueDescription, N>& table,
     return evaluation;
 }
 
-Evaluation evaluateContours(const SectionFile& section, const Shift& shift) {
+Evaluation EvaluateContours(const SectionFile& section, const Shift& shift) {
     CSectionTools tools;
-    for (const Contour& contour : section.contours) push(tools, contour);
-    for (const StandardProfile& profile : section.profiles) push(tools, profile);
+    for (const Contour& contour : section.contours) Push(tools, contour);
+    for (const StandardProfile& profile : section.profiles) Push(tools, profile);
 
     std::array<double, 17> out{};
     out.fill(std::bit_cast<double>(kUnwrittenBits));
     tools.GetCalculValues(shift.dx, shift.dy, &out[0], &out[1], &out[2], &out[3], &out[4], &out[5],
                           &out[6], &out[7], &out[8], &out[9], &out[10], &out[11], &out[12],
                           &out[13], &out[14], &out[15], &out[16]);
-    Evaluation evaluation = describe(kSectionValues, out, isUnwritten(out.back()));
+    Evaluation evaluation = Describe(kSectionValues, out, IsUnwritten(out.back()));
 
     const auto isHole = [](const auto& part) { return !part.isSolid; };
     if (std::any_of(section.contours.begin(), section.contours.end(), isHole) ||
@@ -92,7 +92,7 @@ Evaluation evaluateContours(const SectionFile& section, const Shift& shift) {
     return evaluation;
 }
 
-Evaluation evaluatePolyline(const Polyline& polyline) {
+Evaluation EvaluatePolyline(const Polyline& polyline) {
     std::array<double, 10> out{};
     std::pair<double, double> centroid;
     CSectionTools().CalculContourQuelconqueTOOL(
@@ -103,14 +103,14 @@ Evaluation evaluatePolyline(const Polyline& polyline) {
         out[5], out[6], out[7], out[8], out[9]);
     out[1] = centroid.first;
     out[2] = centroid.second;
-    return describe(kPolylineValues, out, false);
+    return Describe(kPolylineValues, out, false);
 }
 
 }  // namespace
 
-Evaluation evaluate(const SectionFile& section, const Shift& shift) {
-    return section.polyline ? evaluatePolyline(*section.polyline)
-                            : evaluateContours(section, shift);
+Evaluation Evaluate(const SectionFile& section, const Shift& shift) {
+    return section.polyline ? EvaluatePolyline(*section.polyline)
+                            : EvaluateContours(section, shift);
 }
 
 }  // namespace halvorn::host

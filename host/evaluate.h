@@ -31,7 +31,7 @@ struct Shift {
 };
 
 /// Computes all values of a section; `shift` has no meaning for a polyline.
-Evaluation evaluate(const SectionFile& section, const Shift& shift);
+Evaluation Evaluate(const SectionFile& section, const Shift& shift);
 
 }  // namespace halvorn::host
 

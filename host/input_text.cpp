@@ -24,7 +24,7 @@ struct CloseFile {
 
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-File openInput(const std::string& path) {
+File OpenInput(const std::string& path) {
     if (path == "-") return File(stdin);
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
@@ -41,28 +41,28 @@ File openInput(const std::string& path) {
 
 }  // namespace
 
-std::string sourceName(const std::string& path) {
+std::string SourceName(const std::string& path) {
     return path == "-" ? "standard input" : path;
 }
 
-std::string readInput(const std::string& path) {
-    const File file = openInput(path);
+std::string ReadInput(const std::string& path) {
+    const File file = OpenInput(path);
     std::string text;
     std::array<char, 65536> block{};
     while (const std::size_t size = std::fread(block.data(), 1, block.size(), file.get())) {
         text.append(block.data(), size);
         if (text.size() > kMaxBytes) {
-            throw InputError(sourceName(path), "is larger than 64 MiB",
+            throw InputError(SourceName(path), "is larger than 64 MiB",
                              "give a section file with fewer points");
         }
     }
     if (std::ferror(file.get()) != 0) {
-        throw InputError(sourceName(path), "cannot be read to its end", "check the file");
+        throw InputError(SourceName(path), "cannot be read to its end", "check the file");
     }
     return text;
 }
 
-std::string singleLine(std::string_view text) {
+std::string SingleLine(std::string_view text) {
     std::string line(text);
     for (char& c : line) {
         if (static_cast<unsigned char>(c) < 0x20U || c == 0x7F) c = ' ';

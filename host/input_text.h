@@ -9,15 +9,15 @@
 namespace halvorn::host {
 
 /// Returns how messages call the input: its path, or "standard input" for "-".
-std::string sourceName(const std::string& path);
+std::string SourceName(const std::string& path);
 
 /// Returns the whole content of a file, or of standard input for "-".
 /// @throws InputError for a missing or unreadable file, a directory, or more than 64 MiB
-std::string readInput(const std::string& path);
+std::string ReadInput(const std::string& path);
 
 /// Returns the text with every control character replaced by a space: foreign text can neither
 /// break a line nor steer a terminal.
-std::string singleLine(std::string_view text);
+std::string SingleLine(std::string_view text);
 
 }  // namespace halvorn::host
 

@@ -18,7 +18,7 @@ constexpr std::size_t kMaxDepth = 32;
 constexpr std::size_t kMaxExcerpt = 24;
 
 // "line 3, column 14" of the last of the characters read so far.
-std::string lineAndColumn(const std::string& text, std::size_t charactersRead) {
+std::string LineAndColumn(const std::string& text, std::size_t charactersRead) {
     const std::string_view read =
         std::string_view(text).substr(0, charactersRead > 0 ? charactersRead - 1 : 0);
     const auto line = 1 + std::count(read.begin(), read.end(), '\n');
@@ -28,7 +28,7 @@ std::string lineAndColumn(const std::string& text, std::size_t charactersRead) {
 }
 
 // The parser's own words without its prefix and without the unbounded "last read" text.
-std::string reasonOf(const std::string& message) {
+std::string ReasonOf(const std::string& message) {
     const std::size_t column = message.find("column ");
     const std::size_t start = column == std::string::npos ? 0 : message.find(": ", column) + 2;
     const std::size_t end = message.find("; last read");
@@ -42,17 +42,17 @@ public:
     StrictBuilder(const std::string& text, std::string source)
         : text_(text), source_(std::move(source)) {}
 
-    json takeDocument() { return std::move(document_); }
+    json TakeDocument() { return std::move(document_); }
 
-    bool null() override { return place(nullptr) != nullptr; }
-    bool boolean(bool value) override { return place(value) != nullptr; }
-    bool number_integer(number_integer_t value) override { return place(value) != nullptr; }
-    bool number_unsigned(number_unsigned_t value) override { return place(value) != nullptr; }
+    bool null() override { return Place(nullptr) != nullptr; }
+    bool boolean(bool value) override { return Place(value) != nullptr; }
+    bool number_integer(number_integer_t value) override { return Place(value) != nullptr; }
+    bool number_unsigned(number_unsigned_t value) override { return Place(value) != nullptr; }
     bool number_float(number_float_t value, const string_t& /*literal*/) override {
-        return place(value) != nullptr;
+        return Place(value) != nullptr;
     }
-    bool string(string_t& value) override { return place(std::move(value)) != nullptr; }
-    bool binary(binary_t& value) override { return place(std::move(value)) != nullptr; }
+    bool string(string_t& value) override { return Place(std::move(value)) != nullptr; }
+    bool binary(binary_t& value) override { return Place(std::move(value)) != nullptr; }
     bool start_object(std::size_t /*size*/) override { return open(json::object()); }
     bool start_array(std::size_t /*size*/) override { return open(json::array()); }
     bool end_object() override { return close(); }
@@ -60,7 +60,7 @@ public:
 
     bool key(string_t& name) override {
         if (containers_.back()->contains(name)) {
-            throw InputError(here(), "the key \"" + singleLine(name) + "\" appears twice",
+            throw InputError(here(), "the key \"" + SingleLine(name) + "\" appears twice",
                              "keep one of the two");
         }
         key_ = std::move(name);
@@ -70,10 +70,10 @@ public:
     bool parse_error(std::size_t position, const std::string& lastToken,
                      const json::exception& error) override {
         constexpr int kNumberOverflow = 406;
-        const std::string where = lineAndColumn(text_, position);
-        const std::string read = singleLine(lastToken.substr(0, kMaxExcerpt));
+        const std::string where = LineAndColumn(text_, position);
+        const std::string read = SingleLine(lastToken.substr(0, kMaxExcerpt));
         if (error.id == kNumberOverflow) {
-            throw InputError(source_ + ": " + path_ + nextToken() + ": " + where,
+            throw InputError(source_ + ": " + path_ + NextToken() + ": " + where,
                              "the number " + read + " is beyond the range of a double",
                              "write a finite number");
         }
@@ -81,7 +81,7 @@ public:
             throw InputError(source_ + ": " + where, "the input is empty",
                              "give a section in JSON (see --help)");
         }
-        std::string problem = "not valid JSON: " + singleLine(reasonOf(error.what()));
+        std::string problem = "not valid JSON: " + SingleLine(ReasonOf(error.what()));
         if (position <= text_.size()) problem += " at '" + read + "'";
         throw InputError(source_ + ": " + where, problem,
                          "correct it there (JSON has no comments, no trailing commas, no NaN and "
@@ -89,17 +89,17 @@ public:
     }
 
 private:
-    std::string nextToken() const {
+    std::string NextToken() const {
         if (containers_.empty()) return "";
         const json& parent = *containers_.back();
         std::string token = "/";
-        token += parent.is_array() ? std::to_string(parent.size()) : pointerToken(key_);
+        token += parent.is_array() ? std::to_string(parent.size()) : PointerToken(key_);
         return token;
     }
 
     std::string here() const { return source_ + ": " + (path_.empty() ? "top level" : path_); }
 
-    json* place(json value) {
+    json* Place(json value) {
         if (containers_.empty()) return &(document_ = std::move(value));
         json& parent = *containers_.back();
         if (parent.is_array()) return &parent.emplace_back(std::move(value));
@@ -111,9 +111,9 @@ private:
             throw InputError(here(), "nested more than " + std::to_string(kMaxDepth) + " deep",
                              "remove the surplus brackets");
         }
-        const std::string token = nextToken();
+        const std::string token = NextToken();
         pathLengths_.push_back(path_.size());
-        containers_.push_back(place(std::move(container)));
+        containers_.push_back(Place(std::move(container)));
         path_ += token;
         return true;
     }
@@ -136,15 +136,15 @@ private:
 
 }  // namespace
 
-json parseJson(const std::string& text, const std::string& source) {
+json ParseJson(const std::string& text, const std::string& source) {
     StrictBuilder builder(text, source);
     json::sax_parse(text, &builder);
-    return builder.takeDocument();
+    return builder.TakeDocument();
 }
 
-std::string pointerToken(const std::string& key) {
+std::string PointerToken(const std::string& key) {
     std::string token;
-    for (const char c : singleLine(key)) {
+    for (const char c : SingleLine(key)) {
         if (c == '~') {
             token += "~0";
         } else if (c == '/') {

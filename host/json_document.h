@@ -13,10 +13,10 @@ namespace halvorn::host {
 /// @param source the name of the input for messages
 /// @throws InputError with line and column for text that is not JSON, with the JSON pointer for a
 ///         number beyond the range of a double, a repeated key or too deep nesting
-nlohmann::json parseJson(const std::string& text, const std::string& source);
+nlohmann::json ParseJson(const std::string& text, const std::string& source);
 
 /// Returns a key with its '~' and '/' escaped as a JSON pointer wants them (RFC 6901).
-std::string pointerToken(const std::string& key);
+std::string PointerToken(const std::string& key);
 
 }  // namespace halvorn::host
 

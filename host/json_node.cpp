@@ -10,7 +10,7 @@ namespace halvorn::host {
 
 namespace {
 
-std::string quotedList(const std::vector<std::string_view>& names) {
+std::string QuotedList(const std::vector<std::string_view>& names) {
     std::string list;
     for (const std::string_view name : names) {
         list += (list.empty() ? "\"" : ", \"") + std::string(name) + "\"";
@@ -19,62 +19,62 @@ std::string quotedList(const std::vector<std::string_view>& names) {
 }
 
 // Text of the user's own, short enough for a message of one line.
-std::string excerpt(const std::string& text) {
+std::string Excerpt(const std::string& text) {
     constexpr std::size_t kMaxLength = 40;
-    const std::string line = singleLine(text);
+    const std::string line = SingleLine(text);
     return line.size() <= kMaxLength ? line : line.substr(0, kMaxLength) + "...";
 }
 
 }  // namespace
 
-void Node::fail(const std::string& problem, const std::string& remedy) const {
-    const std::string place = pointer();
+void Node::Fail(const std::string& problem, const std::string& remedy) const {
+    const std::string place = Pointer();
     throw InputError(*source_ + ": " + (place.empty() ? "top level" : place), problem, remedy);
 }
 
-std::string Node::pointer() const {
+std::string Node::Pointer() const {
     if (parent_ == nullptr) return "";
-    return parent_->pointer() + "/" +
-           (key_ != nullptr ? pointerToken(key_) : std::to_string(index_));
+    return parent_->Pointer() + "/" +
+           (key_ != nullptr ? PointerToken(key_) : std::to_string(index_));
 }
 
-void Node::failType(const std::string& expected) const {
+void Node::FailType(const std::string& expected) const {
     const std::string article = value_->is_array() || value_->is_object() ? "an " : "a ";
-    fail("expected " + expected + ", found " +
+    Fail("expected " + expected + ", found " +
              (value_->is_null() ? "null" : article + value_->type_name()),
          "write " + expected + " here");
 }
 
-void Node::failChoice(const std::string& found, const std::vector<std::string_view>& names) const {
-    fail("unknown value \"" + excerpt(found) + "\"", "write one of " + quotedList(names));
+void Node::FailChoice(const std::string& found, const std::vector<std::string_view>& names) const {
+    Fail("unknown value \"" + Excerpt(found) + "\"", "write one of " + QuotedList(names));
 }
 
-void Node::requireObject() const {
-    if (!value_->is_object()) failType("an object");
+void Node::RequireObject() const {
+    if (!value_->is_object()) FailType("an object");
 }
 
-void Node::requireKeys(const std::vector<std::string_view>& known) const {
-    requireObject();
+void Node::RequireKeys(const std::vector<std::string_view>& known) const {
+    RequireObject();
     for (const auto& item : value_->items()) {
         if (std::find(known.begin(), known.end(), item.key()) == known.end()) {
-            fail("unknown key \"" + excerpt(item.key()) + "\"",
-                 "remove it or use one of " + quotedList(known));
+            Fail("unknown key \"" + Excerpt(item.key()) + "\"",
+                 "remove it or use one of " + QuotedList(known));
         }
     }
 }
 
-Node Node::at(const char* key) const {
+Node Node::At(const char* key) const {
     const auto member = value_->find(key);
     if (member == value_->end()) {
-        fail("missing key \"" + std::string(key) + "\"", "add it");
+        Fail("missing key \"" + std::string(key) + "\"", "add it");
     }
     Node node(*this, key, 0);
     node.value_ = &*member;
     return node;
 }
 
-std::size_t Node::size(const std::string& content) const {
-    if (!value_->is_array()) failType("an array of " + content);
+std::size_t Node::Size(const std::string& content) const {
+    if (!value_->is_array()) FailType("an array of " + content);
     return value_->size();
 }
 
@@ -84,20 +84,20 @@ Node Node::operator[](std::size_t index) const {
     return node;
 }
 
-double Node::number(Sign sign) const {
-    if (!value_->is_number()) failType("a number");
+double Node::Number(Sign sign) const {
+    if (!value_->is_number()) FailType("a number");
     const double number = value_->get<double>();
     if (sign == Sign::Positive && !(number > 0.0)) {
-        fail("must be greater than 0, found " + value_->dump(), "write a positive number");
+        Fail("must be greater than 0, found " + value_->dump(), "write a positive number");
     }
     if (sign == Sign::NotNegative && number < 0.0) {
-        fail("must not be negative, found " + value_->dump(), "write 0 or a positive number");
+        Fail("must not be negative, found " + value_->dump(), "write 0 or a positive number");
     }
     return number;
 }
 
-std::string Node::text() const {
-    if (!value_->is_string()) failType("a text in quotes");
+std::string Node::Text() const {
+    if (!value_->is_string()) FailType("a text in quotes");
     return value_->get<std::string>();
 }
 

@@ -24,43 +24,43 @@ public:
         : value_(&document), source_(&source) {}
 
     /// Throws an InputError at this place.
-    [[noreturn]] void fail(const std::string& problem, const std::string& remedy) const;
+    [[noreturn]] void Fail(const std::string& problem, const std::string& remedy) const;
 
     /// Fails unless this is an object.
-    void requireObject() const;
+    void RequireObject() const;
     /// Fails unless this is an object all of whose keys are known.
-    void requireKeys(const std::vector<std::string_view>& known) const;
-    bool has(const char* key) const { return value_->contains(key); }
+    void RequireKeys(const std::vector<std::string_view>& known) const;
+    bool Has(const char* key) const { return value_->contains(key); }
     /// The member `key`; fails when it is missing.
-    Node at(const char* key) const;
+    Node At(const char* key) const;
 
     /// The number of elements; fails unless this is an array. `content` says of what.
-    std::size_t size(const std::string& content) const;
+    std::size_t Size(const std::string& content) const;
     /// An element of an array, unchecked.
     Node operator[](std::size_t index) const;
 
-    double number(Sign sign = Sign::Any) const;
-    std::string text() const;
+    double Number(Sign sign = Sign::Any) const;
+    std::string Text() const;
 
     /// The value that the text here stands for; fails with the list of choices.
     template <typename T>
-    T choice(const std::vector<std::pair<std::string_view, T>>& choices) const {
-        const std::string found = text();
+    T Choice(const std::vector<std::pair<std::string_view, T>>& choices) const {
+        const std::string found = Text();
         std::vector<std::string_view> names;
         for (const auto& [name, value] : choices) {
             if (name == found) return value;
             names.push_back(name);
         }
-        failChoice(found, names);
+        FailChoice(found, names);
     }
 
 private:
     Node(const Node& parent, const char* key, std::size_t index)
         : parent_(&parent), key_(key), index_(index), source_(parent.source_) {}
 
-    std::string pointer() const;
-    [[noreturn]] void failType(const std::string& expected) const;
-    [[noreturn]] void failChoice(const std::string& found,
+    std::string Pointer() const;
+    [[noreturn]] void FailType(const std::string& expected) const;
+    [[noreturn]] void FailChoice(const std::string& found,
                                  const std::vector<std::string_view>& names) const;
 
     const nlohmann::json* value_ = nullptr;

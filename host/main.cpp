@@ -33,18 +33,18 @@ Exit codes:
   2  the command line or the section file is wrong; one line on standard error
      says where and how to mend it)";
 
-int complain(const std::string& message, ExitCode code) {
-    std::fprintf(stderr, "halvorn-section: %s\n", singleLine(message).c_str());
+int Complain(const std::string& message, ExitCode code) {
+    std::fprintf(stderr, "halvorn-section: %s\n", SingleLine(message).c_str());
     return code;
 }
 
 // All or an error: nothing is written before everything is known.
-int write(const std::string& text) {
+int Write(const std::string& text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
         std::fflush(stdout) == 0) {
         return kDone;
     }
-    return complain("standard output cannot be written: check the disk or the receiving program",
+    return Complain("standard output cannot be written: check the disk or the receiving program",
                     kNotWritten);
 }
 
@@ -54,20 +54,20 @@ struct Options {
     bool wantsJson = false;
 };
 
-std::string reportText(const Options& options) {
+std::string ReportText(const Options& options) {
     Report report;
-    report.source = sourceName(options.path);
+    report.source = SourceName(options.path);
     report.shift = options.shift;
-    report.section = readSectionFile(options.path);
+    report.section = ReadSectionFile(options.path);
     if (report.section.polyline && (options.shift.dx != 0.0 || options.shift.dy != 0.0)) {
         throw InputError(report.source + ": /polyline",
                          "a polyline has no reference point to shift", "leave out --dx and --dy");
     }
-    report.evaluation = evaluate(report.section, options.shift);
-    return options.wantsJson ? jsonText(report) : tableText(report);
+    report.evaluation = Evaluate(report.section, options.shift);
+    return options.wantsJson ? JsonText(report) : TableText(report);
 }
 
-int run(int argc, char** argv) {
+int Run(int argc, char** argv) {
     Options options;
     CLI::App app("Prints the properties of a cross-section given as a JSON file.",
                  "halvorn-section");
@@ -86,22 +86,22 @@ int run(int argc, char** argv) {
         }
         std::ostringstream text;
         app.exit(error, text);
-        return write(text.str());
+        return Write(text.str());
     }
     if (!std::isfinite(options.shift.dx) || !std::isfinite(options.shift.dy)) {
         throw InputError("command line", "--dx and --dy must be finite", "give plain numbers");
     }
-    return write(reportText(options));
+    return Write(ReportText(options));
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        return run(argc, argv);
+        return Run(argc, argv);
     } catch (const InputError& error) {
-        return complain(error.what(), kBadInput);
+        return Complain(error.what(), kBadInput);
     } catch (const std::exception& error) {
-        return complain(error.what(), kNotWritten);
+        return Complain(error.what(), kNotWritten);
     }
 }

@@ -16,7 +16,7 @@ namespace {
 using Row = std::array<std::string, 4>;  // name, symbol, value, unit
 
 // Seven significant digits, all digits before the point, no zeros at the end.
-std::string sevenDigits(double number) {
+std::string SevenDigits(double number) {
     constexpr double kFixedFrom = 1e-4;
     constexpr double kFixedBelow = 1e15;
     const double magnitude = std::fabs(number);
@@ -38,7 +38,7 @@ std::string sevenDigits(double number) {
 
 // `value` as the table shows it: 0 when it is no more than the rounding of sums that cancel, such
 // as the product moment of a symmetric section. The area gives the scale.
-double withoutRounding(const Value& value, const std::vector<Value>& all) {
+double WithoutRounding(const Value& value, const std::vector<Value>& all) {
     constexpr double kRounding = 1e-13;
     const auto area = std::find_if(all.begin(), all.end(), [](const Value& other) {
         return std::string_view(other.description->key) == "area";
@@ -48,23 +48,23 @@ double withoutRounding(const Value& value, const std::vector<Value>& all) {
     return std::fabs(value.number) < kRounding * scale ? 0.0 : value.number;
 }
 
-std::size_t digitsBeforePoint(const std::string& number) {
+std::size_t DigitsBeforePoint(const std::string& number) {
     return std::min(number.find_first_of(".e"), number.size());
 }
 
 // Puts the decimal points one above the other. Words start where the longest number starts.
-void alignNumbers(std::vector<Row>& rows, const std::vector<Value>& values) {
+void AlignNumbers(std::vector<Row>& rows, const std::vector<Value>& values) {
     std::size_t widest = 0;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (values[i].whyMissing.empty()) widest = std::max(widest, digitsBeforePoint(rows[i][2]));
+        if (values[i].whyMissing.empty()) widest = std::max(widest, DigitsBeforePoint(rows[i][2]));
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         if (!values[i].whyMissing.empty()) continue;
-        rows[i][2].insert(0, widest - digitsBeforePoint(rows[i][2]), ' ');
+        rows[i][2].insert(0, widest - DigitsBeforePoint(rows[i][2]), ' ');
     }
 }
 
-std::string joinColumns(const std::vector<Row>& rows) {
+std::string JoinColumns(const std::vector<Row>& rows) {
     std::array<std::size_t, 4> widths{};
     for (const Row& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
@@ -81,7 +81,7 @@ std::string joinColumns(const std::vector<Row>& rows) {
 }
 
 // Every reason and note once, in the order of the values.
-std::vector<std::string> footnotes(const Evaluation& evaluation) {
+std::vector<std::string> Footnotes(const Evaluation& evaluation) {
     std::vector<std::string> notes;
     for (const Value& value : evaluation.values) {
         if (value.whyMissing.empty()) continue;
@@ -94,31 +94,31 @@ std::vector<std::string> footnotes(const Evaluation& evaluation) {
 
 }  // namespace
 
-std::string tableText(const Report& report) {
+std::string TableText(const Report& report) {
     const SectionFile& section = report.section;
-    std::string text = singleLine(section.name.empty() ? report.source : section.name) + '\n';
-    if (!section.description.empty()) text += singleLine(section.description) + '\n';
+    std::string text = SingleLine(section.name.empty() ? report.source : section.name) + '\n';
+    if (!section.description.empty()) text += SingleLine(section.description) + '\n';
     if (report.shift.dx != 0.0 || report.shift.dy != 0.0) {
-        text += "Reference point of the elastic moduli: (xG + " + sevenDigits(report.shift.dx) +
-                ", yG + " + sevenDigits(report.shift.dy) + ") " + section.unit + '\n';
+        text += "Reference point of the elastic moduli: (xG + " + SevenDigits(report.shift.dx) +
+                ", yG + " + SevenDigits(report.shift.dy) + ") " + section.unit + '\n';
     }
     std::vector<Row> rows;
     for (const Value& value : report.evaluation.values) {
         const ValueDescription& description = *value.description;
-        const double shown = withoutRounding(value, report.evaluation.values);
+        const double shown = WithoutRounding(value, report.evaluation.values);
         rows.push_back({description.name, description.symbol,
-                        value.whyMissing.empty() ? sevenDigits(shown) : "not computed",
-                        unitLabel(section.unit, description.power)});
+                        value.whyMissing.empty() ? SevenDigits(shown) : "not computed",
+                        UnitLabel(section.unit, description.power)});
     }
-    alignNumbers(rows, report.evaluation.values);
+    AlignNumbers(rows, report.evaluation.values);
     rows.insert(rows.begin(), Row{"Property", "Symbol", "Value", "Unit"});
-    text += '\n' + joinColumns(rows);
-    const std::vector<std::string> notes = footnotes(report.evaluation);
+    text += '\n' + JoinColumns(rows);
+    const std::vector<std::string> notes = Footnotes(report.evaluation);
     for (const std::string& note : notes) text += '\n' + note + ".\n";
     return text;
 }
 
-std::string jsonText(const Report& report) {
+std::string JsonText(const Report& report) {
     using nlohmann::ordered_json;
     const SectionFile& section = report.section;
     ordered_json values = ordered_json::object();
@@ -133,7 +133,7 @@ std::string jsonText(const Report& report) {
         } else {
             entry["not_computed"] = value.whyMissing;
         }
-        if (description.power != 0) entry["unit"] = unitLabel(section.unit, description.power);
+        if (description.power != 0) entry["unit"] = UnitLabel(section.unit, description.power);
         values[description.key] = entry;
     }
     ordered_json root = {

@@ -19,11 +19,11 @@ struct Report {
 };
 
 /// Returns an aligned table, decimal points one above the other, and the notes below it.
-std::string tableText(const Report& report);
+std::string TableText(const Report& report);
 
 /// Returns a JSON object (docs/file-format.md, Results): numbers with every digit, null for what
 /// was not computed.
-std::string jsonText(const Report& report);
+std::string JsonText(const Report& report);
 
 }  // namespace halvorn::host
 

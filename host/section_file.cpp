@@ -37,156 +37,156 @@ constexpr ProfileNumber kProfileNumbers[] = {
     {"reserved", &StandardProfile::reserved, Sign::Any, false},
 };
 
-std::pair<double, double> readPoint(const Node& node) {
-    const std::size_t size = node.size("two numbers, a point [x, y]");
+std::pair<double, double> ReadPoint(const Node& node) {
+    const std::size_t size = node.Size("two numbers, a point [x, y]");
     if (size != 2) {
-        node.fail("a point needs exactly two numbers, found " + std::to_string(size),
+        node.Fail("a point needs exactly two numbers, found " + std::to_string(size),
                   "write it as [x, y]");
     }
-    return {node[0].number(), node[1].number()};
+    return {node[0].Number(), node[1].Number()};
 }
 
-Points readPoints(const Node& node, std::size_t fewest) {
-    const std::size_t size = node.size("points [x, y]");
+Points ReadPoints(const Node& node, std::size_t fewest) {
+    const std::size_t size = node.Size("points [x, y]");
     if (size < fewest) {
-        node.fail("at least " + std::to_string(fewest) + " points are needed, found " +
+        node.Fail("at least " + std::to_string(fewest) + " points are needed, found " +
                       std::to_string(size),
                   "add the missing points");
     }
     Points points;
     points.reserve(size);
-    for (std::size_t i = 0; i < size; ++i) points.push_back(readPoint(node[i]));
+    for (std::size_t i = 0; i < size; ++i) points.push_back(ReadPoint(node[i]));
     return points;
 }
 
-bool readIsSolid(const Node& node) {
-    return node.at("kind").choice<bool>({{"solid", true}, {"hole", false}});
+bool ReadIsSolid(const Node& node) {
+    return node.At("kind").Choice<bool>({{"solid", true}, {"hole", false}});
 }
 
-std::string readOptionalText(const Node& node, const char* key) {
-    return node.has(key) ? node.at(key).text() : std::string();
+std::string ReadOptionalText(const Node& node, const char* key) {
+    return node.Has(key) ? node.At(key).Text() : std::string();
 }
 
-Contour readContour(const Node& node) {
-    node.requireKeys({"name", "kind", "points"});
-    readOptionalText(node, "name");
-    return {readIsSolid(node), readPoints(node.at("points"), kFewestRingPoints)};
+Contour ReadContour(const Node& node) {
+    node.RequireKeys({"name", "kind", "points"});
+    ReadOptionalText(node, "name");
+    return {ReadIsSolid(node), ReadPoints(node.At("points"), kFewestRingPoints)};
 }
 
-StandardProfile readProfile(const Node& node) {
+StandardProfile ReadProfile(const Node& node) {
     std::vector<std::string_view> keys = {"name", "kind", "outline", "centroid"};
     for (const ProfileNumber& number : kProfileNumbers) keys.push_back(number.key);
-    node.requireKeys(keys);
-    readOptionalText(node, "name");
+    node.RequireKeys(keys);
+    ReadOptionalText(node, "name");
 
     StandardProfile profile;
-    profile.isSolid = readIsSolid(node);
-    profile.outline = readPoints(node.at("outline"), kFewestRingPoints);
-    std::tie(profile.centroidX, profile.centroidY) = readPoint(node.at("centroid"));
+    profile.isSolid = ReadIsSolid(node);
+    profile.outline = ReadPoints(node.At("outline"), kFewestRingPoints);
+    std::tie(profile.centroidX, profile.centroidY) = ReadPoint(node.At("centroid"));
     for (const ProfileNumber& number : kProfileNumbers) {
-        if (number.isRequired || node.has(number.key)) {
-            profile.*number.member = node.at(number.key).number(number.sign);
+        if (number.isRequired || node.Has(number.key)) {
+            profile.*number.member = node.At(number.key).Number(number.sign);
         }
     }
     return profile;
 }
 
-std::vector<double> readRadii(const Node& polyline, std::size_t pointCount) {
+std::vector<double> ReadRadii(const Node& polyline, std::size_t pointCount) {
     std::vector<double> radii(pointCount, 0.0);
-    if (!polyline.has("radii")) return radii;
-    const Node node = polyline.at("radii");
-    const std::size_t size = node.size("radii");
+    if (!polyline.Has("radii")) return radii;
+    const Node node = polyline.At("radii");
+    const std::size_t size = node.Size("radii");
     if (size != pointCount) {
-        node.fail("one radius per point is needed: " + std::to_string(pointCount) +
+        node.Fail("one radius per point is needed: " + std::to_string(pointCount) +
                       " points, found " + std::to_string(size) + " radii",
                   "write 0 for each sharp corner");
     }
-    for (std::size_t i = 0; i < size; ++i) radii[i] = node[i].number(Sign::NotNegative);
+    for (std::size_t i = 0; i < size; ++i) radii[i] = node[i].Number(Sign::NotNegative);
     return radii;
 }
 
-Polyline readPolyline(const Node& node) {
-    node.requireKeys({"kind", "thickness", "points", "radii", "torsion"});
+Polyline ReadPolyline(const Node& node) {
+    node.RequireKeys({"kind", "thickness", "points", "radii", "torsion"});
     Polyline polyline;
-    polyline.kind = node.at("kind").choice<PolylineKind>({{"solid", PolylineKind::Solid},
+    polyline.kind = node.At("kind").Choice<PolylineKind>({{"solid", PolylineKind::Solid},
                                                           {"closed_wall", PolylineKind::ClosedWall},
                                                           {"open_wall", PolylineKind::OpenWall}});
     if (polyline.kind == PolylineKind::Solid) {
         for (const char* key : {"thickness", "torsion"}) {
-            if (node.has(key)) {
-                node.at(key).fail("a solid has no \"" + std::string(key) + "\"",
+            if (node.Has(key)) {
+                node.At(key).Fail("a solid has no \"" + std::string(key) + "\"",
                                   "remove the key or make \"kind\" a wall");
             }
         }
     } else {
-        polyline.thickness = node.at("thickness").number(Sign::Positive);
-        polyline.torsion = node.at("torsion").choice<TorsionFormulas>(
+        polyline.thickness = node.At("thickness").Number(Sign::Positive);
+        polyline.torsion = node.At("torsion").Choice<TorsionFormulas>(
             {{"tube", TorsionFormulas::Tube}, {"general", TorsionFormulas::General}});
     }
     const bool isOpen = polyline.kind == PolylineKind::OpenWall;
-    polyline.points = readPoints(node.at("points"), isOpen ? kFewestWallPoints : kFewestRingPoints);
-    polyline.radii = readRadii(node, polyline.points.size());
+    polyline.points = ReadPoints(node.At("points"), isOpen ? kFewestWallPoints : kFewestRingPoints);
+    polyline.radii = ReadRadii(node, polyline.points.size());
     return polyline;
 }
 
 template <typename T>
-std::vector<T> readList(const Node& root, const char* key, T (*readItem)(const Node&)) {
+std::vector<T> ReadList(const Node& root, const char* key, T (*readItem)(const Node&)) {
     std::vector<T> items;
-    if (!root.has(key)) return items;
-    const Node node = root.at(key);
-    const std::size_t size = node.size("objects");
+    if (!root.Has(key)) return items;
+    const Node node = root.At(key);
+    const std::size_t size = node.Size("objects");
     items.reserve(size);
     for (std::size_t i = 0; i < size; ++i) items.push_back(readItem(node[i]));
     return items;
 }
 
 // Before anything else, so that the file of a newer format is not blamed for its newer keys.
-void checkVersion(const Node& root) {
-    root.requireObject();
-    const Node version = root.at("version");
-    if (version.number() != kFormatVersion) {
-        version.fail("this program reads version 1 of the format",
+void CheckVersion(const Node& root) {
+    root.RequireObject();
+    const Node version = root.At("version");
+    if (version.Number() != kFormatVersion) {
+        version.Fail("this program reads version 1 of the format",
                      "write 1, or use a program that knows the version of the file");
     }
 }
 
-std::string readUnit(const Node& node) {
+std::string ReadUnit(const Node& node) {
     return std::string(
-        node.choice<std::string_view>({{"mm", "mm"}, {"cm", "cm"}, {"m", "m"}, {"in", "in"}}));
+        node.Choice<std::string_view>({{"mm", "mm"}, {"cm", "cm"}, {"m", "m"}, {"in", "in"}}));
 }
 
-SectionFile readSection(const Node& root) {
-    checkVersion(root);
-    root.requireKeys(
+SectionFile ReadSection(const Node& root) {
+    CheckVersion(root);
+    root.RequireKeys(
         {"$schema", "version", "name", "description", "unit", "contours", "profiles", "polyline"});
-    readOptionalText(root, "$schema");
+    ReadOptionalText(root, "$schema");
     SectionFile section;
-    section.name = readOptionalText(root, "name");
-    section.description = readOptionalText(root, "description");
-    section.unit = readUnit(root.at("unit"));
-    if (root.has("polyline")) {
-        if (root.has("contours") || root.has("profiles")) {
-            root.at("polyline")
-                .fail("a polyline stands alone",
+    section.name = ReadOptionalText(root, "name");
+    section.description = ReadOptionalText(root, "description");
+    section.unit = ReadUnit(root.At("unit"));
+    if (root.Has("polyline")) {
+        if (root.Has("contours") || root.Has("profiles")) {
+            root.At("polyline")
+                .Fail("a polyline stands alone",
                       "remove it, or remove \"contours\" and \"profiles\"");
         }
-        section.polyline = readPolyline(root.at("polyline"));
+        section.polyline = ReadPolyline(root.At("polyline"));
         return section;
     }
-    section.contours = readList(root, "contours", readContour);
-    section.profiles = readList(root, "profiles", readProfile);
+    section.contours = ReadList(root, "contours", ReadContour);
+    section.profiles = ReadList(root, "profiles", ReadProfile);
     if (section.contours.empty() && section.profiles.empty()) {
-        root.fail("the section is empty", "add \"contours\", \"profiles\" or a \"polyline\"");
+        root.Fail("the section is empty", "add \"contours\", \"profiles\" or a \"polyline\"");
     }
     return section;
 }
 
 }  // namespace
 
-SectionFile readSectionFile(const std::string& path) {
-    const std::string source = sourceName(path);
-    const nlohmann::json document = parseJson(readInput(path), source);
-    return readSection(Node(document, source));
+SectionFile ReadSectionFile(const std::string& path) {
+    const std::string source = SourceName(path);
+    const nlohmann::json document = ParseJson(ReadInput(path), source);
+    return ReadSection(Node(document, source));
 }
 
 }  // namespace halvorn::host

@@ -63,7 +63,7 @@ struct SectionFile {
 
 /// Returns the section in a file, or on standard input for "-".
 /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
-SectionFile readSectionFile(const std::string& path);
+SectionFile ReadSectionFile(const std::string& path);
 
 }  // namespace halvorn::host
 

@@ -35,7 +35,7 @@ const std::array<ValueDescription, 10> kPolylineValues = {{
     {"shear_area_y", "Shear area, y", "Avy", 2, 6},
 }};
 
-std::string unitLabel(const std::string& lengthUnit, int power) {
+std::string UnitLabel(const std::string& lengthUnit, int power) {
     if (power == 0) return "";
     return power == 1 ? lengthUnit : lengthUnit + "^" + std::to_string(power);
 }

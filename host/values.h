@@ -25,7 +25,7 @@ extern const std::array<ValueDescription, 17> kSectionValues;
 extern const std::array<ValueDescription, 10> kPolylineValues;
 
 /// Returns the unit of a value: "mm", "mm^2", ...; empty for power 0.
-std::string unitLabel(const std::string& lengthUnit, int power);
+std::string UnitLabel(const std::string& lengthUnit, int power);
 
 }  // namespace halvorn::host
 
