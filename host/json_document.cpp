@@ -53,14 +53,14 @@ public:
     }
     bool string(string_t& value) override { return Place(std::move(value)) != nullptr; }
     bool binary(binary_t& value) override { return Place(std::move(value)) != nullptr; }
-    bool start_object(std::size_t /*size*/) override { return open(json::object()); }
-    bool start_array(std::size_t /*size*/) override { return open(json::array()); }
-    bool end_object() override { return close(); }
-    bool end_array() override { return close(); }
+    bool start_object(std::size_t /*size*/) override { return Open(json::object()); }
+    bool start_array(std::size_t /*size*/) override { return Open(json::array()); }
+    bool end_object() override { return Close(); }
+    bool end_array() override { return Close(); }
 
     bool key(string_t& name) override {
         if (containers_.back()->contains(name)) {
-            throw InputError(here(), "the key \"" + SingleLine(name) + "\" appears twice",
+            throw InputError(Here(), "the key \"" + SingleLine(name) + "\" appears twice",
                              "keep one of the two");
         }
         key_ = std::move(name);
@@ -97,7 +97,7 @@ private:
         return token;
     }
 
-    std::string here() const { return source_ + ": " + (path_.empty() ? "top level" : path_); }
+    std::string Here() const { return source_ + ": " + (path_.empty() ? "top level" : path_); }
 
     json* Place(json value) {
         if (containers_.empty()) return &(document_ = std::move(value));
@@ -106,9 +106,9 @@ private:
         return &(parent[key_] = std::move(value));
     }
 
-    bool open(json container) {
+    bool Open(json container) {
         if (containers_.size() >= kMaxDepth) {
-            throw InputError(here(), "nested more than " + std::to_string(kMaxDepth) + " deep",
+            throw InputError(Here(), "nested more than " + std::to_string(kMaxDepth) + " deep",
                              "remove the surplus brackets");
         }
         const std::string token = NextToken();
@@ -118,7 +118,7 @@ private:
         return true;
     }
 
-    bool close() {
+    bool Close() {
         containers_.pop_back();
         path_.resize(pathLengths_.back());
         pathLengths_.pop_back();
