@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "kernel/assemble_rings.h"
+#include "kernel/box_tree.h"
 #include "kernel/edge_graph.h"
 #include "kernel/primitives.h"
 #include "kernel/split_ring.h"
@@ -16,14 +17,9 @@ namespace halvorn {
 
 namespace {
 
-struct Box {
-    KPoint low;
-    KPoint high;
-};
-
 // The bounding box of at least one point. Not finite when a coordinate is not.
-Box BoxOf(const KPoint* points, int n) {
-    Box box{points[0], points[0]};
+KBox BoxOf(const KPoint* points, int n) {
+    KBox box{points[0], points[0]};
     double check = 0.0;
     for (int i = 0; i < n; ++i) {
         box.low = {MinValue(points[i].x, box.low.x), MinValue(points[i].y, box.low.y)};
@@ -36,11 +32,6 @@ Box BoxOf(const KPoint* points, int n) {
 
 bool IsFinite(const KPoint& p) {
     return std::isfinite(p.x) && std::isfinite(p.y);
-}
-
-bool BoxesMeet(const Box& a, const Box& b, double tol) {
-    return a.low.x - tol <= b.high.x && b.low.x <= a.high.x + tol && a.low.y - tol <= b.high.y &&
-           b.low.y <= a.high.y + tol;
 }
 
 // Assembles the pieces of a split ring. Every edge of the ring must belong to one.
@@ -78,15 +69,15 @@ KCutLine LineOf(const KPoint& start, const KPoint& end, bool isUnbounded) {
 
 int SplitRing(const KPoint* ring, int n, const KPoint* cut, int ncut, bool isUnbounded, double tol,
               int* count, int** ranges, KPoint** points) {
-    const Box ringBox = BoxOf(ring, n);
+    const KBox ringBox = BoxOf(ring, n);
     // Twice the vertices for every segment, and the edges of the stretches, stay countable.
     if (!IsFinite(ringBox.low) || n > std::numeric_limits<int>::max() / 16) return 0;
     KSplitRing split;
     int status = KBeginSplit(&split, ring, n);
     for (int i = 0; status == 0 && i + 1 < ncut; i += 2) {
-        const Box segmentBox = BoxOf(cut + i, 2);
+        const KBox segmentBox = KBoxOfSegment(cut[i], cut[i + 1], tol);
         const KCutLine line = LineOf(cut[i], cut[i + 1], isUnbounded);
-        if (!IsFinite(line.direction) || !BoxesMeet(ringBox, segmentBox, tol)) continue;
+        if (!IsFinite(line.direction) || !KBoxesMeet(ringBox, segmentBox)) continue;
         status = KSplitAtLine(&split, line, tol);
     }
     if (status == kOutOfMemory) return status;
@@ -137,7 +128,7 @@ int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint&
 
     // The line's crossings with the two sides of the bounding box that it meets at the steeper
     // angle.
-    const Box box = BoxOf(ring, n);
+    const KBox box = BoxOf(ring, n);
     const KPoint lowLow = box.low;
     const KPoint highHigh = box.high;
     const KPoint lowHigh{box.low.x, box.high.y};
