@@ -169,7 +169,7 @@ int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double t
     if (!rings.ranges || (edgeCount > 0 && !rings.points)) return kOutOfMemory;
 
     for (int e = 0; e < graph.EdgeCount(); ++e) {
-        if (graph.Origin(e) != kCuttingEdge || !graph.Live(e)) continue;
+        if (graph.Flag(e) != kCuttingEdge || !graph.Live(e)) continue;
         const int status = CollectRing(graph, e, isClockwise, tol, &rings);
         if (status != 0) return status;
     }

@@ -20,8 +20,8 @@ struct KEdgeList {
 /// axis of no end of another edge, or -1. Cost: the square of the number of edges.
 int KFindDanglingEdge(const KEdgeList& edges, double tol);
 
-/// Where an edge came from.
-enum KEdgeOrigin : unsigned int {
+/// Flag of an edge: where it came from.
+enum KEdgeFlags : unsigned int {
     kPolygonEdge = 0,  ///< the polygon being cut
     kCuttingEdge = 1   ///< the cutting line
 };
@@ -42,7 +42,7 @@ struct KEdgeGraph {
 
     int PolygonEdgeCount() const { return split->count; }
     int EdgeCount() const { return split->count + 2 * split->stretchCount; }
-    KEdgeOrigin Origin(int e) const { return e < split->count ? kPolygonEdge : kCuttingEdge; }
+    KEdgeFlags Flag(int e) const { return e < split->count ? kPolygonEdge : kCuttingEdge; }
     KSegment Edge(int e) const;
     int StartCutPoint(int e) const;  ///< or -1
     int EndCutPoint(int e) const;    ///< or -1
