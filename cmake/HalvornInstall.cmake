@@ -1,5 +1,5 @@
-# What is installed: the shared library, its one header, and the files by which find_package and
-# pkg-config find them. No installed file holds an absolute path, so a prefix can be moved.
+# What is installed of the library: itself, its one header, its licence, and the files by which
+# find_package and pkg-config find it; the tool installs itself. No installed file holds an absolute path, so a prefix can be moved.
 include(CMakePackageConfigHelpers)
 
 set(HALVORN_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/HalvornSectionTools)
@@ -31,6 +31,11 @@ install(FILES
 
 file(RELATIVE_PATH HALVORN_PREFIX_FROM_PC
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+# Packagers may give absolute directories.
+foreach(directory IN ITEMS LIBDIR INCLUDEDIR)
+  file(RELATIVE_PATH HALVORN_PC_${directory}
+    ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_${directory}})
+endforeach()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/HalvornSectionTools.pc.in
   ${PROJECT_BINARY_DIR}/HalvornSectionTools.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/HalvornSectionTools.pc

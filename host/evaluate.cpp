@@ -16,6 +16,11 @@ constexpr const char* kNotFinite =
 constexpr const char* kStopped =
     "a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx "
     "or --dy) or the section has no extent";
+constexpr const char* kNoArea =
+    "the section encloses no area: its points lie on one line or in one place";
+constexpr const char* kEllipseNote =
+    "It, Wt and the shear areas of free contours are those of the ellipse with each contour's area "
+    "and polar moment: an estimate for compact outlines, rough for thin-walled ones";
 constexpr const char* kHoleNote =
     "Wpl,x and Wpl,y are gross values: holes count in the search for the axis that halves the area "
     "and have weight 0 in the moduli; draw solid and hole as one keyhole contour for net values";
@@ -84,6 +89,7 @@ Evaluation EvaluateContours(const SectionFile& section, const Shift& shift) {
                           &out[13], &out[14], &out[15], &out[16]);
     Evaluation evaluation = Describe(kSectionValues, out, IsUnwritten(out.back()));
 
+    if (!section.contours.empty()) evaluation.notes.emplace_back(kEllipseNote);
     const auto isHole = [](const auto& part) { return !part.isSolid; };
     if (std::any_of(section.contours.begin(), section.contours.end(), isHole) ||
         std::any_of(section.profiles.begin(), section.profiles.end(), isHole)) {
@@ -103,7 +109,12 @@ Evaluation EvaluatePolyline(const Polyline& polyline) {
         out[5], out[6], out[7], out[8], out[9]);
     out[1] = centroid.first;
     out[2] = centroid.second;
-    return Describe(kPolylineValues, out, false);
+    Evaluation evaluation = Describe(kPolylineValues, out, false);
+    // The library then writes zeros, which are no results.
+    for (Value& value : evaluation.values) {
+        if (out[0] == 0.0 && value.description->output != 0) value.whyMissing = kNoArea;
+    }
+    return evaluation;
 }
 
 }  // namespace

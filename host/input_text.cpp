@@ -13,8 +13,8 @@ namespace halvorn::host {
 
 namespace {
 
-// A section of a million points needs about half of this; an endless device is stopped here.
-constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
+// A section of a million points takes 40 to 80 MiB; an endless device is stopped here.
+constexpr std::size_t kMaxBytes = std::size_t{256} << 20U;
 
 struct CloseFile {
     void operator()(std::FILE* file) const {
@@ -26,6 +26,9 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 
 File OpenInput(const std::string& path) {
     if (path == "-") return File(stdin);
+    if (path.empty()) {
+        throw InputError("command line", "the name of the section file is empty", "give its path");
+    }
     std::error_code ignored;
     if (std::filesystem::is_directory(path, ignored)) {
         throw InputError(path, "is a directory", "name a section file in it");
@@ -52,7 +55,7 @@ std::string ReadInput(const std::string& path) {
     while (const std::size_t size = std::fread(block.data(), 1, block.size(), file.get())) {
         text.append(block.data(), size);
         if (text.size() > kMaxBytes) {
-            throw InputError(SourceName(path), "is larger than 64 MiB",
+            throw InputError(SourceName(path), "is larger than 256 MiB",
                              "give a section file with fewer points");
         }
     }

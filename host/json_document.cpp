@@ -27,6 +27,16 @@ std::string LineAndColumn(const std::string& text, std::size_t charactersRead) {
            std::to_string(read.size() - lineStart + 1);
 }
 
+// The end of a token, where the fault is; never the rest of a cut UTF-8 character.
+std::string EndOf(const std::string& token) {
+    std::size_t start = token.size() > kMaxExcerpt ? token.size() - kMaxExcerpt : 0;
+    const auto isContinuation = [&token](std::size_t i) {
+        return i < token.size() && (static_cast<unsigned char>(token[i]) & 0xC0U) == 0x80U;
+    };
+    while (start > 0 && isContinuation(start)) ++start;
+    return token.substr(start);
+}
+
 // The parser's own words without its prefix and without the unbounded "last read" text.
 std::string ReasonOf(const std::string& message) {
     const std::size_t column = message.find("column ");
@@ -71,7 +81,7 @@ public:
                      const json::exception& error) override {
         constexpr int kNumberOverflow = 406;
         const std::string where = LineAndColumn(text_, position);
-        const std::string read = SingleLine(lastToken.substr(0, kMaxExcerpt));
+        const std::string read = SingleLine(EndOf(lastToken));
         if (error.id == kNumberOverflow) {
             throw InputError(source_ + ": " + path_ + NextToken() + ": " + where,
                              "the number " + read + " is beyond the range of a double",
@@ -137,6 +147,12 @@ private:
 }  // namespace
 
 json ParseJson(const std::string& text, const std::string& source) {
+    // The parser takes a zero byte for the end of its input.
+    const std::size_t zero = text.find('\0');
+    if (zero != std::string::npos) {
+        throw InputError(source + ": " + LineAndColumn(text, zero + 1), "not JSON: a zero byte",
+                         "remove it, or save the file as UTF-8 text");
+    }
     StrictBuilder builder(text, source);
     json::sax_parse(text, &builder);
     return builder.TakeDocument();

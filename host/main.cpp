@@ -1,8 +1,11 @@
 // halvorn-section: the properties of a section file on the command line.
 #include <CLI/CLI.hpp>
 #include <cmath>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <new>
 #include <sstream>
 #include <string>
 
@@ -36,6 +39,21 @@ Exit codes:
 int Complain(const std::string& message, ExitCode code) {
     std::fprintf(stderr, "halvorn-section: %s\n", SingleLine(message).c_str());
     return code;
+}
+
+// Ends the program where memory runs out: an exception could not pass through every destructor of
+// the libraries that this program uses.
+[[noreturn]] void OutOfMemory() {
+    std::fputs("halvorn-section: memory is exhausted; give a smaller section or free memory\n",
+               stderr);
+    std::_Exit(kNotWritten);
+}
+
+// A shift is a plain decimal number. The command-line library would take "" for 0, as a script with
+// an unset variable gives it, and 0x10 for 16.
+std::string CheckShift(const std::string& text) {
+    const bool isPlain = !text.empty() && text.find_first_of("xX") == std::string::npos;
+    return isPlain ? "" : "'" + text + "' is not a number";
 }
 
 // All or an error: nothing is written before everything is known.
@@ -76,8 +94,10 @@ int Run(int argc, char** argv) {
     app.add_option("FILE", options.path, "Section file, or - for standard input")->required();
     app.add_flag("--json", options.wantsJson, "Print JSON instead of a table");
     app.add_option("--dx", options.shift.dx,
-                   "Shift of the elastic moduli's reference point from xG");
-    app.add_option("--dy", options.shift.dy, "Likewise from yG; both default to 0");
+                   "Shift of the elastic moduli's reference point from xG, in the unit of the file")
+        ->check(CheckShift);
+    app.add_option("--dy", options.shift.dy, "Likewise from yG; both default to 0")
+        ->check(CheckShift);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -97,6 +117,11 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    std::set_new_handler(OutOfMemory);
+#if defined(SIGPIPE)
+    // A reader that goes away is an error like a full disk, not the end of the program.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     try {
         return Run(argc, argv);
     } catch (const InputError& error) {

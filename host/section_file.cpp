@@ -99,7 +99,7 @@ std::vector<double> ReadRadii(const Node& polyline, std::size_t pointCount) {
     if (size != pointCount) {
         node.Fail("one radius per point is needed: " + std::to_string(pointCount) +
                       " points, found " + std::to_string(size) + " radii",
-                  "write 0 for each sharp corner");
+                  size < pointCount ? "write 0 for each sharp corner" : "remove the surplus");
     }
     for (std::size_t i = 0; i < size; ++i) radii[i] = node[i].Number(Sign::NotNegative);
     return radii;
