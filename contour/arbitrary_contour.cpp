@@ -93,9 +93,11 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
     const AreaMoments local = Scaled(Difference(raw2, raw1), area2 < area1 ? -sign1 : sign1);
     const double wallArea = AbsValue(area2 - area1);
     ContourProperties properties = WallProperties(wallArea, local, frameOrigin);
-    AreaMoments enclosed = Scaled(raw2, sign1);
-    enclosed.area = area2;
-    properties.centroid = WallCentroid(wallArea, enclosed, frameOrigin);
+    // The orientation of the first face is taken for both. Where a wall is too thick for its inner
+    // face, which then turns the other way, the result is mirrored about the origin.
+    const double sense = sign1 * OrientationSign(raw2.area);
+    const point2D centroid = WallCentroid(wallArea, raw2, frameOrigin);
+    properties.centroid = {sense * centroid.x, sense * centroid.y};
 
     const double t = wall.thickness;
     if (wall.useTubeFormulas) {
@@ -104,7 +106,9 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
     } else {
         const double outerPerimeter = ContourPerimeter(faces.secondCount, faces.Second());
         const double meanArea = (area2 + area1) * 0.5;
-        properties.torsionConstant = 4.0 * Sqr(meanArea) * t / outerPerimeter;
+        // Without a perimeter all points are one, and there is no wall.
+        properties.torsionConstant =
+            outerPerimeter == 0.0 ? 0.0 : 4.0 * Sqr(meanArea) * t / outerPerimeter;
         properties.torsionModulus = (t + t) * (area2 + area1) * 0.5;
     }
     return properties;

@@ -13,7 +13,9 @@ namespace halvorn {
 ///
 /// A neighbour that coincides with the vertex (within 1e-15) counts as missing: with one missing
 /// the offset is perpendicular to the real segment, with both the outputs are the vertex. Where the
-/// line reverses, the normals cancel within `Tol3D` and the outputs are the vertex, too.
+/// line turns back so that its unit normals add up to less than `Tol3D`, or than 1e-6, their sum is
+/// used unscaled: an exact reversal gives the vertex, a nearly exact one points about a thickness
+/// away.
 void OffsetVertex(double thickness, const KPoint& prev, const KPoint& vertex, const KPoint& next,
                   KPoint* sideA, KPoint* sideB);
 

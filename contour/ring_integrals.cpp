@@ -8,15 +8,18 @@ namespace halvorn {
 
 namespace {
 
-// Green's theorem turns each area integral into a sum over edges. With s = (x0 + x1, y0 + y1) and
-// d = (x1 - x0, y1 - y0) of one edge, a counter-clockwise ring has
-//   A            =  sum  sx dy / 2
-//   int x dA     = -sum  dx B / 6,   int y dA = sum dy B / 6,  B = 2 (x0 y0 + x1 y1) + x0 y1 + x1
-//   y0 int y^2 dA   = -sum  (dy^2 + sy^2) sy dx / 24 int x^2 dA   =  sum  (dx^2 + sx^2) sx dy / 24
-//   int x y dA   = -sum  dx (sx sy^2 + 2 (x0 y0^2 + x1 y1^2)) / 24
-// (integrate the edge's linear parametrisation term by term). Every term carries dx or dy as a
-// factor and none is divided by it: the product moment of an edge that is vertical, exactly or but
-// for rounding, is then 0 or rounding. The divisors stay outside the sums.
+// Green's theorem turns each area integral into a sum over edges. With s = (x0 + x1, y0 + y1),
+// d = (x1 - x0, y1 - y0) and B = 2 (x0 y0 + x1 y1) + x0 y1 + x1 y0 of one edge, a counter-clockwise
+// ring has
+//   A = sum of sx dy / 2;
+//   integral of x dA = -sum of dx B / 6;
+//   integral of y dA = sum of dy B / 6;
+//   integral of y^2 dA = -sum of (dy^2 + sy^2) sy dx / 24;
+//   integral of x^2 dA = sum of (dx^2 + sx^2) sx dy / 24;
+//   integral of x y dA = -sum of dx (sx sy^2 + 2 (x0 y0^2 + x1 y1^2)) / 24.
+// Integrate the edge's linear parametrisation term by term. Every term carries dx or dy as a factor
+// and none is divided by it: the product moment of an edge that is vertical, exactly or but for
+// rounding, is then 0 or rounding. The divisors stay outside the sums.
 struct EdgeSums {
     double area2 = 0.0;
     double first6X = 0.0;

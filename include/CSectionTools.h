@@ -64,7 +64,7 @@ public:
     /// @param flag   non-zero: solid, its properties are added; 0: hole, they are subtracted. Any
     ///               value other than 0 and 1 counts as solid here, and as a weight of that value
     ///               in the plastic moduli.
-    /// Cost: one pass over the vertices; it allocates the stored contour and nothing else.
+    /// Cost: two passes over the vertices; it allocates the stored contour and nothing else.
     void PushContour(int count, double* coords, unsigned char flag);
 
     /// Adds one profile whose properties are known, for example from a catalogue. The outline
@@ -99,11 +99,12 @@ public:
     /// Returns the summed torsion constant [L^4].
     double GetIxx();
 
-    /// Returns the geometric tolerance of the whole process [L]; 1e-8 until a host changes it.
+    /// Returns the geometric tolerance of the whole process; 1e-8 until a host changes it.
     double GetTol3D();
 
-    /// Sets the geometric tolerance of the whole process [L], unchecked. Only the corners of thin
-    /// walls in `CalculContourQuelconqueTOOL` depend on it.
+    /// Sets the geometric tolerance of the whole process, unchecked. Only the corners of thin walls
+    /// in `CalculContourQuelconqueTOOL` depend on it: where the two unit normals add up to less,
+    /// their sum is not scaled to length 1. Values up to 1e-6 change nothing.
     void SetTol3D(double tol);
 
     /// Writes the seventeen calculation values. Every pointer must be valid.

@@ -10,7 +10,8 @@
 
 namespace halvorn {
 
-/// Geometric tolerance of thin-wall offsetting [L]; 1e-8 until a host sets another value.
+/// Tolerance of thin-wall offsetting, for the length of a sum of two unit normals; 1e-8 until a
+/// host sets another value.
 extern std::atomic<double> Tol3D;
 
 /// Cleared when a contour's area is zero within 1e-15; never set, never read by a computation.

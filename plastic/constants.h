@@ -8,7 +8,7 @@ namespace halvorn {
 /// Coordinates [L] closer than this are one position: a point on the axis, a bound not moved.
 inline constexpr double kSamePosition = 1e-10;
 
-/// Fibre distances [L] below this are 0 and have no elastic modulus.
+/// Fibre distances [L] within this of 0 have no elastic modulus; negative ones have a negative one.
 inline constexpr double kZeroFibreDistance = 1e-10;
 
 /// The axis is found when the areas on its two sides differ by less than this [L^2, absolute]. The

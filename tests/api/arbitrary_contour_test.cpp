@@ -221,6 +221,16 @@ TEST(ClosedWall, CentreOfGravityIsThatOfAllTheOuterFaceEncloses) {
     }
 }
 
+// A wall too thick for its cell turns its inner face over: no wall, but every value stays the
+// formula's, which takes the inner face's orientation for both. All points in one place enclose
+// nothing.
+TEST(ClosedWall, DegenerateWallsHaveDefinedValues) {
+    const Result thick = Calculate({1, 0, 1, 12, Rectangle(100, 100, 110, 120)});
+    EXPECT_DOUBLE_EQ(thick[kX], -105);
+    EXPECT_DOUBLE_EQ(thick[kY], -110);
+    for (const double value : Calculate({1, 0, 1, 0.1, Ring(3, {2, 2})})) EXPECT_EQ(value, 0);
+}
+
 TEST(ArbitraryContour, TooFewPointsWriteZerosIntoEveryOutput) {
     const struct {
         const char* name;
