@@ -20,7 +20,9 @@ constexpr const char* kNoArea =
     "the section encloses no area: its points lie on one line or in one place";
 constexpr const char* kEllipseNote =
     "It, Wt and the shear areas of free contours are those of the ellipse with each contour's area "
-    "and polar moment: an estimate for compact outlines, rough for thin-walled ones";
+    "and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a "
+    "hollow section "
+    "drawn as one contour (give it as a closed_wall polyline)";
 constexpr const char* kHoleNote =
     "Wpl,x and Wpl,y are gross values: holes count in the search for the axis that halves the area "
     "and have weight 0 in the moduli; draw solid and hole as one keyhole contour for net values";
