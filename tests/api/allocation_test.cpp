@@ -5,9 +5,14 @@
 
 #include <cstdlib>
 #include <new>
+#include <type_traits>
 #include <vector>
 
 namespace {
+
+// A growing vector of sections moves them instead of copying every contour.
+static_assert(std::is_nothrow_move_constructible_v<CSectionTools> &&
+              std::is_nothrow_move_assignable_v<CSectionTools>);
 
 int allocations = 0;
 
