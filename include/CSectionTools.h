@@ -10,9 +10,7 @@
 #include <utility>
 #include <vector>
 
-#if defined(HALVORN_SECTION_TOOLS_STATIC)
-#define HALVORN_SECTION_TOOLS_API
-#elif defined(_WIN32)
+#if defined(_WIN32)
 #if defined(HALVORN_SECTION_TOOLS_BUILDING)
 #define HALVORN_SECTION_TOOLS_API __declspec(dllexport)
 #else

@@ -13,7 +13,7 @@ import unittest
 try:
     import jsonschema
 except ImportError:
-    jsonschema = None
+    sys.exit("error: python3-jsonschema is missing: scripts/setup check")
 
 TOOL, SOURCE = sys.argv[1], pathlib.Path(sys.argv[2])
 EXAMPLES = SOURCE / "examples"
@@ -142,9 +142,8 @@ class BadInput(unittest.TestCase):
                 bad = edited(section, pointer, value)
                 self.assert_refused(run("-", text=json.dumps(bad)),
                                     f"standard input: {place}: ", word)
-                if jsonschema:
-                    with self.assertRaises(jsonschema.ValidationError):
-                        jsonschema.validate(bad, SCHEMA)
+                with self.assertRaises(jsonschema.ValidationError):
+                    jsonschema.validate(bad, SCHEMA)
 
     def test_texts(self):
         for text, place, word in BAD_TEXTS:
@@ -309,7 +308,6 @@ class Examples(unittest.TestCase):
         self.assertTrue(committed)
         self.assertEqual(committed, drawn)
 
-    @unittest.skipUnless(jsonschema, "python3-jsonschema is not installed")
     def test_follow_the_schema(self):
         jsonschema.validators.validator_for(SCHEMA).check_schema(SCHEMA)
         for section in [RECTANGLE, WALL, ROUNDED,
