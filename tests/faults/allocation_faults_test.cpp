@@ -276,3 +276,13 @@ void operator delete(void* block) noexcept {
 void operator delete(void* block, std::size_t) noexcept {
     operator delete(block);
 }
+// The standard library's own array forms would do the same, but valgrind replaces those.
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void operator delete[](void* block) noexcept {
+    operator delete(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    operator delete(block);
+}
