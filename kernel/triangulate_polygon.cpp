@@ -33,8 +33,10 @@ std::size_t At(int index) {
 // Only reflex vertices are in the way. If none lies in the triangle of a convex corner of a simple
 // ring, no vertex does, and then no edge meets its diagonal either: it would have to enter the
 // triangle through an edge of the ring. A corner that is reflex can only become convex when a
-// neighbour goes, so it waits for that outside the queue: walking over all corners again and again
-// would cost n^2 on a ring of scallops.
+// neighbour goes, and so it is with a convex one that is no ear: of the vertices in its triangle,
+// the one farthest from the diagonal stays reflex, and so stays, as long as the triangle does. Both
+// wait outside the queue for a neighbour to go, and at most 3 n corners are tried. Walking over all
+// corners again and again would cost n^2 on a ring of scallops, and more on a spiral.
 struct LiveRing {
     const KPoint* ring = nullptr;
     double reference = 0.0;  // orientation, +1 counter-clockwise, -1 clockwise
@@ -178,9 +180,8 @@ int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, d
     if (BeginLiveRing(&chain, ring, n) != 0) return kOutOfMemory;
 
     int written = 0;
-    int failures = 0;  // in a row; when every corner in the queue has failed, all have
     while (chain.live >= 3) {
-        if (failures >= chain.queueSize) return -1;
+        if (chain.queueSize == 0) return -1;
         const int corner = chain.Dequeue();
         const double turn = chain.Turn(corner);
         const bool isEar = turn > 0.0 && IsEar(chain, corner, tol);
@@ -190,12 +191,9 @@ int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, d
             triangles[3 * written + 2] = chain.next[At(corner)];
             ++written;
         } else if (turn != 0.0) {
-            ++failures;
-            chain.Enqueue(corner);
             continue;
         }
         chain.Remove(corner);
-        failures = 0;
     }
     *count = written;
     return 0;
