@@ -141,9 +141,12 @@ inline bool IsSound(const Ring& ring) {
 /// Bound of the rounding in an integral over the ring of a polynomial whose terms have `degree`
 /// factors of length: some 30 operations an edge, each within one unit in the last place of a term
 /// that is at most (4 extent)^degree / 4.
-inline double Rounding(const Ring& ring, int degree) {
+inline double Rounding(const Ring& ring, int degree, double extent) {
     const double epsilon = std::numeric_limits<double>::epsilon();
-    return 30 * static_cast<double>(ring.size()) * epsilon * std::pow(4 * Extent(ring), degree) / 4;
+    return 30 * static_cast<double>(ring.size()) * epsilon * std::pow(4 * extent, degree) / 4;
+}
+inline double Rounding(const Ring& ring, int degree) {
+    return Rounding(ring, degree, Extent(ring));
 }
 
 }  // namespace fuzz

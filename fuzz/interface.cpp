@@ -115,6 +115,71 @@ void CalculateContour(CSectionTools* section, ByteProgram& program) {
     if (count < 2) Require(once == std::array<double, 10>{}, "too few points give zeros");
 }
 
+// One polyline section's values in the order of the call; the centre of gravity last.
+std::array<double, 10> ContourValues(const Ring& ring, double thickness,
+                                     const std::vector<double>& radii) {
+    std::vector<std::pair<double, double>> points;
+    for (const auto& [x, y] : ring) points.emplace_back(x, y);
+    std::array<double, 10> v{};
+    std::pair<double, double> cdg;
+    CSectionTools().CalculContourQuelconqueTOOL(thickness > 0, 0, 1, static_cast<int>(ring.size()),
+                                                thickness, points, radii, v[0], cdg, v[1], v[2],
+                                                v[3], v[4], v[5], v[6], v[7]);
+    v[8] = cdg.first;
+    v[9] = cdg.second;
+    return v;
+}
+
+// Of a sound ring: the solid outline is that of the section, a wall with mitred corners has the
+// area of its middle line times its thickness, and neither depends on the orientation.
+void RequireContourOfRing(Ring ring, double thickness, double radius) {
+    CSectionTools section;
+    section.SetTol3D(1e-8);
+    Push(&section, ring, 1);
+    const auto pushed = Reading(section).values;
+    std::vector<double> radii(ring.size(), 0.0);
+    const auto solid = ContourValues(ring, 0, radii);
+    const double area = solid[0];
+    Require(std::abs(area - pushed[3]) <= 4 * Rounding(ring, 2), "a solid outline's area");
+    for (const std::size_t k : {0U, 1U}) {
+        Require(std::abs(solid[8 + k] - pushed[1 + k]) <= 4 * Rounding(ring, 3) / area,
+                "a solid outline's centroid");
+        const double moment = pushed[7 - k] + area * pushed[2 - k] * pushed[2 - k];
+        const double second = 4 * Rounding(ring, 4) + std::pow(4 * Rounding(ring, 3), 2) / area;
+        Require(std::abs(solid[5 + k] - moment) <= second, "a solid outline's inertia");
+    }
+
+    // Sharp corners reach far out; a thick wall turns its inner face round.
+    double perimeter = 0, sharpest = 1;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const halvorn::KPoint &a = ring[i], &b = ring[(i + 1) % ring.size()],
+                              &c = ring[(i + 2) % ring.size()];
+        const double ab = std::hypot(b.x - a.x, b.y - a.y), bc = std::hypot(c.x - b.x, c.y - b.y);
+        perimeter += ab;
+        const double cosine = ((b.x - a.x) * (c.x - b.x) + (b.y - a.y) * (c.y - b.y)) / (ab * bc);
+        sharpest = std::min(sharpest, ab < 1e-3 ? -1 : cosine);
+    }
+    if (sharpest < -0.9 || !(perimeter * thickness < 0.5 * area)) return;
+    // Radii need not fit: at these corners tangent points lie up to five radii away.
+    const auto slack = [&](int degree) {
+        return 100 * Rounding(ring, degree, Extent(ring) + 10 * (radius + thickness));
+    };
+    const auto mitred = ContourValues(ring, thickness, radii);
+    Require(std::abs(mitred[0] - perimeter * thickness) <= slack(2), "a wall's area");
+    std::fill(radii.begin(), radii.end(), radius);
+    const auto rounded = ContourValues(ring, thickness, radii);
+    std::reverse(ring.begin(), ring.end());
+    const auto reversed = ContourValues(ring, thickness, radii);
+    const auto same = [&](std::size_t k, double bound, const char* property) {
+        Require(std::abs(rounded[k] - reversed[k]) <= bound, property);
+    };
+    same(0, slack(2), "a wall's area by orientation");
+    for (const std::size_t k : {5U, 6U, 7U}) same(k, slack(4), "a wall's inertia by orientation");
+    for (const std::size_t k : {8U, 9U}) same(k, slack(3) / area, "a wall's centre by orientation");
+    const double torsionRounding = thickness * area * slack(2) / perimeter;
+    same(1, 8 * torsionRounding + 1e-9 * rounded[1], "a wall's torsion constant by orientation");
+}
+
 // 1e-8 comes back whatever happens to the input's other operations.
 struct ToleranceGuard {
     CSectionTools section;
@@ -164,9 +229,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
         if (operation == 9) {
             const Ring ring = program.Polygon();
+            const double tolerance = other.GetTol3D();
             RequireHoleCancelsSolid(ring);
             if (IsSound(ring)) {
                 RequireSameOfAnyOrder(ring, program.Choose(static_cast<unsigned>(ring.size())));
+                const double thickness = std::pow(10.0, -program.Choose(5));
+                RequireContourOfRing(ring, thickness, 0.01 * program.Choose(64));
+                other.SetTol3D(tolerance);
             }
         }
     }
