@@ -9,11 +9,12 @@
 #include <sstream>
 #include <string>
 
-#include "evaluate.h"
-#include "input_error.h"
-#include "input_text.h"
-#include "report.h"
-#include "section_file.h"
+#include "input/input_error.h"
+#include "input/input_text.h"
+#include "input/open_section.h"
+#include "output/json.h"
+#include "output/table.h"
+#include "results/evaluate.h"
 
 namespace {
 
@@ -73,15 +74,12 @@ struct Options {
 };
 
 std::string ReportText(const Options& options) {
-    Report report;
-    report.source = SourceName(options.path);
-    report.shift = options.shift;
-    report.section = ReadSectionFile(options.path);
-    if (report.section.polyline && (options.shift.dx != 0.0 || options.shift.dy != 0.0)) {
-        throw InputError(report.source + ": /polyline",
+    const SectionModel section = OpenSection(options.path, InputOptions{});
+    if (section.polyline && (options.shift.dx != 0.0 || options.shift.dy != 0.0)) {
+        throw InputError(section.source + ": /polyline",
                          "a polyline has no reference point to shift", "leave out --dx and --dy");
     }
-    report.evaluation = Evaluate(report.section, options.shift);
+    const Report report = Evaluate(section, options.shift);
     return options.wantsJson ? JsonText(report) : TableText(report);
 }
 

@@ -1,4 +1,4 @@
-#include "input_text.h"
+#include "input/input_text.h"
 
 #include <array>
 #include <cerrno>
@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "input_error.h"
+#include "input/input_error.h"
 
 namespace halvorn::host {
 

@@ -1,7 +1,7 @@
 /// @file input_text.h
 /// Whole text files in, safe single lines out.
-#ifndef HALVORN_HOST_INPUT_TEXT_H
-#define HALVORN_HOST_INPUT_TEXT_H
+#ifndef HALVORN_HOST_INPUT_INPUT_TEXT_H
+#define HALVORN_HOST_INPUT_INPUT_TEXT_H
 
 #include <string>
 #include <string_view>

@@ -1,13 +1,11 @@
-#include "report.h"
+#include "output/table.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
-#include <string_view>
 
-#include "input_text.h"
+#include "input/input_text.h"
 
 namespace halvorn::host {
 
@@ -38,13 +36,11 @@ std::string SevenDigits(double number) {
 
 // `value` as the table shows it: 0 when it is no more than the rounding of sums that cancel, such
 // as the product moment of a symmetric section. The area gives the scale.
-double WithoutRounding(const Value& value, const std::vector<Value>& all) {
+double WithoutRounding(const Value& value, const Report& report) {
     constexpr double kRounding = 1e-13;
-    const auto area = std::find_if(all.begin(), all.end(), [](const Value& other) {
-        return std::string_view(other.description->key) == "area";
-    });
-    if (area == all.end() || value.description->power == 0) return value.number;
-    const double scale = std::pow(std::fabs(area->number), 0.5 * value.description->power);
+    const Value* const area = report.Find("area");
+    if (area == nullptr || value.power == 0) return value.number;
+    const double scale = std::pow(std::fabs(area->number), 0.5 * value.power);
     return std::fabs(value.number) < kRounding * scale ? 0.0 : value.number;
 }
 
@@ -56,10 +52,10 @@ std::size_t DigitsBeforePoint(const std::string& number) {
 void AlignNumbers(std::vector<Row>& rows, const std::vector<Value>& values) {
     std::size_t widest = 0;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (values[i].whyMissing.empty()) widest = std::max(widest, DigitsBeforePoint(rows[i][2]));
+        if (values[i].IsComputed()) widest = std::max(widest, DigitsBeforePoint(rows[i][2]));
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!values[i].whyMissing.empty()) continue;
+        if (!values[i].IsComputed()) continue;
         rows[i][2].insert(0, widest - DigitsBeforePoint(rows[i][2]), ' ');
     }
 }
@@ -81,70 +77,39 @@ std::string JoinColumns(const std::vector<Row>& rows) {
 }
 
 // Every reason and note once, in the order of the values.
-std::vector<std::string> Footnotes(const Evaluation& evaluation) {
+std::vector<std::string> Footnotes(const Report& report) {
     std::vector<std::string> notes;
-    for (const Value& value : evaluation.values) {
-        if (value.whyMissing.empty()) continue;
+    for (const Value& value : report.values) {
+        if (value.IsComputed()) continue;
         const std::string note = "Not computed: " + value.whyMissing;
         if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
     }
-    for (const std::string& note : evaluation.notes) notes.push_back("Note: " + note);
+    for (const std::string& note : report.notes) notes.push_back("Note: " + note);
     return notes;
 }
 
 }  // namespace
 
 std::string TableText(const Report& report) {
-    const SectionFile& section = report.section;
-    std::string text = SingleLine(section.name.empty() ? report.source : section.name) + '\n';
+    const SectionModel& section = report.section;
+    std::string text = SingleLine(section.name.empty() ? section.source : section.name) + '\n';
     if (!section.description.empty()) text += SingleLine(section.description) + '\n';
     if (report.shift.dx != 0.0 || report.shift.dy != 0.0) {
         text += "Reference point of the elastic moduli: (xG + " + SevenDigits(report.shift.dx) +
                 ", yG + " + SevenDigits(report.shift.dy) + ") " + section.unit + '\n';
     }
     std::vector<Row> rows;
-    for (const Value& value : report.evaluation.values) {
-        const ValueDescription& description = *value.description;
-        const double shown = WithoutRounding(value, report.evaluation.values);
-        rows.push_back({description.name, description.symbol,
-                        value.whyMissing.empty() ? SevenDigits(shown) : "not computed",
-                        UnitLabel(section.unit, description.power)});
+    for (const Value& value : report.values) {
+        rows.push_back(
+            {value.name, value.symbol,
+             value.IsComputed() ? SevenDigits(WithoutRounding(value, report)) : "not computed",
+             value.unit});
     }
-    AlignNumbers(rows, report.evaluation.values);
+    AlignNumbers(rows, report.values);
     rows.insert(rows.begin(), Row{"Property", "Symbol", "Value", "Unit"});
     text += '\n' + JoinColumns(rows);
-    const std::vector<std::string> notes = Footnotes(report.evaluation);
-    for (const std::string& note : notes) text += '\n' + note + ".\n";
+    for (const std::string& note : Footnotes(report)) text += '\n' + note + ".\n";
     return text;
-}
-
-std::string JsonText(const Report& report) {
-    using nlohmann::ordered_json;
-    const SectionFile& section = report.section;
-    ordered_json values = ordered_json::object();
-    for (const Value& value : report.evaluation.values) {
-        const ValueDescription& description = *value.description;
-        ordered_json entry = {{"value", nullptr},
-                              {"unit", nullptr},
-                              {"symbol", description.symbol},
-                              {"name", description.name}};
-        if (value.whyMissing.empty()) {
-            entry["value"] = value.number;
-        } else {
-            entry["not_computed"] = value.whyMissing;
-        }
-        if (description.power != 0) entry["unit"] = UnitLabel(section.unit, description.power);
-        values[description.key] = entry;
-    }
-    ordered_json root = {
-        {"results_version", 1},        {"source", report.source},
-        {"name", section.name},        {"description", section.description},
-        {"length_unit", section.unit}, {"kind", section.polyline ? "polyline" : "section"}};
-    if (!section.polyline) root["shift"] = {{"dx", report.shift.dx}, {"dy", report.shift.dy}};
-    root["values"] = values;
-    root["notes"] = report.evaluation.notes;
-    // A path need not be UTF-8.
-    return root.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n';
 }
 
 }  // namespace halvorn::host

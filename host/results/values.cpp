@@ -1,4 +1,4 @@
-#include "values.h"
+#include "results/values.h"
 
 namespace halvorn::host {
 

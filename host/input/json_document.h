@@ -1,7 +1,7 @@
 /// @file json_document.h
 /// Strict JSON text to a document.
-#ifndef HALVORN_HOST_JSON_DOCUMENT_H
-#define HALVORN_HOST_JSON_DOCUMENT_H
+#ifndef HALVORN_HOST_INPUT_JSON_DOCUMENT_H
+#define HALVORN_HOST_INPUT_JSON_DOCUMENT_H
 
 #include <nlohmann/json.hpp>
 #include <string>

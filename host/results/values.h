@@ -1,7 +1,7 @@
 /// @file values.h
 /// The one table of everything the host reports.
-#ifndef HALVORN_HOST_VALUES_H
-#define HALVORN_HOST_VALUES_H
+#ifndef HALVORN_HOST_RESULTS_VALUES_H
+#define HALVORN_HOST_RESULTS_VALUES_H
 
 #include <array>
 #include <cstddef>

@@ -1,11 +1,10 @@
-#include "section_file.h"
+#include "input/section_file.h"
 
 #include <string_view>
 #include <tuple>
 
-#include "input_text.h"
-#include "json_document.h"
-#include "json_node.h"
+#include "input/json_document.h"
+#include "input/json_node.h"
 
 namespace halvorn::host {
 
@@ -15,26 +14,32 @@ constexpr double kFormatVersion = 1.0;
 constexpr std::size_t kFewestRingPoints = 3;
 constexpr std::size_t kFewestWallPoints = 2;
 
+// Sets a number of the given values; a double and an optional one alike.
 struct ProfileNumber {
     const char* key;
-    double StandardProfile::*member;
+    void (*set)(GivenValues&, double);
     Sign sign;
     bool isRequired;
 };
 
+template <auto Member>
+void Set(GivenValues& values, double number) {
+    values.*Member = number;
+}
+
 constexpr ProfileNumber kProfileNumbers[] = {
-    {"angle_radians", &StandardProfile::angle, Sign::Any, false},
-    {"area", &StandardProfile::area, Sign::Positive, true},
-    {"shear_area_1", &StandardProfile::shearArea1, Sign::NotNegative, true},
-    {"shear_area_2", &StandardProfile::shearArea2, Sign::NotNegative, true},
-    {"torsion_constant", &StandardProfile::torsionConstant, Sign::NotNegative, true},
-    {"inertia_1", &StandardProfile::inertia1, Sign::NotNegative, true},
-    {"inertia_2", &StandardProfile::inertia2, Sign::NotNegative, true},
-    {"torsion_modulus", &StandardProfile::torsionModulus, Sign::NotNegative, true},
-    {"plastic_modulus_x", &StandardProfile::plasticModulusX, Sign::NotNegative, true},
-    {"plastic_modulus_y", &StandardProfile::plasticModulusY, Sign::NotNegative, true},
-    {"extra", &StandardProfile::extra, Sign::Any, false},
-    {"reserved", &StandardProfile::reserved, Sign::Any, false},
+    {"angle_radians", Set<&GivenValues::angle>, Sign::Any, false},
+    {"area", Set<&GivenValues::area>, Sign::Positive, true},
+    {"shear_area_1", Set<&GivenValues::shearArea1>, Sign::NotNegative, true},
+    {"shear_area_2", Set<&GivenValues::shearArea2>, Sign::NotNegative, true},
+    {"torsion_constant", Set<&GivenValues::torsionConstant>, Sign::NotNegative, true},
+    {"inertia_1", Set<&GivenValues::inertia1>, Sign::NotNegative, true},
+    {"inertia_2", Set<&GivenValues::inertia2>, Sign::NotNegative, true},
+    {"torsion_modulus", Set<&GivenValues::torsionModulus>, Sign::NotNegative, true},
+    {"plastic_modulus_x", Set<&GivenValues::plasticModulusX>, Sign::NotNegative, true},
+    {"plastic_modulus_y", Set<&GivenValues::plasticModulusY>, Sign::NotNegative, true},
+    {"extra", Set<&GivenValues::extra>, Sign::Any, false},
+    {"reserved", Set<&GivenValues::reserved>, Sign::Any, false},
 };
 
 std::pair<double, double> ReadPoint(const Node& node) {
@@ -67,28 +72,40 @@ std::string ReadOptionalText(const Node& node, const char* key) {
     return node.Has(key) ? node.At(key).Text() : std::string();
 }
 
-Contour ReadContour(const Node& node) {
-    node.RequireKeys({"name", "kind", "points"});
-    ReadOptionalText(node, "name");
-    return {ReadIsSolid(node), ReadPoints(node.At("points"), kFewestRingPoints)};
+// The name that a file gives an element, else its place.
+std::string Label(const Node& node) {
+    const std::string name = ReadOptionalText(node, "name");
+    return name.empty() ? node.Pointer() : name;
 }
 
-StandardProfile ReadProfile(const Node& node) {
+Element ReadContour(const Node& node) {
+    node.RequireKeys({"name", "kind", "points"});
+    Element element;
+    element.label = Label(node);
+    element.isSolid = ReadIsSolid(node);
+    element.ring = ReadPoints(node.At("points"), kFewestRingPoints);
+    return element;
+}
+
+Element ReadProfile(const Node& node) {
     std::vector<std::string_view> keys = {"name", "kind", "outline", "centroid"};
     for (const ProfileNumber& number : kProfileNumbers) keys.push_back(number.key);
     node.RequireKeys(keys);
-    ReadOptionalText(node, "name");
 
-    StandardProfile profile;
-    profile.isSolid = ReadIsSolid(node);
-    profile.outline = ReadPoints(node.At("outline"), kFewestRingPoints);
-    std::tie(profile.centroidX, profile.centroidY) = ReadPoint(node.At("centroid"));
+    Element element;
+    element.label = Label(node);
+    element.isSolid = ReadIsSolid(node);
+    element.ring = ReadPoints(node.At("outline"), kFewestRingPoints);
+    GivenValues given;
+    given.method = "given in the file";
+    std::tie(given.centroidX, given.centroidY) = ReadPoint(node.At("centroid"));
     for (const ProfileNumber& number : kProfileNumbers) {
         if (number.isRequired || node.Has(number.key)) {
-            profile.*number.member = node.At(number.key).Number(number.sign);
+            number.set(given, node.At(number.key).Number(number.sign));
         }
     }
-    return profile;
+    element.given = given;
+    return element;
 }
 
 std::vector<double> ReadRadii(const Node& polyline, std::size_t pointCount) {
@@ -129,15 +146,12 @@ Polyline ReadPolyline(const Node& node) {
     return polyline;
 }
 
-template <typename T>
-std::vector<T> ReadList(const Node& root, const char* key, T (*readItem)(const Node&)) {
-    std::vector<T> items;
-    if (!root.Has(key)) return items;
+void ReadElements(const Node& root, const char* key, Element (*readElement)(const Node&),
+                  std::vector<Element>* elements) {
+    if (!root.Has(key)) return;
     const Node node = root.At(key);
     const std::size_t size = node.Size("objects");
-    items.reserve(size);
-    for (std::size_t i = 0; i < size; ++i) items.push_back(readItem(node[i]));
-    return items;
+    for (std::size_t i = 0; i < size; ++i) elements->push_back(readElement(node[i]));
 }
 
 // Before anything else, so that the file of a newer format is not blamed for its newer keys.
@@ -155,12 +169,12 @@ std::string ReadUnit(const Node& node) {
         node.Choice<std::string_view>({{"mm", "mm"}, {"cm", "cm"}, {"m", "m"}, {"in", "in"}}));
 }
 
-SectionFile ReadSection(const Node& root) {
+SectionModel ReadSection(const Node& root) {
     CheckVersion(root);
     root.RequireKeys(
         {"$schema", "version", "name", "description", "unit", "contours", "profiles", "polyline"});
     ReadOptionalText(root, "$schema");
-    SectionFile section;
+    SectionModel section;
     section.name = ReadOptionalText(root, "name");
     section.description = ReadOptionalText(root, "description");
     section.unit = ReadUnit(root.At("unit"));
@@ -173,9 +187,9 @@ SectionFile ReadSection(const Node& root) {
         section.polyline = ReadPolyline(root.At("polyline"));
         return section;
     }
-    section.contours = ReadList(root, "contours", ReadContour);
-    section.profiles = ReadList(root, "profiles", ReadProfile);
-    if (section.contours.empty() && section.profiles.empty()) {
+    ReadElements(root, "contours", ReadContour, &section.elements);
+    ReadElements(root, "profiles", ReadProfile, &section.elements);
+    if (section.elements.empty()) {
         root.Fail("the section is empty", "add \"contours\", \"profiles\" or a \"polyline\"");
     }
     return section;
@@ -183,10 +197,12 @@ SectionFile ReadSection(const Node& root) {
 
 }  // namespace
 
-SectionFile ReadSectionFile(const std::string& path) {
-    const std::string source = SourceName(path);
-    const nlohmann::json document = ParseJson(ReadInput(path), source);
-    return ReadSection(Node(document, source));
+SectionModel ReadSectionText(const std::string& text, const std::string& source,
+                             const InputOptions&) {
+    const nlohmann::json document = ParseJson(text, source);
+    SectionModel section = ReadSection(Node(document, source));
+    section.source = source;
+    return section;
 }
 
 }  // namespace halvorn::host

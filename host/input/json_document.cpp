@@ -1,12 +1,12 @@
-#include "json_document.h"
+#include "input/json_document.h"
 
 #include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "input_error.h"
-#include "input_text.h"
+#include "input/input_error.h"
+#include "input/input_text.h"
 
 namespace halvorn::host {
 

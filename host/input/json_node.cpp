@@ -1,10 +1,10 @@
-#include "json_node.h"
+#include "input/json_node.h"
 
 #include <algorithm>
 
-#include "input_error.h"
-#include "input_text.h"
-#include "json_document.h"
+#include "input/input_error.h"
+#include "input/input_text.h"
+#include "input/json_document.h"
 
 namespace halvorn::host {
 

@@ -1,7 +1,7 @@
 /// @file input_error.h
 /// The one way in which bad input leaves every routine of the host.
-#ifndef HALVORN_HOST_INPUT_ERROR_H
-#define HALVORN_HOST_INPUT_ERROR_H
+#ifndef HALVORN_HOST_INPUT_INPUT_ERROR_H
+#define HALVORN_HOST_INPUT_INPUT_ERROR_H
 
 #include <stdexcept>
 #include <string>

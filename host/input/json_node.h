@@ -1,7 +1,7 @@
 /// @file json_node.h
 /// Checked reading of a JSON document: every complaint knows its place.
-#ifndef HALVORN_HOST_JSON_NODE_H
-#define HALVORN_HOST_JSON_NODE_H
+#ifndef HALVORN_HOST_INPUT_JSON_NODE_H
+#define HALVORN_HOST_INPUT_JSON_NODE_H
 
 #include <cstddef>
 #include <nlohmann/json.hpp>
@@ -22,6 +22,9 @@ public:
     /// The top level of a document that came from `source`.
     Node(const nlohmann::json& document, const std::string& source)
         : value_(&document), source_(&source) {}
+
+    /// This place as a JSON pointer; empty at the top level.
+    std::string Pointer() const;
 
     /// Throws an InputError at this place.
     [[noreturn]] void Fail(const std::string& problem, const std::string& remedy) const;
@@ -58,7 +61,6 @@ private:
     Node(const Node& parent, const char* key, std::size_t index)
         : parent_(&parent), key_(key), index_(index), source_(parent.source_) {}
 
-    std::string Pointer() const;
     [[noreturn]] void FailType(const std::string& expected) const;
     [[noreturn]] void FailChoice(const std::string& found,
                                  const std::vector<std::string_view>& names) const;

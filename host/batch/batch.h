@@ -1,0 +1,40 @@
+/// @file batch.h
+/// Many sections to one table, over all cores.
+#ifndef HALVORN_HOST_BATCH_BATCH_H
+#define HALVORN_HOST_BATCH_BATCH_H
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "input/open_section.h"
+#include "results/report.h"
+
+namespace halvorn::host {
+
+enum class BatchFormat { Csv, JsonLines };
+
+struct BatchOptions {
+    InputOptions input;
+    Shift shift;
+    BatchFormat format = BatchFormat::Csv;
+    unsigned threads = 0;        ///< 0: one for each core
+    bool showsProgress = false;  ///< a bar on standard error
+};
+
+/// Returns the arguments for `OpenSection` that `paths` stand for: the section files of a folder in
+/// the order of their names; the entries of a list (.txt: one a line; .csv: those of the column
+/// `name`, or the first); anything else as it is.
+/// @throws InputError for an empty folder or list, or one that cannot be read
+std::vector<std::string> ExpandBatch(const std::vector<std::string>& paths);
+
+/// Evaluates the sections and hands the lines of the table to `write`, in the order of `arguments`.
+/// A section that cannot be read is left out of the table; its reason goes to `complain`.
+/// @returns the number of sections left out
+std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,
+                     const std::function<void(const std::string& line)>& write,
+                     const std::function<void(const std::string& message)>& complain);
+
+}  // namespace halvorn::host
+
+#endif

@@ -1,0 +1,21 @@
+/// @file read_drawing.h
+/// Sections drawn in DXF files (docs/file-format.md).
+#ifndef HALVORN_HOST_DXF_READ_DRAWING_H
+#define HALVORN_HOST_DXF_READ_DRAWING_H
+
+#include <string>
+
+#include "input/open_section.h"
+
+namespace halvorn::host {
+
+/// Returns the section drawn in a DXF text that came from `source`: closed polylines, circles and
+/// chains of lines, arcs, ellipses and splines. Nesting decides what is solid and what a hole.
+/// Whatever is left out is named in the remarks.
+/// @throws InputError naming the line and, where there is one, the entity
+SectionModel ReadDrawing(const std::string& text, const std::string& source,
+                         const InputOptions& options);
+
+}  // namespace halvorn::host
+
+#endif

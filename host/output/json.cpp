@@ -1,0 +1,50 @@
+#include "output/json.h"
+
+#include <nlohmann/json.hpp>
+
+namespace halvorn::host {
+
+namespace {
+
+using nlohmann::ordered_json;
+
+ordered_json Object(const Report& report) {
+    const SectionModel& section = report.section;
+    ordered_json values = ordered_json::object();
+    for (const Value& value : report.values) {
+        ordered_json entry = {
+            {"value", nullptr}, {"unit", nullptr}, {"symbol", value.symbol}, {"name", value.name}};
+        if (value.IsComputed()) {
+            entry["value"] = value.number;
+        } else {
+            entry["not_computed"] = value.whyMissing;
+        }
+        if (!value.unit.empty()) entry["unit"] = value.unit;
+        values[value.key] = entry;
+    }
+    ordered_json root = {
+        {"results_version", 1},        {"source", section.source},
+        {"name", section.name},        {"description", section.description},
+        {"length_unit", section.unit}, {"kind", section.polyline ? "polyline" : "section"}};
+    if (!section.polyline) root["shift"] = {{"dx", report.shift.dx}, {"dy", report.shift.dy}};
+    root["values"] = values;
+    root["notes"] = report.notes;
+    return root;
+}
+
+// A path need not be UTF-8.
+std::string Text(const Report& report, int indent) {
+    return Object(report).dump(indent, ' ', false, ordered_json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace
+
+std::string JsonText(const Report& report) {
+    return Text(report, 2);
+}
+
+std::string JsonLine(const Report& report) {
+    return Text(report, -1);
+}
+
+}  // namespace halvorn::host

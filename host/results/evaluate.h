@@ -1,0 +1,15 @@
+/// @file evaluate.h
+/// From a section to its values, through the public interface of the library.
+#ifndef HALVORN_HOST_RESULTS_EVALUATE_H
+#define HALVORN_HOST_RESULTS_EVALUATE_H
+
+#include "results/report.h"
+
+namespace halvorn::host {
+
+/// Computes all values of a section; `shift` has no meaning for a polyline.
+Report Evaluate(const SectionModel& section, const Shift& shift);
+
+}  // namespace halvorn::host
+
+#endif
