@@ -31,9 +31,9 @@ struct KPieces {
 /// The pieces of a simple ring add up to it. A hole that hangs on the outline by a bridge, the same
 /// edge out and back, is cut as a hole.
 /// @return positive with the pieces in the out-parameters, which the caller frees; 0 with 0 and
-/// null
-///         for a line that misses or only touches the ring, for p1 and p2 coinciding within `tol`
-///         per axis, for coordinates that are not finite, when memory is exhausted. Never negative.
+///         null for a line that misses or only touches the ring, for p1 and p2 coinciding within
+///         `tol` per axis, for coordinates that are not finite, when memory is exhausted. Never
+///         negative.
 /// What is smaller than about twice the tolerance where the line runs, such as an edge of 1.5 tol
 /// that ends on it, may come out on either side, or join the pieces that it touches. Cost: n + k
 /// log k for k cut points, and d^2 for d edges that meet in one of them.
@@ -47,6 +47,8 @@ int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint&
 ///
 /// With ncut = 0 the result is a copy of the ring under the one irregular count of the kernel:
 /// count is 2, the number of offsets [0, n], not of pieces.
+/// Cost: for each of s segments N + k log k, where N counts the vertices and where the lines of all
+/// segments before, not only the segments, meet the ring; k of them on this line; and d^2 as above.
 /// @return 1 with the pieces; 0 when the split is not valid: some edge of the ring belongs to no
 ///         piece; -90 when memory is exhausted. For 0 and below the outputs are 0 and null.
 int KSplitPolygonByPolyline(const KPoint* ring, int n, const KPoint* cut, int ncut, double tol,

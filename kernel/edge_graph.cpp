@@ -43,28 +43,65 @@ void RemoveNeedles(double tol, KEdgeGraph* graph) {
     }
 }
 
-// Prunes on a list of the polygon's edges and each stretch there. The edges back stay out: each
-// would match the ends of its own edge there.
-int PruneDanglingStretches(double tol, KEdgeGraph* graph) {
-    const int n = graph->PolygonEdgeCount();
-    const int listed = n + graph->split->stretchCount;
-    const auto edgeOf = [n](int k) { return k < n ? k : n + 2 * (k - n); };
-    CArray<KPoint> points = AllocateZeroed<KPoint>(2 * At(listed));
-    if (!points) return kOutOfMemory;
-    const auto remove = [&points](int k) {
-        points[2 * At(k)] = points[2 * At(k) + 1] = {UNDEFINED_VALUE, UNDEFINED_VALUE};
-    };
-    for (int k = 0; k < listed; ++k) {
-        const KSegment edge = graph->Edge(edgeOf(k));
-        points[2 * At(k)] = edge.start;
-        points[2 * At(k) + 1] = edge.end;
-        if (!graph->Live(edgeOf(k))) remove(k);
+// What joins at a cut point: the ends of live edges, without those of the edges back, and the
+// exclusive or of the numbers of the live stretches among them. Where one end is left, that is the
+// number of its stretch.
+struct Junction {
+    int ends;
+    int stretches;
+};
+
+// The junctions of a graph, kept while stretches are removed.
+struct Junctions {
+    KEdgeGraph* graph;
+    CArray<Junction> at;  // per cut point
+
+    const KStretch& Ends(int stretch) const { return graph->split->stretches[At(stretch)]; }
+
+    void Change(int stretch, int by) {
+        for (const int cutPoint : {Ends(stretch).start, Ends(stretch).end}) {
+            at[At(cutPoint)].ends += by;
+            at[At(cutPoint)].stretches ^= stretch;
+        }
     }
-    for (int point; (point = KFindDanglingEdge({points.get(), 2 * listed}, tol)) >= 0;) {
-        const int e = edgeOf(point / 2);
-        remove(point / 2);
-        graph->Live(e) = false;
-        if (e >= n) graph->Live(e + 1) = false;
+
+    void Remove(int stretch) {
+        const int there = graph->PolygonEdgeCount() + 2 * stretch;
+        graph->Live(there) = graph->Live(there + 1) = false;
+        Change(stretch, -1);
+    }
+
+    // Removes a chain of stretches from its free end to where something else goes on.
+    void RemoveChainFrom(int cutPoint) {
+        while (at[At(cutPoint)].ends == 1) {
+            const int stretch = at[At(cutPoint)].stretches;
+            Remove(stretch);
+            cutPoint = Ends(stretch).start == cutPoint ? Ends(stretch).end : Ends(stretch).start;
+        }
+    }
+};
+
+// Removes stretches that end freely, and those that end freely without them. The polygon's own
+// edges never do: what `RemoveNeedles` left of the ring leaves every cut point as often as it comes
+// there.
+int PruneDanglingStretches(KEdgeGraph* graph) {
+    const KSplitRing& split = *graph->split;
+    Junctions junctions{graph, AllocateZeroed<Junction>(At(split.cutPointCount))};
+    if (!junctions.at && split.cutPointCount > 0) return kOutOfMemory;
+    for (int e = 0; e < graph->PolygonEdgeCount(); ++e) {
+        if (!graph->Live(e)) continue;
+        for (const int cutPoint : {graph->StartCutPoint(e), graph->EndCutPoint(e)}) {
+            if (cutPoint >= 0) ++junctions.at[At(cutPoint)].ends;
+        }
+    }
+    for (int k = 0; k < split.stretchCount; ++k) junctions.Change(k, 1);
+    // A stretch within one cut point encloses nothing.
+    for (int k = 0; k < split.stretchCount; ++k) {
+        if (junctions.Ends(k).start == junctions.Ends(k).end) junctions.Remove(k);
+    }
+    for (int k = 0; k < split.stretchCount; ++k) {
+        junctions.RemoveChainFrom(junctions.Ends(k).start);
+        junctions.RemoveChainFrom(junctions.Ends(k).end);
     }
     return 0;
 }
@@ -136,7 +173,7 @@ int KBuildEdgeGraph(KEdgeGraph* graph, const KSplitRing& split, double tol) {
     if (!graph->isLive && graph->EdgeCount() > 0) return kOutOfMemory;
     std::fill_n(graph->isLive.get(), graph->EdgeCount(), true);
     RemoveNeedles(tol, graph);
-    const int status = split.hasFreeEnd ? PruneDanglingStretches(tol, graph) : 0;
+    const int status = split.hasFreeEnd ? PruneDanglingStretches(graph) : 0;
     return status == 0 ? IndexOutgoing(graph) : status;
 }
 

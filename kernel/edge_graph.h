@@ -17,7 +17,8 @@ struct KEdgeList {
 };
 
 /// Returns the point index (even) of the first live edge with a free end, an end within `tol` per
-/// axis of no end of another edge, or -1. Cost: the square of the number of edges.
+/// axis of no end of another edge, or -1. Cost: the square of the number of edges; the splits of
+/// this kernel count the ends at cut points instead.
 int KFindDanglingEdge(const KEdgeList& edges, double tol);
 
 /// Flag of an edge: where it came from.
@@ -53,8 +54,9 @@ struct KEdgeGraph {
 /// - the chains that leave a cut point and come back to it without enclosing anything: edges within
 ///   one cut point, and needles thinner than `tol` where the line cuts them. A hole that hangs on a
 ///   bridge comes back, too, and stays;
-/// - the stretches that end freely inside the ring.
-/// @return 0, or -90 when memory is exhausted
+/// - the stretches that end freely inside the ring, or lie within one cut point.
+/// @return 0, or -90 when memory is exhausted. Cost: one pass over vertices and stretches each for
+/// needles, free ends and joins.
 int KBuildEdgeGraph(KEdgeGraph* graph, const KSplitRing& split, double tol);
 
 }  // namespace halvorn

@@ -277,6 +277,16 @@ TEST(SplitPolygonByPolyline, FollowsSegmentsWithinTheRing) {
     EXPECT_DOUBLE_EQ(std::max(corner.Area(0), corner.Area(1)), 15);
     const Cut strips(kSquare, Ring{{-1, 1}, {5, 1}, {-1, 2}, {5, 2}});
     EXPECT_EQ(strips.count, 3);
+    const Ring chain{{-1, 1}, {2, 1}, {2, 1}, {2, 2}, {2, 2}, {3, 3}};
+    EXPECT_TRUE(Cut(kSquare, chain).IsEmpty()) << "a chain that ends inside";
+    Ring both = chain;
+    both.insert(both.end(), {{2, 2}, {2, 5}});
+    EXPECT_EQ(Cut(kSquare, both).count, 2) << "only the chain's branch ends inside";
+    const double near = 3 + 5e-11;
+    Ring bent{{-1, 1}, {3, 1}, {3, 1}, {near, 1}};
+    EXPECT_TRUE(Cut(kSquare, bent).IsEmpty()) << "a segment below the tolerance carries nothing on";
+    bent.insert(bent.end(), {{near, 1}, {near, 5}});
+    EXPECT_EQ(Cut(kSquare, bent).count, 2) << "nor does it stop what goes on";
 }
 
 }  // namespace
