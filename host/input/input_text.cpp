@@ -42,6 +42,39 @@ File OpenInput(const std::string& path) {
     return file;
 }
 
+bool IsContinuation(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+// Bytes of the UTF-8 character at the start of a text, 1 for a byte that starts none.
+std::size_t SequenceLength(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t length = lead < 0xC2U ? 1 : lead < 0xE0U ? 2 : lead < 0xF0U ? 3 : 4;
+    for (std::size_t i = 1; i < length; ++i) {
+        if (i >= text.size() || !IsContinuation(text[i])) return 1;
+    }
+    return length;
+}
+
+// Whether a character breaks a line, steers a terminal or turns the direction of writing: C0, C1
+// (also as a lone byte, which is what a terminal of eight bits sees), U+061C, U+200E, U+200F,
+// U+2028 to U+202E, U+2066 to U+2069.
+bool IsControl(std::string_view character) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(character[i]); };
+    switch (character.size()) {
+        case 1:
+            return byte(0) < 0x20U || (byte(0) >= 0x7FU && byte(0) < 0xA0U);
+        case 2:
+            return (byte(0) == 0xC2U && byte(1) < 0xA0U) || character == "\u061C";
+        case 3:
+            return (character >= "\u2028" && character <= "\u202E") ||
+                   (character >= "\u2066" && character <= "\u2069") || character == "\u200E" ||
+                   character == "\u200F";
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 std::string SourceName(const std::string& path) {
@@ -66,11 +99,27 @@ std::string ReadInput(const std::string& path) {
 }
 
 std::string SingleLine(std::string_view text) {
-    std::string line(text);
-    for (char& c : line) {
-        if (static_cast<unsigned char>(c) < 0x20U || c == 0x7F) c = ' ';
+    std::string line;
+    line.reserve(text.size());
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = SequenceLength(text.substr(i));
+        if (IsControl(text.substr(i, length))) {
+            line += ' ';
+        } else {
+            line += text.substr(i, length);
+        }
+        i += length;
     }
     return line;
+}
+
+std::string Excerpt(std::string_view text) {
+    constexpr std::size_t kMaxLength = 40;
+    const std::string line = SingleLine(text);
+    if (line.size() <= kMaxLength) return line;
+    std::size_t end = kMaxLength;
+    while (end > 0 && IsContinuation(line[end])) --end;
+    return line.substr(0, end) + "...";
 }
 
 }  // namespace halvorn::host

@@ -12,12 +12,16 @@ namespace halvorn::host {
 std::string SourceName(const std::string& path);
 
 /// Returns the whole content of a file, or of standard input for "-".
-/// @throws InputError for a missing or unreadable file, a directory, or more than 64 MiB
+/// @throws InputError for a missing or unreadable file, a directory, or more than 256 MiB
 std::string ReadInput(const std::string& path);
 
-/// Returns the text with every control character replaced by a space: foreign text can neither
-/// break a line nor steer a terminal.
+/// Returns the text with every character that breaks a line, steers a terminal or turns the
+/// direction of writing replaced by a space: foreign text can do none of it.
 std::string SingleLine(std::string_view text);
+
+/// Returns the start of a user's own text as a `SingleLine` of at most 40 bytes, never cut within a
+/// UTF-8 character.
+std::string Excerpt(std::string_view text);
 
 }  // namespace halvorn::host
 

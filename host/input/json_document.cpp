@@ -37,6 +37,13 @@ std::string EndOf(const std::string& token) {
     return token.substr(start);
 }
 
+// Whether there is nothing but white space, perhaps after a byte-order mark.
+bool IsBlank(std::string_view text) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
 // The parser's own words without its prefix and without the unbounded "last read" text.
 std::string ReasonOf(const std::string& message) {
     const std::size_t column = message.find("column ");
@@ -70,7 +77,7 @@ public:
 
     bool key(string_t& name) override {
         if (containers_.back()->contains(name)) {
-            throw InputError(Here(), "the key \"" + SingleLine(name) + "\" appears twice",
+            throw InputError(Here(), "the key \"" + Excerpt(name) + "\" appears twice",
                              "keep one of the two");
         }
         key_ = std::move(name);
@@ -87,7 +94,7 @@ public:
                              "the number " + read + " is beyond the range of a double",
                              "write a finite number");
         }
-        if (text_.find_first_not_of(" \t\r\n") == std::string::npos) {
+        if (IsBlank(text_)) {
             throw InputError(source_ + ": " + where, "the input is empty",
                              "give a section in JSON (see --help)");
         }
@@ -160,7 +167,7 @@ json ParseJson(const std::string& text, const std::string& source) {
 
 std::string PointerToken(const std::string& key) {
     std::string token;
-    for (const char c : SingleLine(key)) {
+    for (const char c : Excerpt(key)) {
         if (c == '~') {
             token += "~0";
         } else if (c == '/') {

@@ -18,13 +18,6 @@ std::string QuotedList(const std::vector<std::string_view>& names) {
     return list;
 }
 
-// Text of the user's own, short enough for a message of one line.
-std::string Excerpt(const std::string& text) {
-    constexpr std::size_t kMaxLength = 40;
-    const std::string line = SingleLine(text);
-    return line.size() <= kMaxLength ? line : line.substr(0, kMaxLength) + "...";
-}
-
 }  // namespace
 
 void Node::Fail(const std::string& problem, const std::string& remedy) const {

@@ -104,6 +104,9 @@ BAD_SECTIONS = [
 # What no schema of the document can say.
 BAD_TEXTS = [
     ("", "line 1, column 1", "empty"),
+    ("\ufeff", "line 1, column", "empty"),
+    ('{"%s": 1, "%s": 2}' % (("\u00e9" * 50,) * 2), "top level", "\u00e9" * 20 + '..." appears'),
+    ('{"version": 1, "unit": "x%s"}' % ("\u00e9" * 50), "/unit", "x" + "\u00e9" * 19 + '..."'),
     ('{\n  "version": 1,\n}', "line 3, column 1", "not valid JSON"),
     ('{"version": 1, "unit": "mm", "contours": [[NaN', "line 1, column 44", "NaN"),
     ('{"version": Infinity}', "line 1, column 13", "Infinity"),
@@ -291,8 +294,9 @@ class GoodInput(unittest.TestCase):
             self.assertEqual(value["value"], 0 if key == "area" else None, key)
 
     def test_foreign_text_cannot_steer_the_terminal(self):
-        named = edited(RECTANGLE, "/name", "a\x1b[2J\nb")
-        self.assertTrue(run("-", text=json.dumps(named)).stdout.startswith(b"a [2J b\n"))
+        named = edited(RECTANGLE, "/name", "a\x1b[2J\nb\x9b\u2028\u202e\u2067\u200f\u00e9\u2030")
+        table = run("-", text=json.dumps(named)).stdout.decode()
+        self.assertTrue(table.startswith("a [2J b     \u00e9\u2030\n"), table[:40])
 
     def test_help_and_version(self):
         self.assertIn(b"Exit codes:", run("--help").stdout)
