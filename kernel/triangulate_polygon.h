@@ -23,7 +23,7 @@ int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, d
 /// The area-weighted mean of the ring's triangles, for a ring that `KClassifyPolygon` finds valid
 /// and whose triangles account for its area within 0.01 [L^2, absolute]; else the average of the
 /// vertices, which also serves when memory is exhausted. n = 0 gives (0, 0), n = 1 the point, n = 2
-/// the midpoint.
+/// the midpoint. Cost: that of `KClassifyPolygon` and `KTriangulatePolygon`.
 KPoint* KPolygonCentroid(KPoint* out, const KPoint* ring, int n, double tol);
 
 }  // namespace halvorn

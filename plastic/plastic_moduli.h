@@ -21,8 +21,9 @@ namespace halvorn {
 ///
 /// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h);
 /// only the web parts need pieces. Coordinates are taken relative to the section's first point, so
-/// that digits do not depend on how far away the host's origin is. Cost: a few passes over the
-/// edges.
+/// that digits do not depend on how far away the host's origin is. Cost for each axis: a pass that
+/// collects the edges, one for each line tried over those that can still meet a line, and one for
+/// the lever arms.
 /// @param wplx     about the horizontal axis [L^3]; when null, or wply is, nothing is done
 /// @param wply     about the vertical axis [L^3]
 /// @param webPartX part of wplx that comes from pieces whose longest edge stands across the axis;
