@@ -4,6 +4,7 @@
 #define HALVORN_FUZZ_BYTE_PROGRAM_H
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -30,7 +31,7 @@ inline void Require(bool holds, const char* property) {
 
 /// Equal to the last bit, so that a NaN equals itself.
 inline bool SameBits(double a, double b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
 /// Reads a program from bytes; beyond their end every byte is 0.
