@@ -15,8 +15,8 @@ namespace halvorn::host {
 ///         number beyond the range of a double, a repeated key or too deep nesting
 nlohmann::json ParseJson(const std::string& text, const std::string& source);
 
-/// Returns a key with its '~' and '/' escaped as a JSON pointer wants them (RFC 6901), a long one cut
-/// short as by `Excerpt`.
+/// Returns a key with its '~' and '/' escaped as a JSON pointer wants them (RFC 6901), a long one
+/// cut short as by `Excerpt`.
 std::string PointerToken(const std::string& key);
 
 }  // namespace halvorn::host

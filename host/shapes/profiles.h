@@ -6,12 +6,13 @@
 /// counter-clockwise, the last point joins the first, which is not repeated. Arcs are tangent to
 /// the faces they join and their points lie on the true arc.
 ///
-/// All functions throw std::invalid_argument with a message for the user when a dimension is
-/// not a finite positive number (radii and slope may be 0), when one part does not leave room
-/// for another (a web thicker than its flange is wide), or when a radius does not fit its faces.
+/// All functions throw DimensionError with a message for the user when a dimension is not a finite
+/// positive number (radii and slope may be 0), when one part does not leave room for another (a web
+/// thicker than its flange is wide), and RadiusError when a radius does not fit its faces.
 #ifndef HALVORN_HOST_SHAPES_PROFILES_H
 #define HALVORN_HOST_SHAPES_PROFILES_H
 
+#include <cstddef>
 #include <vector>
 
 #include "shapes/rounded_polygon.h"
@@ -46,6 +47,20 @@ struct FlangedProfile {
 
 /// Draws a doubly symmetric I: web vertical, flanges at bottom and top.
 Outline DrawISection(const FlangedProfile& profile, const ArcDivision& division);
+
+/// Dimensions of an I section whose flanges differ; both are centred on the web.
+struct MonosymmetricProfile {
+    double height;
+    double web;  ///< web thickness
+    double topWidth;
+    double topFlange;  ///< thickness of the top flange
+    double bottomWidth;
+    double bottomFlange;  ///< thickness of the bottom flange
+    double rootRadius;    ///< between web and inner faces, concave
+};
+
+/// Draws an I symmetric about its vertical web only.
+Outline DrawMonosymmetricISection(const MonosymmetricProfile& profile, const ArcDivision& division);
 
 /// Draws a channel open to the right: the outside of its web is the line x = 0.
 Outline DrawChannel(const FlangedProfile& profile, const ArcDivision& division);
@@ -87,6 +102,18 @@ struct CircularHollowProfile {
 /// Draws a circular hollow section; the points on its axes of symmetry are points of the rings.
 Outline DrawCircularHollow(const CircularHollowProfile& profile, const ArcDivision& division);
 
+/// Dimensions of a rectangular plate or bar.
+struct Plate {
+    double width;
+    double height;
+};
+
+/// Draws a rectangle; it has no arcs to divide.
+Outline DrawPlate(const Plate& plate, const ArcDivision& division);
+
+/// Draws a solid circular bar of the given diameter; the points on its axes are points of the ring.
+Outline DrawRound(double diameter, const ArcDivision& division);
+
 /// Returns a hollow outline as one closed contour: the outer ring counter-clockwise, a bridge to
 /// the hole, the hole clockwise, the same bridge back. Without a hole it is the outer ring.
 ///
@@ -96,6 +123,12 @@ Outline DrawCircularHollow(const CircularHollowProfile& profile, const ArcDivisi
 /// @pre both rings are convex and the hole lies inside the outer ring, as in all hollow outlines
 ///      drawn here; then the bridge meets each ring in its end point only
 std::vector<double> KeyholeRing(const Outline& outline);
+
+/// Returns a hollow outline as one closed contour in the same way, bridged from one point of the
+/// solid ring to one of the hole by their indices.
+/// @pre the bridge meets each ring in its end point only
+std::vector<double> KeyholeRing(const Outline& outline, std::size_t solidPoint,
+                                std::size_t holePoint);
 
 }  // namespace halvorn::shapes
 

@@ -45,8 +45,11 @@ std::string At(const Corner& corner) {
     return "at (" + ShortNumber(corner.x) + ", " + ShortNumber(corner.y) + ")";
 }
 
-void CheckCorners(std::span<const Corner> corners) {
-    if (corners.size() < 3) throw std::invalid_argument("a polygon needs at least three corners");
+void CheckCorners(std::span<const Corner> corners, bool isClosed) {
+    if (isClosed && corners.size() < 3) {
+        throw std::invalid_argument("a polygon needs at least three corners");
+    }
+    if (corners.size() < 2) throw std::invalid_argument("a line needs at least two corners");
     for (const Corner& corner : corners) {
         if (!std::isfinite(corner.x) || !std::isfinite(corner.y) || !std::isfinite(corner.radius)) {
             throw std::invalid_argument("the corner " + At(corner) + " is not a finite number");
@@ -57,10 +60,11 @@ void CheckCorners(std::span<const Corner> corners) {
     }
 }
 
-std::vector<Edge> EdgesOf(std::span<const Corner> corners) {
+// One edge from every corner, but for the last of a line.
+std::vector<Edge> EdgesOf(std::span<const Corner> corners, bool isClosed) {
     std::vector<Edge> edges;
     edges.reserve(corners.size());
-    for (std::size_t i = 0; i < corners.size(); ++i) {
+    for (std::size_t i = 0; i < corners.size() - (isClosed ? 0 : 1); ++i) {
         const Corner& from = corners[i];
         const Corner& to = corners[(i + 1) % corners.size()];
         const double length = std::hypot(to.x - from.x, to.y - from.y);
@@ -94,10 +98,12 @@ bool ArcsTouch(const Corner& from, const Corner& to, const Edge& edge, const Rou
     const double needed = start.tangentLength + end.tangentLength;
     const double margin = touchingTolerance * edge.length;
     if (needed > edge.length + margin) {
-        throw std::invalid_argument("the radii " + ShortNumber(from.radius) + " " + At(from) +
-                                    " and " + ShortNumber(to.radius) + " " + At(to) +
-                                    " do not fit: they need " + ShortNumber(needed) +
-                                    " of an edge " + ShortNumber(edge.length) + " long");
+        const bool isStartWorse = start.tangentLength > end.tangentLength;
+        throw RadiusError("the radii " + ShortNumber(from.radius) + " " + At(from) + " and " +
+                              ShortNumber(to.radius) + " " + At(to) + " do not fit: they need " +
+                              ShortNumber(needed) + " of an edge " + ShortNumber(edge.length) +
+                              " long",
+                          isStartWorse ? from.radius : to.radius);
     }
     return needed >= edge.length - margin;
 }
@@ -125,6 +131,33 @@ void AppendArc(const Corner& corner, const Direction& in, const Direction& out,
     ring.push_back(corner.y + out.y * rounding.tangentLength);
 }
 
+std::vector<double> Rounded(std::span<const Corner> corners, bool isClosed,
+                            const ArcDivision& division) {
+    CheckCorners(corners, isClosed);
+    const std::size_t n = corners.size();
+    const std::vector<Edge> edges = EdgesOf(corners, isClosed);
+    std::vector<Rounding> roundings(n);
+    for (std::size_t i = isClosed ? 0 : 1; i < edges.size(); ++i) {
+        roundings[i] = RoundCorner(corners[i], edges[(i + n - 1) % n].along, edges[i].along);
+    }
+    std::vector<double> points;
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::size_t next = (i + 1) % n;
+        if (roundings[i].turn == 0.0) {
+            points.insert(points.end(), {corners[i].x, corners[i].y});
+        } else {
+            AppendArc(corners[i], edges[(i + n - 1) % n].along, edges[i].along, roundings[i],
+                      division, points);
+        }
+        if (i == edges.size()) continue;
+        // The shared point is kept as the first of the next corner.
+        if (ArcsTouch(corners[i], corners[next], edges[i], roundings[i], roundings[next])) {
+            points.resize(points.size() - 2);
+        }
+    }
+    return points;
+}
+
 }  // namespace
 
 ArcDivision ArcDivision::StepsPerQuarter(int steps) {
@@ -148,8 +181,9 @@ int ArcDivision::Chords(double radius, double sweep) const {
         const double ratio = std::min(1.0, chordError_ / (2.0 * radius));
         step = std::min(step, 4.0 * std::asin(std::sqrt(ratio)));
         if (step * mostStepsPerQuarter < quarterTurn) {
-            throw std::invalid_argument("the chord error " + ShortNumber(chordError_) +
-                                        " is too small for the radius " + ShortNumber(radius));
+            throw DimensionError("the chord error " + ShortNumber(chordError_) +
+                                     " is too small for the radius " + ShortNumber(radius),
+                                 "chord_tolerance", "make \"chord_tolerance\" larger");
         }
     }
     // A sweep that is a whole number of steps but for rounding gets no extra chord.
@@ -157,29 +191,11 @@ int ArcDivision::Chords(double radius, double sweep) const {
 }
 
 std::vector<double> RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division) {
-    CheckCorners(corners);
-    const std::size_t n = corners.size();
-    const std::vector<Edge> edges = EdgesOf(corners);
-    std::vector<Rounding> roundings;
-    roundings.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) {
-        roundings.push_back(RoundCorner(corners[i], edges[(i + n - 1) % n].along, edges[i].along));
-    }
-    std::vector<double> ring;
-    for (std::size_t i = 0; i < n; ++i) {
-        const std::size_t next = (i + 1) % n;
-        if (roundings[i].turn == 0.0) {
-            ring.insert(ring.end(), {corners[i].x, corners[i].y});
-        } else {
-            AppendArc(corners[i], edges[(i + n - 1) % n].along, edges[i].along, roundings[i],
-                      division, ring);
-        }
-        // The shared point is kept as the first of the next corner.
-        if (ArcsTouch(corners[i], corners[next], edges[i], roundings[i], roundings[next])) {
-            ring.resize(ring.size() - 2);
-        }
-    }
-    return ring;
+    return Rounded(corners, true, division);
+}
+
+std::vector<double> RoundedLine(std::span<const Corner> corners, const ArcDivision& division) {
+    return Rounded(corners, false, division);
 }
 
 }  // namespace halvorn::shapes

@@ -6,6 +6,8 @@
 #include <span>
 #include <vector>
 
+#include "shapes/dimension_checks.h"
+
 namespace halvorn::shapes {
 
 /// How finely an arc is divided into chords. The points of a divided arc lie on it, so a convex arc
@@ -25,7 +27,7 @@ public:
     /// Returns the number of chords for an arc, at least 1.
     /// @param radius positive [L]
     /// @param sweep  positive [rad]
-    /// @throws std::invalid_argument for more than 100000 chords per quarter turn
+    /// @throws DimensionError for more than 100000 chords per quarter turn
     int Chords(double radius, double sweep) const;
 
 private:
@@ -33,6 +35,19 @@ private:
 
     int stepsPerQuarter_;  // 0: divided by chord error
     double chordError_;    // [L]
+};
+
+/// A radius that is too large for the edges at its corner.
+class RadiusError : public DimensionError {
+public:
+    RadiusError(const std::string& problem, double radius)
+        : DimensionError(problem, "", "make the larger of them smaller"), radius_(radius) {}
+
+    /// The radius that needs more of the edge.
+    double Radius() const { return radius_; }
+
+private:
+    double radius_;
 };
 
 /// One corner of a polygon and the radius of the arc that rounds it; radius 0 leaves it sharp.
@@ -52,8 +67,12 @@ struct Corner {
 /// @param corners  at least three, not repeated at the end
 /// @throws std::invalid_argument for fewer corners, numbers that are not finite, a negative radius,
 ///         an edge of length 0, a radius at a corner that turns straight back, and arcs that need
-///         more than their common edge by over 1e-9 of its length
+///         more than their common edge by over 1e-9 of its length (RadiusError)
 std::vector<double> RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division);
+
+/// Returns the points of an open line in the same way; its ends are not rounded.
+/// @param corners  at least two
+std::vector<double> RoundedLine(std::span<const Corner> corners, const ArcDivision& division);
 
 }  // namespace halvorn::shapes
 
