@@ -1,0 +1,134 @@
+#include "diagnosis/crossings.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace halvorn::host {
+
+namespace {
+
+using Point = std::pair<double, double>;
+
+struct Edge {
+    std::size_t index;
+    Point from, to;
+
+    double Left() const { return std::min(from.first, to.first); }
+    double Right() const { return std::max(from.first, to.first); }
+    double Bottom() const { return std::min(from.second, to.second); }
+    double Top() const { return std::max(from.second, to.second); }
+    bool HasEnd(const Point& point) const { return from == point || to == point; }
+};
+
+// Twice the area to the left of a -> b on the side of c; 0 when that is no more than rounding.
+double Side(const Point& a, const Point& b, const Point& c) {
+    constexpr double kRounding = 8.0 * 2.2e-16;
+    const double dx = b.first - a.first, dy = b.second - a.second;
+    const double ex = c.first - a.first, ey = c.second - a.second;
+    const double largest = std::max(
+        {std::fabs(a.first), std::fabs(a.second), std::fabs(c.first), std::fabs(c.second)});
+    const double bound = kRounding * (std::fabs(dx * ey) + std::fabs(dy * ex) +
+                                      largest * (std::fabs(dx) + std::fabs(dy)));
+    const double cross = dx * ey - dy * ex;
+    return std::fabs(cross) <= bound ? 0.0 : cross;
+}
+
+bool IsWithin(const Edge& edge, const Point& point) {
+    return point.first >= edge.Left() && point.first <= edge.Right() &&
+           point.second >= edge.Bottom() && point.second <= edge.Top();
+}
+
+// The place where the edges meet, if they do.
+std::optional<Crossing> Meeting(const Edge& a, const Edge& b) {
+    const double fromSide = Side(a.from, a.to, b.from), toSide = Side(a.from, a.to, b.to);
+    const double backFrom = Side(b.from, b.to, a.from), backTo = Side(b.from, b.to, a.to);
+    Crossing crossing{a.index, b.index, {}, false};
+    if (fromSide * toSide < 0.0 && backFrom * backTo < 0.0) {
+        const double t = fromSide / (fromSide - toSide);
+        crossing.place = {b.from.first + t * (b.to.first - b.from.first),
+                          b.from.second + t * (b.to.second - b.from.second)};
+        crossing.isProper = true;
+        return crossing;
+    }
+    const auto touches = [&](double side, const Edge& edge, const Point& point) {
+        crossing.place = point;
+        return side == 0.0 && IsWithin(edge, point);
+    };
+    if (touches(fromSide, a, b.from) || touches(toSide, a, b.to) || touches(backFrom, b, a.from) ||
+        touches(backTo, b, a.to)) {
+        return crossing;
+    }
+    return std::nullopt;
+}
+
+// Edges that follow each other meet in their common point; they are at fault only when the second
+// runs back over the first.
+bool RunsBack(const Edge& first, const Edge& second) {
+    const double dot =
+        (first.to.first - first.from.first) * (second.to.first - second.from.first) +
+        (first.to.second - first.from.second) * (second.to.second - second.from.second);
+    return dot < 0.0 && Side(first.from, first.to, second.to) == 0.0;
+}
+
+// The ends of edges that are drawn twice, there and back: a keyhole ring meets itself there.
+std::vector<Point> BridgeEnds(const std::vector<Edge>& edges) {
+    std::vector<std::pair<Point, Point>> spans;
+    for (const Edge& edge : edges) spans.push_back(std::minmax(edge.from, edge.to));
+    std::sort(spans.begin(), spans.end());
+    std::vector<Point> ends;
+    for (std::size_t i = 1; i < spans.size(); ++i) {
+        if (spans[i] != spans[i - 1]) continue;
+        ends.push_back(spans[i].first);
+        ends.push_back(spans[i].second);
+    }
+    std::sort(ends.begin(), ends.end());
+    return ends;
+}
+
+}  // namespace
+
+std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t most) {
+    std::vector<Edge> edges;
+    for (std::size_t i = 0; i + (isOpen ? 1 : 0) < ring.size(); ++i) {
+        edges.push_back({i, ring[i], ring[(i + 1) % ring.size()]});
+    }
+    const std::size_t count = edges.size();
+    std::sort(edges.begin(), edges.end(),
+              [](const Edge& a, const Edge& b) { return a.Left() < b.Left(); });
+    std::vector<Crossing> found;
+    // A vertex on an edge touches it with both of its own edges.
+    const std::vector<Point> bridgeEnds = BridgeEnds(edges);
+    const auto add = [&](const Crossing& crossing) {
+        if (!crossing.isProper &&
+            std::binary_search(bridgeEnds.begin(), bridgeEnds.end(), crossing.place)) {
+            return;
+        }
+        for (const Crossing& other : found) {
+            if (other.place == crossing.place) return;
+        }
+        found.push_back(crossing);
+    };
+    for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t k = i + 1; k < count && edges[k].Left() <= edges[i].Right(); ++k) {
+            const Edge& a = edges[i].index < edges[k].index ? edges[i] : edges[k];
+            const Edge& b = edges[i].index < edges[k].index ? edges[k] : edges[i];
+            if (a.Top() < b.Bottom() || b.Top() < a.Bottom()) continue;
+            const bool isBridge = a.HasEnd(b.from) && a.HasEnd(b.to);
+            const bool isNext = b.index == a.index + 1;
+            const bool isLast = !isOpen && a.index == 0 && b.index == count - 1;
+            if (isNext || isLast) {
+                const Edge& first = isNext ? a : b;
+                if (!RunsBack(first, isNext ? b : a)) continue;
+                add({a.index, b.index, first.to, false});
+            } else if (!isBridge) {
+                const std::optional<Crossing> meeting = Meeting(a, b);
+                if (meeting) add(*meeting);
+            }
+            if (found.size() == most) return found;
+        }
+    }
+    return found;
+}
+
+}  // namespace halvorn::host

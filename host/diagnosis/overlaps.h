@@ -1,0 +1,36 @@
+/// @file overlaps.h
+/// Areas that several elements share, through the geometry library GEOS.
+#ifndef HALVORN_HOST_DIAGNOSIS_OVERLAPS_H
+#define HALVORN_HOST_DIAGNOSIS_OVERLAPS_H
+
+#include <cstddef>
+#include <vector>
+
+#include "model/section_model.h"
+
+namespace halvorn::host {
+
+/// Whether this build can tell overlaps.
+bool CanFindOverlaps();
+
+/// Area of an element that another one, or none, has. All areas in the square of the unit.
+struct Overlap {
+    std::size_t first = 0;   ///< index of the element
+    std::size_t second = 0;  ///< of the other element; for a hole outside the solids the same
+    double area = 0.0;
+};
+
+struct Overlaps {
+    std::vector<Overlap> solids;        ///< pairs of solids: area counted twice
+    std::vector<Overlap> holes;         ///< pairs of holes: area subtracted twice
+    std::vector<Overlap> outsideHoles;  ///< area of a hole that lies in no solid
+};
+
+/// Returns the overlaps of more than the 1e-9th part of the smaller element. Rings that cross
+/// themselves count as what an even-odd filling shows.
+/// @pre CanFindOverlaps()
+Overlaps FindOverlaps(const std::vector<Element>& elements);
+
+}  // namespace halvorn::host
+
+#endif

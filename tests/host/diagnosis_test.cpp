@@ -1,0 +1,121 @@
+// What is found, and what is not, on sections whose faults are drawn on purpose.
+#include "diagnosis/diagnosis.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "diagnosis/overlaps.h"
+
+namespace {
+
+using namespace halvorn::host;
+
+Points Rectangle(double left, double bottom, double width, double height) {
+    return {{left, bottom},
+            {left + width, bottom},
+            {left + width, bottom + height},
+            {left, bottom + height}};
+}
+
+SectionModel Section(const std::vector<std::pair<bool, Points>>& rings) {
+    SectionModel section;
+    section.source = "test";
+    section.unit = "mm";
+    for (const auto& [isSolid, ring] : rings) {
+        Element element;
+        element.label = "ring " + std::to_string(section.elements.size());
+        element.isSolid = isSolid;
+        element.ring = ring;
+        section.elements.push_back(element);
+    }
+    return section;
+}
+
+struct Case {
+    const char* name;
+    std::vector<std::pair<bool, Points>> rings;
+    const char* expected;  // in the text; empty: nothing is found
+    std::size_t count = 1;
+};
+
+TEST(Diagnosis, FindsEachKindOfFaultAndItsPlace) {
+    const Points square = Rectangle(0, 0, 10, 10);
+    const Points keyhole = {{0, 0}, {10, 0}, {10, 10}, {0, 10}, {0, 0},
+                            {2, 2}, {2, 8},  {8, 8},   {8, 2},  {2, 2}};
+    const Case cases[] = {
+        {"sound", {{true, square}, {false, Rectangle(2, 2, 4, 4)}}, ""},
+        {"side by side", {{true, square}, {true, Rectangle(10, 0, 5, 10)}}, ""},
+        {"keyhole", {{true, keyhole}}, ""},
+        {"repeated", {{true, {{0, 0}, {9, 0}, {9, 0}, {9, 9}}}}, "remark: ring 0: 1 point repeats"},
+        {"closed by hand", {{true, {{0, 0}, {9, 0}, {9, 9}, {0, 0}}}}, "first point 3 at (0, 0)"},
+        {"straight", {{true, {{0, 0}, {4, 0}, {9, 0}, {9, 9}}}}, "first point 1 at (4, 0)"},
+        {"bow", {{true, {{0, 0}, {10, 10}, {10, 0}, {0, 10}}}}, "edges 0 and 2 cross at (5, 5)"},
+        {"spike",
+         {{true, {{0, 0}, {9, 0}, {9, 20}, {9, 9}, {0, 9}}}},
+         "edges 1 and 2 touch or overlap at (9, 20)",
+         2},
+        {"vertex on an edge",
+         {{true, {{0, 0}, {10, 0}, {10, 9}, {5, 0}, {0, 9}}}},
+         "touch or overlap at (5, 0)"},
+        {"hole half outside",
+         {{true, square}, {false, Rectangle(8, 2, 4, 3)}},
+         "ring 1: 6 mm^2 of this hole lie outside"},
+        {"hole without solid",
+         {{false, Rectangle(1, 1, 2, 2)}, {true, Rectangle(5, 5, 2, 2)}},
+         "ring 0: 4 mm^2 of this hole lie outside"},
+        {"solids overlap",
+         {{true, square}, {true, Rectangle(9, 0, 5, 10)}},
+         "ring 0: it overlaps \"ring 1\": 10 mm^2 are counted twice"},
+        {"holes overlap",
+         {{true, square}, {false, Rectangle(1, 1, 4, 4)}, {false, Rectangle(4, 1, 4, 4)}},
+         "4 mm^2 are subtracted twice"},
+        {"no area", {{true, {{0, 0}, {1, 1}, {3, 3}}}}, "error: ring 0: it encloses no area"},
+        {"metres", {{true, Rectangle(0, 0, 0.02, 0.02)}}, "0.025 % of its area"},
+        {"tiny", {{true, Rectangle(0, 0, 0.003, 0.003)}}, "no torsion constant"},
+        {"far away", {{true, Rectangle(1e6, 1e6, 10, 10)}}, "of 16 digits are left"},
+        {"far, but not too far", {{true, Rectangle(1e4, 1e4, 10, 10)}}, ""}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const bool isOverlap = c.rings.size() > 1;
+        if (isOverlap && !CanFindOverlaps()) {
+            GTEST_LOG_(INFO) << c.name << " left out: this build has no GEOS";
+            continue;
+        }
+        const std::vector<Finding> found = Diagnose(Section(c.rings));
+        const std::string text = FindingsText(found);
+        if (*c.expected == '\0') {
+            EXPECT_EQ(text, "nothing found\n");
+            continue;
+        }
+        EXPECT_NE(text.find(c.expected), std::string::npos) << text;
+        EXPECT_EQ(found.size(), c.count) << text;
+    }
+}
+
+TEST(Diagnosis, NamesTheWorstFirstAndTellsWhatGivenValuesContradict) {
+    SectionModel section =
+        Section({{true, Rectangle(0, 0, 10, 10)}, {true, {{20, 0}, {30, 10}, {30, 0}, {20, 10}}}});
+    GivenValues given;
+    given.area = 1.0;  // cm^2, in a section in mm
+    section.elements[0].given = given;
+    section.remarks = {"1 text was left out"};
+    const std::vector<Finding> found = Diagnose(section);
+    ASSERT_EQ(found.size(), CanFindOverlaps() ? 3U : 4U) << FindingsText(found);
+    EXPECT_EQ(found[0].severity, Severity::Error);
+    EXPECT_EQ(found[1].element, "ring 0");
+    EXPECT_NE(found[1].problem.find("encloses 100, the area given is 1"), std::string::npos);
+    EXPECT_EQ(found.back().problem, "1 text was left out");
+}
+
+TEST(Diagnosis, IsQuickOnManyVertices) {
+    Points star;
+    constexpr int kVertices = 20000;
+    for (int i = 0; i < kVertices; ++i) {
+        const double angle = 6.283185307179586 * i / kVertices, radius = i % 2 == 0 ? 100 : 99;
+        star.emplace_back(radius * std::cos(angle), radius * std::sin(angle));
+    }
+    EXPECT_TRUE(Diagnose(Section({{true, star}})).empty());
+}
+
+}  // namespace
