@@ -2,17 +2,18 @@
 
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "input/json_document.h"
 #include "input/json_node.h"
+#include "input/parts.h"
+#include "input/section_nodes.h"
 
 namespace halvorn::host {
 
 namespace {
 
 constexpr double kFormatVersion = 1.0;
-constexpr std::size_t kFewestRingPoints = 3;
-constexpr std::size_t kFewestWallPoints = 2;
 
 // Sets a number of the given values; a double and an optional one alike.
 struct ProfileNumber {
@@ -42,34 +43,8 @@ constexpr ProfileNumber kProfileNumbers[] = {
     {"reserved", Set<&GivenValues::reserved>, Sign::Any, false},
 };
 
-std::pair<double, double> ReadPoint(const Node& node) {
-    const std::size_t size = node.Size("two numbers, a point [x, y]");
-    if (size != 2) {
-        node.Fail("a point needs exactly two numbers, found " + std::to_string(size),
-                  "write it as [x, y]");
-    }
-    return {node[0].Number(), node[1].Number()};
-}
-
-Points ReadPoints(const Node& node, std::size_t fewest) {
-    const std::size_t size = node.Size("points [x, y]");
-    if (size < fewest) {
-        node.Fail("at least " + std::to_string(fewest) + " points are needed, found " +
-                      std::to_string(size),
-                  "add the missing points");
-    }
-    Points points;
-    points.reserve(size);
-    for (std::size_t i = 0; i < size; ++i) points.push_back(ReadPoint(node[i]));
-    return points;
-}
-
 bool ReadIsSolid(const Node& node) {
     return node.At("kind").Choice<bool>({{"solid", true}, {"hole", false}});
-}
-
-std::string ReadOptionalText(const Node& node, const char* key) {
-    return node.Has(key) ? node.At(key).Text() : std::string();
 }
 
 // The name that a file gives an element, else its place.
@@ -108,20 +83,6 @@ Element ReadProfile(const Node& node) {
     return element;
 }
 
-std::vector<double> ReadRadii(const Node& polyline, std::size_t pointCount) {
-    std::vector<double> radii(pointCount, 0.0);
-    if (!polyline.Has("radii")) return radii;
-    const Node node = polyline.At("radii");
-    const std::size_t size = node.Size("radii");
-    if (size != pointCount) {
-        node.Fail("one radius per point is needed: " + std::to_string(pointCount) +
-                      " points, found " + std::to_string(size) + " radii",
-                  size < pointCount ? "write 0 for each sharp corner" : "remove the surplus");
-    }
-    for (std::size_t i = 0; i < size; ++i) radii[i] = node[i].Number(Sign::NotNegative);
-    return radii;
-}
-
 Polyline ReadPolyline(const Node& node) {
     node.RequireKeys({"kind", "thickness", "points", "radii", "torsion"});
     Polyline polyline;
@@ -141,8 +102,10 @@ Polyline ReadPolyline(const Node& node) {
             {{"tube", TorsionFormulas::Tube}, {"general", TorsionFormulas::General}});
     }
     const bool isOpen = polyline.kind == PolylineKind::OpenWall;
-    polyline.points = ReadPoints(node.At("points"), isOpen ? kFewestWallPoints : kFewestRingPoints);
+    polyline.points = ReadPoints(node.At("points"), isOpen ? kFewestLinePoints : kFewestRingPoints);
     polyline.radii = ReadRadii(node, polyline.points.size());
+    RequireRoom(node, {polyline.points, polyline.radii, polyline.thickness, !isOpen},
+                shapes::FaceArcs::Equal);
     return polyline;
 }
 
@@ -169,28 +132,55 @@ std::string ReadUnit(const Node& node) {
         node.Choice<std::string_view>({{"mm", "mm"}, {"cm", "cm"}, {"m", "m"}, {"in", "in"}}));
 }
 
-SectionModel ReadSection(const Node& root) {
+// An explicit tolerance of the file goes before that of the command line.
+PartOptions ReadPartOptions(const Node& root, const std::string& unit,
+                            const InputOptions& options) {
+    constexpr double kMetresPerMillimetre = 1e-3;
+    PartOptions parts;
+    parts.unit = unit;
+    parts.wantsPublishedValues = options.wantsPublishedValues;
+    parts.chordTolerance = root.Has("chord_tolerance")
+                               ? root.At("chord_tolerance").Number(Sign::Positive)
+                               : options.chordTolerance * kMetresPerMillimetre / MetresPer(unit);
+    return parts;
+}
+
+SectionModel ReadSection(const Node& root, const InputOptions& options) {
     CheckVersion(root);
-    root.RequireKeys(
-        {"$schema", "version", "name", "description", "unit", "contours", "profiles", "polyline"});
+    root.RequireKeys({"$schema", "version", "name", "description", "unit", "density",
+                      "chord_tolerance", "contours", "profiles", "parts", "polyline"});
     ReadOptionalText(root, "$schema");
     SectionModel section;
     section.name = ReadOptionalText(root, "name");
     section.description = ReadOptionalText(root, "description");
     section.unit = ReadUnit(root.At("unit"));
+    if (root.Has("density")) section.density = root.At("density").Number(Sign::Positive);
+    const PartOptions partOptions = ReadPartOptions(root, section.unit, options);
     if (root.Has("polyline")) {
-        if (root.Has("contours") || root.Has("profiles")) {
-            root.At("polyline")
-                .Fail("a polyline stands alone",
-                      "remove it, or remove \"contours\" and \"profiles\"");
+        for (const char* key : {"contours", "profiles", "parts"}) {
+            if (root.Has(key)) {
+                root.At("polyline")
+                    .Fail("a polyline stands alone",
+                          "remove it, or remove \"" + std::string(key) + "\"");
+            }
         }
         section.polyline = ReadPolyline(root.At("polyline"));
         return section;
     }
     ReadElements(root, "contours", ReadContour, &section.elements);
     ReadElements(root, "profiles", ReadProfile, &section.elements);
+    if (root.Has("parts")) {
+        const Node parts = root.At("parts");
+        const std::size_t size = parts.Size("objects");
+        for (std::size_t i = 0; i < size; ++i) {
+            for (Element& element : ReadPart(parts[i], partOptions)) {
+                section.elements.push_back(std::move(element));
+            }
+        }
+    }
     if (section.elements.empty()) {
-        root.Fail("the section is empty", "add \"contours\", \"profiles\" or a \"polyline\"");
+        root.Fail("the section is empty",
+                  "add \"contours\", \"profiles\", \"parts\" or a \"polyline\"");
     }
     return section;
 }
@@ -198,9 +188,9 @@ SectionModel ReadSection(const Node& root) {
 }  // namespace
 
 SectionModel ReadSectionText(const std::string& text, const std::string& source,
-                             const InputOptions&) {
+                             const InputOptions& options) {
     const nlohmann::json document = ParseJson(text, source);
-    SectionModel section = ReadSection(Node(document, source));
+    SectionModel section = ReadSection(Node(document, source), options);
     section.source = source;
     return section;
 }

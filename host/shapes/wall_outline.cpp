@@ -103,7 +103,8 @@ std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs) {
         const std::size_t next = (i + 1) % line.points.size();
         const double available = edges[i].length;
         if (available == 0.0) {
-            if (arcs == FaceArcs::Concentric) return WallFault{Kind::Coincident, next, 0.0, 0.0};
+            if (arcs == FaceArcs::Concentric)
+                return WallFault{Kind::Coincident, std::max(i, next), 0.0, 0.0};
             continue;
         }
         for (const double side : {0.5, -0.5}) {

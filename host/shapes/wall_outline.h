@@ -32,7 +32,7 @@ enum class FaceArcs {
 /// Why a wall cannot be drawn, and where.
 struct WallFault {
     enum class Kind {
-        Coincident,  ///< the point lies on the one before it
+        Coincident,  ///< the point lies on a neighbour
         Radius,      ///< its bend does not fit the edge
         Thickness    ///< the faces cross: the wall is too thick for the edge and its turns
     };

@@ -1,0 +1,27 @@
+/// @file parts.h
+/// Parts of a section that are described by shapes and parameters (docs/file-format.md).
+#ifndef HALVORN_HOST_INPUT_PARTS_H
+#define HALVORN_HOST_INPUT_PARTS_H
+
+#include <string>
+#include <vector>
+
+#include "input/json_node.h"
+#include "model/section_model.h"
+
+namespace halvorn::host {
+
+/// What all parts of a file share.
+struct PartOptions {
+    std::string unit;
+    double chordTolerance = 0.0;        ///< greatest distance from an arc to its chords [L]
+    bool wantsPublishedValues = false;  ///< of catalogue profiles that do not say which they want
+};
+
+/// Returns the elements of one part where it lies in the section, solids before their holes.
+/// @throws InputError at the part's place for whatever cannot be drawn
+std::vector<Element> ReadPart(const Node& part, const PartOptions& options);
+
+}  // namespace halvorn::host
+
+#endif

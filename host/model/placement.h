@@ -1,0 +1,39 @@
+/// @file placement.h
+/// Moves of elements within a section.
+#ifndef HALVORN_HOST_MODEL_PLACEMENT_H
+#define HALVORN_HOST_MODEL_PLACEMENT_H
+
+#include <utility>
+#include <vector>
+
+#include "model/section_model.h"
+
+namespace halvorn::host {
+
+/// The axis through the origin about which elements are turned over.
+enum class Mirror { None, AboutX, AboutY };
+
+/// Where a part goes: its origin becomes (0, 0), it is mirrored, rotated and moved, in this order.
+struct Placement {
+    std::pair<double, double> origin = {0.0, 0.0};  ///< in the part's own coordinates [L]
+    Mirror mirror = Mirror::None;
+    double rotation = 0.0;                        ///< counter-clockwise [degrees]
+    std::pair<double, double> move = {0.0, 0.0};  ///< [L]
+};
+
+/// Moves rings and given values. Multiples of 90 degrees are exact: no sine or cosine touches the
+/// points. Mirrored rings run the other way round, which changes no result; the given plastic
+/// moduli, which none depends on, stay.
+void Place(const Placement& placement, std::vector<Element>& elements);
+
+/// Returns the lower left corner of the box around the points of all rings.
+/// @pre there is a point
+std::pair<double, double> LowerLeftCorner(const std::vector<Element>& elements);
+
+/// Returns the centre of gravity as the library finds it, holes subtracted; not finite when the
+/// areas cancel.
+std::pair<double, double> CentreOfGravity(const std::vector<Element>& elements);
+
+}  // namespace halvorn::host
+
+#endif
