@@ -115,7 +115,7 @@ std::string SingleLine(std::string_view text) {
 
 std::string Excerpt(std::string_view text) {
     constexpr std::size_t kMaxLength = 40;
-    const std::string line = SingleLine(text);
+    std::string line = SingleLine(text);
     if (line.size() <= kMaxLength) return line;
     std::size_t end = kMaxLength;
     while (end > 0 && IsContinuation(line[end])) --end;
