@@ -74,6 +74,7 @@ bool RunsBack(const Edge& first, const Edge& second) {
 // The ends of edges that are drawn twice, there and back: a keyhole ring meets itself there.
 std::vector<Point> BridgeEnds(const std::vector<Edge>& edges) {
     std::vector<std::pair<Point, Point>> spans;
+    spans.reserve(edges.size());
     for (const Edge& edge : edges) spans.push_back(std::minmax(edge.from, edge.to));
     std::sort(spans.begin(), spans.end());
     std::vector<Point> ends;
