@@ -102,6 +102,25 @@ EXAMPLES = {
             "kind": "open_wall", "thickness": 3, "torsion": "general",
             "points": [(0, 0), (30, 0), (50, 60), (110, 60), (130, 0), (160, 0)],
             "radii": [0, 4, 4, 4, 4, 0]}},
+    "welded-girder": {
+        "name": "Welded girder", "unit": "mm", "density": 7850,
+        "description": "Monosymmetric I of three plates, its lower flange the wider one",
+        "parts": [{"shape": "i_mono", "height": 800, "web": 10, "top_width": 250,
+                   "top_flange": 15, "bottom_width": 350, "bottom_flange": 20}]},
+    "upe-200-pair": {
+        "name": "Two UPE 200 back to back with a plate", "unit": "mm", "density": 7850,
+        "description": "Catalogue channels 10 apart, one turned over; a plate of 170 x 12 on them",
+        "parts": [{"profile": "UPE200", "move": [5, 0]},
+                  {"profile": "UPE200", "mirror": "y", "move": [-5, 0]},
+                  {"shape": "plate", "width": 170, "height": 12, "move": [-85, 200],
+                   "name": "plate"}]},
+    "hat-on-plate": {
+        "name": "Hat on a plate", "unit": "mm", "density": 7850,
+        "description": "Cold-formed hat of 3 mm sheet on a plate of 200 x 6",
+        "parts": [{"shape": "plate", "width": 200, "height": 6, "move": [-20, -7.5]},
+                  {"name": "hat", "wall": {
+                      "kind": "open", "thickness": 3, "radii": [0, 4, 4, 4, 4, 0],
+                      "points": [(0, 0), (30, 0), (50, 60), (110, 60), (130, 0), (160, 0)]}}]},
     "chs-114x5": {
         "name": "CHS 114.3 x 5", "unit": "mm",
         "description": "Circular tube by its mid-line of 72 points, torsion of a circular tube",

@@ -25,6 +25,16 @@ WALL = {"version": 1, "unit": "cm", "polyline": {
     "kind": "open_wall", "thickness": 2, "torsion": "general", "points": [[0, 0], [50, 0]]}}
 ROUNDED = {"version": 1, "unit": "in", "polyline": {
     "kind": "solid", "points": [[0, 0], [10, 0], [10, 10], [0, 10]], "radii": [2, 2, 2, 2]}}
+PLATE = {"shape": "plate", "width": 200, "height": 10}
+I_SHAPE = {"shape": "i", "height": 300, "width": 150, "web": 7.1, "flange": 10.7, "root_radius": 15}
+BOX = {"kind": "closed", "thickness": 5, "points": [[0, 0], [95, 0], [95, 95], [0, 95]]}
+PARTS = {"version": 1, "unit": "mm", "parts": [
+    {**PLATE, "kind": "solid", "at": "centroid", "mirror": "x", "rotate": -45, "move": [1, 2]},
+    I_SHAPE, {"wall": {**BOX, "radii": [10] * 4}}, {"points": [[0, 0], [1, 0], [0, 1]]},
+    {"profile": "ipe 300", "values": "published", "name": "beam"},
+    {"shape": "rhs", "height": 100, "width": 80, "thickness": 5, "outer_radius": 10},
+    {"shape": "channel", "height": 100, "width": 50, "web": 5, "flange": 8.5, "root_radius": 8.5,
+     "flange_slope": 0.08, "flange_at_from_toe": 25, "toe_radius": 4.5}]}
 PROFILE = json.loads((EXAMPLES / "ipe-300-cover-plate.json").read_text(encoding="utf-8"))
 REMOVE = object()
 
@@ -99,6 +109,53 @@ BAD_SECTIONS = [
     (WALL, "/polyline/kind", "closed_wall", "/polyline/points", "at least 3"),
     (ROUNDED, "/polyline/radii/2", -2, "/polyline/radii/2", "negative"),
     (ROUNDED, "/polyline/thickness", 1, "/polyline/thickness", "a solid has no"),
+    (PARTS, "/parts", [], "top level", "empty"),
+    (PARTS, "/polyline", WALL["polyline"], "/polyline", "alone"),
+    (PARTS, "/density", 0, "/density", "greater than 0"),
+    (PARTS, "/chord_tolerance", "fine", "/chord_tolerance", "a number"),
+    (PARTS, "/parts/0", 7, "/parts/0", "an object"),
+    (PARTS, "/parts/0/shape", REMOVE, "/parts/0", '"shape", "profile", "points", "wall"'),
+    (PARTS, "/parts/0/shape", "box", "/parts/0/shape", '"i", "i_mono", "channel"'),
+    (PARTS, "/parts/0/points", [], "/parts/0", 'both "shape" and "points"'),
+    (PARTS, "/parts/0/width", REMOVE, "/parts/0", '"width"'),
+    (PARTS, "/parts/0/width", -200, "/parts/0/width", "greater than 0"),
+    (PARTS, "/parts/0/thickness", 1, "/parts/0", 'unknown key "thickness"'),
+    (PARTS, "/parts/0/kind", "void", "/parts/0/kind", '"solid", "hole"'),
+    (PARTS, "/parts/0/at", "middle", "/parts/0/at", '"corner", "centroid"'),
+    (PARTS, "/parts/0/mirror", "z", "/parts/0/mirror", '"x", "y"'),
+    (PARTS, "/parts/0/rotate", "45", "/parts/0/rotate", "a number"),
+    (PARTS, "/parts/0/move", [1], "/parts/0/move", "two numbers"),
+    (PARTS, "/parts/2/wall/kind", "open_wall", "/parts/2/wall/kind", '"open", "closed"'),
+    (PARTS, "/parts/2/wall/torsion", "tube", "/parts/2/wall", 'unknown key "torsion"'),
+    (PARTS, "/parts/2/wall/points", [[0, 0], [1, 1]], "/parts/2/wall/points", "at least 3"),
+    (PARTS, "/parts/2/wall/radii/1", -1, "/parts/2/wall/radii/1", "negative"),
+    (PARTS, "/parts/3/points", [[0, 0]], "/parts/3/points", "at least 3"),
+    (PARTS, "/parts/3/values", "drawn", "/parts/3", 'unknown key "values"'),
+    (PARTS, "/parts/4/profile", 300, "/parts/4/profile", "text"),
+    (PARTS, "/parts/4/values", "exact", "/parts/4/values", '"drawn", "published"'),
+    (PARTS, "/parts/6/flange_at_from_toe", REMOVE, "/parts/6/flange_slope", "both"),
+]
+
+# Numbers that the schema lets pass and that do not fit each other.
+MISFITS = [
+    (PARTS, "/parts/1/web", 160, "/parts/1/web", '"web" smaller or "width" larger'),
+    (PARTS, "/parts/1/flange", 150, "/parts/1/flange", '"height" larger'),
+    (PARTS, "/parts/1/root_radius", 72, "/parts/1/root_radius", '"root_radius" smaller'),
+    (PARTS, "/parts/5/thickness", 40, "/parts/5/thickness", '"width" larger'),
+    (PARTS, "/parts/5/outer_radius", 41, "/parts/5/outer_radius", '"outer_radius" smaller'),
+    (PARTS, "/parts/6/flange_at_from_toe", 200, "/parts/6/flange", "at the toe (-7.5)"),
+    (PARTS, "/parts/6/toe_radius", 9, "/parts/6/toe_radius", "smaller"),
+    (PARTS, "/chord_tolerance", 1e-13, "/parts/1", '"chord_tolerance" larger'),
+    (PARTS, "/parts/4/profile", "IPE 301", "/parts/4/profile", '"IPE300"'),
+    (PARTS, "/parts/2/wall/radii/1", 86, "/parts/2/wall/radii/1", "101 of its 95"),
+    (PARTS, "/parts/2/wall/points/2", [95, 0], "/parts/2/wall/points/2", "remove"),
+    (PARTS, "/parts/2/wall", {**BOX, "thickness": 96}, "/parts/2/wall/thickness", "thinner"),
+    (PARTS, "/parts/3", {"points": [[0, 0], [1, 1], [2, 2]], "at": "centroid"}, "/parts/3/at",
+     "no area"),
+    (ROUNDED, "/polyline/radii/3", 9, "/polyline/radii/3", "of its 10"),
+    (json.loads((EXAMPLES / "bent-plate.json").read_text()), "/polyline/radii/2", 90,
+     "/polyline/radii/2", "does not fit"),
+    (WALL, "/polyline/points", [[0, 0], [50, 0], [1, 0]], "/polyline/thickness", "cross"),
 ]
 
 # What no schema of the document can say.
@@ -148,6 +205,14 @@ class BadInput(unittest.TestCase):
                 with self.assertRaises(jsonschema.ValidationError):
                     jsonschema.validate(bad, SCHEMA)
 
+    def test_misfits(self):
+        for section, pointer, value, place, word in MISFITS:
+            with self.subTest(pointer=pointer, value=value):
+                bad = edited(section, pointer, value)
+                jsonschema.validate(bad, SCHEMA)
+                self.assert_refused(run("-", text=json.dumps(bad)),
+                                    f"standard input: {place}: ", word)
+
     def test_texts(self):
         for text, place, word in BAD_TEXTS:
             with self.subTest(text=text[:60]):
@@ -194,6 +259,11 @@ PLATE_Y = 3000 * 157.5 / 8381
 TUBE_AREA = 72 * 2 * 54.65 * math.sin(math.pi / 72) * 5
 TUBE_R = TUBE_AREA / (2 * math.pi * 5)
 TUBE_TORSION = (25 + 4 * TUBE_R**2) * TUBE_R * math.pi / 2 * 5
+GIRDER = [(350, 20, 10), (10, 765, 402.5), (250, 15, 792.5)]  # width, height, middle
+GIRDER_AREA = sum(b * h for b, h, _ in GIRDER)
+GIRDER_Y = sum(b * h * y for b, h, y in GIRDER) / GIRDER_AREA
+# A bend takes 2 R tan(a / 2) from the mid-line and gives R a.
+HAT_BENDS = 4 * 3 * 5.5 * (2 * math.tan(math.atan(3) / 2) - math.atan(3))
 EXACT, SEARCH, PUBLISHED = 1e-11, 1e-6, 4e-3  # the search balances areas to 1e-7
 
 # Relative tolerance and expected values: closed forms, or published tables with round figures.
@@ -236,6 +306,14 @@ EXPECTED = [
     (edited(json.loads((EXAMPLES / "chs-114x5.json").read_text()), "/polyline/torsion", "general"),
      [], 0.05, {"torsion_constant": TUBE_TORSION}),
     ("chs-114x5", [], PUBLISHED, {"area": 1720, "inertia_x_origin": 2.569e6}),
+    ("welded-girder", [], EXACT, {
+        "area": GIRDER_AREA, "centroid_y": GIRDER_Y, "centroid_x": 175,
+        "inertia_y": (20 * 350**3 + 15 * 250**3 + 765 * 1000) / 12,
+        "inertia_x": sum(b * h**3 / 12 + b * h * (y - GIRDER_Y)**2 for b, h, y in GIRDER)}),
+    ("upe-200-pair", [], PUBLISHED, {
+        "area": 5800 + 2040, "inertia_y": 2 * (1.873e6 + 2900 * 30.6**2) + 170**3,
+        "centroid_y": (5800 * 100 + 2040 * 206) / 7840}),
+    ("hat-on-plate", [], PUBLISHED, {"area": 1200 + 3 * (120 + 2 * math.hypot(20, 60)) - HAT_BENDS}),
     (WALL, [], EXACT, {
         "area": 100, "torsion_constant": 104 * 8 / 3, "inertia_x_origin": 50 * 8 / 12,
         "inertia_y_origin": 2 * 50**3 / 3, "torsion_modulus": 400, "shear_area_y": 50}),
@@ -314,7 +392,7 @@ class Examples(unittest.TestCase):
 
     def test_follow_the_schema(self):
         jsonschema.validators.validator_for(SCHEMA).check_schema(SCHEMA)
-        for section in [RECTANGLE, WALL, ROUNDED,
+        for section in [RECTANGLE, WALL, ROUNDED, PARTS,
                         *(json.loads(path.read_text()) for path in EXAMPLES.glob("*.json"))]:
             jsonschema.validate(section, SCHEMA)
 
