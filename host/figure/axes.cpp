@@ -118,15 +118,6 @@ void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
     }
 }
 
-std::optional<Spot> CentroidOnPage(const Sheet& sheet) {
-    const Value* const x = sheet.report.Find("centroid_x");
-    const Value* const y = sheet.report.Find("centroid_y");
-    if (x == nullptr || y == nullptr) return std::nullopt;
-    const Spot spot = sheet.ToPage(x->number, y->number);
-    if (!sheet.content.Grown(kOverhang).Holds(spot)) return std::nullopt;
-    return spot;
-}
-
 // The angle of the first principal axis in (-90, 90] degrees; nothing when it is not known or the
 // principal axes are parallel to x and y, where the neutral axes show them.
 std::optional<double> PrincipalAngle(const Report& report) {

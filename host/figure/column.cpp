@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
 
 #include "figure/sheet.h"
 #include "figure/text.h"
@@ -11,7 +12,8 @@ namespace {
 
 constexpr double kSample = 30.0;  // length of a line in the legend
 
-// What a reader of a drawing looks for, in the order of the table.
+// What a reader of a drawing looks for, in the order of the table. Not torsion and shear, which
+// mean little without a word on how they were found.
 constexpr std::array kShownKeys = {
     "area",
     "inertia_x",
@@ -33,7 +35,6 @@ constexpr std::array kShownKeys = {
     "plastic_modulus_y_net",
     "plastic_axis_y",
     "plastic_axis_x",
-    "torsion_constant",
 };
 
 void AddSample(Sheet& sheet, const LegendEntry& entry, double left, double baseline) {
@@ -68,13 +69,17 @@ std::vector<ValueRow> ValueRows(const Report& report, const Sheet& sheet) {
     constexpr double kPlainBelow = 1e5;
     constexpr double kRounding = 1e-12;  // of sums that cancel by symmetry
     const double size = std::max(sheet.Width(), sheet.Height());
+    const std::vector<Element>& elements = report.section.elements;
+    const bool hasHole = std::any_of(elements.begin(), elements.end(),
+                                     [](const Element& element) { return !element.isSolid; });
     std::vector<ValueRow> rows;
-    for (const char* key : kShownKeys) {
+    for (const std::string_view key : kShownKeys) {
         const Value* const value = report.Find(key);
         if (value == nullptr) continue;
-        const bool isZero = value->power != 0 &&
-                            std::fabs(value->number) < kRounding * std::pow(size, value->power);
-        rows.push_back({Symbol(value->symbol),
+        const double unit = value->power == 0 ? 1.0 : std::pow(size, value->power);
+        const bool isZero = std::fabs(value->number) < kRounding * unit;
+        const bool isGross = hasHole && (key == "plastic_modulus_x" || key == "plastic_modulus_y");
+        rows.push_back({Symbol(value->symbol + (isGross ? ",gross" : "")),
                         Number(isZero ? 0.0 : value->number, kDigits, kPlainBelow),
                         Unit(value->unit)});
     }

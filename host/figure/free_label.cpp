@@ -16,7 +16,7 @@ double PainOf(LineKind kind) {
         case LineKind::Arrow:
             return 8.0;
         case LineKind::Outline:
-            return 2.0;
+            return 3.5;
         case LineKind::Hatch:
             return 0.1;
         default:
@@ -53,9 +53,9 @@ double PainAt(const Sheet& sheet, const Box& box) {
 }  // namespace
 
 void AddFreeLabel(Sheet& sheet, const Runs& runs, const std::vector<Spot>& places) {
-    constexpr std::array<double, 5> kDistances = {7.0, 13.0, 24.0, 38.0, 56.0};
+    constexpr std::array<double, 6> kDistances = {7.0, 13.0, 24.0, 38.0, 56.0, 80.0};
     constexpr int kDirections = 16;
-    constexpr double kPainPerPoint = 0.12;  // of distance
+    constexpr double kPainPerPoint = 0.14;  // of distance
     Label best{runs, places.front(), kTextSize};
     Spot bestPlace = places.front();
     double least = std::numeric_limits<double>::infinity();

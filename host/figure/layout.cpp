@@ -14,13 +14,17 @@ namespace {
 
 constexpr double kTitleSize = 14.0;
 constexpr double kTitleRoom = 38.0;  // title and the line below it
-constexpr double kFooterRoom = 30.0;
 constexpr double kColumnGap = 16.0;
 // Of the drawing between title, column and footer: on A5 on its side, and the least.
 constexpr double kMostWidth = 370.0;
 constexpr double kMostHeight = 312.0;
 constexpr double kLeastWidth = 230.0;
 constexpr double kLeastHeight = 130.0;
+
+// Below the drawing: the scale bar, and the coordinate arrows when the origin is far away.
+double FooterRoom(const Sheet& sheet) {
+    return sheet.hasOrigin ? 30.0 : 46.0;
+}
 
 // What lies beside the section and its coordinate arrows: dimensions on the left and below, axes
 // and their labels on the right and above.
@@ -87,7 +91,7 @@ void Place(Sheet& sheet, double columnHeight) {
     const Box box = ContentAt(sheet, sheet.scale);
     const double width = std::max(kLeastWidth, around.left + box.Width() + around.right);
     const double height = std::max({kLeastHeight, around.top + box.Height() + around.bottom,
-                                    std::min(columnHeight - kFooterRoom, kMostHeight)});
+                                    std::min(columnHeight - FooterRoom(sheet), kMostHeight)});
     const double top = kMargin + kTitleRoom;
     sheet.page.drawing = {kMargin, top, kMargin + width, top + height};
     const double spareX = width - around.left - around.right - box.Width();
@@ -103,7 +107,7 @@ void Place(Sheet& sheet, double columnHeight) {
 void AddFooter(Sheet& sheet) {
     const Box& drawing = sheet.page.drawing;
     const std::string unit = " " + sheet.report.section.unit;
-    const double baseline = drawing.bottom + kFooterRoom - 6.0;
+    const double baseline = drawing.bottom + FooterRoom(sheet) - (sheet.hasOrigin ? 6.0 : 10.0);
     const double length = RoundLength(0.3 * drawing.Width() / sheet.scale);
     const double start = drawing.right - length * sheet.scale;
     const double middle = 0.5 * (start + drawing.right);
@@ -120,8 +124,8 @@ void AddFooter(Sheet& sheet) {
                kSmallSize)
         .anchor = Anchor::Centre;
     if (sheet.hasOrigin) return;
-    AddOrigin(sheet, {drawing.left + 4.0, baseline});
-    const double textStart = drawing.left + 4.0 + kOriginRoom + 4.0;
+    AddOrigin(sheet, {drawing.left + 11.0, baseline});
+    const double textStart = drawing.left + 11.0 + kOriginRoom + 6.0;
     sheet.Write({{"lower left corner of the"}}, {textStart, baseline - 10.0}, 7.5);
     Runs text = Joined({{"section's box: ("}}, Coordinate(sheet, sheet.xMin));
     text = Joined(Joined(text, {{"; "}}), Coordinate(sheet, sheet.yMin));
@@ -180,7 +184,7 @@ Page LayOut(const Report& report, const MeasureText& measure) {
     const Box& drawing = sheet.page.drawing;
     const Box column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
     sheet.page.width = column.right + kMargin;
-    sheet.page.height = std::max(drawing.bottom + kFooterRoom, column.bottom) + kMargin;
+    sheet.page.height = std::max(drawing.bottom + FooterRoom(sheet), column.bottom) + kMargin;
     AddTitle(sheet);
     Summarise(sheet, rows);
     return sheet.page;

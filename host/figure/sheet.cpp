@@ -43,6 +43,20 @@ void AddHatching(Sheet& sheet) {
     }
 }
 
+// The length of the coordinate arrows from a place: a little more where the mark of the centre of
+// gravity would hide a tip.
+double ArmBeside(const Sheet& sheet, const Spot& origin) {
+    constexpr double kClear = 9.0;
+    const std::optional<Spot> mark = CentroidOnPage(sheet);
+    if (!mark) return kOriginArm;
+    const auto isHidden = [&](double x, double y) {
+        return std::hypot(mark->x - x, mark->y - y) < kClear;
+    };
+    const bool hidesTip =
+        isHidden(origin.x + kOriginArm, origin.y) || isHidden(origin.x, origin.y - kOriginArm);
+    return hidesTip ? kOriginArm + 2.0 * kClear : kOriginArm;
+}
+
 }  // namespace
 
 void Sheet::AddArrowHead(const Spot& tip, const Spot& tail) {
@@ -57,11 +71,25 @@ void Sheet::AddArrowHead(const Spot& tip, const Spot& tail) {
 }
 
 Runs Coordinate(const Sheet& sheet, double value) {
-    constexpr int kDigits = 6;
-    constexpr double kPlainBelow = 1e7;
+    constexpr int kFewest = 6;
+    constexpr int kMost = 15;  // that a double has
+    constexpr double kPlainBelow = 1e12;
     constexpr double kRounding = 1e-12;
-    const bool isZero = std::fabs(value) < kRounding * std::max(sheet.Width(), sheet.Height());
-    return Number(isZero ? 0.0 : value, kDigits, kPlainBelow);
+    const double size = std::max(sheet.Width(), sheet.Height());
+    if (std::fabs(value) <= kRounding * size) return Number(0.0, kFewest, kPlainBelow);
+    const double ratio = size > 0.0 ? std::fabs(value) / size : 1.0;
+    const double digits = kFewest + std::floor(std::log10(ratio));
+    return Number(value, static_cast<int>(std::clamp(digits, kFewest - 1.0, 1.0 * kMost)),
+                  kPlainBelow);
+}
+
+std::optional<Spot> CentroidOnPage(const Sheet& sheet) {
+    const Value* const x = sheet.report.Find("centroid_x");
+    const Value* const y = sheet.report.Find("centroid_y");
+    if (x == nullptr || y == nullptr) return std::nullopt;
+    const Spot spot = sheet.ToPage(x->number, y->number);
+    if (!sheet.content.Grown(kOverhang).Holds(spot)) return std::nullopt;
+    return spot;
 }
 
 void AddSection(Sheet& sheet) {
@@ -77,14 +105,14 @@ void AddSection(Sheet& sheet) {
 }
 
 void AddOrigin(Sheet& sheet, const Spot& elsewhere) {
-    const Spot origin = sheet.hasOrigin ? sheet.ToPage(0.0, 0.0) : elsewhere;
-    constexpr double kShaft = kOriginArm - 5.0;  // the head covers the rest
-    const auto [x, y] = origin;
-    sheet.Add(LineKind::Arrow, {{x + kShaft, y}, {x, y}, {x, y - kShaft}});
-    sheet.AddArrowHead({x + kOriginArm, y}, origin);
-    sheet.AddArrowHead({x, y - kOriginArm}, origin);
-    sheet.Write({{"x"}}, {x + kOriginArm + 3.0, y + 3.0});
-    sheet.Write({{"y"}}, {x, y - kOriginArm - 4.0}).anchor = Anchor::Centre;
+    const auto [x, y] = sheet.hasOrigin ? sheet.ToPage(0.0, 0.0) : elsewhere;
+    const double arm = ArmBeside(sheet, {x, y});
+    const double shaft = arm - 5.0;  // the head covers the rest
+    sheet.Add(LineKind::Arrow, {{x + shaft, y}, {x, y}, {x, y - shaft}});
+    sheet.AddArrowHead({x + arm, y}, {x, y});
+    sheet.AddArrowHead({x, y - arm}, {x, y});
+    sheet.Write({{"x"}}, {x + arm - 4.0, y + 9.5}).anchor = Anchor::Centre;
+    sheet.Write({{"y"}}, {x - 7.0, y - arm + 7.0}).anchor = Anchor::Centre;
 }
 
 }  // namespace halvorn::host::figure

@@ -3,6 +3,7 @@
 #ifndef HALVORN_HOST_FIGURE_SHEET_H
 #define HALVORN_HOST_FIGURE_SHEET_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,7 @@ constexpr double kOverhang = 12.0;    // of an axis beyond the section
 constexpr double kTextSize = 10.0;    // of labels
 constexpr double kSmallSize = 9.0;    // of the column and the footer
 constexpr double kOriginArm = 30.0;   // length of the coordinate arrows
-constexpr double kOriginRoom = 42.0;  // with their letters
+constexpr double kOriginRoom = 34.0;  // with what stands at their tips
 
 /// What one line of the legend explains.
 struct LegendEntry {
@@ -56,9 +57,12 @@ struct Sheet {
     void AddArrowHead(const Spot& tip, const Spot& tail);
 };
 
-/// Returns a length or coordinate of the section with six digits; the rounding of one that is 0
-/// against the section's size shows as 0.
+/// Returns a length or coordinate of the section, good to about 1e-5 of the section's size; the
+/// rounding of one that is 0 against that size shows as 0.
 Runs Coordinate(const Sheet& sheet, double value);
+
+/// Returns where the centre of gravity is, when it is known and lies in the drawing.
+std::optional<Spot> CentroidOnPage(const Sheet& sheet);
 
 /// Puts areas, outlines and hatching on the page.
 void AddSection(Sheet& sheet);

@@ -55,11 +55,12 @@ std::size_t CharacterLength(std::string_view text) {
 }  // namespace
 
 Runs Number(double value, int digits, double plainBelow) {
-    constexpr double kPlainFrom = 1e-3;
+    constexpr double kPlainFrom = 1e-4;
     double magnitude = std::fabs(value);
     int exponent = 0;
     if (magnitude > 0.0 && (magnitude < kPlainFrom || magnitude >= plainBelow)) {
-        exponent = 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3.0));
+        constexpr int kLeast = -300;  // whose power of ten is a normal number
+        exponent = std::max(kLeast, 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3.0)));
         magnitude /= std::pow(10.0, exponent);
     }
     const std::string text = (value < 0.0 ? kMinus : "") + Digits(magnitude, digits);

@@ -11,7 +11,7 @@
 namespace halvorn::host::figure {
 
 /// Returns a number with so many significant digits, no zeros at its end and a true minus sign;
-/// from `plainBelow` on and below 1e-3 with a power of ten whose exponent is a multiple of 3.
+/// from `plainBelow` on and below 1e-4 with a power of ten whose exponent is a multiple of 3.
 Runs Number(double value, int digits, double plainBelow);
 
 /// Returns a symbol such as "Wpl,x" with all but its first letter lowered.
