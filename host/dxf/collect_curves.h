@@ -1,0 +1,25 @@
+/// @file collect_curves.h
+/// All curves that a drawing shows.
+#ifndef HALVORN_HOST_DXF_COLLECT_CURVES_H
+#define HALVORN_HOST_DXF_COLLECT_CURVES_H
+
+#include <string>
+#include <vector>
+
+#include "dxf/drawing.h"
+#include "dxf/entity_curve.h"
+#include "dxf/notes.h"
+
+namespace halvorn::host::dxf {
+
+/// Returns the curves of model space and of the blocks placed there, in the coordinates of the
+/// drawing. Everything else is named in `notes`: other kinds, what is hidden, in paper space or not
+/// parallel to the x-y plane, and blocks that cannot be placed.
+/// @param tolerance greatest distance of a chord from its curve [L]
+/// @throws InputError for entities that are damaged or too many
+std::vector<Curve> CollectCurves(const Drawing& drawing, double tolerance,
+                                 const std::string& source, Notes& notes);
+
+}  // namespace halvorn::host::dxf
+
+#endif

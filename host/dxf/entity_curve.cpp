@@ -1,0 +1,305 @@
+#include "dxf/entity_curve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <stdexcept>
+#include <utility>
+
+#include "dxf/fields.h"
+#include "dxf/spline.h"
+
+namespace halvorn::host::dxf {
+
+namespace {
+
+constexpr double kDegree = std::numbers::pi / 180.0;
+constexpr double kFullTurn = 2.0 * std::numbers::pi;
+
+// Angles in files are rounded to ten digits or more; a sweep this near a full turn is one [rad].
+constexpr double kSameAngle = 1e-9;
+
+// In any unit far beyond a section; keeps the squares of its coordinates within a double's digits.
+constexpr double kFarthest = 1e12;
+
+constexpr const char* kAslant = "not parallel to the x-y plane";
+constexpr const char* kNoLength = "without length";
+constexpr const char* kExportAnew = "export the drawing anew as ASCII DXF";
+
+constexpr PlaneMap kMirrored{-1.0, 0.0, 0.0, 0.0, 1.0, 0.0};
+
+struct PolylineVertex {
+    Point at;
+    double bulge = 0.0;
+};
+
+class CurveReader {
+public:
+    CurveReader(const Entity& entity, std::span<const Entity> vertices, double tolerance,
+                const std::string& source)
+        : entity_(entity), vertices_(vertices), tolerance_(tolerance), source_(source) {
+        curve_.line = entity.line;
+    }
+
+    CurveReading Read() {
+        if (entity_.kind == "LINE") ReadLine();
+        if (entity_.kind == "CIRCLE") ReadCircle();
+        if (entity_.kind == "ARC") ReadArc();
+        if (entity_.kind == "ELLIPSE") ReadEllipse();
+        if (entity_.kind == "SPLINE") ReadSpline();
+        if (entity_.kind == "LWPOLYLINE") ReadLightPolyline();
+        if (entity_.kind == "POLYLINE") ReadPolyline();
+        if (reading_.problem.empty() && IsPoint()) reading_.problem = kNoLength;
+        if (reading_.problem.empty()) reading_.curve = std::move(curve_);
+        return std::move(reading_);
+    }
+
+private:
+    bool IsPoint() const {
+        return std::all_of(curve_.points.begin(), curve_.points.end(),
+                           [&](const Point& p) { return p == curve_.points.front(); });
+    }
+
+    void SeeHeight(double z) {
+        reading_.lowest = std::min(reading_.lowest, z);
+        reading_.highest = std::max(reading_.highest, z);
+        if (reading_.highest - reading_.lowest > tolerance_) reading_.problem = kAslant;
+    }
+
+    // For the kinds whose coordinates are those of the entity itself.
+    void TurnToDrawing(const Fields& fields) {
+        const Facing facing = fields.Direction();
+        if (facing == Facing::Aslant) reading_.problem = kAslant;
+        if (facing != Facing::Down) return;
+        for (Point& point : curve_.points) point = kMirrored(point);
+        reading_.lowest = -std::exchange(reading_.highest, -reading_.lowest);
+    }
+
+    void ReadLine() {
+        const Fields fields(entity_, source_);
+        curve_.points = {{fields.Real(10), fields.Real(20)}, {fields.Real(11), fields.Real(21)}};
+        SeeHeight(fields.RealOr(30, 0.0));
+        SeeHeight(fields.RealOr(31, 0.0));
+    }
+
+    void AppendRound(const Fields& fields, double start, double sweep) {
+        const double radius = fields.Real(40);
+        if (radius < 0.0) fields.Fail("its radius is negative", kExportAnew);
+        SeeHeight(fields.RealOr(30, 0.0));
+        const Point centre{fields.Real(10), fields.Real(20)};
+        AppendTurn(centre, {radius, 0.0}, {0.0, radius}, start, sweep);
+        TurnToDrawing(fields);
+    }
+
+    void AppendTurn(Point centre, Point major, Point minor, double start, double sweep) {
+        if (std::hypot(major.first, major.second) == 0.0 || sweep <= 0.0) return;
+        curve_.isClosed = sweep == kFullTurn;
+        AppendEllipse(curve_.points, centre, major, minor, start, sweep, tolerance_);
+    }
+
+    void ReadCircle() { AppendRound(Fields(entity_, source_), 0.0, kFullTurn); }
+
+    // Counter-clockwise, and at most a full turn.
+    static double Sweep(double start, double end) {
+        if (std::abs(std::abs(end - start) - kFullTurn) < kSameAngle) return kFullTurn;
+        const double turns = (end - start) / kFullTurn;
+        return std::min((turns - std::floor(turns)) * kFullTurn, kFullTurn);
+    }
+
+    void ReadArc() {
+        const Fields fields(entity_, source_);
+        const double start = fields.Real(50) * kDegree;
+        AppendRound(fields, start, Sweep(start, fields.Real(51) * kDegree));
+    }
+
+    // Unlike the other round kinds, an ellipse has the drawing's own coordinates; seen from below,
+    // its parameter runs clockwise.
+    void ReadEllipse() {
+        const Fields fields(entity_, source_);
+        const Point centre{fields.Real(10), fields.Real(20)};
+        const Point major{fields.Real(11), fields.Real(21)};
+        const Facing facing = fields.Direction();
+        const double ratio = fields.Real(40) * (facing == Facing::Down ? -1.0 : 1.0);
+        if (ratio == 0.0) fields.Fail("the ratio of its axes is 0", kExportAnew);
+        if (facing == Facing::Aslant || std::abs(fields.RealOr(31, 0.0)) > tolerance_) {
+            reading_.problem = kAslant;
+        }
+        SeeHeight(fields.RealOr(30, 0.0));
+        const double start = fields.RealOr(41, 0.0);
+        AppendTurn(centre, major, {-major.second * ratio, major.first * ratio}, start,
+                   Sweep(start, fields.RealOr(42, kFullTurn)));
+    }
+
+    void ReadSpline() {
+        const Fields fields(entity_, source_, {10, 20, 30, 11, 21, 31, 40, 41});
+        Spline spline;
+        spline.degree = fields.WholeOr(71, 3);
+        spline.isClosed = fields.WholeOr(70, 0) % 2 != 0;
+        std::size_t ordinates = 0, fitOrdinates = 0;
+        for (const Group& group : fields.Lists()) {
+            const double value = RealValue(group, source_);
+            switch (group.code) {
+                case 10:
+                    spline.control.push_back({value, 0.0});
+                    break;
+                case 11:
+                    spline.fit.push_back({value, 0.0});
+                    break;
+                case 20:
+                    SetOrdinate(fields, spline.control, ++ordinates, value);
+                    break;
+                case 21:
+                    SetOrdinate(fields, spline.fit, ++fitOrdinates, value);
+                    break;
+                case 40:
+                    spline.knots.push_back(value);
+                    break;
+                case 41:
+                    spline.weights.push_back(value);
+                    break;
+                default:
+                    SeeHeight(value);
+            }
+        }
+        CheckOrdinates(fields, spline.control, ordinates);
+        CheckOrdinates(fields, spline.fit, fitOrdinates);
+        fields.CheckCount(72, spline.knots.size(), "knots");
+        fields.CheckCount(73, spline.control.size(), "control points");
+        fields.CheckCount(74, spline.fit.size(), "fit points");
+        if (fields.Has(12)) spline.startTangent = Point{fields.Real(12), fields.Real(22)};
+        if (fields.Has(13)) spline.endTangent = Point{fields.Real(13), fields.Real(23)};
+        if (reading_.problem.empty()) Flatten(fields, spline);
+    }
+
+    void Flatten(const Fields& fields, const Spline& spline) {
+        if (spline.control.empty() && !spline.fit.empty()) {
+            reading_.remark =
+                "SPLINE of fit points alone, drawn as the cubic spline through them "
+                "over the lengths of their chords";
+        }
+        try {
+            curve_.points = FlattenSpline(spline, tolerance_);
+        } catch (const std::domain_error& error) {
+            fields.Fail(error.what(), kExportAnew);
+        }
+    }
+
+    static void SetOrdinate(const Fields& fields, Points& points, std::size_t count, double value) {
+        if (points.size() != count) fields.Fail("a point lacks its x or y", kExportAnew);
+        points.back().second = value;
+    }
+
+    static void CheckOrdinates(const Fields& fields, const Points& points, std::size_t count) {
+        if (points.size() != count) fields.Fail("a point lacks its x or y", kExportAnew);
+    }
+
+    void ReadLightPolyline() {
+        const Fields fields(entity_, source_, {10, 20, 40, 41, 42, 91});
+        std::vector<PolylineVertex> line;
+        std::size_t ordinates = 0;
+        bool hasWidth = fields.RealOr(43, 0.0) != 0.0;
+        for (const Group& group : fields.Lists()) {
+            if (group.code == 91) continue;
+            const double value = RealValue(group, source_);
+            if (group.code == 10) {
+                if (line.size() != ordinates) fields.Fail("a point lacks its y", kExportAnew);
+                line.push_back({{value, 0.0}});
+                continue;
+            }
+            if (line.empty()) fields.Fail("a group stands before the first point", kExportAnew);
+            if (group.code == 42) line.back().bulge = value;
+            if (group.code == 40 || group.code == 41) hasWidth = hasWidth || value != 0.0;
+            if (group.code != 20) continue;
+            if (line.size() != ++ordinates) fields.Fail("a point lacks its x", kExportAnew);
+            line.back().at.second = value;
+        }
+        if (line.size() != ordinates) fields.Fail("a point lacks its y", kExportAnew);
+        fields.CheckCount(90, line.size(), "points");
+        SeeHeight(fields.RealOr(38, 0.0));
+        Connect(line, fields.WholeOr(70, 0) % 2 != 0, hasWidth);
+        TurnToDrawing(fields);
+    }
+
+    void ReadPolyline() {
+        constexpr int spatial = 8, meshes = 16 | 64, splineFrame = 16;
+        const Fields fields(entity_, source_);
+        const int flags = fields.WholeOr(70, 0);
+        if ((flags & meshes) != 0) {
+            reading_.problem = "that is a mesh";
+            return;
+        }
+        std::vector<PolylineVertex> line;
+        bool hasWidth = fields.RealOr(40, 0.0) != 0.0 || fields.RealOr(41, 0.0) != 0.0;
+        for (const Entity& entity : vertices_) {
+            const Fields vertex(entity, source_);
+            if ((vertex.WholeOr(70, 0) & splineFrame) != 0) continue;
+            line.push_back({{vertex.Real(10), vertex.Real(20)}, vertex.RealOr(42, 0.0)});
+            hasWidth = hasWidth || vertex.RealOr(40, 0.0) != 0.0 || vertex.RealOr(41, 0.0) != 0.0;
+            if ((flags & spatial) != 0) SeeHeight(vertex.RealOr(30, 0.0));
+        }
+        Connect(line, flags % 2 != 0, hasWidth);
+        if ((flags & spatial) != 0) return;
+        SeeHeight(fields.RealOr(30, 0.0));
+        TurnToDrawing(fields);
+    }
+
+    void Connect(const std::vector<PolylineVertex>& line, bool isClosed, bool hasWidth) {
+        if (hasWidth) {
+            reading_.remark = "polylines with a width, of which only the middle line is read";
+        }
+        if (line.empty()) return;
+        Points& points = curve_.points;
+        points.push_back(line.front().at);
+        const std::size_t pieces = isClosed ? line.size() : line.size() - 1;
+        for (std::size_t i = 0; i < pieces; ++i) {
+            const Point end = line[(i + 1) % line.size()].at;
+            AppendBulge(points, end, line[i].bulge, tolerance_);
+            if (points.size() > kMostPoints) {
+                throw std::invalid_argument("the chord tolerance is too small for it");
+            }
+        }
+        if (isClosed && points.size() > 1 && points.back() == points.front()) points.pop_back();
+        curve_.isClosed = isClosed;
+    }
+
+    const Entity& entity_;
+    std::span<const Entity> vertices_;
+    double tolerance_;
+    const std::string& source_;
+    Curve curve_;
+    CurveReading reading_;
+};
+
+void Place(Curve& curve, const PlaneMap& placement, const Entity& entity,
+           const std::string& source) {
+    for (Point& point : curve.points) {
+        point = placement(point);
+        if (!(std::abs(point.first) <= kFarthest && std::abs(point.second) <= kFarthest)) {
+            Refuse(source, entity.line, std::string(entity.kind) + ": it reaches beyond 1e12",
+                   "draw the section near the origin");
+        }
+    }
+}
+
+}  // namespace
+
+bool IsCurve(std::string_view kind) {
+    constexpr std::string_view kinds[] = {"LINE",   "CIRCLE",     "ARC",     "ELLIPSE",
+                                          "SPLINE", "LWPOLYLINE", "POLYLINE"};
+    return std::find(std::begin(kinds), std::end(kinds), kind) != std::end(kinds);
+}
+
+CurveReading ReadCurve(const Entity& entity, std::span<const Entity> vertices,
+                       const PlaneMap& placement, double tolerance, const std::string& source) {
+    const double local = std::min(tolerance / placement.LargestScale(), kFarthest);
+    try {
+        CurveReading reading = CurveReader(entity, vertices, local, source).Read();
+        if (reading.curve) Place(*reading.curve, placement, entity, source);
+        return reading;
+    } catch (const std::invalid_argument& error) {
+        Refuse(source, entity.line, std::string(entity.kind) + ": " + error.what(),
+               "give a larger chord tolerance");
+    }
+}
+
+}  // namespace halvorn::host::dxf

@@ -1,0 +1,46 @@
+/// @file entity_curve.h
+/// One entity of a drawing as a curve in the plane.
+#ifndef HALVORN_HOST_DXF_ENTITY_CURVE_H
+#define HALVORN_HOST_DXF_ENTITY_CURVE_H
+
+#include <limits>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "dxf/drawing.h"
+#include "dxf/flatten.h"
+#include "dxf/plane_map.h"
+
+namespace halvorn::host::dxf {
+
+/// A curve as points on it, from one end to the other; a closed one does not repeat its first.
+struct Curve {
+    Points points;
+    bool isClosed = false;
+    int line = 0;  ///< of the entity, or of the first of a chain
+};
+
+/// A curve, or why there is none, and what was seen on the way.
+struct CurveReading {
+    std::optional<Curve> curve;
+    std::string problem;  ///< without a curve: "not parallel to the x-y plane"
+    std::string remark;   ///< worth counting in the remarks, or empty
+    double lowest = std::numeric_limits<double>::infinity();  ///< least z
+    double highest = -std::numeric_limits<double>::infinity();
+};
+
+/// Returns whether `ReadCurve` understands the kind of an entity.
+bool IsCurve(std::string_view kind);
+
+/// Reads an entity that `IsCurve`.
+/// @param vertices  the VERTEX entities that follow a POLYLINE; else empty
+/// @param placement how the block that holds the entity lies in the drawing
+/// @param tolerance greatest distance of a chord from the curve, after the placement [L]
+/// @throws InputError naming the line
+CurveReading ReadCurve(const Entity& entity, std::span<const Entity> vertices,
+                       const PlaneMap& placement, double tolerance, const std::string& source);
+
+}  // namespace halvorn::host::dxf
+
+#endif

@@ -1,0 +1,44 @@
+/// @file flatten.h
+/// Curves as points that lie on them, so close that no chord is farther from its piece of the curve
+/// than a tolerance [L].
+#ifndef HALVORN_HOST_DXF_FLATTEN_H
+#define HALVORN_HOST_DXF_FLATTEN_H
+
+#include <utility>
+#include <vector>
+
+#include "model/section_model.h"
+
+namespace halvorn::host::dxf {
+
+using Point = std::pair<double, double>;
+
+/// No curve and no drawing is flattened to more points than this.
+constexpr std::size_t kMostPoints = 1000000;
+
+/// A control point of a rational curve: its coordinates times its weight, and the weight.
+struct WeightedPoint {
+    double wx;
+    double wy;
+    double w;
+};
+
+/// Appends the arc from the last of `points` to `end`, without its first point.
+/// @param bulge tangent of a quarter of the swept angle, counter-clockwise positive; 0: a line
+/// @throws std::invalid_argument, as all here, when it would take too many points
+void AppendBulge(Points& points, Point end, double bulge, double tolerance);
+
+/// Appends centre + cos(t) major + sin(t) minor for t from `start` to `start + sweep`, both ends
+/// included, but the second end of a full turn.
+/// @param minor  at right angles to `major`
+/// @param sweep  positive, at most a full turn [rad]
+void AppendEllipse(Points& points, Point centre, Point major, Point minor, double start,
+                   double sweep, double tolerance);
+
+/// Appends a Bézier curve without its first point.
+/// @param control at least two, of positive weight
+void AppendBezier(Points& points, const std::vector<WeightedPoint>& control, double tolerance);
+
+}  // namespace halvorn::host::dxf
+
+#endif

@@ -1,0 +1,26 @@
+/// @file join_curves.h
+/// Curves of a drawing, joined end to end into outlines.
+#ifndef HALVORN_HOST_DXF_JOIN_CURVES_H
+#define HALVORN_HOST_DXF_JOIN_CURVES_H
+
+#include <string>
+#include <vector>
+
+#include "dxf/entity_curve.h"
+#include "dxf/notes.h"
+
+namespace halvorn::host::dxf {
+
+/// Returns the closed curves among `curves` and the closed chains that the others form, in any
+/// order and direction, by their first lines. Ends no farther apart than `tolerance` [L] are joined
+/// midway between them.
+///
+/// Named in `notes` and left out are curves that lie on another from end to end, those that are no
+/// longer than the tolerance, chains that stay open and outlines that enclose nothing.
+/// @throws InputError where three or more ends meet: which of them belong together is not known
+std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance,
+                              const std::string& source, Notes& notes);
+
+}  // namespace halvorn::host::dxf
+
+#endif
