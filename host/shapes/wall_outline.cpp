@@ -114,12 +114,13 @@ std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs) {
             const double end =
                 NeededLength(turns[next], line.radii[next], line.thickness, offset, arcs);
             if (start + end <= available * (1.0 + kFitTolerance)) continue;
-            // The bend that needs more is to blame; without one it is the thickness.
-            const bool isStart = line.radii[next] == 0.0 || turns[next] == 0.0 ||
-                                 (line.radii[i] > 0.0 && start > end);
+            // A bend is to blame before a sharp corner, and what needs more before what needs less.
+            const auto isBend = [&](std::size_t k) {
+                return line.radii[k] > 0.0 && turns[k] != 0.0;
+            };
+            const bool isStart = isBend(i) == isBend(next) ? start > end : isBend(i);
             const std::size_t blamed = isStart ? i : next;
-            const bool isBend = line.radii[blamed] > 0.0 && turns[blamed] != 0.0;
-            return WallFault{isBend ? Kind::Radius : Kind::Thickness, blamed, start + end,
+            return WallFault{isBend(blamed) ? Kind::Radius : Kind::Thickness, blamed, start + end,
                              available};
         }
     }

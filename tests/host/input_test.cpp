@@ -105,6 +105,8 @@ TEST(Parts, HaveTheClosedFormsOfTheirRectanglesAndCirclesWhereTheyArePlaced) {
             {"shape": "rhs", "height": 100, "width": 60, "thickness": 5, "outer_radius": 0,
              "at": "centroid", "kind": "hole", "rotate": -90})",
          Sum({{200, 200, 0, 0}, {-100, 60, 0, 0}, {90, 50, 0, 0}})},
+        {R"({"points": [[5, 7], [15, 7], [15, 27], [5, 27]], "at": "corner", "rotate": 90})",
+         Sum({{20, 10, -10, 5}})},
         {R"({"shape": "round", "diameter": 100, "move": [1, 2]})",
          {disc, 51, 52, disc * 625, disc * 625, 0},
          5e-4},

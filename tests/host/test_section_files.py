@@ -155,7 +155,7 @@ MISFITS = [
     (ROUNDED, "/polyline/radii/3", 9, "/polyline/radii/3", "of its 10"),
     (json.loads((EXAMPLES / "bent-plate.json").read_text()), "/polyline/radii/2", 90,
      "/polyline/radii/2", "does not fit"),
-    (WALL, "/polyline/points", [[0, 0], [50, 0], [1, 0]], "/polyline/thickness", "cross"),
+    (WALL, "/polyline/points", [[0, 0], [50, 0], [1, 0]], "/polyline/thickness", "cross at point 1"),
 ]
 
 # What no schema of the document can say.
