@@ -126,10 +126,14 @@ void AddFooter(Sheet& sheet) {
     if (sheet.hasOrigin) return;
     AddOrigin(sheet, {drawing.left + 11.0, baseline});
     const double textStart = drawing.left + 11.0 + kOriginRoom + 6.0;
-    sheet.Write({{"lower left corner of the"}}, {textStart, baseline - 10.0}, 7.5);
-    Runs text = Joined({{"section's box: ("}}, Coordinate(sheet, sheet.xMin));
-    text = Joined(Joined(text, {{"; "}}), Coordinate(sheet, sheet.yMin));
-    sheet.Write(Joined(text, {{")" + unit}}), {textStart, baseline}, 7.5);
+    constexpr double kNoteSize = 7.5;
+    constexpr double kNoteLine = 10.0;
+    const auto note = [&](const Runs& text, double up) {
+        sheet.Write(text, {textStart, baseline - up * kNoteLine}, kNoteSize);
+    };
+    note({{"section's lower left:"}}, 2.0);
+    note(Joined(Joined({{"x = "}}, Coordinate(sheet, sheet.xMin)), {{unit}}), 1.0);
+    note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.yMin)), {{unit}}), 0.0);
 }
 
 void AddTitle(Sheet& sheet) {
