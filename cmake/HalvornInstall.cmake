@@ -1,5 +1,6 @@
 # What is installed of the library: itself, its one header, its licence, and the files by which
-# find_package and pkg-config find it; the tool installs itself. No installed file holds an absolute path, so a prefix can be moved.
+# find_package and pkg-config find it; the tool's program installs itself. No installed file holds an
+# absolute path, so a prefix can be moved.
 include(CMakePackageConfigHelpers)
 
 set(HALVORN_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/HalvornSectionTools)
@@ -42,6 +43,40 @@ install(FILES ${PROJECT_BINARY_DIR}/HalvornSectionTools.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT Development)
 
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
-  DESTINATION ${CMAKE_INSTALL_DOCDIR}
-  COMPONENT Runtime)
+# Debian's packages have their own folders for documents and say the licence in their own way.
+if(NOT HALVORN_PACKAGES)
+  set(HALVORN_DOCDIR_Development ${CMAKE_INSTALL_DOCDIR})
+  set(HALVORN_DOCDIR_Tool ${CMAKE_INSTALL_DOCDIR})
+  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
+    DESTINATION ${CMAKE_INSTALL_DOCDIR}
+    COMPONENT Runtime)
+endif()
+
+# The documents that the header and the tool refer to.
+function(halvorn_install_documents component)
+  foreach(name IN LISTS ARGN)
+    install(FILES ${PROJECT_SOURCE_DIR}/docs/${name}
+      DESTINATION ${HALVORN_DOCDIR_${component}} COMPONENT ${component} OPTIONAL)
+  endforeach()
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/images
+    DESTINATION ${HALVORN_DOCDIR_${component}} COMPONENT ${component})
+endfunction()
+halvorn_install_documents(Development conventions.md theory.md robustness.md performance.md
+  platforms.md host-developers.md)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/consumer
+  DESTINATION ${HALVORN_DOCDIR_Development}/examples COMPONENT Development)
+if(HALVORN_BUILD_HOST)
+  halvorn_install_documents(Tool conventions.md file-format.md section.schema.json guide.md
+    published-values.md)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples
+    DESTINATION ${HALVORN_DOCDIR_Tool} COMPONENT Tool
+    PATTERN consumer EXCLUDE PATTERN *.py EXCLUDE)
+  set(HALVORN_MANUAL_PAGE ${PROJECT_SOURCE_DIR}/docs/halvorn-section.1)
+  if(HALVORN_PACKAGES AND EXISTS ${HALVORN_MANUAL_PAGE})
+    halvorn_install_compressed(${HALVORN_MANUAL_PAGE} ${CMAKE_INSTALL_MANDIR}/man1
+      halvorn-section.1 Tool)
+  else()
+    install(FILES ${HALVORN_MANUAL_PAGE}
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT Tool OPTIONAL)
+  endif()
+endif()
