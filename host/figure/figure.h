@@ -10,11 +10,14 @@
 namespace halvorn::host {
 
 /// Fails early, before anything is computed.
-/// @throws InputError when the ending is not .svg, .png or .pdf, or this build draws no figures
+/// @throws InputError when the ending is not .svg, .png or .pdf, this build draws no figures, the
+///         folder is missing or the path is a folder
 void CheckFigurePath(const std::string& path);
 
-/// Writes the drawing of a section to a file: all of it, or an error and no file.
-/// @throws InputError as `CheckFigurePath`; std::runtime_error when it cannot be written
+/// Writes the drawing of a section to a file: all of it, or an error and no file; what was there
+/// before stays until the new one is whole. Equal reports give equal bytes on one machine.
+/// @throws InputError as `CheckFigurePath`, and when the section's extent overflows;
+///         std::runtime_error when the figure cannot be drawn or written
 void WriteFigure(const Report& report, const std::string& path);
 
 }  // namespace halvorn::host

@@ -10,6 +10,23 @@
 
 #include "figure/paint.h"
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define HALVORN_HAS_LEAK_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define HALVORN_HAS_LEAK_SANITIZER
+#endif
+#if defined(HALVORN_HAS_LEAK_SANITIZER)
+// What the font library under Cairo keeps of a font that it has looked up, it never frees.
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libfontconfig\n";
+}
+extern "C" const char* __lsan_default_options() {
+    return "print_suppressions=0";
+}
+#endif
+
 namespace halvorn::host::figure {
 
 namespace {
