@@ -12,10 +12,10 @@ namespace {
 // Three lists of coordinates, knots and weights of a spline of the most points that are taken.
 constexpr std::size_t kMostListed = 4000000;
 
-// Groups of geometry: numbers, flags and the direction of extrusion. What colours, names and links
-// an entity may come in any number.
+// Groups of geometry: numbers, flags, counts and the direction of extrusion. What colours, names
+// and links an entity may come in any number.
 bool IsGeometry(int code) {
-    return (code >= 10 && code < 60 && code != 48) || (code >= 70 && code < 80) ||
+    return (code >= 10 && code < 60 && code != 48) || (code >= 70 && code < 80) || code == 90 ||
            (code >= 210 && code <= 230);
 }
 
