@@ -3,7 +3,9 @@
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT HALVORN_BUILD_HOST)
   message(FATAL_ERROR "Packages want -DCMAKE_INSTALL_PREFIX=/usr and the tool: scripts/package")
 endif()
-set(CMAKE_SKIP_INSTALL_RPATH ON)
+# The packages' files are found where Debian has them, and hold nothing of the folder they were
+# built in.
+set(CMAKE_SKIP_RPATH ON)
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
 string(TOLOWER libHalvornSectionTools HALVORN_PACKAGE_STEM)
@@ -59,6 +61,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL Runtime Development Tool)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -74,7 +77,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
   "${PROJECT_BINARY_DIR}/DEBIAN/shlibs;${CMAKE_CURRENT_LIST_DIR}/debian/triggers")
 set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "properties of structural cross-sections, shared library
@@ -83,7 +85,6 @@ moduli of cross-sections made of closed polygons, of profiles from a catalogue
 or of thin walls along a polyline.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${HALVORN_PACKAGE_Runtime} (= ${HALVORN_PACKAGE_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "properties of structural cross-sections, development files
@@ -91,7 +92,6 @@ The header of the class CSectionTools, the files by which CMake and pkg-config
 find the library, an example and the documents for developers of host programs.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
-set(CPACK_DEBIAN_TOOL_PACKAGE_MULTIARCH foreign)
 set(CPACK_DEBIAN_TOOL_DESCRIPTION "properties of structural cross-sections on the command line
 Reads a cross-section from a file and prints its area, centre of gravity,
 inertias, torsion and shear terms, elastic and plastic moduli.")
