@@ -125,8 +125,8 @@ std::vector<double> Meetings(const Point& from, const Point& to, const StripedRi
     const auto add = [&](double t) {
         if (t > 0.0 && t < 1.0) meetings.push_back(t);
     };
-    const auto [left, right] = std::minmax(from.first, to.first);
-    const auto [low, high] = std::minmax(from.second, to.second);
+    const double left = std::min(from.first, to.first), right = std::max(from.first, to.first);
+    const double low = std::min(from.second, to.second), high = std::max(from.second, to.second);
     ring.VisitEdges(low - touching, high + touching, [&](std::size_t edge) {
         const Point &start = ring.From(edge), &end = ring.To(edge);
         if (std::max(start.first, end.first) < left - touching ||
