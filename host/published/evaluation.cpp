@@ -4,28 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
 
 namespace halvorn::published {
 namespace {
-
-double Dimension(const CsvRow& row, const char* column) {
-    const std::optional<double> value = row.Number(column);
-    if (!value) throw std::runtime_error(std::string("the dimension ") + column + " is missing");
-    return *value;
-}
-
-shapes::FlangedProfile Flanged(const CsvRow& row, const char* rootRadius) {
-    return {Dimension(row, "h"), Dimension(row, "b"), Dimension(row, "tw"), Dimension(row, "tf"),
-            Dimension(row, rootRadius)};
-}
-
-shapes::FlangedProfile Tapered(const CsvRow& row) {
-    shapes::FlangedProfile profile = Flanged(row, "r_root");
-    profile.taper = {Dimension(row, "slope"), Dimension(row, "tf_at_from_toe"),
-                     Dimension(row, "r_toe")};
-    return profile;
-}
 
 void Push(CSectionTools& section, std::vector<double> ring, double scale, unsigned char flag) {
     for (double& coordinate : ring) coordinate *= scale;
@@ -33,29 +14,6 @@ void Push(CSectionTools& section, std::vector<double> ring, double scale, unsign
 }
 
 }  // namespace
-
-shapes::Outline DrawRow(const CsvRow& row) {
-    const shapes::ArcDivision division = shapes::ArcDivision::StepsPerQuarter(arcStepsPerQuarter);
-    const std::string& type = row.Text("type");
-    if (type == "i") return DrawISection(Flanged(row, "r"), division);
-    if (type == "channel") return DrawChannel(Flanged(row, "r"), division);
-    if (type == "taper_i") return DrawISection(Tapered(row), division);
-    if (type == "taper_channel") return DrawChannel(Tapered(row), division);
-    if (type == "angle") {
-        return DrawAngle({Dimension(row, "h"), Dimension(row, "b"), Dimension(row, "t"),
-                          Dimension(row, "r_root"), Dimension(row, "r_toe")},
-                         division);
-    }
-    if (type == "rhs") {
-        return DrawRectangularHollow({Dimension(row, "h"), Dimension(row, "b"), Dimension(row, "t"),
-                                      Dimension(row, "r_out"), Dimension(row, "r_in")},
-                                     division);
-    }
-    if (type == "chs") {
-        return DrawCircularHollow({Dimension(row, "h"), Dimension(row, "t")}, division);
-    }
-    throw std::runtime_error("unknown profile type '" + type + "'");
-}
 
 PropertyValues Evaluate(const shapes::Outline& outline, double scale) {
     CSectionTools section;

@@ -5,7 +5,7 @@
 
 #include <array>
 
-#include "published/csv_table.h"
+#include "catalogue/csv_table.h"
 #include "shapes/profiles.h"
 
 namespace halvorn::published {
@@ -33,15 +33,9 @@ inline constexpr std::array<Property, 10> properties = {{{"area", 2},
 /// One value for each entry of `properties`.
 using PropertyValues = std::array<double, properties.size()>;
 
-/// Chords per quarter turn in `DrawRow`. A full circle so divided is 6.3e-6 short of its area and
-/// twice that short of its second moment.
+/// Chords per quarter turn of the outlines. A full circle so divided is 6.3e-6 short of its area
+/// and twice that short of its second moment.
 inline constexpr int arcStepsPerQuarter = 256;
-
-/// Draws the profile of a row by its column `type`: i, channel, angle, rhs, chs, taper_i or
-/// taper_channel.
-/// @throws std::runtime_error for an unknown type or a missing dimension, std::invalid_argument
-///         for dimensions that do not fit together
-shapes::Outline DrawRow(const CsvRow& row);
 
 /// Returns the library's values for an outline enlarged by `scale`, brought back to the outline's
 /// own unit. Area, centroid, inertias and elastic moduli come from the solid and the hole pushed as

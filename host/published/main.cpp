@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/csv_table.h"
 #include "published/comparison.h"
-#include "published/csv_table.h"
 #include "published/report.h"
 #include "published/table_notes.h"
 
@@ -55,7 +55,7 @@ bool Run(const Options& options) {
     const std::vector<TableNote> notes =
         options.notes.empty() ? std::vector<TableNote>() : ReadNotes(options.notes);
     const std::vector<Difference> differences =
-        CompareTable(ReadCsv(options.table), notes, options.scale);
+        CompareTable(halvorn::host::ReadCsv(options.table), notes, options.scale);
     if (differences.empty()) throw std::runtime_error(options.table + " holds no values");
     PrintSummary(differences, std::cout);
     if (!notes.empty()) std::cout << "\nnotes on the table\n";

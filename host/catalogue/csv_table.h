@@ -1,14 +1,14 @@
 /// @file csv_table.h
 /// Tables read from files of comma-separated values.
-#ifndef HALVORN_HOST_PUBLISHED_CSV_TABLE_H
-#define HALVORN_HOST_PUBLISHED_CSV_TABLE_H
+#ifndef HALVORN_HOST_CATALOGUE_CSV_TABLE_H
+#define HALVORN_HOST_CATALOGUE_CSV_TABLE_H
 
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-namespace halvorn::published {
+namespace halvorn::host {
 
 /// One line of a table: its cells in the order of the columns, as written.
 class CsvRow {
@@ -27,12 +27,20 @@ private:
     int line_;
 };
 
+/// Returns the cells of one line. A cell in double quotes may hold separators; a quote in it is
+/// doubled.
+std::vector<std::string> SplitCsvLine(const std::string& line, char separator = ',');
+
 /// Reads a table whose first line names the columns. Lines may end in LF or CR LF; empty lines are
-/// skipped. A cell in double quotes may hold commas; a quote in it is doubled.
+/// skipped.
 /// @throws std::runtime_error when the file cannot be read or a line has another number of cells
 ///         than the first
 std::vector<CsvRow> ReadCsv(const std::string& path);
 
-}  // namespace halvorn::published
+/// Returns the table written in a text.
+/// @throws std::runtime_error as `ReadCsv`
+std::vector<CsvRow> ParseCsv(const std::string& text);
+
+}  // namespace halvorn::host
 
 #endif

@@ -1,14 +1,14 @@
-#include "published/csv_table.h"
+#include "catalogue/csv_table.h"
 
 #include <charconv>
 #include <cmath>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 
-namespace halvorn::published {
-namespace {
+namespace halvorn::host {
 
-std::vector<std::string> SplitCells(const std::string& line) {
+std::vector<std::string> SplitCsvLine(const std::string& line, char separator) {
     std::vector<std::string> cells(1);
     bool quoted = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
@@ -18,7 +18,7 @@ std::vector<std::string> SplitCells(const std::string& line) {
             ++i;
         } else if (c == '"') {
             quoted = !quoted;
-        } else if (c == ',' && !quoted) {
+        } else if (c == separator && !quoted) {
             cells.emplace_back();
         } else {
             cells.back() += c;
@@ -26,8 +26,6 @@ std::vector<std::string> SplitCells(const std::string& line) {
     }
     return cells;
 }
-
-}  // namespace
 
 CsvRow::CsvRow(const std::vector<std::string>& columns, std::vector<std::string> cells, int line)
     : line_(line) {
@@ -61,16 +59,16 @@ std::optional<double> CsvRow::Number(const std::string& column) const {
     return value;
 }
 
-std::vector<CsvRow> ReadCsv(const std::string& path) {
-    std::ifstream file(path);
-    if (!file) throw std::runtime_error("cannot read " + path);
+namespace {
+
+std::vector<CsvRow> ReadRows(std::istream& stream) {
     std::vector<std::string> columns;
     std::vector<CsvRow> rows;
     std::string line;
-    for (int number = 1; std::getline(file, line); ++number) {
+    for (int number = 1; std::getline(stream, line); ++number) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
         if (line.empty()) continue;
-        std::vector<std::string> cells = SplitCells(line);
+        std::vector<std::string> cells = SplitCsvLine(line);
         if (columns.empty()) {
             columns = std::move(cells);
         } else {
@@ -80,4 +78,17 @@ std::vector<CsvRow> ReadCsv(const std::string& path) {
     return rows;
 }
 
-}  // namespace halvorn::published
+}  // namespace
+
+std::vector<CsvRow> ReadCsv(const std::string& path) {
+    std::ifstream file(path);
+    if (!file) throw std::runtime_error("cannot read " + path);
+    return ReadRows(file);
+}
+
+std::vector<CsvRow> ParseCsv(const std::string& text) {
+    std::istringstream stream(text);
+    return ReadRows(stream);
+}
+
+}  // namespace halvorn::host

@@ -1,0 +1,23 @@
+/// @file profile_names.h
+/// Names of profiles as people write them.
+#ifndef HALVORN_HOST_CATALOGUE_PROFILE_NAMES_H
+#define HALVORN_HOST_CATALOGUE_PROFILE_NAMES_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace halvorn::host {
+
+/// Returns the one spelling of a name: capitals without blanks, hyphens or underscores, X between
+/// dimensions, no zeros at the end of decimals; HE200B is HEB200, L50X5 is L50X50X5 and SHS50X5 is
+/// SHS50X50X5.
+std::string CanonicalProfileName(std::string_view name);
+
+/// Returns how many characters must be changed, added or removed to make one text of the other
+/// (Levenshtein's distance).
+std::size_t EditDistance(std::string_view a, std::string_view b);
+
+}  // namespace halvorn::host
+
+#endif

@@ -1,0 +1,152 @@
+// Catalogue profiles by name, and rings of points in CSV, as they arrive in a section.
+#include "catalogue/catalogue.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "catalogue/csv_table.h"
+#include "input/input_error.h"
+#include "input/open_section.h"
+#include "input/points_csv.h"
+#include "results/evaluate.h"
+
+namespace {
+
+using namespace halvorn::host;
+
+double Number(const Report& report, const char* key) {
+    const Value* const value = report.Find(key);
+    return value != nullptr ? value->number : NAN;
+}
+
+Report ReportOf(const std::string& name, const std::string& unit, bool wantsPublished) {
+    InputOptions options;
+    options.unit = unit;
+    options.wantsPublishedValues = wantsPublished;
+    return Evaluate(OpenSection(name, options), {});
+}
+
+// The areas of the table are rounded to three or four digits, some of them twice.
+TEST(Catalogue, DrawsEveryProfileWithItsPublishedArea) {
+    std::size_t compared = 0;
+    for (const CsvRow& row : ReadCsv("host/catalogue/profiles.csv")) {
+        const std::string& name = row.Text("name");
+        ASSERT_TRUE(IsCatalogueProfile(name)) << name;
+        const Report drawn = ReportOf(name, "mm", false);
+        const std::optional<double> area = row.Number("area");
+        if (!area) continue;
+        EXPECT_NEAR(Number(drawn, "area"), *area, 0.006 * *area) << name;
+        EXPECT_EQ(Number(ReportOf(name, "mm", true), "area"), *area) << name;
+        ++compared;
+    }
+    EXPECT_EQ(compared, 767U);
+    EXPECT_EQ(CatalogueNames().size(), 896U);
+}
+
+TEST(Catalogue, GivesPublishedValuesInAnyUnitAndOnlyThose) {
+    const Report angle = ReportOf("L100x100x10", "mm", true);
+    const Report inches = ReportOf("L100x100x10", "in", true);
+    for (const auto& [key, published] : {std::pair{"inertia_x", 1767000.0},
+                                         {"inertia_y", 1767000.0},
+                                         {"inertia_xy", -1040000.0}}) {
+        EXPECT_NEAR(Number(angle, key), published, 1e-3 * std::fabs(published)) << key;
+        EXPECT_NEAR(Number(inches, key) * std::pow(25.4, 4), Number(angle, key),
+                    1e-9 * std::fabs(published));
+    }
+    // The table has the moduli of an IPE, not its inertias.
+    const Report beam = ReportOf("IPE300", "mm", true);
+    EXPECT_NEAR(Number(beam, "elastic_modulus_top"), 557000.0, 500.0);
+    EXPECT_NEAR(Number(beam, "elastic_modulus_left"), 80500.0, 100.0);
+    const Report tapered = ReportOf("UPN200", "mm", true);
+    EXPECT_NEAR(Number(tapered, "elastic_modulus_top"), 191000.0, 500.0);
+    EXPECT_NEAR(Number(tapered, "elastic_modulus_right"), 27000.0, 100.0);
+    const Element hollow = CatalogueElements("SHS100x5", "mm", 0.01, true).front();
+    EXPECT_FALSE(hollow.given->torsionConstant || hollow.given->shearArea1);
+    EXPECT_NEAR(hollow.thinWall->constant, 4.4e6, 0.1e6);
+    EXPECT_EQ(CatalogueElements("SHS100x5", "mm", 0.01, false).size(), 2U);
+}
+
+TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
+    const std::pair<const char*, const char*> spellings[] = {{"ipe 300", "IPE300"},
+                                                             {"HE 200 B", "HEB200"},
+                                                             {"HE-200-B", "HEB200"},
+                                                             {"L 100 X 100 X 10", "L100x100x10"},
+                                                             {"L100x10", "L100x100x10"},
+                                                             {"SHS100*5", "SHS 100x100x5"},
+                                                             {"chs114,3x5", "CHS 114.3x5"},
+                                                             {"rhs 200\xC3\x97"
+                                                              "100\xC3\x97"
+                                                              "8.0",
+                                                              "RHS 200x100x8"}};
+    for (const auto& [spelling, name] : spellings) {
+        ASSERT_TRUE(IsCatalogueProfile(spelling)) << spelling;
+        EXPECT_EQ(CatalogueElements(spelling, "mm", 0.01, false).front().label, name);
+    }
+    for (const char* unknown : {"IPE310", "IPE", "", "X", "SHS1e2x5"}) {
+        EXPECT_FALSE(IsCatalogueProfile(unknown)) << unknown;
+    }
+    EXPECT_EQ(SimilarProfiles("IPE310").front(), "IPE300");
+    EXPECT_TRUE(SimilarProfiles("Hollow brick wall").empty());
+    try {
+        OpenSection("IPE301", {});
+        ADD_FAILURE() << "IPE301 is no profile";
+    } catch (const InputError& error) {
+        EXPECT_NE(std::string(error.what()).find("similar profiles: IPE300"), std::string::npos);
+    }
+}
+
+SectionModel Csv(const std::string& text) {
+    return ReadPointsCsv(text, "points.csv", {});
+}
+
+// A square of 10 with a hole of 2 x 3, written in several ways.
+TEST(PointsCsv, ReadsRingsSeparatorsUnitsAndKinds) {
+    const char* const texts[] = {
+        "0,0\n10,0\n10,10\n0,10\n\n1,1\n3,1\n3,4\n1,4\n",
+        "# drawn by hand\nx,y\n0,0\n10,0\n10,10\n0,10\n0,0\n\n\n1,1\n1,4\n3,4\n3,1\n1,1\n",
+        "x;y;contour\n0;0;a\n10;0;a\n10;10;a\n0,0;1e1;a\n1,0;1;b\n3;1;b\n3;4;b\n1;4;b\n",
+        "0\t0\n10\t0\n10\t10\n0\t+10\r\n\r\n1\t1\n3\t1\n3\t4\n1\t4",
+        "x,y,contour,kind\n1,1,b,hole\n3,1,b,hole\n3,4,b,hole\n1,4,b,hole\n0,0,a,solid\n"
+        "10,0,a,solid\n10,10,a,solid\n0,10,a,solid\n"};
+    for (const char* text : texts) {
+        SCOPED_TRACE(text);
+        const SectionModel section = Csv(text);
+        ASSERT_EQ(section.elements.size(), 2U);
+        EXPECT_EQ(section.elements[0].ring.size(), 4U);
+        EXPECT_NE(section.elements[0].isSolid, section.elements[1].isSolid);
+        EXPECT_DOUBLE_EQ(Number(Evaluate(section, {}), "area"), 94.0);
+        EXPECT_EQ(section.remarks.size(), 1U) << "that mm are assumed";
+    }
+    const SectionModel metres = Csv("# unit: m\n0,0\n1,0\n0,1\n");
+    EXPECT_EQ(metres.unit, "m");
+    EXPECT_TRUE(metres.remarks.empty());
+}
+
+TEST(PointsCsv, RefusesWhatItCannotReadAndSaysWhere) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "there are no points"},
+        {"0,0\n1,0\n", "line 1: a contour needs at least 3 points, found 2"},
+        {"0,0\n1,0\n1,nan\n", "line 3: \"nan\" is not a finite number"},
+        {"0,0\n1,0\n1,1e999\n", "line 3: \"1e999\" is not a finite number"},
+        {"0,0\n1\n", "line 2: expected 2 to 4 cells, found 1"},
+        {"0;0\n1;0\n1,5;0,5,5\n", "line 3: \"0,5,5\" is not a finite number"},
+        {"width,height\n0,0\n", "line 1: neither a point nor a header"},
+        {"# unit: feet\n0,0\n", "line 1: unknown unit \"feet\""},
+        {"x,y,contour\n0,0,a\n1,0,b\n0,1,a\n", "line 4: contour a is continued"},
+        {"0,0,a,wood\n", "line 1: unknown kind \"wood\""},
+        {"0,0,a,solid\n1,0,a,hole\n", "line 2: the contour is a solid above and a hole here"},
+        {"0,0,a,solid\n1,0,a,solid\n0,1,a,solid\n5,5,b\n6,5,b\n5,6,b\n",
+         "line 4: this contour has no kind"}};
+    for (const auto& [text, expected] : cases) {
+        SCOPED_TRACE(text);
+        try {
+            Csv(text);
+            ADD_FAILURE() << "was read";
+        } catch (const InputError& error) {
+            EXPECT_NE(std::string(error.what()).find(expected), std::string::npos) << error.what();
+        }
+    }
+}
+
+}  // namespace
