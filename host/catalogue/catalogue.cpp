@@ -9,6 +9,7 @@
 #include "catalogue/draw_profile.h"
 #include "catalogue/profile_names.h"
 #include "catalogue/profile_table.h"
+#include "input/input_error.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
 #include "shapes/rounded_polygon.h"
@@ -104,6 +105,18 @@ void Scale(double factor, GivenValues* values) {
     }
 }
 
+// @param chordTolerance  [mm]
+shapes::Outline Draw(const CsvRow& row, double chordTolerance) {
+    // The area of a small tube would suffer more from the usual tolerance than the table rounds.
+    constexpr int kLeastChordsPerQuarter = 64;
+    try {
+        return DrawProfile(row,
+                           shapes::ArcDivision::ChordError(chordTolerance, kLeastChordsPerQuarter));
+    } catch (const shapes::DimensionError& error) {
+        throw InputError(row.Text("name"), error.what(), error.Remedy());
+    }
+}
+
 Element MakeElement(const CsvRow& row, const std::vector<double>& ring, double factor) {
     Element element;
     element.label = row.Text("name");
@@ -127,10 +140,14 @@ bool IsCatalogueProfile(std::string_view name) {
 std::vector<std::string> SimilarProfiles(std::string_view name) {
     constexpr std::size_t kMost = 3;
     const std::string wanted = CanonicalProfileName(name);
+    const std::string swapped = WithSidesSwapped(wanted);
+    constexpr std::size_t kLongest = 40;  // no name with a slip or two is longer
+    if (wanted.size() > kLongest) return {};
     std::vector<std::pair<std::size_t, std::size_t>> byDistance;  // distance, row
     const Catalogue& catalogue = TheCatalogue();
     for (const auto& [canonical, row] : catalogue.byName) {
-        const std::size_t distance = EditDistance(wanted, canonical);
+        const std::size_t distance =
+            std::min(EditDistance(wanted, canonical), EditDistance(swapped, canonical));
         if (distance <= std::max<std::size_t>(2, wanted.size() / 3)) {
             byDistance.emplace_back(distance, row);
         }
@@ -154,8 +171,7 @@ std::vector<Element> CatalogueElements(std::string_view name, const std::string&
     const CsvRow* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
     const double factor = MetresPer("mm") / MetresPer(unit);
-    const shapes::Outline outline =
-        DrawProfile(*row, shapes::ArcDivision::ChordError(chordTolerance / factor));
+    const shapes::Outline outline = Draw(*row, chordTolerance / factor);
     if (wantsPublishedValues) {
         Element element = MakeElement(*row, KeyholeRing(outline), factor);
         element.given = PublishedValues(*row, outline);

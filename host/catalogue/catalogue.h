@@ -27,8 +27,10 @@ std::vector<std::string> CatalogueNames();
 /// one standard profile with the values of the table; what the table does not hold is empty.
 /// @param name            as for `IsCatalogueProfile`
 /// @param unit            of the elements
-/// @param chordTolerance  greatest distance from an arc to its chords, in `unit`
-/// @throws std::out_of_range when the catalogue has no such profile
+/// @param chordTolerance  greatest distance from an arc to its chords, in `unit`; there are at
+///                        least 64 chords per quarter turn, so that a tube keeps its area to 1e-4
+/// @throws std::out_of_range when the catalogue has no such profile, InputError for a tolerance
+///         that is not positive or asks for more than 100000 chords per quarter turn
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
                                        double chordTolerance, bool wantsPublishedValues);
 

@@ -3,10 +3,51 @@
 #include <algorithm>
 #include <cctype>
 #include <numeric>
-#include <regex>
 #include <vector>
 
 namespace halvorn::host {
+
+namespace {
+
+constexpr std::string_view kDigits = "0123456789";
+
+// 114.30X5.0 becomes 114.3X5.
+std::string WithoutEmptyDecimals(const std::string& text) {
+    std::string shortened;
+    bool hasPoint = false;
+    for (std::size_t i = 0; i <= text.size(); ++i) {
+        const bool isDigit = i < text.size() && kDigits.find(text[i]) != std::string_view::npos;
+        if (hasPoint && !isDigit) {
+            while (shortened.back() == '0') shortened.pop_back();
+            if (shortened.back() == '.') shortened.pop_back();
+            hasPoint = false;
+        }
+        if (i == text.size()) break;
+        hasPoint = hasPoint || text[i] == '.';
+        shortened += text[i];
+    }
+    return shortened;
+}
+
+// Other orders and short forms in use: HE200B, equal sides written once, a square RHS.
+std::string WithAllSides(const std::string& text) {
+    const std::size_t first = std::min(text.find_first_of(kDigits), text.size());
+    const std::string series = text.substr(0, first);
+    const std::string size = text.substr(first);
+    if (series == "HE" && !size.empty() && size.find_first_not_of(kDigits) + 1 == size.size() &&
+        std::string_view("ABM").find(size.back()) != std::string_view::npos) {
+        return series + size.back() + size.substr(0, size.size() - 1);
+    }
+    const std::size_t times = size.find('X');
+    if (times == std::string::npos) return text;
+    const std::string side = size.substr(0, times + 1), rest = size.substr(times + 1);
+    const bool isShort = rest.find('X') == std::string::npos;
+    if (isShort && (series == "L" || series == "SHS")) return series + side + side + rest;
+    if (series == "RHS" && rest.starts_with(side)) return "SHS" + size;
+    return text;
+}
+
+}  // namespace
 
 std::string CanonicalProfileName(std::string_view name) {
     constexpr std::string_view kTimes = "\xC3\x97";  // the multiplication sign in UTF-8
@@ -21,13 +62,17 @@ std::string CanonicalProfileName(std::string_view name) {
         if (std::isspace(c) != 0 || c == '-' || c == '_') continue;
         text += c == '*' ? 'X' : c == ',' ? '.' : static_cast<char>(std::toupper(c));
     }
-    static const std::regex zeros(R"((\.\d*?)0+(?=X|$))"), point(R"(\.(?=X|$))");
-    static const std::regex wideFlange(R"(^HE(\d+)([ABM])$)");
-    static const std::regex equalSides(R"(^(L|SHS)([\d.]+)X([\d.]+)$)");
-    text = std::regex_replace(text, zeros, "$1");
-    text = std::regex_replace(text, point, "");
-    text = std::regex_replace(text, wideFlange, "HE$2$1");
-    return std::regex_replace(text, equalSides, "$1$2X$2X$3");
+    return WithAllSides(WithoutEmptyDecimals(text));
+}
+
+std::string WithSidesSwapped(const std::string& canonicalName) {
+    const std::size_t first = canonicalName.find_first_of(kDigits);
+    const std::size_t second = canonicalName.find('X', first);
+    if (second == std::string::npos) return canonicalName;
+    const std::size_t third = canonicalName.find('X', second + 1);
+    if (third == std::string::npos) return canonicalName;
+    return canonicalName.substr(0, first) + canonicalName.substr(second + 1, third - second - 1) +
+           "X" + canonicalName.substr(first, second - first) + canonicalName.substr(third);
 }
 
 std::size_t EditDistance(std::string_view a, std::string_view b) {

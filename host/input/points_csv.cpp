@@ -144,10 +144,11 @@ private:
         }
         if (contour.points.empty()) contour.kind = kind;
         if (contour.kind != kind) {
-            const auto called = [](const std::string& k) { return k.empty() ? "nothing" : k; };
+            const auto called = [](const std::string& k) {
+                return k.empty() ? "nothing" : "a " + k;
+            };
             Fail(lineNumber_,
-                 "the contour is called " + called(contour.kind) + " above and " + called(kind) +
-                     " here",
+                 "the contour is " + called(contour.kind) + " above and " + called(kind) + " here",
                  "give all its points the same kind");
         }
         contour.points.emplace_back(x, y);
@@ -170,7 +171,8 @@ private:
     }
 
     SectionModel Section(const InputOptions& options) {
-        if (contours_.empty()) throw InputError(source_, "has no points", "write one x,y a line");
+        if (contours_.empty())
+            throw InputError(source_, "there are no points", "write one x,y a line");
         SectionModel section;
         section.source = source_;
         section.unit = !unit_.empty() ? unit_ : options.unit.value_or("mm");

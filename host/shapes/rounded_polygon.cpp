@@ -168,14 +168,14 @@ ArcDivision ArcDivision::StepsPerQuarter(int steps) {
     return ArcDivision(steps, 0.0);
 }
 
-ArcDivision ArcDivision::ChordError(double distance) {
+ArcDivision ArcDivision::ChordError(double distance, int leastPerQuarter) {
     RequirePositive("arc division", {{"chord error", distance}});
-    return ArcDivision(0, distance);
+    return ArcDivision(StepsPerQuarter(leastPerQuarter).stepsPerQuarter_, distance);
 }
 
 int ArcDivision::Chords(double radius, double sweep) const {
-    double step = quarterTurn / std::max(stepsPerQuarter_, 1);
-    if (stepsPerQuarter_ == 0) {
+    double step = quarterTurn / stepsPerQuarter_;
+    if (chordError_ > 0.0) {
         // The distance is r (1 - cos(step / 2)) = 2 r sin^2(step / 4); the sine keeps the digits
         // that the cosine of a small angle loses.
         const double ratio = std::min(1.0, chordError_ / (2.0 * radius));

@@ -20,9 +20,11 @@ public:
     static ArcDivision StepsPerQuarter(int steps);
 
     /// Every arc gets as few equal chords as keep the distance from chord to arc at or below
-    /// `distance` [L], and at least one chord per quarter turn.
-    /// @throws std::invalid_argument unless the distance is positive and finite
-    static ArcDivision ChordError(double distance);
+    /// `distance` [L], and at least so many chords per quarter turn: 64 hold the area of a circle
+    /// to 1e-4 of it, whatever its radius.
+    /// @throws std::invalid_argument unless the distance is positive and finite and
+    ///         1 <= leastPerQuarter <= 100000
+    static ArcDivision ChordError(double distance, int leastPerQuarter = 1);
 
     /// Returns the number of chords for an arc, at least 1.
     /// @param radius positive [L]
@@ -33,8 +35,8 @@ public:
 private:
     ArcDivision(int steps, double distance) : stepsPerQuarter_(steps), chordError_(distance) {}
 
-    int stepsPerQuarter_;  // 0: divided by chord error
-    double chordError_;    // [L]
+    int stepsPerQuarter_;  // with a chord error the least
+    double chordError_;    // [L], 0: divided by steps
 };
 
 /// A radius that is too large for the edges at its corner.

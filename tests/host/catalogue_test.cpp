@@ -20,8 +20,10 @@ double Number(const Report& report, const char* key) {
     return value != nullptr ? value->number : NAN;
 }
 
-Report ReportOf(const std::string& name, const std::string& unit, bool wantsPublished) {
+Report ReportOf(const std::string& name, const std::string& unit, bool wantsPublished,
+                double chordTolerance = 0.01) {
     InputOptions options;
+    options.chordTolerance = chordTolerance;
     options.unit = unit;
     options.wantsPublishedValues = wantsPublished;
     return Evaluate(OpenSection(name, options), {});
@@ -34,6 +36,10 @@ TEST(Catalogue, DrawsEveryProfileWithItsPublishedArea) {
         const std::string& name = row.Text("name");
         ASSERT_TRUE(IsCatalogueProfile(name)) << name;
         const Report drawn = ReportOf(name, "mm", false);
+        const double exact = Number(ReportOf(name, "mm", false, 1e-4), "area");
+        for (const Report& coarse : {drawn, ReportOf(name, "mm", false, 5.0)}) {
+            EXPECT_NEAR(Number(coarse, "area"), exact, 1.1e-4 * exact) << name;
+        }
         const std::optional<double> area = row.Number("area");
         if (!area) continue;
         EXPECT_NEAR(Number(drawn, "area"), *area, 0.006 * *area) << name;
@@ -74,6 +80,7 @@ TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
                                                              {"L 100 X 100 X 10", "L100x100x10"},
                                                              {"L100x10", "L100x100x10"},
                                                              {"SHS100*5", "SHS 100x100x5"},
+                                                             {"rhs100x100x5", "SHS 100x100x5"},
                                                              {"chs114,3x5", "CHS 114.3x5"},
                                                              {"rhs 200\xC3\x97"
                                                               "100\xC3\x97"
@@ -83,11 +90,18 @@ TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
         ASSERT_TRUE(IsCatalogueProfile(spelling)) << spelling;
         EXPECT_EQ(CatalogueElements(spelling, "mm", 0.01, false).front().label, name);
     }
-    for (const char* unknown : {"IPE310", "IPE", "", "X", "SHS1e2x5"}) {
-        EXPECT_FALSE(IsCatalogueProfile(unknown)) << unknown;
+    const std::string endless = "1." + std::string(1000000, '0');
+    for (const std::string& unknown :
+         {std::string("IPE310"), std::string("IPE"), std::string(), std::string("HE"),
+          std::string("X"), std::string("SHS1e2x5"), std::string(".0x.0x"), endless}) {
+        EXPECT_FALSE(IsCatalogueProfile(unknown)) << unknown.substr(0, 20);
     }
     EXPECT_EQ(SimilarProfiles("IPE310").front(), "IPE300");
-    EXPECT_TRUE(SimilarProfiles("Hollow brick wall").empty());
+    EXPECT_EQ(SimilarProfiles("RHS 100x200x8").front(), "RHS 200x100x8");
+    for (const std::string& strange : {std::string("Hollow brick wall"), endless + "1"}) {
+        EXPECT_TRUE(SimilarProfiles(strange).empty());
+    }
+    EXPECT_THROW(CatalogueElements("IPE300", "mm", 1e-15, false), InputError);
     try {
         OpenSection("IPE301", {});
         ADD_FAILURE() << "IPE301 is no profile";
@@ -106,6 +120,9 @@ TEST(PointsCsv, ReadsRingsSeparatorsUnitsAndKinds) {
         "0,0\n10,0\n10,10\n0,10\n\n1,1\n3,1\n3,4\n1,4\n",
         "# drawn by hand\nx,y\n0,0\n10,0\n10,10\n0,10\n0,0\n\n\n1,1\n1,4\n3,4\n3,1\n1,1\n",
         "x;y;contour\n0;0;a\n10;0;a\n10;10;a\n0,0;1e1;a\n1,0;1;b\n3;1;b\n3;4;b\n1;4;b\n",
+        // As spreadsheets write it: marked, decimal commas, an empty row.
+        "\xEF\xBB\xBF# one, two; three\r\nX;Y\r\n0,0;0\r\n10;0\r\n10;10,0\r\n0;10\r\n;\r\n"
+        "1;1\r\n3;1\r\n3;4\r\n1;4\r\n",
         "0\t0\n10\t0\n10\t10\n0\t+10\r\n\r\n1\t1\n3\t1\n3\t4\n1\t4",
         "x,y,contour,kind\n1,1,b,hole\n3,1,b,hole\n3,4,b,hole\n1,4,b,hole\n0,0,a,solid\n"
         "10,0,a,solid\n10,10,a,solid\n0,10,a,solid\n"};
@@ -131,6 +148,11 @@ TEST(PointsCsv, RefusesWhatItCannotReadAndSaysWhere) {
         {"0,0\n1,0\n1,1e999\n", "line 3: \"1e999\" is not a finite number"},
         {"0,0\n1\n", "line 2: expected 2 to 4 cells, found 1"},
         {"0;0\n1;0\n1,5;0,5,5\n", "line 3: \"0,5,5\" is not a finite number"},
+        {"x;y\n0;0\n1,000;2.5\n", "line 3: \"2.5\" has a decimal point, numbers above have"},
+        {"0,0\n+-1,0\n", "line 2: \"+-1\" is not a finite number"},
+        {"0,0,a,solid\n1,0,a\n", "line 2: the contour is a solid above and nothing here"},
+        {"0,0\n9,0\n0,9\n\n1,1\n9,1\n1,9\n", "line 5: crosses the outline of line 1"},
+        {"0,0\n9,0\n0,9\n\n9,0\n0,9\n0,0\n", "line 5: lies on the outline of line 1"},
         {"width,height\n0,0\n", "line 1: neither a point nor a header"},
         {"# unit: feet\n0,0\n", "line 1: unknown unit \"feet\""},
         {"x,y,contour\n0,0,a\n1,0,b\n0,1,a\n", "line 4: contour a is continued"},
