@@ -24,9 +24,11 @@ std::string Ending(const std::string& path) {
 
 bool IsFileName(const std::string& argument) {
     std::error_code error;
-    return argument == "-" || std::filesystem::exists(argument, error) ||
-           argument.find_first_of("/\\") != std::string::npos || Ending(argument) == ".json" ||
-           Ending(argument) == ".dxf" || Ending(argument) == ".csv";
+    const bool isFile =
+        std::filesystem::exists(argument, error) &&
+        !(std::filesystem::is_directory(argument, error) && IsCatalogueProfile(argument));
+    return argument == "-" || isFile || argument.find_first_of("/\\") != std::string::npos ||
+           Ending(argument) == ".json" || Ending(argument) == ".dxf" || Ending(argument) == ".csv";
 }
 
 SectionModel CatalogueSection(const std::string& name, const InputOptions& options) {
