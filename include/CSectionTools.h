@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+/// @def HALVORN_SECTION_TOOLS_API
+/// Marks the class that the library exports and its hosts import.
 #if defined(_WIN32)
 #if defined(HALVORN_SECTION_TOOLS_BUILDING)
 #define HALVORN_SECTION_TOOLS_API __declspec(dllexport)
