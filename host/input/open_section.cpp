@@ -27,8 +27,9 @@ bool IsFileName(const std::string& argument) {
     const bool isFile =
         std::filesystem::exists(argument, error) &&
         !(std::filesystem::is_directory(argument, error) && IsCatalogueProfile(argument));
-    return argument == "-" || isFile || argument.find_first_of("/\\") != std::string::npos ||
-           Ending(argument) == ".json" || Ending(argument) == ".dxf" || Ending(argument) == ".csv";
+    return argument.empty() || argument == "-" || isFile ||
+           argument.find_first_of("/\\") != std::string::npos || Ending(argument) == ".json" ||
+           Ending(argument) == ".dxf" || Ending(argument) == ".csv";
 }
 
 SectionModel CatalogueSection(const std::string& name, const InputOptions& options) {
