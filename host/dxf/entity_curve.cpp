@@ -255,7 +255,7 @@ private:
             const Point end = line[(i + 1) % line.size()].at;
             AppendBulge(points, end, line[i].bulge, tolerance_);
             if (points.size() > kMostPoints) {
-                throw std::invalid_argument("the chord tolerance is too small for it");
+                throw std::invalid_argument("it takes more than a million points");
             }
         }
         if (isClosed && points.size() > 1 && points.back() == points.front()) points.pop_back();
@@ -298,7 +298,7 @@ CurveReading ReadCurve(const Entity& entity, std::span<const Entity> vertices,
         return reading;
     } catch (const std::invalid_argument& error) {
         Refuse(source, entity.line, std::string(entity.kind) + ": " + error.what(),
-               "give a larger chord tolerance");
+               "give a larger chord tolerance or a simpler curve");
     }
 }
 

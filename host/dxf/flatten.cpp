@@ -52,8 +52,9 @@ void Bisect(Points& points, std::vector<WeightedPoint> control, double tolerance
         points.push_back(Cartesian(control.back()));
         return;
     }
-    if (depth == 0 || points.size() >= kMostPoints) {
-        throw std::invalid_argument("the chord tolerance is too small for it");
+    if (depth == 0) throw std::invalid_argument("the chord tolerance is too small for it");
+    if (points.size() >= kMostPoints) {
+        throw std::invalid_argument("it takes more than a million points");
     }
     // De Casteljau: every pass replaces neighbours by their middles; the first of each pass are the
     // control points of the left half, the last ones those of the right half.

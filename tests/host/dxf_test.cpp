@@ -492,6 +492,18 @@ TEST(DxfDrawing, SurvivesEveryPrefixAndEveryChangedByte) {
     EXPECT_GT(errors, text.size());
 }
 
+TEST(DxfDrawing, ReadsTheExamples) {
+    const auto area = [](const char* file, std::size_t outlines) {
+        const SectionModel section = Read(ReadInput(file), Fine(1e-4));
+        EXPECT_EQ(section.elements.size(), outlines);
+        EXPECT_EQ(section.remarks.size(), 1U) << Joined(section.remarks);
+        return MomentsOf(section).area;
+    };
+    EXPECT_NEAR(area("examples/ipe-300-lines.dxf", 1),
+                (2 * 150 * 10.7 + 7.1 * 278.6) + 225 * (4 - kPi), 0.01);
+    EXPECT_NEAR(area("examples/extrusion-cm.dxf", 4), 40 - (4 - kPi) - 3 * kPi - 0.75 * kPi, 1e-3);
+}
+
 // Drawings by other hands, beside the source tree where they are at hand. The expected areas come
 // from a script that shares nothing with this reader: it samples the raw entities (4000 points an
 // arc, 1000 a spline by the Cox-de Boor recursion), chains them greedily and sums the trapezoids.
