@@ -9,12 +9,13 @@
 
 namespace halvorn::host {
 
-/// Returns the line of column names, the same for every section: source, name, unit, every key of a
-/// section's and a polyline's values, notes.
+/// Returns the line of column names, the same for every section, with its line feed: source, name,
+/// unit, every key of a section's and a polyline's values, every derived one, notes.
 std::string CsvHeader();
 
-/// Returns one line with every digit of each number; a cell is empty where a value does not exist
-/// or was not computed.
+/// Returns one line, with its line feed and every digit of each number; a cell is empty where a
+/// value does not exist or was not computed. The last cell holds the remarks on reading, the notes
+/// and the reasons of what was not computed, separated by "; ".
 std::string CsvRow(const Report& report);
 
 }  // namespace halvorn::host

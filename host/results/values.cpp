@@ -35,6 +35,26 @@ const std::array<ValueDescription, 10> kPolylineValues = {{
     {"shear_area_y", "Shear area, y", "Avy", 2, 6},
 }};
 
+const std::array<DerivedDescription, 17> kDerivedValues = {{
+    {"principal_inertia_1", "Principal second moment, larger", "I1", 4, ""},
+    {"principal_inertia_2", "Principal second moment, smaller", "I2", 4, ""},
+    {"principal_angle", "Angle of principal axis 1 from x", "alpha", 0, "deg"},
+    {"radius_of_gyration_x", "Radius of gyration, horizontal axis", "ix", 1, ""},
+    {"radius_of_gyration_y", "Radius of gyration, vertical axis", "iy", 1, ""},
+    {"radius_of_gyration_1", "Radius of gyration, principal axis 1", "i1", 1, ""},
+    {"radius_of_gyration_2", "Radius of gyration, principal axis 2", "i2", 1, ""},
+    {"shape_factor_x", "Shape factor, horizontal axis", "Wpl,x/Wel,x", 0, ""},
+    {"shape_factor_y", "Shape factor, vertical axis", "Wpl,y/Wel,y", 0, ""},
+    {"plastic_axis_y", "Horizontal plastic axis, y", "ypl", 1, ""},
+    {"plastic_axis_x", "Vertical plastic axis, x", "xpl", 1, ""},
+    {"plastic_axis_y_net", "Horizontal plastic axis, net, y", "ypl,net", 1, ""},
+    {"plastic_axis_x_net", "Vertical plastic axis, net, x", "xpl,net", 1, ""},
+    {"plastic_modulus_x_net", "Net plastic modulus, horizontal axis", "Wpl,x,net", 3, ""},
+    {"plastic_modulus_y_net", "Net plastic modulus, vertical axis", "Wpl,y,net", 3, ""},
+    {"torsion_constant_thin_wall", "Torsion constant, thin walls", "It,thin", 4, ""},
+    {"mass_per_metre", "Mass per metre", "m", 0, "kg/m"},
+}};
+
 std::string UnitLabel(const std::string& lengthUnit, int power) {
     if (power == 0) return "";
     return power == 1 ? lengthUnit : lengthUnit + "^" + std::to_string(power);

@@ -24,6 +24,18 @@ extern const std::array<ValueDescription, 17> kSectionValues;
 /// The outputs of `CSectionTools::CalculContourQuelconqueTOOL` in reading order.
 extern const std::array<ValueDescription, 10> kPolylineValues;
 
+/// What a derived value is called and measured in.
+struct DerivedDescription {
+    const char* key;
+    const char* name;
+    const char* symbol;
+    int power;         // of the length unit; 0: see `unit`
+    const char* unit;  // "deg", "kg/m" or none, when the power is 0
+};
+
+/// What the host derives from a section of elements, in reading order.
+extern const std::array<DerivedDescription, 17> kDerivedValues;
+
 /// Returns the unit of a value: "mm", "mm^2", ...; empty for power 0.
 std::string UnitLabel(const std::string& lengthUnit, int power);
 
