@@ -3,7 +3,9 @@
 #ifndef HALVORN_HOST_BATCH_BATCH_H
 #define HALVORN_HOST_BATCH_BATCH_H
 
+#include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,11 +14,21 @@
 
 namespace halvorn::host {
 
+/// What the command line says about every section.
+struct SectionOptions {
+    InputOptions input;
+    Shift shift;
+    std::optional<double> density;  ///< goes before that of a file [kg/m^3]
+};
+
+/// Reads the section that `argument` names and computes its values.
+/// @throws InputError as `OpenSection`, and for a polyline whose reference point is to be shifted
+Report EvaluateInput(const std::string& argument, const SectionOptions& options);
+
 enum class BatchFormat { Csv, JsonLines };
 
 struct BatchOptions {
-    InputOptions input;
-    Shift shift;
+    SectionOptions section;
     BatchFormat format = BatchFormat::Csv;
     unsigned threads = 0;        ///< 0: one for each core
     bool showsProgress = false;  ///< a bar on standard error

@@ -179,7 +179,7 @@ BAD_TEXTS = [
 ]
 
 BAD_COMMAND_LINES = [
-    ([], "FILE"), (["--colour", "x"], "--colour"), (["x", "y"], "y"),
+    (["--colour", "x"], "--colour"),
     (["--dx", "wide", "x"], "dx"), (["--dx", "nan", "x"], "finite"), (["--dy", "1e999", "x"], "--dy"),
     (["--dx", "", "x"], "--dx"), (["--dx", "0x10", "x"], "--dx"),
     (["--dy", "1", EXAMPLES / "bent-plate.json"], "/polyline"),

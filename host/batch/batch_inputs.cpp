@@ -1,0 +1,120 @@
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "batch/batch.h"
+#include "catalogue/csv_table.h"
+#include "input/input_error.h"
+#include "input/input_text.h"
+
+namespace halvorn::host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Ending(const fs::path& path) {
+    std::string ending = path.extension().string();
+    for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return ending;
+}
+
+std::string Trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\"");
+    if (first == std::string::npos) return "";
+    return text.substr(first, text.find_last_not_of(" \t\r\"") - first + 1);
+}
+
+void AddFolder(const std::string& folder, std::vector<std::string>* arguments) {
+    std::vector<std::string> files;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string ending = Ending(entry->path());
+        if (ending == ".json" || ending == ".dxf" || ending == ".csv") {
+            files.push_back(entry->path().string());
+        }
+    }
+    if (error) throw InputError(folder, "cannot be read: " + error.message(), "check the folder");
+    if (files.empty()) {
+        throw InputError(folder, "holds no section files", "put .json, .dxf or .csv files into it");
+    }
+    std::sort(files.begin(), files.end());
+    arguments->insert(arguments->end(), files.begin(), files.end());
+}
+
+// An entry of a list: a file beside the list goes before one in the working folder.
+std::string Resolved(const std::string& entry, const fs::path& list) {
+    const fs::path beside = list.parent_path() / entry;
+    std::error_code error;
+    return fs::is_regular_file(beside, error) ? beside.string() : entry;
+}
+
+// The entries of a list of one a line; '#' begins a comment.
+void AddList(const std::string& path, std::vector<std::string>* arguments) {
+    const std::size_t before = arguments->size();
+    std::istringstream stream(ReadInput(path));
+    std::string line;
+    while (std::getline(stream, line)) {
+        const std::string entry = Trimmed(line.substr(0, line.find('#')));
+        if (!entry.empty()) arguments->push_back(Resolved(entry, path));
+    }
+    if (arguments->size() == before) {
+        throw InputError(path, "the list is empty", "write one profile or file a line");
+    }
+}
+
+// The cells of the column `name`, if the table has one; otherwise it is a section of points.
+bool AddTable(const std::string& path, std::vector<std::string>* arguments) {
+    std::istringstream stream(ReadInput(path));
+    std::string line;
+    std::getline(stream, line);
+    const char separator = line.find(';') != std::string::npos    ? ';'
+                           : line.find('\t') != std::string::npos ? '\t'
+                                                                  : ',';
+    const auto cells = [&] {
+        std::vector<std::string> row = SplitCsvLine(line, separator);
+        for (std::string& cell : row) cell = Trimmed(cell);
+        return row;
+    };
+    const std::vector<std::string> columns = cells();
+    const auto column = std::find(columns.begin(), columns.end(), "name");
+    if (column == columns.end()) return false;
+    const auto index = static_cast<std::size_t>(column - columns.begin());
+    const std::size_t before = arguments->size();
+    for (std::size_t number = 2; std::getline(stream, line); ++number) {
+        const std::vector<std::string> row = cells();
+        if (row.size() == 1 && row[0].empty()) continue;
+        if (index >= row.size() || row[index].empty()) {
+            throw InputError(path + ": line " + std::to_string(number),
+                             "the column \"name\" is empty", "name a profile or a section file");
+        }
+        arguments->push_back(Resolved(row[index], path));
+    }
+    if (arguments->size() == before) {
+        throw InputError(path, "the table has no rows", "name a profile or a section file a line");
+    }
+    return true;
+}
+
+}  // namespace
+
+std::vector<std::string> ExpandBatch(const std::vector<std::string>& paths) {
+    std::vector<std::string> arguments;
+    for (const std::string& path : paths) {
+        std::error_code error;
+        const bool isFile = fs::is_regular_file(path, error);
+        if (fs::is_directory(path, error)) {
+            AddFolder(path, &arguments);
+        } else if (isFile && Ending(path) == ".txt") {
+            AddList(path, &arguments);
+        } else if (!(isFile && Ending(path) == ".csv" && AddTable(path, &arguments))) {
+            arguments.push_back(path);
+        }
+    }
+    return arguments;
+}
+
+}  // namespace halvorn::host

@@ -1,0 +1,108 @@
+// Many sections to one table: what stands for what, in which order, and what becomes of bad ones.
+#include "batch/batch.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "input/input_error.h"
+#include "output/csv.h"
+
+namespace {
+
+using namespace halvorn::host;
+namespace fs = std::filesystem;
+
+class Batch : public testing::Test {
+protected:
+    fs::path folder = fs::path(testing::TempDir()) / "halvorn_batch";
+
+    void SetUp() override {
+        fs::remove_all(folder);
+        fs::create_directories(folder / "sections");
+        fs::create_directories(folder / "empty");
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    std::string Write(const std::string& name, const std::string& text) const {
+        std::ofstream(folder / name) << text;
+        return (folder / name).string();
+    }
+    static std::string Square(double side) {
+        const std::string s = std::to_string(side);
+        return "# unit: mm\n0,0\n" + s + ",0\n" + s + "," + s + "\n0," + s + "\n";
+    }
+};
+
+struct Table {
+    std::vector<std::string> lines;
+    std::vector<std::string> complaints;
+    std::size_t leftOut = 0;
+};
+
+Table RunAll(const std::vector<std::string>& arguments, const BatchOptions& options) {
+    Table table;
+    table.leftOut = RunBatch(
+        arguments, options, [&](const std::string& line) { table.lines.push_back(line); },
+        [&](const std::string& message) { table.complaints.push_back(message); });
+    return table;
+}
+
+TEST_F(Batch, FoldersListsAndTablesStandForTheirEntries) {
+    const std::string b = Write("sections/b.csv", Square(2)),
+                      a = Write("sections/a.CSV", Square(1));
+    Write("sections/readme.md", "no section");
+    const std::string list =
+        Write("list.txt", "# profiles\nIPE 300\n\n  sections/b.csv  # a file\n");
+    const std::string table = Write("table.csv", "mark;name\n1;HEB200\n2;\"SHS100x5\"\n\n");
+    const std::string points = Write("points.csv", Square(3));
+    EXPECT_EQ(
+        ExpandBatch({(folder / "sections").string(), list, table, points, "UPE200"}),
+        (std::vector<std::string>{a, b, "IPE 300", b, "HEB200", "SHS100x5", points, "UPE200"}));
+    const std::string bad[] = {(folder / "empty").string(), Write("empty.txt", "# nothing\n"),
+                               Write("empty.csv", "name\n"), Write("gap.csv", "a,name\n1,\n")};
+    for (const std::string& path : bad) EXPECT_THROW(ExpandBatch({path}), InputError) << path;
+}
+
+TEST_F(Batch, KeepsTheOrderOnAnyNumberOfThreadsAndGoesOnAfterABadSection) {
+    std::vector<std::string> arguments;
+    for (int i = 0; i < 60; ++i) {
+        arguments.push_back(
+            Write("s" + std::to_string(i) + ".csv", i % 20 == 7 ? "0,0\n1\n" : Square(1 + i)));
+    }
+    BatchOptions options;
+    for (const BatchFormat format : {BatchFormat::Csv, BatchFormat::JsonLines}) {
+        options.format = format;
+        options.threads = 1;
+        const Table alone = RunAll(arguments, options);
+        const std::size_t headers = format == BatchFormat::Csv ? 1 : 0;
+        ASSERT_EQ(alone.lines.size(), 57 + headers);
+        EXPECT_EQ(alone.leftOut, 3U);
+        ASSERT_EQ(alone.complaints.size(), 3U);
+        EXPECT_NE(alone.complaints[1].find("s27.csv: line 2: expected"), std::string::npos);
+        if (headers > 0) {
+            EXPECT_EQ(alone.lines[0], CsvHeader());
+        }
+        EXPECT_NE(alone.lines[headers].find("s0.csv"), std::string::npos);
+        for (const std::string& line : alone.lines) {
+            EXPECT_EQ(line.find('\n'), line.size() - 1);
+        }
+        for (const unsigned threads : {2U, 7U, 100U}) {
+            options.threads = threads;
+            const Table together = RunAll(arguments, options);
+            EXPECT_EQ(together.lines, alone.lines);
+            EXPECT_EQ(together.complaints, alone.complaints);
+        }
+    }
+}
+
+TEST_F(Batch, StopsWhenTheTableCannotBeWritten) {
+    const std::vector<std::string> arguments(50, Write("s.csv", Square(1)));
+    EXPECT_THROW(RunBatch(
+                     arguments, {}, [](const std::string&) { throw std::runtime_error("full"); },
+                     [](const std::string&) {}),
+                 std::runtime_error);
+}
+
+}  // namespace

@@ -1,0 +1,106 @@
+"""The command line of halvorn-section: test_command_line.py PROGRAM SOURCE_FOLDER."""
+import csv
+import io
+import json
+import os
+import pty
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM, SOURCE = sys.argv[1:3]
+EXAMPLES = os.path.join(SOURCE, "examples")
+
+
+def run(*arguments, **options):
+    return subprocess.run([PROGRAM, *arguments], capture_output=True, text=True, timeout=120, **options)
+
+
+class CommandLine(unittest.TestCase):
+    def test_refuses_what_makes_no_sense_in_one_line(self):
+        cases = [
+            ([], "INPUT is missing"), (["-x"], "not expected: -x"), (["IPE300", "HEB200"], "add --batch"),
+            (["--json", "--csv", "IPE300"], "excludes"), (["--check", "--batch", "a"], "different tasks"),
+            (["IPE300", "--dx", ""], "not a number"), (["IPE300", "--dy", "0x10"], "not a number"),
+            (["IPE300", "--density", "-1"], "--density must be greater than 0"),
+            (["IPE300", "--chord-tolerance", "0"], "--chord-tolerance must be greater than 0"),
+            (["IPE300", "--unit", "ft"], "ft not in"), (["IPE300", "--figure", "beam.bmp"], ".svg"),
+            (["IPE300", "--figure", "no/such/folder/a.svg"], "no/such/folder"),
+            (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"), (["IPE301"], "similar profiles: IPE300"),
+            (["--list-profiles", "IPE300"], "takes no INPUT"), (["missing.json"], "missing.json"),
+        ]
+        for arguments, expected in cases:
+            with self.subTest(arguments):
+                done = run(*arguments)
+                self.assertEqual((done.returncode, done.stdout), (2, ""))
+                self.assertRegex(done.stderr, r"\Ahalvorn-section: [^\n]+\n\Z")
+                self.assertIn(expected, done.stderr)
+
+    def test_the_man_page_and_the_help_name_the_same_options(self):
+        with open(os.path.join(SOURCE, "docs", "halvorn-section.1"), encoding="utf-8") as file:
+            page = file.read().replace("\\-", "-")
+        options = set(re.findall(r"--[a-z][a-z-]+", run("--help").stdout))
+        self.assertEqual(options, set(re.findall(r"--[a-z][a-z-]+", page)))
+        self.assertGreater(len(options), 12)
+
+    def test_prints_one_section_as_table_json_and_csv(self):
+        table = run("IPE300").stdout
+        values = json.loads(run("--json", "IPE300").stdout)["values"]
+        rows = list(csv.DictReader(io.StringIO(run("--csv", "IPE300").stdout)))
+        self.assertIn("Second moment, horizontal axis", table)
+        self.assertEqual(float(rows[0]["inertia_x"]), values["inertia_x"]["value"])
+        self.assertAlmostEqual(values["inertia_x"]["value"], 83.56e6, delta=0.02e6)
+        published = json.loads(run("--json", "--published", "--unit", "cm", "SHS100x5").stdout)["values"]
+        self.assertEqual(published["area"]["unit"], "cm^2")
+
+    def test_check_tells_by_its_exit_code(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "bow.csv")
+            with open(path, "w", encoding="utf-8") as file:
+                file.write("# unit: mm\n0,0\n10,10\n10,0\n0,12\n")
+            done = run("--check", path)
+            self.assertEqual(done.returncode, 3)
+            self.assertIn("error: line 2: edges 0 and 2 cross at (5.45455, 5.45455)", done.stdout)
+        sound = run("--check", "IPE300")
+        self.assertEqual((sound.returncode, sound.stdout, sound.stderr), (0, "nothing found\n", ""))
+
+    def test_batches_write_what_can_be_read_and_name_the_rest(self):
+        done = run("--batch", EXAMPLES, "IPE300", "IPE301", "HEB200")
+        rows = list(csv.DictReader(io.StringIO(done.stdout)))
+        sections = [name for name in os.listdir(EXAMPLES) if name.endswith((".json", ".dxf", ".csv"))]
+        self.assertEqual(done.returncode, 2)
+        self.assertEqual(len(rows), len(sections) + 2)
+        self.assertRegex(done.stderr, r"\Ahalvorn-section: IPE301: [^\n]+\n\Z")  # and no progress in a pipe
+        lines = run("--batch", "--json", "--threads", "2", "IPE300", "HEB200").stdout.splitlines()
+        self.assertEqual([json.loads(line)["name"] for line in lines], ["IPE300", "HEB200"])
+
+    def test_a_terminal_sees_progress(self):
+        master, slave = pty.openpty()
+        done = subprocess.run([PROGRAM, "--batch", *["IPE300"] * 50], stdout=subprocess.DEVNULL, stderr=slave,
+                              check=True, timeout=120)
+        os.close(slave)
+        self.assertEqual(done.returncode, 0)
+        self.assertIn(b"50 of 50", os.read(master, 1 << 16))
+        os.close(master)
+
+    def test_a_figure_is_written_whole_or_the_build_says_that_it_draws_none(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "beam.svg")
+            done = run("IPE300", "--figure", path)
+            if "draws no figures" in done.stderr:
+                self.skipTest("this build draws no figures")
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            with open(path, encoding="utf-8") as file:
+                self.assertIn("IPE300", file.read())
+            self.assertEqual(os.listdir(folder), ["beam.svg"])
+
+    def test_lists_the_catalogue(self):
+        names = run("--list-profiles").stdout.splitlines()
+        self.assertEqual(len(names), len(set(names)))
+        self.assertIn("HEB200", names)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
