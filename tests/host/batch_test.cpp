@@ -16,7 +16,9 @@ namespace fs = std::filesystem;
 
 class Batch : public testing::Test {
 protected:
-    fs::path folder = fs::path(testing::TempDir()) / "halvorn_batch";
+    fs::path folder = fs::path(testing::TempDir()) /
+                      (std::string("halvorn_batch_") +
+                       testing::UnitTest::GetInstance()->current_test_info()->name());
 
     void SetUp() override {
         fs::remove_all(folder);
