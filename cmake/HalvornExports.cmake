@@ -10,3 +10,11 @@ if(NOT WIN32 AND NOT APPLE)
   endif()
   set_property(TARGET HalvornSectionTools APPEND PROPERTY LINK_DEPENDS ${HALVORN_VERSION_SCRIPT})
 endif()
+if(WIN32)
+  # One file name with every compiler: MinGW would put "lib" before it.
+  set_target_properties(HalvornSectionTools PROPERTIES PREFIX "")
+endif()
+if(MINGW)
+  # What dllexport marks and nothing else, also where nothing is marked.
+  target_link_options(HalvornSectionTools PRIVATE LINKER:--exclude-all-symbols)
+endif()

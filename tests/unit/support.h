@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <cstdint>
 #include <random>
@@ -46,7 +47,11 @@ struct Moments {
 /// Moments of a counter-clockwise ring, by triangles to the origin in 113 bits: exact for integer
 /// coordinates, for which 24 times each integral is an integer, and rounded once at the end.
 inline Moments ExactMoments(const Ring& ring) {
+#if LDBL_MANT_DIG == 113
+    using Real = long double;
+#else
     __extension__ using Real = __float128;
+#endif
     Real a = 0, sx = 0, sy = 0, yy = 0, xx = 0, xy = 0;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const Real x0 = ring[i].first, y0 = ring[i].second;
