@@ -6,7 +6,12 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 
+#include "model/push_element.h"
+#include "model/ring_sides.h"
+#include "results/derived.h"
+#include "results/methods.h"
 #include "results/values.h"
 
 namespace halvorn::host {
@@ -25,9 +30,14 @@ constexpr const char* kEllipseNote =
     "and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a "
     "hollow section "
     "drawn as one contour (give it as a closed_wall polyline)";
+constexpr const char* kImpossibleWall =
+    "the faces of the wall cross: its formulas give impossible values; make the wall thinner or "
+    "its line longer";
 constexpr const char* kHoleNote =
     "Wpl,x and Wpl,y are gross values: holes count in the search for the axis that halves the area "
-    "and have weight 0 in the moduli; draw solid and hole as one keyhole contour for net values";
+    "and have weight 0 in the moduli; ";
+constexpr const char* kNetIsThere = "Wpl,x,net and Wpl,y,net are those of the section as it is";
+constexpr const char* kNetIsNot = "draw solid and hole as one keyhole contour for net values";
 
 // The first output that GetCalculValues leaves at 0 or unwritten when a fibre distance is 0.
 constexpr std::size_t kFirstStoppedOutput = 10;
@@ -38,31 +48,6 @@ constexpr std::uint64_t kUnwrittenBits = 0x7FF8'5EC7'1015'0BADULL;
 
 bool IsUnwritten(double value) {
     return std::bit_cast<std::uint64_t>(value) == kUnwrittenBits;
-}
-
-// x0, y0, x1, y1, ...
-std::vector<double> Interleaved(const Points& points) {
-    std::vector<double> coordinates;
-    coordinates.reserve(2 * points.size());
-    for (const auto& [x, y] : points) coordinates.insert(coordinates.end(), {x, y});
-    return coordinates;
-}
-
-void Push(CSectionTools& tools, const Element& element) {
-    std::vector<double> coordinates = Interleaved(element.ring);
-    const int count = static_cast<int>(element.ring.size());
-    const unsigned char flag = element.isSolid ? 1 : 0;
-    if (!element.given) {
-        tools.PushContour(count, coordinates.data(), flag);
-        return;
-    }
-    const GivenValues& given = *element.given;
-    tools.PushContourStandard(count, coordinates.data(), given.angle, given.centroidX,
-                              given.centroidY, given.area, given.shearArea2.value_or(0.0),
-                              given.shearArea1.value_or(0.0), given.torsionConstant.value_or(0.0),
-                              given.inertia2, given.inertia1, given.reserved,
-                              given.torsionModulus.value_or(0.0), given.plasticModulusX,
-                              given.plasticModulusY, given.extra, flag);
 }
 
 template <std::size_t N>
@@ -88,9 +73,44 @@ std::vector<Value> Describe(const std::array<ValueDescription, N>& table,
     return values;
 }
 
+// What is left of the area of points on one line: the rounding of their coordinates along the
+// perimeter.
+double AreaRounding(const Points& points) {
+    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
+    double largest = 0.0;
+    double perimeter = 0.0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const auto& [x, y] = points[i];
+        const auto& [nextX, nextY] = points[(i + 1) % points.size()];
+        largest = std::max({largest, std::fabs(x), std::fabs(y)});
+        perimeter += std::hypot(nextX - x, nextY - y);
+    }
+    return kRounding * largest * perimeter;
+}
+
+// Without an area all but the area itself is rounding over rounding.
+void MarkNoArea(std::vector<Value>& values) {
+    for (Value& value : values) {
+        if (value.key == "area") {
+            value.number = 0.0;
+        } else {
+            value.whyMissing = kNoArea;
+        }
+    }
+}
+
+bool IsNoArea(const std::vector<Element>& elements, double area) {
+    double rounding = 0.0;
+    for (const Element& element : elements) {
+        if (element.given) return area == 0.0;
+        rounding += AreaRounding(element.ring);
+    }
+    return std::isfinite(rounding) && std::fabs(area) <= rounding;
+}
+
 void EvaluateElements(const SectionModel& section, const Shift& shift, Report* report) {
     CSectionTools tools;
-    for (const Element& element : section.elements) Push(tools, element);
+    for (const Element& element : section.elements) PushElement(tools, element);
 
     std::array<double, 17> out{};
     out.fill(std::bit_cast<double>(kUnwrittenBits));
@@ -99,14 +119,31 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
                           &out[13], &out[14], &out[15], &out[16]);
     report->values = Describe(kSectionValues, out, section.unit, IsUnwritten(out.back()));
 
+    DescribeElementMethods(section, &report->values);
+    if (IsNoArea(section.elements, out[3])) MarkNoArea(report->values);
+    AddDerived(report);
+
     const auto isFree = [](const Element& element) { return !element.given; };
     if (std::any_of(section.elements.begin(), section.elements.end(), isFree)) {
         report->notes.emplace_back(kEllipseNote);
     }
     const auto isHole = [](const Element& element) { return !element.isSolid; };
     if (std::any_of(section.elements.begin(), section.elements.end(), isHole)) {
-        report->notes.emplace_back(kHoleNote);
+        const bool hasNet = report->Find("plastic_modulus_x_net") != nullptr;
+        report->notes.push_back(std::string(kHoleNote) + (hasNet ? kNetIsThere : kNetIsNot));
     }
+}
+
+// Values that no wall has: its faces cross and count areas negatively or twice. The centre of
+// gravity lies within the box of the points and a thickness around it.
+bool IsImpossible(const Polyline& polyline, const std::array<double, 10>& out) {
+    constexpr double kSlack = 1.0 + 1e-9;
+    const Box box(polyline.points);
+    const double room = polyline.thickness;
+    const bool isCentroidInside = out[1] >= box.left - room && out[1] <= box.right + room &&
+                                  out[2] >= box.bottom - room && out[2] <= box.top + room;
+    return !isCentroidInside || out[3] < 0.0 || out[0] < 0.0 || out[7] < 0.0 || out[8] < 0.0 ||
+           out[9] * out[9] > kSlack * out[7] * out[8];
 }
 
 void EvaluatePolyline(const SectionModel& section, Report* report) {
@@ -122,9 +159,14 @@ void EvaluatePolyline(const SectionModel& section, Report* report) {
     out[1] = centroid.first;
     out[2] = centroid.second;
     report->values = Describe(kPolylineValues, out, section.unit, false);
-    // The library then writes zeros, which are no results.
-    for (Value& value : report->values) {
-        if (out[0] == 0.0 && value.key != "area") value.whyMissing = kNoArea;
+    DescribePolylineMethods(polyline, &report->values);
+    const double rounding =
+        polyline.kind == PolylineKind::Solid ? AreaRounding(polyline.points) : 0.0;
+    if (std::isfinite(rounding) && std::fabs(out[0]) <= rounding) {
+        MarkNoArea(report->values);
+    } else if (std::isfinite(out[0]) && polyline.kind != PolylineKind::Solid &&
+               IsImpossible(polyline, out)) {
+        for (Value& value : report->values) value.whyMissing = kImpossibleWall;
     }
 }
 

@@ -1,0 +1,249 @@
+#include "results/derived.h"
+
+#include <CSectionTools.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include "model/principal_inertias.h"
+#include "model/push_element.h"
+#include "model/ring_sides.h"
+#include "results/keyhole.h"
+#include "results/methods.h"
+#include "results/plastic_axis.h"
+#include "results/values.h"
+
+namespace halvorn::host {
+
+namespace {
+
+// A number or why there is none.
+struct Result {
+    double number = 0.0;
+    std::string whyMissing;
+
+    static Result Missing(const std::string& why) { return {0.0, why}; }
+};
+
+// Reads the values computed so far and appends new ones under their keys.
+class Deriver {
+public:
+    explicit Deriver(Report& report) : report_(report) {}
+
+    const SectionModel& Section() const { return report_.section; }
+
+    Result Get(std::string_view key) const {
+        for (const std::vector<Value>* list : {&report_.values, &report_.derived}) {
+            for (const Value& value : *list) {
+                if (value.key == key) return {value.number, value.whyMissing};
+            }
+        }
+        return Result::Missing("there is no " + std::string(key));
+    }
+
+    void Add(std::string_view key, const std::string& method, const Result& result) {
+        const auto* const description =
+            std::find_if(kDerivedValues.begin(), kDerivedValues.end(),
+                         [&](const DerivedDescription& entry) { return entry.key == key; });
+        Value value;
+        value.key = description->key;
+        value.name = description->name;
+        value.symbol = description->symbol;
+        value.power = description->power;
+        value.unit = value.power == 0 ? description->unit
+                                      : UnitLabel(report_.section.unit, description->power);
+        value.number = result.number;
+        value.method = method;
+        value.whyMissing = result.whyMissing;
+        if (value.IsComputed() && !std::isfinite(value.number)) {
+            value.whyMissing = "the result is not a finite number";
+        }
+        report_.derived.push_back(value);
+    }
+
+private:
+    Report& report_;
+};
+
+bool IsHole(const Element& element) {
+    return !element.isSolid;
+}
+
+bool HasHole(const SectionModel& section) {
+    return std::any_of(section.elements.begin(), section.elements.end(), IsHole);
+}
+
+Box BoxOf(const std::vector<Element>& elements) {
+    Box box(elements.front().ring);
+    for (const Element& element : elements) {
+        const Box other(element.ring);
+        box.left = std::min(box.left, other.left);
+        box.right = std::max(box.right, other.right);
+        box.bottom = std::min(box.bottom, other.bottom);
+        box.top = std::max(box.top, other.top);
+    }
+    return box;
+}
+
+// The rounding of inertias about the centre of gravity, which are differences of sums about the
+// origin (docs/theory.md).
+double InertiaRounding(const std::vector<Element>& elements) {
+    constexpr double kUnit = 0.5 * std::numeric_limits<double>::epsilon();
+    const Box box = BoxOf(elements);
+    const double distance = std::max(std::fabs(box.left), std::fabs(box.right)) +
+                            std::max(std::fabs(box.bottom), std::fabs(box.top)) + box.Diagonal();
+    // The area of the box bounds that of the solids, and is the scale of slender ones at an angle.
+    const double area = (box.right - box.left) * (box.top - box.bottom);
+    return 16.0 * kUnit * area * distance * distance;
+}
+
+void AddPrincipalAxes(Deriver& deriver) {
+    const Result x = deriver.Get("inertia_x"), y = deriver.Get("inertia_y"),
+                 xy = deriver.Get("inertia_xy");
+    const std::string why = !x.whyMissing.empty()   ? x.whyMissing
+                            : !y.whyMissing.empty() ? y.whyMissing
+                                                    : xy.whyMissing;
+    const double rounding = std::max(1e-12 * (std::fabs(x.number) + std::fabs(y.number)),
+                                     InertiaRounding(deriver.Section().elements));
+    const bool areEqual = std::fabs(x.number - y.number) <= rounding;
+    const double product = std::fabs(xy.number) <= rounding ? 0.0 : xy.number;
+    const PrincipalInertias exact = PrincipalInertiasOf(x.number, y.number, xy.number);
+    const PrincipalInertias axes =
+        PrincipalInertiasOf(x.number, areEqual ? x.number : y.number, product);
+    const char* const method = "Mohr's circle";
+    deriver.Add("principal_inertia_1", method, {exact.first, why});
+    deriver.Add("principal_inertia_2", method, {exact.second, why});
+    deriver.Add("principal_angle", method, {axes.angle * 180.0 / std::numbers::pi, why});
+}
+
+void AddRadiiOfGyration(Deriver& deriver) {
+    const Result area = deriver.Get("area");
+    const auto add = [&](const std::string& axis, const std::string& inertiaKey,
+                         const char* method) {
+        const Result inertia = deriver.Get(inertiaKey);
+        Result radius = {std::sqrt(inertia.number / area.number),
+                         area.whyMissing.empty() ? inertia.whyMissing : area.whyMissing};
+        if (radius.whyMissing.empty() && !(area.number > 0.0 && inertia.number >= 0.0)) {
+            radius.whyMissing = "the area or the second moment is not positive";
+        }
+        deriver.Add("radius_of_gyration_" + axis, method, radius);
+    };
+    add("x", "inertia_x", "sqrt(Ix / A)");
+    add("y", "inertia_y", "sqrt(Iy / A)");
+    add("1", "principal_inertia_1", "sqrt(I1 / A)");
+    add("2", "principal_inertia_2", "sqrt(I2 / A)");
+}
+
+Result AxisResult(const SectionModel& section, AxisDirection direction, HoleArea holes) {
+    const auto line = HalvingLine(section.elements, direction, holes);
+    return line ? Result{*line, ""} : Result::Missing("the outlines enclose no area to halve");
+}
+
+void AddNetPlasticValues(Deriver& deriver) {
+    const SectionModel& section = deriver.Section();
+    const NetRings net = JoinHoles(section.elements);
+    CSectionTools tools;
+    for (const Points& ring : net.rings) {
+        std::vector<double> coordinates = CoordinatesOf(ring);
+        tools.PushContour(static_cast<int>(ring.size()), coordinates.data(), 1);
+    }
+    double x = 0.0;
+    double y = 0.0;
+    if (net.whyMissing.empty()) tools.ComputeWplasticValues(x, y);
+    const char* const method = "net: solids with holes joined as keyholes";
+    deriver.Add("plastic_modulus_x_net", method, {x, net.whyMissing});
+    deriver.Add("plastic_modulus_y_net", method, {y, net.whyMissing});
+    const auto addAxis = [&](const char* key, AxisDirection direction) {
+        deriver.Add(key, "halves the net area",
+                    net.whyMissing.empty() ? AxisResult(section, direction, HoleArea::Subtracted)
+                                           : Result::Missing(net.whyMissing));
+    };
+    addAxis("plastic_axis_y_net", AxisDirection::Horizontal);
+    addAxis("plastic_axis_x_net", AxisDirection::Vertical);
+}
+
+void AddPlasticValues(Deriver& deriver) {
+    const SectionModel& section = deriver.Section();
+    const bool hasHole = HasHole(section);
+    const char* const method = hasHole ? "halves the gross area: holes added" : "halves the area";
+    deriver.Add("plastic_axis_y", method,
+                AxisResult(section, AxisDirection::Horizontal, HoleArea::Added));
+    deriver.Add("plastic_axis_x", method,
+                AxisResult(section, AxisDirection::Vertical, HoleArea::Added));
+    if (hasHole) AddNetPlasticValues(deriver);
+}
+
+void AddShapeFactors(Deriver& deriver) {
+    const std::string net = HasHole(deriver.Section()) ? "_net" : "";
+    const Box box = BoxOf(deriver.Section().elements);
+    const auto add = [&](const std::string& axis, const char* centroidKey, double low,
+                         double high) {
+        const Result plastic = deriver.Get("plastic_modulus_" + axis + net);
+        const Result inertia = deriver.Get("inertia_" + axis);
+        const Result centroid = deriver.Get(centroidKey);
+        const double fibre = std::max(high - centroid.number, centroid.number - low);
+        Result factor = {plastic.number * fibre / inertia.number, plastic.whyMissing};
+        for (const Result* part : {&inertia, &centroid}) {
+            if (factor.whyMissing.empty()) factor.whyMissing = part->whyMissing;
+        }
+        if (factor.whyMissing.empty() && !(inertia.number > 0.0)) {
+            factor.whyMissing = "the second moment is not positive";
+        }
+        deriver.Add("shape_factor_" + axis,
+                    net.empty() ? "Wpl / smaller Wel" : "net Wpl / smaller Wel", factor);
+    };
+    add("x", "centroid_y", box.bottom, box.top);
+    add("y", "centroid_x", box.left, box.right);
+}
+
+// Whether a hole is the inside of the profile before it, which its thin-wall formula knows.
+bool IsInsideOf(const Element& hole, const Element& profile) {
+    return profile.isSolid && profile.thinWall &&
+           (hole.label == profile.label || hole.label == profile.label + ", inside");
+}
+
+void AddThinWallTorsion(Deriver& deriver) {
+    const std::vector<Element>& elements = deriver.Section().elements;
+    double sum = 0.0;
+    std::vector<std::string> methods;
+    std::string why;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        const Element& element = elements[i];
+        if (!element.isSolid) {
+            if (i == 0 || !IsInsideOf(element, elements[i - 1])) {
+                why = "no thin-wall formula takes the hole " + element.label + " into account";
+            }
+            continue;
+        }
+        if (!element.thinWall) return;
+        sum += element.thinWall->constant;
+        methods.push_back(element.thinWall->method);
+    }
+    if (!methods.empty())
+        deriver.Add("torsion_constant_thin_wall", JoinMethods(methods), {sum, why});
+}
+
+void AddMass(Deriver& deriver) {
+    const SectionModel& section = deriver.Section();
+    if (!section.density) return;
+    const Result area = deriver.Get("area");
+    const double metres = MetresPer(section.unit);
+    deriver.Add("mass_per_metre", "density x A",
+                {*section.density * area.number * metres * metres, area.whyMissing});
+}
+
+}  // namespace
+
+void AddDerived(Report* report) {
+    Deriver deriver(*report);
+    AddPrincipalAxes(deriver);
+    AddRadiiOfGyration(deriver);
+    AddPlasticValues(deriver);
+    AddShapeFactors(deriver);
+    AddThinWallTorsion(deriver);
+    AddMass(deriver);
+}
+
+}  // namespace halvorn::host

@@ -1,0 +1,29 @@
+/// @file derived.h
+/// What engineers read off the values of a section.
+#ifndef HALVORN_HOST_RESULTS_DERIVED_H
+#define HALVORN_HOST_RESULTS_DERIVED_H
+
+#include "results/report.h"
+
+namespace halvorn::host {
+
+/// Appends to `derived` what follows from the values of a section of elements (docs/theory.md).
+///
+/// - Principal inertias I1 >= I2 and the angle of the first axis, in degrees in (-90, 90]. Ixy, and
+///   the difference Ix - Iy, count as 0 up to 1e-12 (Ix + Iy) or, when that is more, up to the
+///   rounding 16 u A D^2 of inertias at the distance D from the origin, u = 2^-53 and A gross. An
+///   angle that no difference decides is 0.
+/// - Radii of gyration about the axes x, y, 1 and 2.
+/// - Plastic axes; gross ones where there is a hole, and then the net axes and moduli too, of the
+///   solids with their holes joined by bridges (`JoinHoles`).
+/// - Shape factors: plastic modulus, net where there is a hole, over the smaller elastic modulus
+///   from the centre of gravity, whatever the shift.
+/// - The sum of the thin-wall torsion constants when every solid has one.
+/// - Mass per metre when the density is known.
+///
+/// @pre the values of the report are computed
+void AddDerived(Report* report);
+
+}  // namespace halvorn::host
+
+#endif
