@@ -23,6 +23,9 @@ void* Allocate(std::size_t size) {
 }
 
 TEST(Allocations, AreTheStoredContourOfAPushAndOneArrayForEachDirectionOfTheSearch) {
+#if defined(_WIN32)
+    GTEST_SKIP() << "on Windows a program's operator new does not serve its DLLs";
+#endif
     CSectionTools section;
     // Unsymmetric channels, ever farther apart, so that neither search ends with its first line.
     for (int i = 0; i < 20; ++i) {
