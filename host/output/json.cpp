@@ -8,27 +8,36 @@ namespace {
 
 using nlohmann::ordered_json;
 
-ordered_json Object(const Report& report) {
-    const SectionModel& section = report.section;
-    ordered_json values = ordered_json::object();
-    for (const Value& value : report.values) {
-        ordered_json entry = {
-            {"value", nullptr}, {"unit", nullptr}, {"symbol", value.symbol}, {"name", value.name}};
+ordered_json Members(const std::vector<Value>& values) {
+    ordered_json members = ordered_json::object();
+    for (const Value& value : values) {
+        ordered_json entry = {{"value", nullptr},
+                              {"unit", nullptr},
+                              {"symbol", value.symbol},
+                              {"name", value.name},
+                              {"method", value.method}};
         if (value.IsComputed()) {
             entry["value"] = value.number;
         } else {
             entry["not_computed"] = value.whyMissing;
         }
         if (!value.unit.empty()) entry["unit"] = value.unit;
-        values[value.key] = entry;
+        members[value.key] = entry;
     }
+    return members;
+}
+
+ordered_json Object(const Report& report) {
+    const SectionModel& section = report.section;
     ordered_json root = {
         {"results_version", 1},        {"source", section.source},
         {"name", section.name},        {"description", section.description},
         {"length_unit", section.unit}, {"kind", section.polyline ? "polyline" : "section"}};
     if (!section.polyline) root["shift"] = {{"dx", report.shift.dx}, {"dy", report.shift.dy}};
-    root["values"] = values;
+    root["values"] = Members(report.values);
+    root["derived"] = Members(report.derived);
     root["notes"] = report.notes;
+    root["remarks"] = section.remarks;
     return root;
 }
 

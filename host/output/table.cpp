@@ -11,7 +11,7 @@ namespace halvorn::host {
 
 namespace {
 
-using Row = std::array<std::string, 4>;  // name, symbol, value, unit
+using Row = std::array<std::string, 5>;  // name, symbol, value, unit, method
 
 // Seven significant digits, all digits before the point, no zeros at the end.
 std::string SevenDigits(double number) {
@@ -48,20 +48,30 @@ std::size_t DigitsBeforePoint(const std::string& number) {
     return std::min(number.find_first_of(".e"), number.size());
 }
 
-// Puts the decimal points one above the other. Words start where the longest number starts.
-void AlignNumbers(std::vector<Row>& rows, const std::vector<Value>& values) {
+// The rows of a block of values, decimal points one above the other. Words start where the longest
+// number starts.
+std::vector<Row> Rows(const std::vector<Value>& values, const Report& report) {
+    std::vector<std::string> numbers;
     std::size_t widest = 0;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (values[i].IsComputed()) widest = std::max(widest, DigitsBeforePoint(rows[i][2]));
+    for (const Value& value : values) {
+        const bool isThere = value.IsComputed();
+        numbers.push_back(isThere ? SevenDigits(WithoutRounding(value, report)) : "not computed");
+        if (isThere) widest = std::max(widest, DigitsBeforePoint(numbers.back()));
     }
+    std::vector<Row> rows;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!values[i].IsComputed()) continue;
-        rows[i][2].insert(0, widest - DigitsBeforePoint(rows[i][2]), ' ');
+        const Value& value = values[i];
+        if (value.IsComputed()) {
+            numbers[i].insert(0, widest - DigitsBeforePoint(numbers[i]), ' ');
+        }
+        rows.push_back({value.name, value.symbol, numbers[i], value.unit,
+                        value.IsComputed() ? SingleLine(value.method) : ""});
     }
+    return rows;
 }
 
 std::string JoinColumns(const std::vector<Row>& rows) {
-    std::array<std::size_t, 4> widths{};
+    std::array<std::size_t, 5> widths{};
     for (const Row& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
     }
@@ -76,15 +86,34 @@ std::string JoinColumns(const std::vector<Row>& rows) {
     return text;
 }
 
-// Every reason and note once, in the order of the values.
+// Both blocks in the same columns, a line apart.
+std::string Blocks(const Report& report) {
+    std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
+    const std::vector<Row> values = Rows(report.values, report);
+    const std::vector<Row> derived = Rows(report.derived, report);
+    rows.insert(rows.end(), values.begin(), values.end());
+    if (!derived.empty()) {
+        rows.push_back({});
+        rows.push_back({"Derived"});
+        rows.insert(rows.end(), derived.begin(), derived.end());
+    }
+    return JoinColumns(rows);
+}
+
+// Every reason, note and remark once, in the order of the values.
 std::vector<std::string> Footnotes(const Report& report) {
     std::vector<std::string> notes;
-    for (const Value& value : report.values) {
-        if (value.IsComputed()) continue;
-        const std::string note = "Not computed: " + value.whyMissing;
-        if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
+    for (const std::vector<Value>* const list : {&report.values, &report.derived}) {
+        for (const Value& value : *list) {
+            if (value.IsComputed()) continue;
+            const std::string note = "Not computed: " + SingleLine(value.whyMissing);
+            if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
+        }
     }
     for (const std::string& note : report.notes) notes.push_back("Note: " + note);
+    for (const std::string& remark : report.section.remarks) {
+        notes.push_back("Remark: " + SingleLine(remark));
+    }
     return notes;
 }
 
@@ -98,16 +127,7 @@ std::string TableText(const Report& report) {
         text += "Reference point of the elastic moduli: (xG + " + SevenDigits(report.shift.dx) +
                 ", yG + " + SevenDigits(report.shift.dy) + ") " + section.unit + '\n';
     }
-    std::vector<Row> rows;
-    for (const Value& value : report.values) {
-        rows.push_back(
-            {value.name, value.symbol,
-             value.IsComputed() ? SevenDigits(WithoutRounding(value, report)) : "not computed",
-             value.unit});
-    }
-    AlignNumbers(rows, report.values);
-    rows.insert(rows.begin(), Row{"Property", "Symbol", "Value", "Unit"});
-    text += '\n' + JoinColumns(rows);
+    text += '\n' + Blocks(report);
     for (const std::string& note : Footnotes(report)) text += '\n' + note + ".\n";
     return text;
 }

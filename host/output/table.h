@@ -9,7 +9,9 @@
 
 namespace halvorn::host {
 
-/// Returns an aligned table, decimal points one above the other, and the notes below it.
+/// Returns an aligned table of the values and of what is derived from them, decimal points one
+/// above the other, and below it the reasons of what is missing, the notes and the remarks on
+/// reading.
 std::string TableText(const Report& report);
 
 }  // namespace halvorn::host

@@ -4,15 +4,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
-#include "model/ring_sides.h"
 #include "results/keyhole.h"
 #include "results/methods.h"
 #include "results/plastic_axis.h"
+#include "results/rounding.h"
 #include "results/values.h"
 
 namespace halvorn::host {
@@ -75,30 +74,6 @@ bool HasHole(const SectionModel& section) {
     return std::any_of(section.elements.begin(), section.elements.end(), IsHole);
 }
 
-Box BoxOf(const std::vector<Element>& elements) {
-    Box box(elements.front().ring);
-    for (const Element& element : elements) {
-        const Box other(element.ring);
-        box.left = std::min(box.left, other.left);
-        box.right = std::max(box.right, other.right);
-        box.bottom = std::min(box.bottom, other.bottom);
-        box.top = std::max(box.top, other.top);
-    }
-    return box;
-}
-
-// The rounding of inertias about the centre of gravity, which are differences of sums about the
-// origin (docs/theory.md).
-double InertiaRounding(const std::vector<Element>& elements) {
-    constexpr double kUnit = 0.5 * std::numeric_limits<double>::epsilon();
-    const Box box = BoxOf(elements);
-    const double distance = std::max(std::fabs(box.left), std::fabs(box.right)) +
-                            std::max(std::fabs(box.bottom), std::fabs(box.top)) + box.Diagonal();
-    // The area of the box bounds that of the solids, and is the scale of slender ones at an angle.
-    const double area = (box.right - box.left) * (box.top - box.bottom);
-    return 16.0 * kUnit * area * distance * distance;
-}
-
 void AddPrincipalAxes(Deriver& deriver) {
     const Result x = deriver.Get("inertia_x"), y = deriver.Get("inertia_y"),
                  xy = deriver.Get("inertia_xy");
@@ -143,7 +118,9 @@ Result AxisResult(const SectionModel& section, AxisDirection direction, HoleArea
 
 void AddNetPlasticValues(Deriver& deriver) {
     const SectionModel& section = deriver.Section();
-    const NetRings net = JoinHoles(section.elements);
+    NetRings net;
+    net.whyMissing = deriver.Get("plastic_axis_y").whyMissing;
+    if (net.whyMissing.empty()) net = JoinHoles(section.elements);
     CSectionTools tools;
     for (const Points& ring : net.rings) {
         std::vector<double> coordinates = CoordinatesOf(ring);

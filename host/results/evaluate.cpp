@@ -6,12 +6,12 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 
 #include "model/push_element.h"
 #include "model/ring_sides.h"
 #include "results/derived.h"
 #include "results/methods.h"
+#include "results/rounding.h"
 #include "results/values.h"
 
 namespace halvorn::host {
@@ -24,7 +24,7 @@ constexpr const char* kStopped =
     "a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx "
     "or --dy) or the section has no extent";
 constexpr const char* kNoArea =
-    "the section encloses no area: its points lie on one line or in one place";
+    "the section encloses no area: its points lie on one line or in one place, or holes take it";
 constexpr const char* kEllipseNote =
     "It, Wt and the shear areas of free contours are those of the ellipse with each contour's area "
     "and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a "
@@ -73,21 +73,6 @@ std::vector<Value> Describe(const std::array<ValueDescription, N>& table,
     return values;
 }
 
-// What is left of the area of points on one line: the rounding of their coordinates along the
-// perimeter.
-double AreaRounding(const Points& points) {
-    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
-    double largest = 0.0;
-    double perimeter = 0.0;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const auto& [x, y] = points[i];
-        const auto& [nextX, nextY] = points[(i + 1) % points.size()];
-        largest = std::max({largest, std::fabs(x), std::fabs(y)});
-        perimeter += std::hypot(nextX - x, nextY - y);
-    }
-    return kRounding * largest * perimeter;
-}
-
 // Without an area all but the area itself is rounding over rounding.
 void MarkNoArea(std::vector<Value>& values) {
     for (Value& value : values) {
@@ -132,6 +117,8 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
         const bool hasNet = report->Find("plastic_modulus_x_net") != nullptr;
         report->notes.push_back(std::string(kHoleNote) + (hasNet ? kNetIsThere : kNetIsNot));
     }
+    const std::string lostDigits = LostDigitsNote(section.elements);
+    if (!lostDigits.empty()) report->notes.push_back(lostDigits);
 }
 
 // Values that no wall has: its faces cross and count areas negatively or twice. The centre of
@@ -164,8 +151,8 @@ void EvaluatePolyline(const SectionModel& section, Report* report) {
         polyline.kind == PolylineKind::Solid ? AreaRounding(polyline.points) : 0.0;
     if (std::isfinite(rounding) && std::fabs(out[0]) <= rounding) {
         MarkNoArea(report->values);
-    } else if (std::isfinite(out[0]) && polyline.kind != PolylineKind::Solid &&
-               IsImpossible(polyline, out)) {
+    } else if (std::all_of(out.begin(), out.end(), [](double x) { return std::isfinite(x); }) &&
+               polyline.kind != PolylineKind::Solid && IsImpossible(polyline, out)) {
         for (Value& value : report->values) value.whyMissing = kImpossibleWall;
     }
 }
