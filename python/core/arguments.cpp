@@ -1,0 +1,190 @@
+#include "arguments.h"
+
+#include <pybind11/numpy.h>
+
+#include <cmath>
+#include <limits>
+
+namespace py = pybind11;
+
+namespace halvorn::python {
+
+namespace {
+
+// As Python shows it, cut to a length that leaves the message readable.
+std::string Shown(py::handle object) {
+    constexpr std::size_t kLongest = 40;
+    std::string text = py::str(py::repr(object));
+    if (text.size() > kLongest) text = text.substr(0, kLongest) + "...";
+    return text;
+}
+
+std::string Item(const std::string& place, std::size_t index) {
+    return place + "[" + std::to_string(index) + "]";
+}
+
+// What an array would be made of `object`; nothing when it would not be one of numbers: a ragged
+// list, texts, whole numbers beyond 64 bits, an iterator.
+py::array NumericArray(py::handle object, const std::string& place) {
+    py::array array;
+    try {
+        array = py::module_::import("numpy").attr("asarray")(object);
+    } catch (py::error_already_set& error) {
+        if (!error.matches(PyExc_ValueError) && !error.matches(PyExc_TypeError) &&
+            !error.matches(PyExc_OverflowError)) {
+            throw;
+        }
+        return py::reinterpret_steal<py::array>(py::handle());
+    }
+    const char kind = array.dtype().kind();
+    if (kind == 'c') throw py::type_error(place + ": expected real numbers, got complex ones");
+    if (kind == 'f' || kind == 'i' || kind == 'u' || kind == 'b') return array;
+    return py::reinterpret_steal<py::array>(py::handle());
+}
+
+using Doubles = py::array_t<double, py::array::c_style | py::array::forcecast>;
+
+[[noreturn]] void FailCoordinate(const std::string& point, bool isY, double value) {
+    throw py::value_error(point + ": " + (isY ? "y is " : "x is ") + Shown(py::float_(value)) +
+                          "; coordinates must be finite");
+}
+
+void RequireShape(const py::array& array, const std::string& place) {
+    if (array.ndim() == 2 && array.shape(1) == 2) return;
+    std::string remedy;
+    if (array.ndim() == 2 && array.shape(0) == 2) {
+        remedy = "; pass " + place + ".T if it is a row of x above a row of y";
+    } else if (array.ndim() == 1 && array.size() > 0 && array.size() % 2 == 0) {
+        remedy = "; x0, y0, x1, y1, ... becomes points by reshape(-1, 2)";
+    }
+    throw py::value_error(place + ": expected points of shape (n, 2), got shape " +
+                          Shown(array.attr("shape")) + remedy);
+}
+
+// One point after the other, for what is no array of numbers, so that the message can name it.
+std::vector<double> WalkPoints(py::handle object, const std::string& place,
+                               const NamePoint& namePoint) {
+    if (py::isinstance<py::str>(object) || !py::hasattr(object, "__iter__")) {
+        throw py::type_error(place + ": expected points (x, y), got " + Shown(object));
+    }
+    std::vector<double> coordinates;
+    for (const py::handle point : object) {
+        const std::string here = namePoint(coordinates.size() / 2);
+        if (py::isinstance<py::str>(point) || !py::hasattr(point, "__len__")) {
+            throw py::type_error(here + ": expected two numbers (x, y), got " + Shown(point));
+        }
+        if (py::len(point) != 2) {
+            throw py::value_error(here + ": expected two numbers (x, y), got " +
+                                  std::to_string(py::len(point)));
+        }
+        for (const py::handle number : point) {
+            if (py::isinstance<py::str>(number) || py::isinstance<py::bytes>(number)) {
+                throw py::type_error(here + ": expected two numbers (x, y), got " + Shown(point));
+            }
+            coordinates.push_back(ReadNumber(number, here));
+        }
+    }
+    return coordinates;
+}
+
+std::vector<double> CopyPoints(const py::array& array, const std::string& place,
+                               const NamePoint& namePoint) {
+    if (array.size() == 0) return {};
+    RequireShape(array, place);
+    const auto doubles = Doubles::ensure(array);
+    if (!doubles) throw py::error_already_set();
+    const auto size = static_cast<std::size_t>(doubles.size());
+    std::vector<double> coordinates(doubles.data(), doubles.data() + size);
+    for (std::size_t i = 0; i < size; ++i) {
+        if (!std::isfinite(coordinates[i])) {
+            FailCoordinate(namePoint(i / 2), i % 2 == 1, coordinates[i]);
+        }
+    }
+    return coordinates;
+}
+
+// Of one dimension; an empty list makes an empty array of floats.
+py::array Row(py::handle object, const std::string& place, const char* what) {
+    py::array array = NumericArray(object, place);
+    if (!array) throw py::type_error(place + ": expected " + what + ", got " + Shown(object));
+    if (array.ndim() != 1) {
+        throw py::value_error(place + ": expected " + what + " in one row, got shape " +
+                              Shown(array.attr("shape")));
+    }
+    return array;
+}
+
+}  // namespace
+
+std::vector<double> ReadPoints(py::handle object, const std::string& place, std::size_t fewest,
+                               const NamePoint& namePoint) {
+    const NamePoint name = namePoint ? namePoint : [&](std::size_t i) { return Item(place, i); };
+    const py::array array = NumericArray(object, place);
+    std::vector<double> coordinates = array && array.ndim() > 0 ? CopyPoints(array, place, name)
+                                                                : WalkPoints(object, place, name);
+    const std::size_t count = coordinates.size() / 2;
+    if (count < fewest) {
+        throw py::value_error(place + ": at least " + std::to_string(fewest) +
+                              " points are needed, got " + std::to_string(count));
+    }
+    return coordinates;
+}
+
+double ReadNumber(py::handle object, const std::string& place) {
+    const double number = PyFloat_AsDouble(object.ptr());
+    if (number == -1.0 && PyErr_Occurred() != nullptr) {
+        const bool isTooLarge = PyErr_ExceptionMatches(PyExc_OverflowError) != 0;
+        PyErr_Clear();
+        if (isTooLarge) throw py::value_error(place + ": too large for a float");
+        throw py::type_error(place + ": expected a number, got " + Shown(object));
+    }
+    if (!std::isfinite(number)) {
+        throw py::value_error(place + ": expected a finite number, got " + Shown(object));
+    }
+    return number;
+}
+
+std::vector<double> ReadNumbers(py::handle object, const std::string& place) {
+    const auto doubles = Doubles::ensure(Row(object, place, "numbers"));
+    if (!doubles) throw py::error_already_set();
+    std::vector<double> numbers(doubles.data(), doubles.data() + doubles.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        if (!std::isfinite(numbers[i])) ReadNumber(py::float_(numbers[i]), Item(place, i));
+    }
+    return numbers;
+}
+
+int ReadWhole(py::handle object, const std::string& place, int least, int most) {
+    int isOverflowing = 0;
+    const long long number = PyIndex_Check(object.ptr()) != 0
+                                 ? PyLong_AsLongLongAndOverflow(object.ptr(), &isOverflowing)
+                                 : -1;
+    if (PyIndex_Check(object.ptr()) == 0 || PyErr_Occurred() != nullptr) {
+        PyErr_Clear();
+        throw py::type_error(place + ": expected a whole number, got " + Shown(object));
+    }
+    if (isOverflowing != 0 || number < least || number > most) {
+        throw py::value_error(place + ": expected " + std::to_string(least) + " to " +
+                              std::to_string(most) + ", got " + Shown(object));
+    }
+    return static_cast<int>(number);
+}
+
+unsigned char ReadFlag(py::handle object, const std::string& place) {
+    return static_cast<unsigned char>(
+        ReadWhole(object, place, 0, std::numeric_limits<unsigned char>::max()));
+}
+
+std::vector<std::int64_t> ReadIndices(py::handle object, const std::string& place) {
+    const py::array array = Row(object, place, "whole numbers");
+    if (array.size() == 0) return {};
+    if (array.dtype().kind() == 'f') {
+        throw py::type_error(place + ": expected whole numbers, got " + Shown(array.dtype()));
+    }
+    const auto whole =
+        py::array_t<std::int64_t, py::array::c_style | py::array::forcecast>::ensure(array);
+    if (!whole) throw py::error_already_set();
+    return {whole.data(), whole.data() + whole.size()};
+}
+
+}  // namespace halvorn::python
