@@ -3,7 +3,8 @@
 //
 // IEEE arithmetic and square roots must give the same bits anywhere. Sine, cosine, atan2, hypot and
 // pow are rounded by each C library in its own way; one ulp of a wall's coordinates is many ulps of
-// a small difference of its two faces, so the scale is a power of the reach of the coordinates.
+// a small difference of its two faces, so the scale is a power of the reach of the coordinates, of
+// centroids divided by the area.
 #include <CSectionTools.h>
 
 #include <algorithm>
@@ -51,16 +52,21 @@ struct Value {
     int power;  // of a length
 };
 
-// `reach` is 0 for a value that no function of the C library enters.
-void Print(const std::string& section, const Value& value, double number, double reach) {
+// `scale` is 0 for a value that no function of the C library enters.
+void PrintScaled(const std::string& section, const char* name, double number, double scale) {
     const auto bits = [](double v) {
         return static_cast<unsigned long long>(std::bit_cast<std::uint64_t>(v));
     };
-    std::printf("%s %s %016llx", section.c_str(), value.name, bits(number));
+    std::printf("%s %s %016llx", section.c_str(), name, bits(number));
+    if (scale > 0) std::printf(" %016llx", bits(scale));
+    std::puts("");
+}
+
+// The scale is the power of `reach` that the value is, and 0 with it.
+void Print(const std::string& section, const Value& value, double number, double reach) {
     double scale = 1;
     for (int i = 0; i < value.power; ++i) scale *= reach;
-    if (reach > 0) std::printf(" %016llx", bits(scale));
-    std::puts("");
+    PrintScaled(section, value.name, number, scale);
 }
 
 // The reach of a section with standard profiles, whose turned values come of sine and cosine, else
@@ -90,6 +96,17 @@ void PrintPolyline(const std::string& name, const Coords& coords, double thickne
         reach = std::max({reach, 2 * std::abs(coords[i]), 2 * std::abs(coords[i + 1])});
     }
     if (thickness <= 0 && radius <= 0) reach = 0;
+    // A centroid is a first moment over the area, which of a wall is far below reach^2.
+    double area = reach * reach;
+    if (thickness > 0) {
+        area = 0;
+        for (std::size_t i = isOpen != 0 ? 1 : 0; i < points.size(); ++i) {
+            const auto& [x0, y0] = points[(i + points.size() - 1) % points.size()];
+            const auto& [x1, y1] = points[i];
+            area += thickness * std::sqrt((x1 - x0) * (x1 - x0) + (y1 - y0) * (y1 - y0));
+        }
+    }
+    const double centroidScale = reach > 0 ? reach * reach * reach / area : 0;
     std::array<double, 8> v{};
     std::pair<double, double> cdg;
     CSectionTools().CalculContourQuelconqueTOOL(
@@ -99,8 +116,8 @@ void PrintPolyline(const std::string& name, const Coords& coords, double thickne
                                         {"shearX", 2}, {"shearY", 2},  {"ixx", 4},
                                         {"iyy", 4},    {"ixy", 4}};
     for (std::size_t i = 0; i < v.size(); ++i) Print(name, kValues[i], v[i], reach);
-    Print(name, {"xG", 1}, cdg.first, reach);
-    Print(name, {"yG", 1}, cdg.second, reach);
+    PrintScaled(name, "xG", cdg.first, centroidScale);
+    PrintScaled(name, "yG", cdg.second, centroidScale);
 }
 
 void Push(CSectionTools& section, Coords coords, unsigned char flag) {
