@@ -31,8 +31,8 @@ constexpr const char* kEllipseNote =
     "hollow section "
     "drawn as one contour (give it as a closed_wall polyline)";
 constexpr const char* kImpossibleWall =
-    "the faces of the wall cross: its formulas give impossible values; make the wall thinner or "
-    "its line longer";
+    "the wall crosses itself, so that its formulas give impossible values; make it thinner or draw "
+    "its line without crossings";
 constexpr const char* kHoleNote =
     "Wpl,x and Wpl,y are gross values: holes count in the search for the axis that halves the area "
     "and have weight 0 in the moduli; ";

@@ -109,6 +109,9 @@ struct Nesting {
 std::string PairFault(const Element& a, const Element& b, const Sides& ofA, const Sides& ofB) {
     const std::string names = a.label + " and " + b.label;
     const bool meet = ofA.touches || ofB.touches;
+    const bool coincide = ofA.LieOn() && ofB.LieOn();
+    // A solid may fill a hole.
+    if (coincide && a.isSolid != b.isSolid) return "";
     const bool overlap = ofA.Cross() || ofB.Cross() || ofA.LieOn() || ofB.LieOn();
     if (a.isSolid && b.isSolid) return overlap ? "the solids " + names + " overlap" : "";
     if (!a.isSolid && !b.isSolid) {
@@ -144,8 +147,12 @@ Nesting NestingOf(const std::vector<Element>& elements) {
             const Sides ofSecond = SidesOf(rings[k], rings[i], touching);
             nesting.fault = PairFault(elements[i], elements[k], ofFirst, ofSecond);
             if (!nesting.fault.empty()) return nesting;
-            if (ofFirst.inside) nesting.around[i].push_back(k);
-            if (ofSecond.inside) nesting.around[k].push_back(i);
+            // Coinciding, a hole counts as around the solid that fills it.
+            const bool coincide = ofFirst.LieOn() && ofSecond.LieOn();
+            if (ofFirst.inside || (coincide && elements[i].isSolid)) nesting.around[i].push_back(k);
+            if (ofSecond.inside || (coincide && elements[k].isSolid)) {
+                nesting.around[k].push_back(i);
+            }
         }
     }
     return nesting;
@@ -153,14 +160,14 @@ Nesting NestingOf(const std::vector<Element>& elements) {
 
 // Solids and holes must alternate from the outside inwards.
 std::string DepthFault(const std::vector<Element>& elements, const Nesting& nesting) {
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        int depth = 0;
-        for (const std::size_t k : nesting.around[i]) depth += elements[k].isSolid ? 1 : -1;
-        if (elements[i].isSolid && depth != 0) {
-            return "the solid " + elements[i].label + " overlaps another one";
-        }
-        if (!elements[i].isSolid && depth != 1) {
-            return "the hole " + elements[i].label + " does not lie in one solid";
+    for (const bool ofSolids : {false, true}) {
+        for (std::size_t i = 0; i < elements.size(); ++i) {
+            if (elements[i].isSolid != ofSolids) continue;
+            int depth = ofSolids ? 1 : 0;
+            for (const std::size_t k : nesting.around[i]) depth += elements[k].isSolid ? 1 : -1;
+            if (depth == 1) continue;
+            return ofSolids ? "the solid " + elements[i].label + " overlaps another one"
+                            : "the hole " + elements[i].label + " does not lie in one solid";
         }
     }
     return "";

@@ -336,28 +336,32 @@ class GoodInput(unittest.TestCase):
         for path in sorted(EXAMPLES.glob("*.json")):
             expected = results(path)
             table = run(path).stdout.decode()
-            for value in expected["values"].values():
+            for value in [*expected["values"].values(), *expected["derived"].values()]:
                 with self.subTest(example=path.name, name=value["name"]):
                     row = next(line for line in table.splitlines()
                                if line.startswith(value["name"] + "  "))
-                    symbol, number, *unit = row[len(value["name"]):].split()
-                    self.assertEqual((symbol, unit), (value["symbol"], [u for u in [value["unit"]] if u]))
+                    symbol, number, words = row[len(value["name"]):].split(maxsplit=2)
+                    unit_and_method = " ".join(filter(None, [value["unit"], value["method"]]))
+                    self.assertEqual((symbol, " ".join(words.split())),
+                                     (value["symbol"], unit_and_method))
                     power = int((value["unit"] or "").partition("^")[2] or 1) / 2
                     noise = 1e-13 * expected["values"]["area"]["value"] ** power
                     self.assertAlmostEqual(float(number), value["value"],
                                            delta=1e-6 * abs(value["value"]) + noise)
 
     def test_zero_fibre_distance_is_reported_and_never_as_zero(self):
-        values = results(RECTANGLE, "--dy", "200")["values"]
-        for key, value in values.items():
+        done = results(RECTANGLE, "--dy", "200")
+        for key, value in done["values"].items():
             missing = "modulus" in key and key != "torsion_modulus" or key == "extra_sum"
             self.assertEqual((value["value"] is None, "not_computed" in value), (missing,) * 2, key)
         table = run("--dy", "200", "-", text=json.dumps(RECTANGLE)).stdout.decode()
-        self.assertEqual((table.count(" not computed"), table.count("Not computed: ")), (7, 1))
+        self.assertEqual((table.count(" not computed"), table.count("Not computed: ")), (9, 1))
+        missing = [key for key, value in done["derived"].items() if value["value"] is None]
+        self.assertEqual(missing, ["shape_factor_x", "shape_factor_y"])
 
     def test_values_that_are_not_finite_are_null(self):
-        flat = edited(RECTANGLE, "/contours/0/points", [[0, 0], [1, 1], [3, 3]])
-        for section in (flat, edited(ROUNDED, "/polyline/points/2", [1e200, 1e200])):
+        for section in (edited(RECTANGLE, "/contours/0/points/2", [1e200, 1e200]),
+                        edited(ROUNDED, "/polyline/points/2", [1e200, 1e200])):
             values = results(section)["values"].values()
             reasons = [v["not_computed"] for v in values if v["value"] is None]
             self.assertTrue(reasons and all("finite" in reason for reason in reasons), reasons)
@@ -366,10 +370,13 @@ class GoodInput(unittest.TestCase):
         self.assertIn("gross", " ".join(results(EXAMPLES / "shs-100x5.json")["notes"]))
         self.assertNotIn("gross", " ".join(results(EXAMPLES / "shs-100x5-keyhole.json")["notes"]))
 
-    def test_a_polyline_without_area_has_no_results(self):
-        flat = edited(ROUNDED, "/polyline/points", [[0, 0], [1, 0], [2, 0], [3, 0]])
-        for key, value in results(edited(flat, "/polyline/radii", [0] * 4))["values"].items():
-            self.assertEqual(value["value"], 0 if key == "area" else None, key)
+    def test_points_on_one_line_have_no_results(self):
+        for points in ([[0, 0], [1, 0], [2, 0]], [[0.1, 0.3], [0.2, 0.6], [0.7, 2.1]]):
+            flat = edited(edited(ROUNDED, "/polyline/points", points), "/polyline/radii", [0] * 3)
+            for section in (flat, edited(RECTANGLE, "/contours/0/points", points)):
+                for key, value in results(section)["values"].items():
+                    self.assertEqual(value["value"], 0 if key == "area" else None, key)
+                    self.assertEqual("no area" in value.get("not_computed", ""), key != "area")
 
     def test_foreign_text_cannot_steer_the_terminal(self):
         named = edited(RECTANGLE, "/name", "a\x1b[2J\nb\x9b\u2028\u202e\u2067\u200f\u00e9\u2030")
