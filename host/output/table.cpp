@@ -12,6 +12,7 @@ namespace halvorn::host {
 namespace {
 
 using Row = std::array<std::string, 5>;  // name, symbol, value, unit, method
+constexpr std::size_t kMethod = 4;
 
 // Seven significant digits, all digits before the point, no zeros at the end.
 std::string SevenDigits(double number) {
@@ -86,7 +87,28 @@ std::string JoinColumns(const std::vector<Row>& rows) {
     return text;
 }
 
-// Both blocks in the same columns, a line apart.
+// Puts a number in the place of each method that would make its line too long, and returns the
+// methods under their numbers.
+std::vector<std::string> NumberLongMethods(std::vector<Row>& rows) {
+    constexpr std::size_t kLongestLine = 115;
+    std::size_t start = 0;
+    for (std::size_t column = 0; column < kMethod; ++column) {
+        std::size_t width = 0;
+        for (const Row& row : rows) width = std::max(width, row[column].size());
+        start += width + 2;
+    }
+    std::vector<std::string> methods;
+    for (Row& row : rows) {
+        if (start + row[kMethod].size() <= kLongestLine) continue;
+        const auto at = std::find(methods.begin(), methods.end(), row[kMethod]);
+        const std::string number = std::to_string(at - methods.begin() + 1);
+        if (at == methods.end()) methods.push_back(row[kMethod]);
+        row[kMethod] = '[' + number + ']';
+    }
+    return methods;
+}
+
+// Both blocks in the same columns, a line apart, and what stands for the numbers in them.
 std::string Blocks(const Report& report) {
     std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
     const std::vector<Row> values = Rows(report.values, report);
@@ -97,7 +119,12 @@ std::string Blocks(const Report& report) {
         rows.push_back({"Derived"});
         rows.insert(rows.end(), derived.begin(), derived.end());
     }
-    return JoinColumns(rows);
+    const std::vector<std::string> methods = NumberLongMethods(rows);
+    std::string text = JoinColumns(rows);
+    for (std::size_t i = 0; i < methods.size(); ++i) {
+        text += (i == 0 ? "\n[" : "[") + std::to_string(i + 1) + "] " + methods[i] + '\n';
+    }
+    return text;
 }
 
 // Every reason, note and remark once, in the order of the values.

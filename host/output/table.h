@@ -11,7 +11,7 @@ namespace halvorn::host {
 
 /// Returns an aligned table of the values and of what is derived from them, decimal points one
 /// above the other, and below it the reasons of what is missing, the notes and the remarks on
-/// reading.
+/// reading. Lines have at most 115 columns: a longer method is a number, [1], and stands below.
 std::string TableText(const Report& report);
 
 }  // namespace halvorn::host
