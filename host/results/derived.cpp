@@ -113,7 +113,9 @@ void AddRadiiOfGyration(Deriver& deriver) {
 
 Result AxisResult(const SectionModel& section, AxisDirection direction, HoleArea holes) {
     const auto line = HalvingLine(section.elements, direction, holes);
-    return line ? Result{*line, ""} : Result::Missing("the outlines enclose no area to halve");
+    return line ? Result{*line, ""}
+                : Result::Missing(
+                      "the outlines enclose no area to halve, or their coordinates are too large");
 }
 
 void AddNetPlasticValues(Deriver& deriver) {
