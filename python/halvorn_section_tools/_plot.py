@@ -15,7 +15,7 @@ if TYPE_CHECKING:
 
     from ._section import Element
 
-_OVERHANG = 0.15  # of axes beyond the section, of its larger side
+_OVERHANG = 0.2  # of axes beyond the section, of its larger side
 _ALIGNED = 1e-6  # relative; inertias nearer than this to being principal are
 
 
@@ -37,12 +37,12 @@ def _principal_angle(properties: SectionProperties) -> float:
 
 def _axis(ax: Axes, start: tuple[float, float], end: tuple[float, float], label: str,
           style: str) -> None:
-    """A line with its label just behind its end."""
+    """A line with its label beside its end: above a level line, to the right of another."""
     ax.plot(*zip(start, end), style, color="black", linewidth=0.9)
-    ax.annotate(label, end, xytext=(np.sign(np.subtract(end, start).round(9)) * 4),
-                textcoords="offset points", fontsize=8,
-                horizontalalignment="left" if end[0] > start[0] else "center",
-                verticalalignment="center" if end[0] > start[0] else "bottom")
+    level = start[1] == end[1]
+    ax.annotate(label, end, xytext=(0, 3) if level else (4, 0), textcoords="offset points",
+                fontsize=8, horizontalalignment="right" if level else "left",
+                verticalalignment="bottom" if level else "center")
 
 
 def draw(elements: Sequence[Element], properties: SectionProperties, ax: Axes | None) -> Axes:
@@ -77,9 +77,10 @@ def draw(elements: Sequence[Element], properties: SectionProperties, ax: Axes | 
                 along = -along[0], -along[1]
             _axis(ax, (x - along[0], y - along[1]), (x + along[0], y + along[1]), number, "--")
     ax.plot([x], [y], "o", color="black", markersize=4)
-    ax.annotate("G", (x, y), xytext=(5, 5), textcoords="offset points", fontweight="bold")
+    ax.annotate("G", (x, y), xytext=(-5, -4), textcoords="offset points", fontweight="bold",
+                horizontalalignment="right", verticalalignment="top")
     ax.set_aspect("equal", adjustable="datalim")
-    ax.margins(0.12)
+    ax.margins(0.08)
     ax.set_xlabel("x")
     ax.set_ylabel("y")
     return ax

@@ -1,0 +1,110 @@
+"""Mistakes are answered with what is wrong and where."""
+
+import numpy as np
+import pytest
+
+from halvorn_section_tools import CSectionTools, Section, compute_batch
+
+NAN = float("nan")
+TRIANGLE = [(0, 0), (4, 0), (0, 3)]
+GIVEN = dict(centroid=(1, 1), area=1, inertia_1=1, inertia_2=1, shear_area_1=1, shear_area_2=1,
+             torsion_constant=1, torsion_modulus=1)
+
+
+def wall(**changes):
+    return Section.polyline(**{"points": [(0, 0), (80, 0), (80, 60)], "kind": "open_wall",
+                               "thickness": 4, **changes})
+
+
+def batch(points=(*TRIANGLE, *TRIANGLE), contours=(0, 3, 6), flags=(1, 1), sections=(0, 1, 2), **rest):
+    return compute_batch(points, contours, flags, sections, **rest)
+
+
+@pytest.mark.parametrize("points, kind, message", [
+    ([], ValueError, "points: at least 3 points are needed, got 0"),
+    ([(0, 0), (1, 1)], ValueError, "points: at least 3 points are needed, got 2"),
+    (np.zeros((0, 2)), ValueError, "points: at least 3 points are needed, got 0"),
+    ([(0, 0), (1, 1), (2,)], ValueError, "points[2]: expected two numbers (x, y), got 1"),
+    ([(0, 0), (1, 1, 1), (2, 2)], ValueError, "points[1]: expected two numbers (x, y), got 3"),
+    ([(0, 0), (1, NAN), (2, 2)], ValueError, "points[1]: y is nan; coordinates must be finite"),
+    (np.array([(0, 0), (1, 1), (-np.inf, 2)], np.float32), ValueError, "points[2]: x is -inf; "),
+    ([(0, 0), (10**400, 1), (2, 2)], ValueError, "points[1]: too large for a float"),
+    (np.zeros((5, 3)), ValueError, "points: expected points of shape (n, 2), got shape (5, 3)"),
+    (np.zeros((2, 5)), ValueError, "got shape (2, 5); pass points.T if"),
+    ([0, 0, 1, 0, 1, 1], ValueError, "got shape (6,); x0, y0, x1, y1, ... becomes points by reshape"),
+    (np.zeros((3, 2, 2)), ValueError, "got shape (3, 2, 2)"),
+    (None, TypeError, "points: expected points (x, y), got None"),
+    (7, TypeError, "points: expected points (x, y), got 7"),
+    ("abc", TypeError, "points: expected points (x, y), got 'abc'"),
+    (["ab", "cd", "ef"], TypeError, "points[0]: expected two numbers (x, y), got 'ab'"),
+    ([(0, 0), (1, "1"), (2, 2)], TypeError, "points[1]: expected two numbers (x, y), got (1, '1')"),
+    ([(0, 0), (1, None), (2, 2)], TypeError, "points[1]: expected a number, got None"),
+    ([(0, 0), 5, (2, 2)], TypeError, "points[1]: expected two numbers (x, y), got 5"),
+    (np.zeros((3, 2), complex), TypeError, "points: expected real numbers, got complex ones"),
+])
+def test_points_that_do_not_fit(points, kind, message):
+    section, tools = Section(), CSectionTools()
+    for add in (section.add, lambda wrong: tools.PushContour(wrong, 1)):
+        with pytest.raises(kind) as caught:
+            add(points)
+        assert message in str(caught.value)
+    assert section.add(TRIANGLE).properties().area == 6, "nothing of it was added"
+
+
+@pytest.mark.parametrize("call, kind, message", [
+    (lambda: Section().properties(), ValueError, "the section is empty"),
+    (lambda: Section().add([(0, 0), (1, 1), (2, 2)]).properties(), ValueError, "its area is 0"),
+    (lambda: Section().add(TRIANGLE).add(TRIANGLE, False).properties(), ValueError, "its area is 0"),
+    (lambda: Section().add(np.multiply(TRIANGLE, 1e200)).properties(), ValueError, "too large"),
+    (lambda: Section().add(TRIANGLE).properties(dx=NAN), ValueError, "dx: expected a finite number"),
+    (lambda: Section().add(TRIANGLE).properties(dy="1"), TypeError, "dy: expected a number, got '1'"),
+    (lambda: Section().add(TRIANGLE, solid="hole"), TypeError, "solid: expected True or False"),
+    (lambda: CSectionTools().PushContour(TRIANGLE, 256), ValueError, "flag: expected 0 to 255"),
+    (lambda: CSectionTools().PushContour(TRIANGLE, 10**30), ValueError, "flag: expected 0 to 255"),
+    (lambda: CSectionTools().PushContour(TRIANGLE, 1.0), TypeError, "flag: expected a whole number"),
+    (lambda: Section().add_profile(TRIANGLE[:2], **GIVEN), ValueError, "outline: at least 3 points"),
+    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "area": 0}), ValueError, "area: expected"),
+    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, NAN)}), ValueError,
+     "centroid[0]: y is nan"),
+    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "inertia_2": None}), TypeError,
+     "inertia_2: expected a number, got None"),
+    (lambda: wall(kind="open"), ValueError, "kind: expected one of 'solid', 'closed_wall'"),
+    (lambda: wall(torsion="thin"), ValueError, "torsion: expected one of 'tube', 'general'"),
+    (lambda: wall(kind="solid"), ValueError, "thickness: a solid has none"),
+    (lambda: wall(thickness=None), ValueError, "thickness: a wall needs it"),
+    (lambda: wall(thickness=0), ValueError, "thickness: expected a number greater than 0, got 0"),
+    (lambda: wall(points=[(0, 0)]), ValueError, "points: at least 2 points are needed, got 1"),
+    (lambda: wall(points=TRIANGLE[:2], kind="closed_wall"), ValueError, "at least 3 points"),
+    (lambda: wall(radii=[0, 5]), ValueError, "one per point is needed: 3 points, found 2 radii"),
+    (lambda: wall(radii=[0, -5, 0]), ValueError, "radii[1]: expected 0 or more"),
+    (lambda: wall(radii=[0, NAN, 0]), ValueError, "radii[1]: expected a finite number, got nan"),
+    (lambda: wall(radii="005"), TypeError, "radii: expected numbers, got '005'"),
+    # Inner face: radius 56.1 and half the thickness twice over make 60.1 of the shorter edge's 60.
+    (lambda: wall(radii=[0, 56.1, 0]), ValueError, "points[1] to points[2]: the corners need 60.1"),
+    (lambda: wall(points=[(0, 0), (4, 3), (8, 6)], kind="solid", thickness=None), ValueError,
+     "the polyline has no properties"),
+    (lambda: batch(points=[*TRIANGLE, (0, 0), (1, NAN), (1, 1)]), ValueError,
+     "points[4] (section 1, contour 1, its point 1): y is nan"),
+    (lambda: batch(contours=[0, 4, 6]), ValueError, "contour 1 (section 1) has 2 points, at least 3"),
+    (lambda: batch(contours=[0, 6, 3]), ValueError, "contour 1 (section 1) has -3 points"),
+    (lambda: batch(contours=[0, 3, 7]), ValueError, "the last is 7, but there are 6 points"),
+    (lambda: batch(contours=[1, 3, 6]), ValueError, "contour_offsets: expected 0 and then where each"),
+    (lambda: batch(sections=[0, 0, 2]), ValueError, "section 0 has 0 contours"),
+    (lambda: batch(sections=[]), ValueError, "section_offsets: expected 0 and then where each"),
+    (lambda: batch(sections=[0, 1.0, 2]), TypeError, "section_offsets: expected whole numbers"),
+    (lambda: batch(sections=[[0, 1, 2]]), ValueError, "section_offsets: expected whole numbers in one"),
+    (lambda: batch(flags=[1]), ValueError, "flags: one per contour is needed: 2 contours, found 1"),
+    (lambda: batch(flags=[1, 300]), ValueError, "flags[1]: expected 0 to 255, got 300"),
+    (lambda: batch(dx=[0, 0, 0]), ValueError, "dx: one number, or one per section: 2 sections, found 3"),
+    (lambda: batch(dy=[0, NAN]), ValueError, "dy[1]: expected a finite number, got nan"),
+    (lambda: batch(threads=-1), ValueError, "threads: expected 0 to 1024, got -1"),
+    (lambda: batch()["areas"], KeyError, "'areas' is none of area, centroid_x"),
+])
+def test_mistakes_are_named(call, kind, message):
+    with pytest.raises(kind) as caught:
+        call()
+    assert message in str(caught.value)
+
+
+def test_corners_may_touch():
+    assert wall(radii=[0, 55.99, 0]).area == pytest.approx(560)
