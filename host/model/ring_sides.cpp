@@ -74,6 +74,12 @@ Box::Box(const Points& ring)
     }
 }
 
+Box::Box(const Point& a, const Point& b)
+    : left(std::min(a.first, b.first)),
+      bottom(std::min(a.second, b.second)),
+      right(std::max(a.first, b.first)),
+      top(std::max(a.second, b.second)) {}
+
 double Box::Diagonal() const {
     return std::hypot(right - left, top - bottom);
 }
@@ -115,6 +121,10 @@ Sides SidesOf(const StripedRing& outline, const StripedRing& ring, double touchi
     Sides sides;
     for (std::size_t i = 0; i < outline.Ring().size() && !sides.Cross(); ++i) {
         const Point &from = outline.From(i), &to = outline.To(i);
+        if (Box(from, to).IsApartFrom(ring.Bounds(), touching)) {
+            sides.outside = true;
+            continue;
+        }
         const std::vector<double> meetings = Meetings(from, to, ring, touching, &sides.touches);
         for (std::size_t k = 0; k + 1 < meetings.size(); ++k) {
             const double t = 0.5 * (meetings[k] + meetings[k + 1]);

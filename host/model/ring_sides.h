@@ -11,12 +11,13 @@
 
 namespace halvorn::host {
 
-/// The box around the points of a ring.
+/// The box around points.
 struct Box {
     double left, bottom, right, top;
 
     /// @pre the ring has a point
     explicit Box(const Points& ring);
+    Box(const std::pair<double, double>& a, const std::pair<double, double>& b);
     double Diagonal() const;
     bool IsApartFrom(const Box& other, double distance) const {
         return left > other.right + distance || other.left > right + distance ||
