@@ -7,13 +7,11 @@
 #include <numbers>
 #include <random>
 
+#include "catalogue/csv_table.h"
+#include "diagnosis/crossings.h"
 #include "output/csv.h"
 #include "results/evaluate.h"
-
-namespace halvorn::host {
-// Its header has a row of its own, which output/csv.h would hide.
-std::vector<std::string> SplitCsvLine(const std::string& line, char separator);
-}  // namespace halvorn::host
+#include "results/keyhole.h"
 
 namespace {
 
@@ -391,6 +389,9 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         rings.emplace_back(true, star(1500, -200, 90, 7));
         const Report report = Evaluate(Section(rings), {});
         if (rings.size() == 2) continue;
+        // No integral tells where a bridge runs.
+        const Points joined = JoinHoles(Section(rings).elements).rings.at(0);
+        EXPECT_TRUE(FindCrossings(joined, false, 1).empty());
         holes += rings.size() - 2;
         for (const bool isAcross : {false, true}) {
             const Scan scan(rings, isAcross);
@@ -405,6 +406,20 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         }
     }
     EXPECT_GT(holes, 500U);
+}
+
+TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
+    Rings rings = {{true, kSquare}};
+    for (int i = 0; i < 100; ++i) {
+        rings.emplace_back(false, Rectangle(10 * (i % 10) + 3, 10 * (i / 10) + 3, 4, 4));
+    }
+    const NetRings net = JoinHoles(Section(rings).elements);
+    EXPECT_TRUE(FindCrossings(net.rings.at(0), false, 1).empty());
+    // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
+    const Report report = Evaluate(Section(rings), {});
+    for (const char* const key : {"plastic_modulus_x_net", "plastic_modulus_y_net"}) {
+        EXPECT_NEAR(Entry(report, key).number, 250e3 - 16 * 20 * 125, 1e-5);
+    }
 }
 
 TEST(Csv, HasACellForEveryColumn) {
