@@ -15,7 +15,7 @@ namespace {
 std::string Shown(py::handle object) {
     constexpr std::size_t kLongest = 40;
     std::string text = py::str(py::repr(object));
-    if (text.size() > kLongest) text = text.substr(0, kLongest) + "...";
+    if (text.size() > kLongest) text.replace(kLongest, std::string::npos, "...");
     return text;
 }
 

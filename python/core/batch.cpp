@@ -69,7 +69,7 @@ void ComputeSection(Batch& batch, std::size_t section, double* values) {
 }  // namespace
 
 std::string NameBatchPoint(const Batch& batch, std::size_t point) {
-    const std::string name = "points[" + std::to_string(point) + "]";
+    std::string name = "points[" + std::to_string(point) + "]";
     const auto item = static_cast<std::int64_t>(point);
     const std::ptrdiff_t contour = PartOf(batch.contourOffsets, item);
     const std::ptrdiff_t section = contour < 0 ? -1 : PartOf(batch.sectionOffsets, contour);
@@ -124,7 +124,8 @@ void ComputeBatch(Batch& batch, std::size_t threadCount, double* values) {
     threads.reserve(threadCount - 1);
     try {
         while (threads.size() + 1 < threadCount) threads.emplace_back(work, threads.size() + 1);
-    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch): those that there are do it
+    } catch (const std::exception&) {
+        // Those that there are do the work.
     }
     work(0);
     for (std::thread& thread : threads) thread.join();
