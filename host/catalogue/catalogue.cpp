@@ -19,7 +19,7 @@ namespace halvorn::host {
 namespace {
 
 struct Catalogue {
-    std::vector<CsvRow> rows;
+    std::vector<CsvRecord> rows;
     std::map<std::string, std::size_t> byName;  // canonical name to row
 
     Catalogue() : rows(ParseCsv(ProfileTableText())) {
@@ -27,7 +27,7 @@ struct Catalogue {
             byName.emplace(CanonicalProfileName(rows[i].Text("name")), i);
         }
     }
-    const CsvRow* Find(std::string_view name) const {
+    const CsvRecord* Find(std::string_view name) const {
         const auto found = byName.find(CanonicalProfileName(name));
         return found == byName.end() ? nullptr : &rows[found->second];
     }
@@ -60,7 +60,7 @@ GivenValues ValuesOfOutline(const shapes::Outline& outline, double* inertiaX, do
 // The published values of a row, in its unit. The table leaves out what its sources do; of I
 // sections and tapered channels it has the elastic moduli, whose fibres are half the height and, of
 // an I, half the width away.
-GivenValues PublishedValues(const CsvRow& row, const shapes::Outline& outline) {
+GivenValues PublishedValues(const CsvRecord& row, const shapes::Outline& outline) {
     double inertiaX = 0.0, inertiaY = 0.0, inertiaXY = 0.0;
     GivenValues values = ValuesOfOutline(outline, &inertiaX, &inertiaY, &inertiaXY);
     const auto take = [&](const char* column, double* value) {
@@ -106,7 +106,7 @@ void Scale(double factor, GivenValues* values) {
 }
 
 // @param chordTolerance  [mm]
-shapes::Outline Draw(const CsvRow& row, double chordTolerance) {
+shapes::Outline Draw(const CsvRecord& row, double chordTolerance) {
     // The area of a small tube would suffer more from the usual tolerance than the table rounds.
     constexpr int kLeastChordsPerQuarter = 64;
     try {
@@ -117,7 +117,7 @@ shapes::Outline Draw(const CsvRow& row, double chordTolerance) {
     }
 }
 
-Element MakeElement(const CsvRow& row, const std::vector<double>& ring, double factor) {
+Element MakeElement(const CsvRecord& row, const std::vector<double>& ring, double factor) {
     Element element;
     element.label = row.Text("name");
     element.ring = PointsOf(ring);
@@ -162,13 +162,13 @@ std::vector<std::string> SimilarProfiles(std::string_view name) {
 
 std::vector<std::string> CatalogueNames() {
     std::vector<std::string> names;
-    for (const CsvRow& row : TheCatalogue().rows) names.push_back(row.Text("name"));
+    for (const CsvRecord& row : TheCatalogue().rows) names.push_back(row.Text("name"));
     return names;
 }
 
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
                                        double chordTolerance, bool wantsPublishedValues) {
-    const CsvRow* const row = TheCatalogue().Find(name);
+    const CsvRecord* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
     const double factor = MetresPer("mm") / MetresPer(unit);
     const shapes::Outline outline = Draw(*row, chordTolerance / factor);

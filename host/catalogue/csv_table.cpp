@@ -27,7 +27,8 @@ std::vector<std::string> SplitCsvLine(const std::string& line, char separator) {
     return cells;
 }
 
-CsvRow::CsvRow(const std::vector<std::string>& columns, std::vector<std::string> cells, int line)
+CsvRecord::CsvRecord(const std::vector<std::string>& columns, std::vector<std::string> cells,
+                     int line)
     : line_(line) {
     if (cells.size() != columns.size()) {
         throw std::runtime_error("line " + std::to_string(line) + " has " +
@@ -39,7 +40,7 @@ CsvRow::CsvRow(const std::vector<std::string>& columns, std::vector<std::string>
     }
 }
 
-const std::string& CsvRow::Text(const std::string& column) const {
+const std::string& CsvRecord::Text(const std::string& column) const {
     static const std::string none;
     for (const auto& [name, text] : cells_) {
         if (name == column) return text;
@@ -47,7 +48,7 @@ const std::string& CsvRow::Text(const std::string& column) const {
     return none;
 }
 
-std::optional<double> CsvRow::Number(const std::string& column) const {
+std::optional<double> CsvRecord::Number(const std::string& column) const {
     const std::string& text = Text(column);
     if (text.empty()) return std::nullopt;
     double value = 0.0;
@@ -61,9 +62,9 @@ std::optional<double> CsvRow::Number(const std::string& column) const {
 
 namespace {
 
-std::vector<CsvRow> ReadRows(std::istream& stream) {
+std::vector<CsvRecord> ReadRows(std::istream& stream) {
     std::vector<std::string> columns;
-    std::vector<CsvRow> rows;
+    std::vector<CsvRecord> rows;
     std::string line;
     for (int number = 1; std::getline(stream, line); ++number) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
@@ -80,13 +81,13 @@ std::vector<CsvRow> ReadRows(std::istream& stream) {
 
 }  // namespace
 
-std::vector<CsvRow> ReadCsv(const std::string& path) {
+std::vector<CsvRecord> ReadCsv(const std::string& path) {
     std::ifstream file(path);
     if (!file) throw std::runtime_error("cannot read " + path);
     return ReadRows(file);
 }
 
-std::vector<CsvRow> ParseCsv(const std::string& text) {
+std::vector<CsvRecord> ParseCsv(const std::string& text) {
     std::istringstream stream(text);
     return ReadRows(stream);
 }

@@ -11,9 +11,9 @@
 namespace halvorn::host {
 
 /// One line of a table: its cells in the order of the columns, as written.
-class CsvRow {
+class CsvRecord {
 public:
-    CsvRow(const std::vector<std::string>& columns, std::vector<std::string> cells, int line);
+    CsvRecord(const std::vector<std::string>& columns, std::vector<std::string> cells, int line);
 
     /// Returns the cell's text, empty where the table has none or lacks the column.
     const std::string& Text(const std::string& column) const;
@@ -35,11 +35,11 @@ std::vector<std::string> SplitCsvLine(const std::string& line, char separator = 
 /// skipped.
 /// @throws std::runtime_error when the file cannot be read or a line has another number of cells
 ///         than the first
-std::vector<CsvRow> ReadCsv(const std::string& path);
+std::vector<CsvRecord> ReadCsv(const std::string& path);
 
 /// Returns the table written in a text.
 /// @throws std::runtime_error as `ReadCsv`
-std::vector<CsvRow> ParseCsv(const std::string& text);
+std::vector<CsvRecord> ParseCsv(const std::string& text);
 
 }  // namespace halvorn::host
 

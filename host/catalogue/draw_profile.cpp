@@ -8,18 +8,18 @@ namespace halvorn::host {
 
 namespace {
 
-double Dimension(const CsvRow& row, const char* column) {
+double Dimension(const CsvRecord& row, const char* column) {
     const std::optional<double> value = row.Number(column);
     if (!value) throw std::runtime_error(std::string("the dimension ") + column + " is missing");
     return *value;
 }
 
-shapes::FlangedProfile Flanged(const CsvRow& row, const char* rootRadius) {
+shapes::FlangedProfile Flanged(const CsvRecord& row, const char* rootRadius) {
     return {Dimension(row, "h"), Dimension(row, "b"), Dimension(row, "tw"), Dimension(row, "tf"),
             Dimension(row, rootRadius)};
 }
 
-shapes::FlangedProfile Tapered(const CsvRow& row) {
+shapes::FlangedProfile Tapered(const CsvRecord& row) {
     shapes::FlangedProfile profile = Flanged(row, "r_root");
     profile.taper = {Dimension(row, "slope"), Dimension(row, "tf_at_from_toe"),
                      Dimension(row, "r_toe")};
@@ -29,7 +29,7 @@ shapes::FlangedProfile Tapered(const CsvRow& row) {
 // Calls `visit` with the dimensions of the row's profile, whose type tells what it is; a flanged
 // one comes with whether it is a channel.
 template <typename Visit>
-auto VisitProfile(const CsvRow& row, const Visit& visit) {
+auto VisitProfile(const CsvRecord& row, const Visit& visit) {
     const std::string& type = row.Text("type");
     if (type == "i") return visit(Flanged(row, "r"), false);
     if (type == "channel") return visit(Flanged(row, "r"), true);
@@ -88,11 +88,11 @@ struct Torsion {
 
 }  // namespace
 
-shapes::Outline DrawProfile(const CsvRow& row, const shapes::ArcDivision& division) {
+shapes::Outline DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division) {
     return VisitProfile(row, Drawing{division});
 }
 
-double ThinWallTorsionOf(const CsvRow& row) {
+double ThinWallTorsionOf(const CsvRecord& row) {
     return VisitProfile(row, Torsion{});
 }
 

@@ -12,11 +12,11 @@ namespace halvorn::host {
 /// taper_channel, in the unit of the table.
 /// @throws std::runtime_error for an unknown type or a missing dimension, std::invalid_argument
 ///         for dimensions that do not fit together
-shapes::Outline DrawProfile(const CsvRow& row, const shapes::ArcDivision& division);
+shapes::Outline DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division);
 
 /// Returns the thin-wall estimate of the torsion constant of the same profile [L^4].
 /// @throws as `DrawProfile`
-double ThinWallTorsionOf(const CsvRow& row);
+double ThinWallTorsionOf(const CsvRecord& row);
 
 }  // namespace halvorn::host
 

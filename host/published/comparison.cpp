@@ -16,9 +16,9 @@ namespace {
 // Finest last digit of each property (index) within each family.
 using ColumnPowers = std::map<std::pair<std::string, std::size_t>, int>;
 
-ColumnPowers FinestDigits(const std::vector<host::CsvRow>& rows) {
+ColumnPowers FinestDigits(const std::vector<host::CsvRecord>& rows) {
     ColumnPowers finest;
-    for (const host::CsvRow& row : rows) {
+    for (const host::CsvRecord& row : rows) {
         for (std::size_t i = 0; i < properties.size(); ++i) {
             const int power = LastDigitPower(row.Text(properties[i].column));
             const auto [entry, isNew] = finest.try_emplace({row.Text("family"), i}, power);
@@ -28,7 +28,7 @@ ColumnPowers FinestDigits(const std::vector<host::CsvRow>& rows) {
     return finest;
 }
 
-PropertyValues EvaluateRow(const host::CsvRow& row, double scale) {
+PropertyValues EvaluateRow(const host::CsvRecord& row, double scale) {
     try {
         return Evaluate(
             host::DrawProfile(row, shapes::ArcDivision::StepsPerQuarter(arcStepsPerQuarter)),
@@ -54,8 +54,8 @@ std::pair<double, double> StepsAround(Rounding rounding) {
     return {0.5, 0.5};
 }
 
-Difference Compare(const host::CsvRow& row, std::size_t property, double computed, int columnPower,
-                   const std::vector<TableNote>& notes) {
+Difference Compare(const host::CsvRecord& row, std::size_t property, double computed,
+                   int columnPower, const std::vector<TableNote>& notes) {
     const char* column = properties[property].column;
     const double published = row.Number(column).value();
     const double magnitude = std::abs(published);
@@ -94,11 +94,11 @@ int RoundingPower(const std::string& text, double value, int columnPower) {
     return std::max(std::min(LastDigitPower(text), thirdDigit), columnPower);
 }
 
-std::vector<Difference> CompareTable(const std::vector<host::CsvRow>& rows,
+std::vector<Difference> CompareTable(const std::vector<host::CsvRecord>& rows,
                                      const std::vector<TableNote>& notes, double scale) {
     const ColumnPowers finest = FinestDigits(rows);
     std::vector<Difference> differences;
-    for (const host::CsvRow& row : rows) {
+    for (const host::CsvRecord& row : rows) {
         const PropertyValues computed = EvaluateRow(row, scale);
         for (std::size_t i = 0; i < properties.size(); ++i) {
             if (row.Text(properties[i].column).empty()) continue;

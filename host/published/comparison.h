@@ -47,7 +47,7 @@ int RoundingPower(const std::string& text, double value, int columnPower);
 /// Evaluates every row, enlarged by `scale`, and returns one difference for each published cell, in
 /// the order of the table. The differences refer to the notes.
 /// @throws std::runtime_error naming the profile that cannot be drawn
-std::vector<Difference> CompareTable(const std::vector<host::CsvRow>& rows,
+std::vector<Difference> CompareTable(const std::vector<host::CsvRecord>& rows,
                                      const std::vector<TableNote>& notes, double scale);
 
 }  // namespace halvorn::published

@@ -23,7 +23,7 @@ int Particularity(const TableNote& note) {
 
 std::vector<TableNote> ReadNotes(const std::string& path) {
     std::vector<TableNote> notes;
-    for (const host::CsvRow& row : host::ReadCsv(path)) {
+    for (const host::CsvRecord& row : host::ReadCsv(path)) {
         notes.push_back({row.Text("family"), row.Text("property"), row.Text("name"),
                          RoundingNamed(row.Text("rounding")), row.Number("accuracy").value_or(0.0),
                          row.Text("reason")});

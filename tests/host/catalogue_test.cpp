@@ -32,7 +32,7 @@ Report ReportOf(const std::string& name, const std::string& unit, bool wantsPubl
 // The areas of the table are rounded to three or four digits, some of them twice.
 TEST(Catalogue, DrawsEveryProfileWithItsPublishedArea) {
     std::size_t compared = 0;
-    for (const CsvRow& row : ReadCsv("host/catalogue/profiles.csv")) {
+    for (const CsvRecord& row : ReadCsv("host/catalogue/profiles.csv")) {
         const std::string& name = row.Text("name");
         ASSERT_TRUE(IsCatalogueProfile(name)) << name;
         const Report drawn = ReportOf(name, "mm", false);
