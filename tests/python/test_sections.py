@@ -174,17 +174,22 @@ def test_a_batch_has_the_bits_of_a_loop_with_any_number_of_threads():
     assert np.array_equal(batch["inertia_xy"], loop[:, 5], equal_nan=True)
 
 
-@pytest.mark.parametrize("call", [
-    lambda: compute_batch(np.tile(ring(100), (5000, 1)), range(0, 500001, 100), np.ones(5000, int),
-                          range(5001), threads=1),
-    lambda: Section().add(ring(1_000_000)),
-    lambda large=Section().add(ring(1_000_000)): large.properties(),
-    lambda large=Section().add(ring(1_000_000)): copy.copy(large),
-    lambda: CSectionTools.CalculContourQuelconqueTOOL(1, 0, 1, 1, ring(100_000), np.ones(100_000))],
-    ids=["batch", "add", "properties", "copy", "polyline"])
-def test_long_calls_let_other_threads_run(call):
+def long_calls():
+    """Calls of some milliseconds, with all that NumPy does for them done before."""
+    large, holder, tools = ring(500_000), Section().add(ring(500_000)), CSectionTools()
+    small, parts, flags = np.tile(ring(100), (1000, 1)), np.arange(0, 100_001, 100), np.ones(1000, int)
+    line, radii, sections = ring(30_000), np.ones(30_000), np.arange(1001)
+    return {"batch": lambda: _core.batch_values(small, parts, flags, sections, 0, 0, 1),
+            "push": lambda: tools.PushContour(large, 1),
+            "properties": holder.properties, "copy": lambda: copy.copy(holder),
+            "moduli": lambda whole=holder._tools: whole.ComputeWplasticValues(),
+            "polyline": lambda: tools.CalculContourQuelconqueTOOL(1, 0, 1, 1, line, radii)}
+
+
+@pytest.mark.parametrize("name", long_calls())
+def test_long_calls_let_other_threads_run(name):
     """No thread is made to give way here: the other one runs only while the call lets it."""
-    passes, stop, interval = [], threading.Event(), sys.getswitchinterval()
+    call, passes, stop, interval = long_calls()[name], [], threading.Event(), sys.getswitchinterval()
 
     def work():
         while not stop.is_set():
@@ -208,21 +213,48 @@ def test_long_calls_let_other_threads_run(call):
 
 
 def test_threads_share_a_section():
-    section, small, large = Section(), np.array(SQUARE), ring(4000, 8.0) // 1
+    section, tools, small, large = Section(), CSectionTools(), np.array(SQUARE), ring(1500, 100.0) // 1
     area = Section().add(large).properties().area
 
     def work():
-        for _ in range(50):
+        for _ in range(25):
             section.add(small).add(large).properties()
             copy.copy(section)
+            for _ in range(5):
+                tools.PushContour(large, 1)
+            tools.GetCalculValues()
 
     threads = [threading.Thread(target=work, daemon=True) for _ in range(4)]
     for thread in threads:
         thread.start()
     for thread in threads:
-        thread.join(120)
+        thread.join(200)
         assert not thread.is_alive(), "waits for ever"
-    assert section.properties().area == 200 * (10000 + area)
+    assert section.properties().area == 100 * (10000 + area)
+    assert tools.GetCalculValues().area == 500 * area
+
+
+def test_calls_on_one_section_follow_each_other():
+    tools, started = CSectionTools(), threading.Event()
+    tools.PushContour(ring(2_000_000), 1)
+
+    def work():
+        started.set()
+        tools.ComputeWplasticValues()
+
+    for _ in range(10):
+        started.clear()
+        other, begin = threading.Thread(target=work), time.perf_counter()
+        other.start()
+        started.wait()
+        time.sleep(2e-3)
+        ready = time.perf_counter()
+        tools.GetIxx()
+        waited = time.perf_counter() - ready
+        other.join()
+        if waited > 0.5 * (time.perf_counter() - begin):
+            return
+    pytest.fail("GetIxx never waited for the moduli")
 
 
 def test_exhausted_memory_is_a_memory_error_and_leaves_the_section_usable():
