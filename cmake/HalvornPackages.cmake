@@ -1,7 +1,8 @@
-# Debian packages of the library (runtime and development) and of the tool, one per component:
-# scripts/package. Included before the install rules, which then follow Debian's layout.
-if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT HALVORN_BUILD_HOST)
-  message(FATAL_ERROR "Packages want -DCMAKE_INSTALL_PREFIX=/usr and the tool: scripts/package")
+# Debian packages of the library (runtime and development), of the tool and of the Python module, one
+# per component: scripts/package. Included before the install rules, which then follow Debian's layout.
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT HALVORN_BUILD_HOST OR NOT HALVORN_PYTHON)
+  message(FATAL_ERROR
+    "Packages want -DCMAKE_INSTALL_PREFIX=/usr, the tool and -DHALVORN_PYTHON: scripts/package")
 endif()
 # The packages' files are found where Debian has them, and hold nothing of the folder they were
 # built in.
@@ -12,6 +13,7 @@ string(TOLOWER libHalvornSectionTools HALVORN_PACKAGE_STEM)
 set(HALVORN_PACKAGE_Runtime ${HALVORN_PACKAGE_STEM}${HALVORN_SOVERSION})
 set(HALVORN_PACKAGE_Development ${HALVORN_PACKAGE_STEM}-dev)
 set(HALVORN_PACKAGE_Tool halvorn-section)
+set(HALVORN_PACKAGE_Python python3-halvorn-section-tools)
 set(HALVORN_PACKAGE_VERSION ${PROJECT_VERSION}-1)
 set(HALVORN_PACKAGE_MAINTAINER
   "HalvornSectionTools maintainers <maintainers@halvornsectiontools.example.org>")
@@ -35,7 +37,7 @@ string(STRIP "${HALVORN_LICENCE_TEXT}" HALVORN_LICENCE_TEXT)
 string(REPLACE "\n\n" "\n.\n" HALVORN_LICENCE_TEXT "${HALVORN_LICENCE_TEXT}")
 string(REPLACE "\n" "\n " HALVORN_LICENCE_TEXT "${HALVORN_LICENCE_TEXT}")
 
-foreach(component IN ITEMS Runtime Development Tool)
+foreach(component IN ITEMS Runtime Development Tool Python)
   set(package ${HALVORN_PACKAGE_${component}})
   set(HALVORN_DOCDIR_${component} ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   set(made ${PROJECT_BINARY_DIR}/debian/${component})
@@ -59,7 +61,7 @@ file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/DEBIAN/shlibs CONTENT
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL Runtime Development Tool)
+set(CPACK_COMPONENTS_ALL Runtime Development Tool Python)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -95,4 +97,16 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_TOOL_DESCRIPTION "properties of structural cross-sections on the command line
 Reads a cross-section from a file and prints its area, centre of gravity,
 inertias, torsion and shear terms, elastic and plastic moduli.")
+
+# The module is for one minor version of Python, Debian's.
+execute_process(COMMAND ${HALVORN_PYTHON} -c
+  "import sys; v = sys.version_info; print(f'python3 (>= {v[0]}.{v[1]}~), python3 (<< {v[0]}.{v[1] + 1})')"
+  OUTPUT_VARIABLE python_depends OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${python_depends}, python3-numpy")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-matplotlib)
+set(CPACK_DEBIAN_PYTHON_DESCRIPTION "properties of structural cross-sections, Python module
+Area, centre of gravity, inertias, torsion and shear terms, elastic and plastic
+moduli of cross-sections given as points in sequences or NumPy arrays, one by one
+or many at once over threads, with figures by Matplotlib.")
 include(CPack)
