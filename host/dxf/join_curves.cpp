@@ -125,10 +125,12 @@ private:
             isUsed_[i] = std::any_of(others.begin(), others.end(), [&](std::size_t other) {
                 return IsSameOpen(curves_[i], curves_[other], tolerance_);
             });
-            if (isUsed_[i]) notes_.Count("curves drawn twice, taken once", curves_[i].line);
-            // Three different ones between the same ends are refused whatever follows.
-            else if (others.size() < 3)
+            if (isUsed_[i]) {
+                notes_.Count("curves drawn twice, taken once", curves_[i].line);
+            } else if (others.size() < 3) {
+                // Three different ones between the same ends are refused whatever follows.
                 others.push_back(i);
+            }
         }
     }
 

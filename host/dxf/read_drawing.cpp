@@ -38,7 +38,7 @@ std::string StatedUnit(const Drawing& drawing) {
 
 std::string UnitOf(const Drawing& drawing, const std::string& source, const InputOptions& options,
                    Notes& notes) {
-    const std::string stated = StatedUnit(drawing);
+    std::string stated = StatedUnit(drawing);
     if (options.unit) {
         if (!stated.empty() && stated != *options.unit) {
             notes.Say("the drawing states its unit as " + stated + "; its numbers are read as " +

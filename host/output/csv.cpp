@@ -42,6 +42,8 @@ std::string Joined(const std::vector<std::string>& texts, std::string_view separ
 // Sections and polylines share columns for what both have.
 std::vector<std::string> CollectKeys() {
     std::vector<std::string> keys;
+    keys.reserve(std::size(kSectionValues) + std::size(kPolylineValues) +
+                 std::size(kDerivedValues));
     for (const ValueDescription& value : kSectionValues) keys.emplace_back(value.key);
     for (const ValueDescription& value : kPolylineValues) {
         if (std::find(keys.begin(), keys.end(), value.key) == keys.end()) {

@@ -381,7 +381,8 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         Rings rings = {{true, star(500, -200, 400, 3 + round)}};
         // Holes of one grid never meet; those that leave the solid are tried and left out.
         for (int k = 0; k < 2 * round; ++k) {
-            const double x = 500 + 40 * (k % 11 - 5), y = -200 + 40 * (k / 11 - 5);
+            const int column = k % 11 - 5, row = k / 11 - 5;
+            const double x = 500 + 40 * column, y = -200 + 40 * row;
             rings.emplace_back(false, star(x, y, 19, 3 + k % 9));
             const Report report = Evaluate(Section({rings[0], rings.back()}), {});
             if (report.Find("plastic_modulus_x_net") == nullptr) rings.pop_back();
@@ -411,7 +412,8 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
 TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
     Rings rings = {{true, kSquare}};
     for (int i = 0; i < 100; ++i) {
-        rings.emplace_back(false, Rectangle(10 * (i % 10) + 3, 10 * (i / 10) + 3, 4, 4));
+        const int column = i % 10, row = i / 10;
+        rings.emplace_back(false, Rectangle(10 * column + 3, 10 * row + 3, 4, 4));
     }
     const NetRings net = JoinHoles(Section(rings).elements);
     EXPECT_TRUE(FindCrossings(net.rings.at(0), false, 1).empty());
