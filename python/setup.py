@@ -22,6 +22,7 @@ class CMakeBuild(build_ext):
         subprocess.run(
             ["cmake", "-S", SOURCE, "-B", build, "-DCMAKE_BUILD_TYPE=Release",
              "-DHALVORN_BUILD_HOST=OFF", "-DHALVORN_BUILD_TESTS=OFF", "-DHALVORN_BUILD_PYTHON=ON",
+             "-DHALVORN_UNITY_BUILD=ON",
              "-DHALVORN_PYTHON_BUNDLE=ON", "-DHALVORN_PYTHON_DIR=.",
              f"-DHALVORN_PYTHON={sys.executable}", f"-DCMAKE_INSTALL_PREFIX={package.parent}"],
             check=True)

@@ -7,8 +7,6 @@ namespace halvorn::host::dxf {
 
 namespace {
 
-constexpr const char* kExportAnew = "export the drawing anew as ASCII DXF";
-
 // Far above any drawing of a section; keeps the memory that a hostile file takes bounded.
 constexpr std::size_t kMostEntities = 200000;
 

@@ -14,7 +14,6 @@ namespace halvorn::host::dxf {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180.0;
-constexpr double kFullTurn = 2.0 * std::numbers::pi;
 
 // Angles in files are rounded to ten digits or more; a sweep this near a full turn is one [rad].
 constexpr double kSameAngle = 1e-9;
@@ -24,7 +23,6 @@ constexpr double kFarthest = 1e12;
 
 constexpr const char* kAslant = "not parallel to the x-y plane";
 constexpr const char* kNoLength = "without length";
-constexpr const char* kExportAnew = "export the drawing anew as ASCII DXF";
 
 constexpr PlaneMap kMirrored{-1.0, 0.0, 0.0, 0.0, 1.0, 0.0};
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <stdexcept>
 
 #include "shapes/rounded_polygon.h"
@@ -10,8 +9,6 @@
 namespace halvorn::host::dxf {
 
 namespace {
-
-constexpr double kFullTurn = 2.0 * std::numbers::pi;
 
 // Bisecting a piece of a curve this often makes it shorter than the digits of a double can tell.
 constexpr int kMostBisections = 52;

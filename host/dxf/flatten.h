@@ -4,6 +4,7 @@
 #ifndef HALVORN_HOST_DXF_FLATTEN_H
 #define HALVORN_HOST_DXF_FLATTEN_H
 
+#include <numbers>
 #include <utility>
 #include <vector>
 
@@ -12,6 +13,9 @@
 namespace halvorn::host::dxf {
 
 using Point = std::pair<double, double>;
+
+/// The sweep of a whole circle or ellipse [rad].
+inline constexpr double kFullTurn = 2.0 * std::numbers::pi;
 
 /// No curve and no drawing is flattened to more points than this.
 constexpr std::size_t kMostPoints = 1000000;

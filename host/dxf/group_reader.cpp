@@ -11,8 +11,6 @@ namespace halvorn::host::dxf {
 
 namespace {
 
-constexpr const char* kExportAnew = "export the drawing anew as ASCII DXF";
-
 std::string_view Trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r";
     const std::size_t first = text.find_first_not_of(blanks);

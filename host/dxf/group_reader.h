@@ -8,6 +8,9 @@
 
 namespace halvorn::host::dxf {
 
+/// The remedy for a file that is damaged or no DXF text.
+inline constexpr const char* kExportAnew = "export the drawing anew as ASCII DXF";
+
 /// One pair. `value` is a part of the text that was read, without blanks at its ends.
 struct Group {
     int code = 0;
