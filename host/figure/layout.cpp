@@ -145,7 +145,7 @@ void AddTitle(Sheet& sheet) {
     const std::string below = ValidText(!section.description.empty() ? section.description
                                         : section.name.empty()       ? ""
                                                                      : section.source);
-    if (below.empty()) return;
+    if (below.empty() || below == sheet.page.title) return;
     const std::string line = Shortened(below, room, kSmallSize, false, sheet.measure);
     sheet.Write({{line}}, {kMargin, kMargin + 26.0}, kSmallSize).isGrey = true;
 }

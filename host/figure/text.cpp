@@ -69,6 +69,7 @@ Runs Number(double value, int digits, double plainBelow) {
 }
 
 Runs Symbol(const std::string& symbol) {
+    if (symbol == "alpha") return {{"\u03B1"}};
     if (symbol.size() < 2 || CharacterLength(symbol) == symbol.size()) return {{symbol}};
     const std::size_t first = std::max<std::size_t>(1, CharacterLength(symbol));
     return {{symbol.substr(0, first)}, {symbol.substr(first), -1}};

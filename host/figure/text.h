@@ -14,7 +14,8 @@ namespace halvorn::host::figure {
 /// from `plainBelow` on and below 1e-4 with a power of ten whose exponent is a multiple of 3.
 Runs Number(double value, int digits, double plainBelow);
 
-/// Returns a symbol such as "Wpl,x" with all but its first letter lowered.
+/// Returns a symbol such as "Wpl,x" with all but its first letter lowered, "alpha" as the
+/// Greek letter.
 Runs Symbol(const std::string& symbol);
 
 /// Returns a unit such as "mm^4" with its power raised.

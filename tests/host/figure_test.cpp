@@ -169,6 +169,7 @@ TEST(FigureLayout, PutsEveryAxisWhereItIs) {
     EXPECT_EQ(found, 2);
     const auto isMerged = [](const Label& label) { return PlainText(label.runs) == "ENA = PNA"; };
     EXPECT_EQ(std::count_if(page.labels.begin(), page.labels.end(), isMerged), 1);
+    EXPECT_NE(page.summary.find("\u03B1 = 30 \u00B0;"), std::string::npos) << page.summary;
 }
 
 TEST(FigureLayout, RoundsLengthsDownTo125) {

@@ -77,7 +77,10 @@ class CommandLine(unittest.TestCase):
         self.assertEqual([json.loads(line)["name"] for line in lines], ["IPE300", "HEB200"])
 
     def test_a_terminal_sees_progress(self):
-        master, slave = pty.openpty()
+        try:
+            master, slave = pty.openpty()
+        except OSError as error:
+            self.skipTest(f"this machine gives no terminal: {error}")  # no /dev/pts, as in a bare chroot
         done = subprocess.run([PROGRAM, "--batch", *["IPE300"] * 50], stdout=subprocess.DEVNULL, stderr=slave,
                               check=True, timeout=120)
         os.close(slave)
