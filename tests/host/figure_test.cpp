@@ -169,7 +169,8 @@ TEST(FigureLayout, PutsEveryAxisWhereItIs) {
     EXPECT_EQ(found, 2);
     const auto isMerged = [](const Label& label) { return PlainText(label.runs) == "ENA = PNA"; };
     EXPECT_EQ(std::count_if(page.labels.begin(), page.labels.end(), isMerged), 1);
-    EXPECT_NE(page.summary.find("\u03B1 = 30 \u00B0;"), std::string::npos) << page.summary;
+    const std::string summary = LaidOut(ReportOf(Rectangle(10, 20, 110, 70))).summary;
+    EXPECT_NE(summary.find("\u03B1 = 90 \u00B0;"), std::string::npos) << summary;
 }
 
 TEST(FigureLayout, RoundsLengthsDownTo125) {
