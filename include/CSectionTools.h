@@ -153,8 +153,9 @@ public:
     /// @param isThinWalled    0: solid, `thickness` is ignored; else: wall of that thickness
     /// @param isOpen          non-zero: open polyline, its end vertices are never rounded
     /// @param torsionMode     walls: 0 for the formulas of a circular tube, else the general ones
-    /// @param pointCount      number of vertices used; no more than the shorter vector is read
-    /// @param thickness       wall thickness [L]
+    /// @param pointCount      number of vertices used; no more than the shorter vector is read, and
+    ///                        never more than 178 million (2^31 / 12)
+    /// @param thickness       wall thickness [L]; below 0 the results have no meaning
     /// @param points          vertices (x, y) [L]
     /// @param cornerRadii     one per vertex: 0 sharp, else the radius of the wall's inner face [L]
     /// @param area            area [L^2]
