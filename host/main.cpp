@@ -75,8 +75,9 @@ ExitCode PrintReport(const CommandLine& line) {
 }
 
 ExitCode PrintFindings(const CommandLine& line) {
-    const std::vector<Finding> findings =
-        Diagnose(OpenSection(line.inputs.front(), line.section.input));
+    InputOptions input = line.section.input;
+    input.acceptsLoops = true;
+    const std::vector<Finding> findings = Diagnose(OpenSection(line.inputs.front(), input));
     Print(FindingsText(findings));
     for (const Finding& finding : findings) {
         if (finding.severity != Severity::Remark) return kDoubtful;
@@ -90,7 +91,14 @@ ExitCode PrintBatch(const CommandLine& line) {
     options.format = line.format == Format::Json ? BatchFormat::JsonLines : BatchFormat::Csv;
     options.threads = line.threads;
     options.showsProgress = IsTerminal(stderr);
-    return RunBatch(ExpandBatch(line.inputs), options, Print, Complain) > 0 ? kBadInput : kDone;
+    std::size_t faults = 0;
+    const auto complain = [&faults](const std::string& message) {
+        ++faults;
+        Complain(message);
+    };
+    const std::vector<std::string> arguments = ExpandBatch(line.inputs, complain);
+    if (!arguments.empty()) RunBatch(arguments, options, Print, complain);
+    return faults > 0 ? kBadInput : kDone;
 }
 
 ExitCode Run(int argc, char** argv) {

@@ -37,8 +37,11 @@ struct BatchOptions {
 /// Returns the arguments for `OpenSection` that `paths` stand for: the section files of a folder in
 /// the order of their names; the entries of a list (.txt: one a line; .csv: those of the column
 /// `name`, or the first); anything else as it is.
-/// @throws InputError for an empty folder or list, or one that cannot be read
-std::vector<std::string> ExpandBatch(const std::vector<std::string>& paths);
+/// @param complain  gets one line for each row without a name, and for each folder or list that is
+///                  empty or cannot be read; the rest is returned
+std::vector<std::string> ExpandBatch(
+    const std::vector<std::string>& paths,
+    const std::function<void(const std::string& message)>& complain);
 
 /// Evaluates the sections and hands the lines of the table to `write`, in the order of `arguments`.
 /// A section that cannot be read is left out of the table; its reason goes to `complain`.

@@ -2,6 +2,7 @@
 #include <cctype>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 
 #include "batch/batch.h"
@@ -14,6 +15,7 @@ namespace halvorn::host {
 namespace {
 
 namespace fs = std::filesystem;
+using Complain = std::function<void(const std::string& message)>;
 
 std::string Ending(const fs::path& path) {
     std::string ending = path.extension().string();
@@ -67,7 +69,8 @@ void AddList(const std::string& path, std::vector<std::string>* arguments) {
 }
 
 // The cells of the column `name`, if the table has one; otherwise it is a section of points.
-bool AddTable(const std::string& path, std::vector<std::string>* arguments) {
+bool AddTable(const std::string& path, std::vector<std::string>* arguments,
+              const Complain& complain) {
     std::istringstream stream(ReadInput(path));
     std::string line;
     std::getline(stream, line);
@@ -80,38 +83,55 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments) {
         return row;
     };
     const std::vector<std::string> columns = cells();
-    const auto column = std::find(columns.begin(), columns.end(), "name");
+    const auto column = std::find_if(columns.begin(), columns.end(), [](const std::string& title) {
+        return title == "name" || title == "Name" || title == "NAME";
+    });
     if (column == columns.end()) return false;
     const auto index = static_cast<std::size_t>(column - columns.begin());
     const std::size_t before = arguments->size();
+    std::size_t faults = 0;
     for (std::size_t number = 2; std::getline(stream, line); ++number) {
         const std::vector<std::string> row = cells();
         if (row.size() == 1 && row[0].empty()) continue;
         if (index >= row.size() || row[index].empty()) {
-            throw InputError(path + ": line " + std::to_string(number),
-                             "the column \"name\" is empty", "name a profile or a section file");
+            const InputError fault(path + ": line " + std::to_string(number),
+                                   "the column \"name\" is empty",
+                                   "name a profile or a section file");
+            complain(fault.what());
+            ++faults;
+            continue;
         }
         arguments->push_back(Resolved(row[index], path));
     }
-    if (arguments->size() == before) {
+    if (arguments->size() == before && faults == 0) {
         throw InputError(path, "the table has no rows", "name a profile or a section file a line");
     }
     return true;
 }
 
+void AddPath(const std::string& path, std::vector<std::string>* arguments,
+             const Complain& complain) {
+    std::error_code error;
+    const bool isFile = fs::is_regular_file(path, error);
+    if (fs::is_directory(path, error)) {
+        AddFolder(path, arguments);
+    } else if (isFile && Ending(path) == ".txt") {
+        AddList(path, arguments);
+    } else if (!(isFile && Ending(path) == ".csv" && AddTable(path, arguments, complain))) {
+        arguments->push_back(path);
+    }
+}
+
 }  // namespace
 
-std::vector<std::string> ExpandBatch(const std::vector<std::string>& paths) {
+std::vector<std::string> ExpandBatch(const std::vector<std::string>& paths,
+                                     const Complain& complain) {
     std::vector<std::string> arguments;
     for (const std::string& path : paths) {
-        std::error_code error;
-        const bool isFile = fs::is_regular_file(path, error);
-        if (fs::is_directory(path, error)) {
-            AddFolder(path, &arguments);
-        } else if (isFile && Ending(path) == ".txt") {
-            AddList(path, &arguments);
-        } else if (!(isFile && Ending(path) == ".csv" && AddTable(path, &arguments))) {
-            arguments.push_back(path);
+        try {
+            AddPath(path, &arguments, complain);
+        } catch (const InputError& error) {
+            complain(error.what());
         }
     }
     return arguments;

@@ -1,11 +1,13 @@
 #include "command/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <cmath>
 #include <sstream>
 
 #include "figure/figure.h"
 #include "input/input_error.h"
+#include "input/input_text.h"
 
 namespace halvorn::host {
 
@@ -41,8 +43,12 @@ The formats of files and results: docs/file-format.md; man halvorn-section.)";
 // A plain decimal number. The command-line library would take "" for 0, as a script with an unset
 // variable gives it, and 0x10 for 16.
 std::string IsPlainNumber(const std::string& text) {
-    const bool isPlain = !text.empty() && text.find_first_of("xX") == std::string::npos;
-    return isPlain ? "" : "'" + text + "' is not a number";
+    const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
+    const char* const end = text.data() + text.size();
+    double number = 0.0;
+    const auto [last, error] = std::from_chars(begin, end, number);
+    const bool isPlain = begin != end && last == end && error == std::errc();
+    return isPlain ? "" : Excerpt(text) + " is not a number";
 }
 
 [[noreturn]] void Fail(const std::string& problem, const std::string& remedy) {
@@ -99,8 +105,8 @@ struct Parser {
         app.add_flag("--published", line.section.input.wantsPublishedValues,
                      "Take the published values of a catalogue profile instead of its outline's");
         chordTolerance = AddNumber("--chord-tolerance",
-                                   "Greatest distance from an arc to its chords, in mm; 0.01 if "
-                                   "not given");
+                                   "Greatest distance from an arc to its chords, in mm; 0.001 "
+                                   "if not given");
         joinTolerance = AddNumber("--join-tolerance",
                                   "Ends of lines in a drawing this close are joined, in mm; 0.01 "
                                   "if not given");
@@ -128,7 +134,7 @@ struct Parser {
         InputOptions& input = line.section.input;
         if (!unit.empty()) input.unit = unit;
         line.section.density = PositiveNumber(density, "give kg/m^3, for steel 7850");
-        input.chordTolerance = PositiveNumber(chordTolerance, "give millimetres, such as 0.01")
+        input.chordTolerance = PositiveNumber(chordTolerance, "give millimetres, such as 0.001")
                                    .value_or(input.chordTolerance);
         input.joinTolerance = PositiveNumber(joinTolerance, "give millimetres, such as 0.01")
                                   .value_or(input.joinTolerance);

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <cstdio>
 
-#include "diagnosis/crossings.h"
 #include "diagnosis/overlaps.h"
 #include "input/input_text.h"
+#include "model/crossings.h"
 
 namespace halvorn::host {
 
@@ -20,10 +20,6 @@ std::string Digits(double number) {
     std::array<char, 32> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.6g", number);
     return buffer.data();
-}
-
-std::string PlaceText(const std::pair<double, double>& point) {
-    return "(" + Digits(point.first) + ", " + Digits(point.second) + ")";
 }
 
 std::string Count(std::size_t count, const char* one, const char* many) {
@@ -89,6 +85,12 @@ void LookForStraightVertices(const Line& line, Findings* findings) {
                   "harmless for the values; leave it out to save time");
 }
 
+// Whether edges that follow each other run back over each other.
+bool IsSpike(const Crossing& crossing, const Line& line) {
+    const bool closes = crossing.firstEdge == 0 && crossing.secondEdge + 1 == line.points.size();
+    return !crossing.isProper && (crossing.secondEdge == crossing.firstEdge + 1 || closes);
+}
+
 void DescribeCrossings(const Line& line, const std::vector<Crossing>& crossings,
                        Findings* findings) {
     for (const Crossing& crossing : crossings) {
@@ -100,10 +102,14 @@ void DescribeCrossings(const Line& line, const std::vector<Crossing>& crossings,
             findings->Add(Severity::Error, line.label, where,
                           "areas of opposite sense cancel: bring the points into order, or split "
                           "the contour there");
+        } else if (IsSpike(crossing, line)) {
+            findings->Add(Severity::Warning, line.label,
+                          "a spike without area ends at " + PlaceText(crossing.place),
+                          "leave its point out: the distance of the outermost fibre reaches to it, "
+                          "and the elastic moduli with it");
         } else {
             findings->Add(Severity::Warning, line.label, where,
-                          "right for a bridge to a hole or a spike without area; else move or drop "
-                          "the point");
+                          "right for a bridge to a hole; else move or drop the point");
         }
     }
 }
@@ -197,7 +203,7 @@ void LookAtGivenValues(const Element& element, Findings* findings) {
 }
 
 void LookForOverlaps(const SectionModel& section, Findings* findings) {
-    if (section.elements.size() < 2) return;
+    if (section.elements.empty()) return;
     if (!CanFindOverlaps()) {
         findings->Add(Severity::Remark, section.source, "this build does not look for overlaps",
                       "build it with libgeos-dev");
@@ -217,6 +223,12 @@ void LookForOverlaps(const SectionModel& section, Findings* findings) {
                       "it overlaps the hole \"" + elements[overlap.second].label +
                           "\": " + amount(overlap.area) + " are subtracted twice",
                       "move one of them or join both to one hole");
+    }
+    for (const Overlap& overlap : overlaps.turns) {
+        findings->Add(Severity::Warning, elements[overlap.first].label,
+                      "it runs round a part of its area more than once: " + amount(overlap.area) +
+                          " more are counted than it covers",
+                      "run round a hole in the other sense, and round each part once");
     }
     for (const Overlap& overlap : overlaps.outsideHoles) {
         findings->Add(Severity::Warning, elements[overlap.first].label,

@@ -24,10 +24,12 @@ struct Overlaps {
     std::vector<Overlap> solids;        ///< pairs of solids: area counted twice
     std::vector<Overlap> holes;         ///< pairs of holes: area subtracted twice
     std::vector<Overlap> outsideHoles;  ///< area of a hole that lies in no solid
+    std::vector<Overlap> turns;         ///< area of one ring that it runs round more than once
 };
 
-/// Returns the overlaps of more than the 1e-9th part of the smaller element. Rings that cross
-/// themselves count as what an even-odd filling shows.
+/// Returns the overlaps of more than the 1e-9th part of the smaller element. Where solids less
+/// holes count 1 or 0, as on an island within a hole, nothing overlaps. Rings that cross themselves
+/// count as what an even-odd filling shows.
 /// @pre CanFindOverlaps()
 Overlaps FindOverlaps(const std::vector<Element>& elements);
 

@@ -3,9 +3,12 @@
 #include <geos_c.h>
 
 #include <algorithm>
+#include <cmath>
+#include <map>
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "diagnosis/overlaps.h"
 
@@ -41,6 +44,9 @@ public:
     }
     Geometry Intersection(const Geometry& a, const Geometry& b) const {
         return Own(GEOSIntersection_r(context_, a.get(), b.get()));
+    }
+    Geometry Union(const Geometry& a, const Geometry& b) const {
+        return Own(GEOSUnion_r(context_, a.get(), b.get()));
     }
     Geometry Difference(const Geometry& a, const Geometry& b) const {
         return Own(GEOSDifference_r(context_, a.get(), b.get()));
@@ -80,6 +86,96 @@ struct Box {
 
 constexpr double kNegligible = 1e-9;  // part of the smaller area
 
+// Twice the integral of the winding number.
+double TwiceCounted(const Points& ring) {
+    double twice = 0.0;
+    for (std::size_t i = 1; i + 1 < ring.size(); ++i) {
+        twice += (ring[i].first - ring[0].first) * (ring[i + 1].second - ring[0].second) -
+                 (ring[i].second - ring[0].second) * (ring[i + 1].first - ring[0].first);
+    }
+    return twice;
+}
+
+// All elements as areas.
+class Overlay {
+public:
+    explicit Overlay(const std::vector<Element>& elements) : elements_(elements) {
+        for (const Element& element : elements) {
+            areas_.push_back(geos_.Polygon(element.ring));
+            boxes_.emplace_back(element.ring);
+        }
+    }
+
+    Overlaps Find() const {
+        Overlaps overlaps;
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            for (std::size_t k = i + 1; k < elements_.size(); ++k) {
+                if (elements_[i].isSolid != elements_[k].isSolid) continue;
+                const double shared = SharedAmiss(i, k);
+                if (shared == 0.0) continue;
+                (elements_[i].isSolid ? overlaps.solids : overlaps.holes).push_back({i, k, shared});
+            }
+            AddOutside(i, &overlaps);
+            // Without turns in the same sense an even-odd filling has what the integrals count.
+            const double counted = 0.5 * std::fabs(TwiceCounted(elements_[i].ring));
+            const double excess = counted - geos_.Area(areas_[i]);
+            if (excess > kNegligible * counted) overlaps.turns.push_back({i, i, excess});
+        }
+        return overlaps;
+    }
+
+private:
+    // The area that both have and where all elements together count other than 0 and 1.
+    double SharedAmiss(std::size_t first, std::size_t second) const {
+        if (!boxes_[first].Meets(boxes_[second])) return 0.0;
+        const double smaller = std::min(geos_.Area(areas_[first]), geos_.Area(areas_[second]));
+        const double least = kNegligible * smaller;
+        std::map<int, Geometry> parts;  // by solids less holes
+        parts[elements_[first].isSolid ? 2 : -2] =
+            geos_.Intersection(areas_[first], areas_[second]);
+        if (geos_.Area(parts.begin()->second) <= least) return 0.0;
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            if (i == first || i == second) continue;
+            if (!boxes_[i].Meets(boxes_[first]) || !boxes_[i].Meets(boxes_[second])) continue;
+            std::map<int, Geometry> split;
+            const auto add = [&](int weight, Geometry part) {
+                if (geos_.Area(part) <= least) return;
+                Geometry& there = split[weight];
+                there = there ? geos_.Union(there, part) : std::move(part);
+            };
+            for (const auto& [weight, part] : parts) {
+                add(weight + (elements_[i].isSolid ? 1 : -1), geos_.Intersection(part, areas_[i]));
+                add(weight, geos_.Difference(part, areas_[i]));
+            }
+            parts = std::move(split);
+        }
+        double area = 0.0;
+        for (const auto& [weight, part] : parts) {
+            if (weight < 0 || weight > 1) area += geos_.Area(part);
+        }
+        return area;
+    }
+
+    void AddOutside(std::size_t hole, Overlaps* overlaps) const {
+        if (elements_[hole].isSolid) return;
+        Geometry left = geos_.Polygon(elements_[hole].ring);
+        for (std::size_t k = 0; k < elements_.size(); ++k) {
+            if (elements_[k].isSolid && boxes_[hole].Meets(boxes_[k])) {
+                left = geos_.Difference(left, areas_[k]);
+            }
+        }
+        const double outside = geos_.Area(left);
+        if (outside > kNegligible * geos_.Area(areas_[hole])) {
+            overlaps->outsideHoles.push_back({hole, hole, outside});
+        }
+    }
+
+    Geos geos_;
+    const std::vector<Element>& elements_;
+    std::vector<Geometry> areas_;
+    std::vector<Box> boxes_;
+};
+
 }  // namespace
 
 bool CanFindOverlaps() {
@@ -87,35 +183,7 @@ bool CanFindOverlaps() {
 }
 
 Overlaps FindOverlaps(const std::vector<Element>& elements) {
-    const Geos geos;
-    std::vector<Geometry> areas;
-    std::vector<Box> boxes;
-    for (const Element& element : elements) {
-        areas.push_back(geos.Polygon(element.ring));
-        boxes.emplace_back(element.ring);
-    }
-    Overlaps overlaps;
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        for (std::size_t k = i + 1; k < elements.size(); ++k) {
-            if (elements[i].isSolid != elements[k].isSolid || !boxes[i].Meets(boxes[k])) continue;
-            const double shared = geos.Area(geos.Intersection(areas[i], areas[k]));
-            const double smaller = std::min(geos.Area(areas[i]), geos.Area(areas[k]));
-            if (shared <= kNegligible * smaller) continue;
-            (elements[i].isSolid ? overlaps.solids : overlaps.holes).push_back({i, k, shared});
-        }
-        if (elements[i].isSolid) continue;
-        Geometry left = geos.Polygon(elements[i].ring);
-        for (std::size_t k = 0; k < elements.size(); ++k) {
-            if (elements[k].isSolid && boxes[i].Meets(boxes[k])) {
-                left = geos.Difference(left, areas[k]);
-            }
-        }
-        const double outside = geos.Area(left);
-        if (outside > kNegligible * geos.Area(areas[i])) {
-            overlaps.outsideHoles.push_back({i, i, outside});
-        }
-    }
-    return overlaps;
+    return Overlay(elements).Find();
 }
 
 }  // namespace halvorn::host

@@ -141,6 +141,9 @@ std::string Capitals(std::string_view name) {
 }
 
 Drawing FindParts(std::string_view text, const std::string& source) {
+    if (text.starts_with("AC10")) {
+        throw InputError(source, "it is a DWG drawing", "save it as ASCII DXF");
+    }
     if (text.starts_with("AutoCAD Binary DXF")) {
         throw InputError(source, "it is a binary DXF file", "save the drawing as ASCII DXF");
     }

@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string_view>
 
 #include "figure/sheet.h"
 #include "figure/text.h"
+#include "results/rounding.h"
 
 namespace halvorn::host::figure {
 
@@ -64,11 +64,9 @@ double Widest(const std::vector<ValueRow>& rows, Runs ValueRow::*part, const Mea
 
 }  // namespace
 
-std::vector<ValueRow> ValueRows(const Report& report, const Sheet& sheet) {
+std::vector<ValueRow> ValueRows(const Report& report) {
     constexpr int kDigits = 5;
     constexpr double kPlainBelow = 1e5;
-    constexpr double kRounding = 1e-12;  // of sums that cancel by symmetry
-    const double size = std::max(sheet.Width(), sheet.Height());
     const std::vector<Element>& elements = report.section.elements;
     const bool hasHole = std::any_of(elements.begin(), elements.end(),
                                      [](const Element& element) { return !element.isSolid; });
@@ -76,11 +74,9 @@ std::vector<ValueRow> ValueRows(const Report& report, const Sheet& sheet) {
     for (const std::string_view key : kShownKeys) {
         const Value* const value = report.Find(key);
         if (value == nullptr) continue;
-        const double unit = value->power == 0 ? 1.0 : std::pow(size, value->power);
-        const bool isZero = std::fabs(value->number) < kRounding * unit;
         const bool isGross = hasHole && (key == "plastic_modulus_x" || key == "plastic_modulus_y");
         rows.push_back({Symbol(value->symbol + (isGross ? ",gross" : "")),
-                        Number(isZero ? 0.0 : value->number, kDigits, kPlainBelow),
+                        Number(WithoutRounding(*value, report), kDigits, kPlainBelow),
                         Unit(value->unit)});
     }
     return rows;

@@ -175,7 +175,7 @@ Page LayOut(const Report& report, const MeasureText& measure) {
     Sheet sheet{report, measure};
     sheet.rings = RingsOf(report.section);
     MeasureSection(sheet);
-    const std::vector<ValueRow> rows = ValueRows(report, sheet);
+    const std::vector<ValueRow> rows = ValueRows(report);
     constexpr double kLegendRows = 4.0;
     Place(sheet, (static_cast<double>(rows.size()) + kLegendRows) * kRowHeight);
 

@@ -94,7 +94,7 @@ struct ValueRow {
 };
 
 /// Returns the values that a figure shows, as far as the report has them.
-std::vector<ValueRow> ValueRows(const Report& report, const Sheet& sheet);
+std::vector<ValueRow> ValueRows(const Report& report);
 
 /// Puts the values and the legend on the page, from an upper left corner on, and returns the box
 /// that they take up.

@@ -14,11 +14,13 @@ namespace halvorn::host {
 struct InputOptions {
     std::optional<std::string> unit;  ///< of files that do not say theirs (CSV, DXF)
     /// Greatest distance from an arc to its chords, in millimetres [mm].
-    double chordTolerance = 0.01;
+    double chordTolerance = 0.001;
     /// Ends of lines in a drawing that are no farther apart are joined, in millimetres [mm].
     double joinTolerance = 0.01;
     /// A catalogue profile is pushed as a standard profile with its published values.
     bool wantsPublishedValues = false;
+    /// Outlines of drawings and of points in CSV may cross themselves: they are only looked at.
+    bool acceptsLoops = false;
 };
 
 /// Reads the section that `argument` names: a file (.json, .dxf, .csv by its ending; of any other

@@ -185,6 +185,7 @@ private:
                              "leave out --unit");
         }
         for (Contour& contour : contours_) section.elements.push_back(ElementOf(contour));
+        if (!options.acceptsLoops) RefuseLoops(section.elements, source_);
         SetKinds(&section.elements);
         return section;
     }

@@ -154,6 +154,10 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
     section.name = ReadOptionalText(root, "name");
     section.description = ReadOptionalText(root, "description");
     section.unit = ReadUnit(root.At("unit"));
+    if (options.unit && *options.unit != section.unit) {
+        root.At("unit").Fail("the file is in " + section.unit + ", --unit says " + *options.unit,
+                             "leave out --unit");
+    }
     if (root.Has("density")) section.density = root.At("density").Number(Sign::Positive);
     const PartOptions partOptions = ReadPartOptions(root, section.unit, options);
     if (root.Has("polyline")) {

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "input/input_text.h"
+#include "results/rounding.h"
 
 namespace halvorn::host {
 
@@ -33,16 +34,6 @@ std::string SevenDigits(double number) {
         if (text.back() == '.') text.pop_back();
     }
     return text;
-}
-
-// `value` as the table shows it: 0 when it is no more than the rounding of sums that cancel, such
-// as the product moment of a symmetric section. The area gives the scale.
-double WithoutRounding(const Value& value, const Report& report) {
-    constexpr double kRounding = 1e-13;
-    const Value* const area = report.Find("area");
-    if (area == nullptr || value.power == 0) return value.number;
-    const double scale = std::pow(std::fabs(area->number), 0.5 * value.power);
-    return std::fabs(value.number) < kRounding * scale ? 0.0 : value.number;
 }
 
 std::size_t DigitsBeforePoint(const std::string& number) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "model/crossings.h"
 #include "model/push_element.h"
 #include "model/ring_sides.h"
 #include "results/derived.h"
@@ -25,6 +26,10 @@ constexpr const char* kStopped =
     "or --dy) or the section has no extent";
 constexpr const char* kNoArea =
     "the section encloses no area: its points lie on one line or in one place, or holes take it";
+constexpr const char* kTooSmall =
+    "the area is too small for the library's fixed tolerance; use a smaller unit, such as mm";
+constexpr const char* kNoDigits =
+    "no digit is left of it at this distance from the origin; move the origin to the section";
 constexpr const char* kEllipseNote =
     "It, Wt and the shear areas of free contours are those of the ellipse with each contour's area "
     "and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a "
@@ -84,6 +89,29 @@ void MarkNoArea(std::vector<Value>& values) {
     }
 }
 
+// The library's tolerance is a fixed number of the unit, and moments about the centre of gravity
+// are differences of those about the origin: a 0 of one is no value, no more is what rounding
+// leaves of the other.
+void MarkWithoutDigits(const std::vector<Element>& elements, std::vector<Value>& values) {
+    const double rounding = InertiaRounding(elements);
+    bool isLost = false;
+    for (Value& value : values) {
+        const bool isTorsion = value.key == "torsion_constant" || value.key == "torsion_modulus";
+        const bool isInertia = value.key == "inertia_x" || value.key == "inertia_y";
+        if (!value.IsComputed()) continue;
+        if (isTorsion && value.number == 0.0 && !elements.front().given) {
+            value.whyMissing = kTooSmall;
+        } else if (isInertia && std::fabs(value.number) <= rounding) {
+            value.whyMissing = kNoDigits;
+            isLost = true;
+        }
+    }
+    for (Value& value : values) {
+        const bool follows = value.key == "inertia_xy" || value.key.starts_with("elastic_modulus");
+        if (isLost && follows) value.whyMissing = kNoDigits;
+    }
+}
+
 bool IsNoArea(const std::vector<Element>& elements, double area) {
     double rounding = 0.0;
     for (const Element& element : elements) {
@@ -91,6 +119,22 @@ bool IsNoArea(const std::vector<Element>& elements, double area) {
         rounding += AreaRounding(element.ring);
     }
     return std::isfinite(rounding) && std::fabs(area) <= rounding;
+}
+
+// What makes the values other than what is meant, before all other notes.
+void AddFaultNotes(const std::vector<Element>& elements, Report* report) {
+    for (const Element& element : elements) {
+        if (const auto place = FindLoop(element.ring)) {
+            report->notes.push_back(
+                element.label + " crosses itself at " + PlaceText(*place) +
+                ": its areas count negatively or twice, so the values have no meaning");
+        }
+    }
+    const Value* const area = report->Find("area");
+    if (area != nullptr && area->number < 0.0) {
+        report->notes.emplace_back(
+            "the holes take more than the solids give, so the values are negative");
+    }
 }
 
 void EvaluateElements(const SectionModel& section, const Shift& shift, Report* report) {
@@ -105,9 +149,14 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
     report->values = Describe(kSectionValues, out, section.unit, IsUnwritten(out.back()));
 
     DescribeElementMethods(section, &report->values);
-    if (IsNoArea(section.elements, out[3])) MarkNoArea(report->values);
+    if (IsNoArea(section.elements, out[3])) {
+        MarkNoArea(report->values);
+    } else {
+        MarkWithoutDigits(section.elements, report->values);
+    }
     AddDerived(report);
 
+    AddFaultNotes(section.elements, report);
     const auto isFree = [](const Element& element) { return !element.given; };
     if (std::any_of(section.elements.begin(), section.elements.end(), isFree)) {
         report->notes.emplace_back(kEllipseNote);

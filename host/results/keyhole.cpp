@@ -5,7 +5,7 @@
 #include <limits>
 #include <optional>
 
-#include "diagnosis/crossings.h"
+#include "model/crossings.h"
 #include "model/ring_sides.h"
 
 namespace halvorn::host {

@@ -41,6 +41,14 @@ double InertiaRounding(const std::vector<Element>& elements) {
     return 16.0 * kUnit * area * distance * distance;
 }
 
+double WithoutRounding(const Value& value, const Report& report) {
+    constexpr double kRounding = 1e-13;
+    const Value* const area = report.Find("area");
+    if (area == nullptr || value.power == 0) return value.number;
+    const double scale = std::pow(std::fabs(area->number), 0.5 * value.power);
+    return std::fabs(value.number) < kRounding * scale ? 0.0 : value.number;
+}
+
 std::string LostDigitsNote(const std::vector<Element>& elements) {
     constexpr double kTooCoarse = 1e-9;  // relative error of the second moments
     const Box box = BoxOf(elements);

@@ -306,9 +306,9 @@ TEST(DxfDrawing, TakesTheUnitFromTheFileOrTheCommandLine) {
         const std::string remarks = Joined(section.remarks);
         EXPECT_EQ(remarks.empty(), *each.remark == 0) << remarks;
         EXPECT_NE(remarks.find(each.remark), std::string::npos) << remarks;
-        // 0.01 mm off the arc whatever the unit: pi / sqrt(2 tolerance / radius) chords.
+        // 0.001 mm off the arc whatever the unit: pi / sqrt(2 tolerance / radius) chords.
         const double radius = 2e3 * MetresPer(each.unit);
-        EXPECT_EQ(section.elements[0].ring.size(), std::ceil(kPi / std::acos(1 - 0.01 / radius)));
+        EXPECT_EQ(section.elements[0].ring.size(), std::ceil(kPi / std::acos(1 - 0.001 / radius)));
     }
 }
 

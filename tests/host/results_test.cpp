@@ -8,7 +8,7 @@
 #include <random>
 
 #include "catalogue/csv_table.h"
-#include "diagnosis/crossings.h"
+#include "model/crossings.h"
 #include "output/csv.h"
 #include "results/evaluate.h"
 #include "results/keyhole.h"
@@ -47,6 +47,12 @@ Points Turned(Points ring, double degrees) {
         x = turned;
     }
     return ring;
+}
+
+bool HasNote(const Report& report, const std::string& words) {
+    return std::any_of(report.notes.begin(), report.notes.end(), [&](const std::string& note) {
+        return note.find(words) != std::string::npos;
+    });
 }
 
 // Also when it was not computed.
@@ -282,13 +288,33 @@ TEST(Values, AreMissingWhereAWallCrossesItself) {
 
 TEST(Values, ComeWithANoteWhereDistanceTakesTheirDigits) {
     const auto hasNote = [](double x, double y) {
-        const Report report = Evaluate(Section({{true, Rectangle(x, y, 300, 100)}}), {});
-        return std::any_of(report.notes.begin(), report.notes.end(), [](const std::string& note) {
-            return note.find("digits") != std::string::npos;
-        });
+        return HasNote(Evaluate(Section({{true, Rectangle(x, y, 300, 100)}}), {}), "digits");
     };
     EXPECT_TRUE(hasNote(1e9, 2e9) && hasNote(-3e5, 0));
     EXPECT_FALSE(hasNote(0, 0) || hasNote(1e5, -1e5));
+    const Report far = Evaluate(Section({{true, Rectangle(1e9, 1e9, 100, 100)}}), {});
+    for (const char* key :
+         {"inertia_x", "inertia_xy", "elastic_modulus_top", "radius_of_gyration_x"}) {
+        EXPECT_FALSE(Entry(far, key).IsComputed()) << key;
+    }
+    EXPECT_EQ(Entry(far, "area").number, 1e4);
+}
+
+TEST(Values, ComeWithANoteWhereTheyHaveNoMeaning) {
+    const auto notesLoop = [](const Points& ring) {
+        return HasNote(Evaluate(Section({{true, ring}}), {}), "ring 0 crosses itself at (8, 10)");
+    };
+    const Points hooked = {{0, 0}, {20, 0}, {20, 10}, {5, 10}, {5, 5}, {8, 5}, {8, 12}, {0, 12}};
+    EXPECT_TRUE(notesLoop(hooked) && notesLoop(Turned(Turned(hooked, 180), 180)));
+    // A loop of 1e-8 of the area, and a keyhole.
+    EXPECT_FALSE(
+        notesLoop({{0, 0}, {20, 0}, {20, 10}, {8, 10}, {8, 10 - 1e-6}, {8.1, 10.1}, {0, 10}}));
+    EXPECT_FALSE(notesLoop(
+        {{0, 0}, {9, 0}, {9, 9}, {0, 9}, {0, 0}, {2, 2}, {2, 8}, {8, 8}, {8, 2}, {2, 2}}));
+    EXPECT_TRUE(HasNote(Evaluate(Section({{false, Rectangle(0, 0, 3, 4)}}), {}), "negative"));
+    const Report tiny = Evaluate(Section({{true, Rectangle(0, 0, 0.003, 0.003)}}), {});
+    EXPECT_FALSE(Entry(tiny, "torsion_constant").IsComputed());
+    EXPECT_TRUE(Entry(tiny, "inertia_x").IsComputed());
 }
 
 // The net section as strips between the heights of all points, in which its width is linear.

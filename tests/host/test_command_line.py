@@ -63,6 +63,9 @@ class CommandLine(unittest.TestCase):
             done = run("--check", path)
             self.assertEqual(done.returncode, 3)
             self.assertIn("error: line 2: edges 0 and 2 cross at (5.45455, 5.45455)", done.stdout)
+            refused = run(path)
+            self.assertEqual((refused.returncode, refused.stdout), (2, ""))
+            self.assertIn("line 2: crosses itself at (5.45455, 5.45455); ", refused.stderr)
         sound = run("--check", "IPE300")
         self.assertEqual((sound.returncode, sound.stdout, sound.stderr), (0, "nothing found\n", ""))
 

@@ -1,9 +1,11 @@
 /// @file crossings.h
 /// Where a ring meets itself.
-#ifndef HALVORN_HOST_DIAGNOSIS_CROSSINGS_H
-#define HALVORN_HOST_DIAGNOSIS_CROSSINGS_H
+#ifndef HALVORN_HOST_MODEL_CROSSINGS_H
+#define HALVORN_HOST_MODEL_CROSSINGS_H
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -25,6 +27,15 @@ struct Crossing {
 /// that overlap in x.
 /// @param isOpen the last point does not join the first
 std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t most);
+
+/// Returns a place where a ring crosses itself and so cuts off a loop of more than 1e-6 of its
+/// area: the integrals count one of both parts negatively or twice. Less is what rounding does to
+/// curves that meet at a tangent. The points may repeat; rings of more than 20000 points are not
+/// looked at.
+std::optional<std::pair<double, double>> FindLoop(const Points& ring);
+
+/// Returns "(x, y)" in six digits.
+std::string PlaceText(const std::pair<double, double>& point);
 
 }  // namespace halvorn::host
 

@@ -1,8 +1,9 @@
-#include "diagnosis/crossings.h"
+#include "model/crossings.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <numeric>
+#include <cstdio>
 
 namespace halvorn::host {
 
@@ -87,6 +88,19 @@ std::vector<Point> BridgeEnds(const std::vector<Edge>& edges) {
     return ends;
 }
 
+// Twice the area of the triangle, positive when it runs counter-clockwise.
+double Cross(const Point& a, const Point& b, const Point& c) {
+    return (b.first - a.first) * (c.second - a.second) -
+           (b.second - a.second) * (c.first - a.first);
+}
+
+// Twice the area between a point and the vertices from one to another.
+double AreaBeside(const Point& apex, const Points& points, std::size_t from, std::size_t to) {
+    double area = 0.0;
+    for (std::size_t i = from; i < to; ++i) area += Cross(apex, points[i], points[i + 1]);
+    return area;
+}
+
 }  // namespace
 
 std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t most) {
@@ -120,8 +134,9 @@ std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t
             const bool isLast = !isOpen && a.index == 0 && b.index == count - 1;
             if (isNext || isLast) {
                 const Edge& first = isNext ? a : b;
-                if (!RunsBack(first, isNext ? b : a)) continue;
-                add({a.index, b.index, first.to, false});
+                if (RunsBack(first, isNext ? b : a)) {
+                    found.push_back({a.index, b.index, first.to, false});
+                }
             } else if (!isBridge) {
                 const std::optional<Crossing> meeting = Meeting(a, b);
                 if (meeting) add(*meeting);
@@ -130,6 +145,33 @@ std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t
         }
     }
     return found;
+}
+
+std::optional<std::pair<double, double>> FindLoop(const Points& ring) {
+    constexpr std::size_t kMostPoints = 20000;
+    constexpr std::size_t kMostCrossings = 1000;
+    constexpr double kNegligible = 1e-6;
+    Points points = ring;
+    points.erase(std::unique(points.begin(), points.end()), points.end());
+    while (points.size() > 1 && points.front() == points.back()) points.pop_back();
+    if (points.size() < 4 || points.size() > kMostPoints) return std::nullopt;
+    for (const Crossing& crossing : FindCrossings(points, false, kMostCrossings)) {
+        if (!crossing.isProper) continue;
+        const double whole = AreaBeside(crossing.place, points, 0, points.size() - 1) +
+                             Cross(crossing.place, points.back(), points.front());
+        const double loop =
+            AreaBeside(crossing.place, points, crossing.firstEdge + 1, crossing.secondEdge);
+        const double rest = whole - loop;
+        const double smaller = std::min(std::fabs(loop), std::fabs(rest));
+        if (smaller > kNegligible * (std::fabs(loop) + std::fabs(rest))) return crossing.place;
+    }
+    return std::nullopt;
+}
+
+std::string PlaceText(const std::pair<double, double>& point) {
+    std::array<char, 64> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "(%.6g, %.6g)", point.first, point.second);
+    return buffer.data();
 }
 
 }  // namespace halvorn::host
