@@ -19,8 +19,22 @@ std::string Shown(py::handle object) {
     return text;
 }
 
+bool IsText(py::handle object) {
+    return py::isinstance<py::str>(object) || py::isinstance<py::bytes>(object);
+}
+
 std::string Item(const std::string& place, std::size_t index) {
     return place + "[" + std::to_string(index) + "]";
+}
+
+// Forgets that something is no number; an interrupt, exhausted memory and the like go on.
+void ClearConversionError() {
+    for (PyObject* const kind : {PyExc_TypeError, PyExc_ValueError, PyExc_OverflowError}) {
+        if (PyErr_ExceptionMatches(kind) == 0) continue;
+        PyErr_Clear();
+        return;
+    }
+    throw py::error_already_set();
 }
 
 // What an array would be made of `object`; nothing when it would not be one of numbers: a ragged
@@ -35,6 +49,12 @@ py::array NumericArray(py::handle object, const std::string& place) {
             throw;
         }
         return py::reinterpret_steal<py::array>(py::handle());
+    }
+    const bool isSubclass =
+        py::isinstance<py::array>(object) && Py_TYPE(object.ptr()) != Py_TYPE(array.ptr());
+    if (isSubclass &&
+        py::module_::import("numpy.ma").attr("is_masked")(object).cast<bool>()) {
+        throw py::value_error(place + ": some values are masked; pass those that count");
     }
     const char kind = array.dtype().kind();
     if (kind == 'c') throw py::type_error(place + ": expected real numbers, got complex ones");
@@ -64,21 +84,26 @@ void RequireShape(const py::array& array, const std::string& place) {
 // One point after the other, for what is no array of numbers, so that the message can name it.
 std::vector<double> WalkPoints(py::handle object, const std::string& place,
                                const NamePoint& namePoint) {
-    if (py::isinstance<py::str>(object) || !py::hasattr(object, "__iter__")) {
+    if (IsText(object) || !py::hasattr(object, "__iter__")) {
         throw py::type_error(place + ": expected points (x, y), got " + Shown(object));
+    }
+    if (PyAnySet_Check(object.ptr()) != 0) {
+        throw py::type_error(place + ": a set has no order; pass a list of points");
     }
     std::vector<double> coordinates;
     for (const py::handle point : object) {
         const std::string here = namePoint(coordinates.size() / 2);
-        if (py::isinstance<py::str>(point) || !py::hasattr(point, "__len__")) {
+        if (IsText(point) || !py::hasattr(point, "__iter__")) {
             throw py::type_error(here + ": expected two numbers (x, y), got " + Shown(point));
         }
-        if (py::len(point) != 2) {
+        const py::tuple pair = py::reinterpret_steal<py::tuple>(PySequence_Tuple(point.ptr()));
+        if (!pair) throw py::error_already_set();
+        if (pair.size() != 2) {
             throw py::value_error(here + ": expected two numbers (x, y), got " +
-                                  std::to_string(py::len(point)));
+                                  std::to_string(pair.size()));
         }
-        for (const py::handle number : point) {
-            if (py::isinstance<py::str>(number) || py::isinstance<py::bytes>(number)) {
+        for (const py::handle number : pair) {
+            if (IsText(number)) {
                 throw py::type_error(here + ": expected two numbers (x, y), got " + Shown(point));
             }
             coordinates.push_back(ReadNumber(number, here));
@@ -134,7 +159,7 @@ double ReadNumber(py::handle object, const std::string& place) {
     const double number = PyFloat_AsDouble(object.ptr());
     if (number == -1.0 && PyErr_Occurred() != nullptr) {
         const bool isTooLarge = PyErr_ExceptionMatches(PyExc_OverflowError) != 0;
-        PyErr_Clear();
+        ClearConversionError();
         if (isTooLarge) throw py::value_error(place + ": too large for a float");
         throw py::type_error(place + ": expected a number, got " + Shown(object));
     }
@@ -160,7 +185,7 @@ int ReadWhole(py::handle object, const std::string& place, int least, int most) 
                                  ? PyLong_AsLongLongAndOverflow(object.ptr(), &isOverflowing)
                                  : -1;
     if (PyIndex_Check(object.ptr()) == 0 || PyErr_Occurred() != nullptr) {
-        PyErr_Clear();
+        if (PyErr_Occurred() != nullptr) ClearConversionError();
         throw py::type_error(place + ": expected a whole number, got " + Shown(object));
     }
     if (isOverflowing != 0 || number < least || number > most) {

@@ -56,13 +56,16 @@ std::string FindFault(const std::vector<std::int64_t>& offsets, std::size_t end,
 
 void ComputeSection(Batch& batch, std::size_t section, double* values) {
     CSectionTools tools;
+    double areaRounding = 0.0;
     const auto last = static_cast<std::size_t>(batch.sectionOffsets[section + 1]);
     for (auto i = static_cast<std::size_t>(batch.sectionOffsets[section]); i < last; ++i) {
         const std::int64_t first = batch.contourOffsets[i];
-        tools.PushContour(static_cast<int>(batch.contourOffsets[i + 1] - first),
-                          batch.coordinates.data() + 2 * first, batch.flags[i]);
+        const std::int64_t count = batch.contourOffsets[i + 1] - first;
+        double* const points = batch.coordinates.data() + 2 * first;
+        tools.PushContour(static_cast<int>(count), points, batch.flags[i]);
+        areaRounding += AreaRounding(points, static_cast<std::size_t>(count));
     }
-    const Values row = ReadingOrder(tools, batch.dx[section], batch.dy[section]);
+    const Values row = ReadingOrder(tools, batch.dx[section], batch.dy[section], areaRounding);
     std::copy(row.begin(), row.end(), values + section * kValueCount);
 }
 
@@ -81,6 +84,9 @@ std::string NameBatchPoint(const Batch& batch, std::size_t point) {
 
 std::string FindOffsetFault(const Batch& batch) {
     const std::size_t contours = std::max<std::size_t>(1, batch.contourOffsets.size()) - 1;
+    if (batch.contourOffsets.size() < 2 || batch.contourOffsets.front() != 0) {
+        return "contour_offsets: expected 0 and then where each contour ends";
+    }
     std::string fault = FindFault(batch.sectionOffsets, contours,
                                   {"section_offsets", "section", "contours", 1}, {});
     if (fault.empty()) {

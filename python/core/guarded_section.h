@@ -8,8 +8,10 @@
 
 #include <atomic>
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <mutex>
+#include <new>
 
 namespace halvorn::python {
 
@@ -25,11 +27,19 @@ constexpr std::size_t kLongCall = 1000;
 /// interpreter's, nor for the interpreter's while it holds the section's.
 class GuardedSection {
 public:
+    /// Zeros, so that `Use` knows memory that no constructor has seen.
+    static void* operator new(std::size_t size) {
+        return std::memset(::operator new(size), 0, size);
+    }
+    static void operator delete(void* memory) { ::operator delete(memory); }
+
     /// Calls `work(section)`, which must not touch Python objects; with the interpreter's lock
     /// held.
     /// @param vertices how many vertices the work runs over
+    /// @throws TypeError for an object that __new__ made and __init__ did not
     template <typename Work>
     void Use(std::size_t vertices, const Work& work) {
+        if (mark_ != kConstructed) throw pybind11::type_error("__init__ was not called");
         if (vertices < kLongCall) {
             const std::unique_lock lock(mutex_, std::try_to_lock);
             if (lock.owns_lock()) {
@@ -48,6 +58,7 @@ public:
         Use(Vertices(), [&](const CSectionTools& tools) {
             copy->tools_ = tools;
             copy->vertices_ = Vertices();
+            copy->areaRounding_ = AreaRounding();
         });
         return copy;
     }
@@ -56,10 +67,18 @@ public:
     std::size_t Vertices() const { return vertices_; }
     void CountVertices(std::size_t added) { vertices_ += added; }
 
+    /// How far the sum of the free contours' areas may be off [L^2]; 0 without any.
+    double AreaRounding() const { return areaRounding_; }
+    void AddAreaRounding(double added) { areaRounding_ += added; }
+
 private:
+    static constexpr unsigned kConstructed = 0x5EC7107;
+
+    unsigned mark_ = kConstructed;
     std::mutex mutex_;
     CSectionTools tools_;
     std::atomic<std::size_t> vertices_ = 0;
+    std::atomic<double> areaRounding_ = 0.0;
 };
 
 }  // namespace halvorn::python

@@ -43,6 +43,7 @@ void PushContour(GuardedSection& section, py::handle points, py::handle flag) {
     const unsigned char solid = ReadFlag(flag, "flag");
     const std::size_t count = coordinates.size() / 2;
     section.CountVertices(count);
+    section.AddAreaRounding(AreaRounding(coordinates.data(), count));
     section.Use(count, [&](CSectionTools& tools) {
         tools.PushContour(static_cast<int>(count), coordinates.data(), solid);
     });
@@ -112,8 +113,9 @@ py::tuple SectionValues(GuardedSection& section, py::handle dx, py::handle dy) {
     const double shiftX = ReadNumber(dx, "dx");
     const double shiftY = ReadNumber(dy, "dy");
     Values values;
-    section.Use(section.Vertices(),
-                [&](CSectionTools& tools) { values = ReadingOrder(tools, shiftX, shiftY); });
+    section.Use(section.Vertices(), [&](CSectionTools& tools) {
+        values = ReadingOrder(tools, shiftX, shiftY, section.AreaRounding());
+    });
     py::tuple fields(kValueCount);
     for (std::size_t i = 0; i < kValueCount; ++i) {
         fields[i] = std::isnan(values[i]) ? py::none() : py::object(py::float_(values[i]));
@@ -154,7 +156,7 @@ py::object CalculContour(py::handle isThinWalled, py::handle isOpen, py::handle 
 
 // One number for all sections, or one per section.
 std::vector<double> ReadShifts(py::handle object, const char* place, std::size_t sections) {
-    if (PyFloat_Check(object.ptr()) != 0 || PyLong_Check(object.ptr()) != 0) {
+    if (py::module_::import("numpy").attr("ndim")(object).cast<int>() == 0) {
         return std::vector<double>(sections, ReadNumber(object, place));
     }
     std::vector<double> shifts = ReadNumbers(object, place);

@@ -1,5 +1,6 @@
 #include "section_values.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -11,6 +12,13 @@ namespace {
 
 // The first output that is 0 or not written when a fibre distance is 0: the elastic moduli.
 constexpr std::size_t kFirstStopped = 10;
+
+// Outputs, and a place in reading order.
+constexpr std::size_t kTorsionConstant = 0;
+constexpr std::size_t kArea = 3;
+constexpr std::size_t kTorsionRow = 12;
+
+constexpr double kNotComputed = std::numeric_limits<double>::quiet_NaN();
 
 // A NaN that no arithmetic produces, so that an output never written can be told from a computed
 // NaN.
@@ -51,16 +59,32 @@ bool GetOutputs(CSectionTools& tools, double dx, double dy, Values* outputs) {
     return std::bit_cast<std::uint64_t>(out.back()) != kUnwrittenBits;
 }
 
-Values ReadingOrder(CSectionTools& tools, double dx, double dy) {
+double AreaRounding(const double* coordinates, std::size_t count) {
+    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
+    double largest = 0.0;
+    double lengths = 0.0;
+    const double* before = coordinates + 2 * (count - 1);
+    for (const double* point = coordinates; point != coordinates + 2 * count; point += 2) {
+        largest = std::max({largest, std::fabs(point[0]), std::fabs(point[1])});
+        lengths += std::fabs(point[0] - before[0]) + std::fabs(point[1] - before[1]);
+        before = point;
+    }
+    return kRounding * largest * lengths;
+}
+
+Values ReadingOrder(CSectionTools& tools, double dx, double dy, double areaRounding) {
     Values outputs;
     const bool isComplete = GetOutputs(tools, dx, dy, &outputs);
     Values values;
     for (std::size_t i = 0; i < kValueCount; ++i) {
         const std::size_t output = kReadingOrder[i].output;
         const bool isComputed = isComplete || output < kFirstStopped;
-        values[i] = isComputed && std::isfinite(outputs[output])
-                        ? outputs[output]
-                        : std::numeric_limits<double>::quiet_NaN();
+        values[i] = isComputed && std::isfinite(outputs[output]) ? outputs[output] : kNotComputed;
+    }
+    if (areaRounding > 0.0) {
+        if (std::fabs(outputs[kArea]) <= areaRounding) values.fill(kNotComputed);
+        // Contours below the library's fixed tolerance have no torsion constant.
+        if (outputs[kTorsionConstant] == 0.0) values[kTorsionRow] = kNotComputed;
     }
     return values;
 }

@@ -30,8 +30,15 @@ constexpr std::size_t kFirstUnwritten = 14;
 /// @returns whether it wrote every output; if not, those from `kFirstUnwritten` on are NaN
 bool GetOutputs(CSectionTools& tools, double dx, double dy, Values* outputs);
 
-/// Returns the values in reading order; NaN for what was not computed or is no finite number.
-Values ReadingOrder(CSectionTools& tools, double dx, double dy);
+/// Returns how far the area of a contour may be off, for the rounding of its coordinates along its
+/// edges [L^2].
+/// @param coordinates x0, y0, x1, y1, ... of `count` points [L]
+double AreaRounding(const double* coordinates, std::size_t count);
+
+/// Returns the values in reading order; NaN for what was not computed or is no finite number, for
+/// all when the area is no more than its rounding.
+/// @param areaRounding of all free contours; 0 when there are none
+Values ReadingOrder(CSectionTools& tools, double dx, double dy, double areaRounding);
 
 }  // namespace halvorn::python
 

@@ -25,6 +25,11 @@ class BatchProperties:
     def __len__(self) -> int:
         return len(self.values)
 
+    def __contains__(self, name: object) -> bool:
+        return name in self.names
+
+    __iter__ = None  # neither names nor sections are what `in` or an index would say
+
     def __getitem__(self, name: str) -> NDArray[np.float64]:
         """The values of one name for all sections, shape (k,): a view of `values`."""
         if name not in self.names:

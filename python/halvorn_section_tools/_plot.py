@@ -19,6 +19,11 @@ _OVERHANG = 0.2  # of axes beyond the section, of its larger side
 _ALIGNED = 1e-6  # relative; inertias nearer than this to being principal are
 
 
+def _extent(element: Element) -> tuple[float, bool]:
+    x, y = (element.points - element.points[0]).T
+    return abs(float(np.dot(x, np.roll(y, -1)) - np.dot(y, np.roll(x, -1)))), element.solid
+
+
 def _edges(points: NDArray[np.float64]) -> NDArray[np.float64]:
     """Edges of shape (m, 2, 2), without those that run there and back: the bridge of a keyhole."""
     edges = np.stack([points, np.roll(points, -1, axis=0)], axis=1)
@@ -57,7 +62,11 @@ def draw(elements: Sequence[Element], properties: SectionProperties, ax: Axes | 
 
         ax = pyplot.figure().add_subplot()
 
-    for element in elements:
+    if not hasattr(ax, "add_patch"):
+        raise TypeError(f"ax: expected Matplotlib axes, got {ax!r}")
+
+    # Whatever lies within another is smaller than it.
+    for element in sorted(elements, key=_extent, reverse=True):
         fill = "0.85" if element.solid else "white"
         ax.add_patch(Polygon(element.points, facecolor=fill, edgecolor="none"))
         ax.add_collection(LineCollection(list(_edges(element.points)), color="black", linewidth=1.2))

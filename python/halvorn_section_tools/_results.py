@@ -45,8 +45,10 @@ class SectionProperties:
     """Horizontal axis; with holes a gross value [L^3]"""
     plastic_modulus_y: float | None
     """Vertical axis; with holes a gross value [L^3]"""
-    torsion_constant: float
-    """Of free contours that of the ellipse of equal area and polar moment [L^4]"""
+    torsion_constant: float | None
+    """Of free contours that of the ellipse of equal area and polar moment [L^4]; None when the
+    library's tolerance, a fixed 1e-10 of the unit squared, takes them for nothing: use a smaller
+    unit, such as mm"""
     torsion_modulus: float
     """Likewise [L^3]"""
     shear_area_1: float

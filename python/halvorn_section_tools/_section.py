@@ -4,11 +4,11 @@ from __future__ import annotations
 
 import copy
 import threading
-from dataclasses import dataclass
+from dataclasses import astuple, dataclass
 from typing import TYPE_CHECKING, Any, Sequence
 
 import numpy as np
-from numpy.typing import NDArray
+from numpy.typing import ArrayLike, NDArray
 
 from ._core import (
     CSectionTools,
@@ -18,7 +18,7 @@ from ._core import (
     section_values,
 )
 from ._results import PolylineProperties, SectionProperties
-from ._types import Points
+from ._types import Number, Points
 from ._walls import require_room
 
 if TYPE_CHECKING:
@@ -38,16 +38,23 @@ class Element:
 
     def push(self, tools: CSectionTools) -> None:
         if self.given is None:
-            tools.PushContour(self.points, self.solid)
+            tools.PushContour(self.points, bool(self.solid))
         else:
-            arguments: tuple[Any, ...] = (self.points, *self.given, self.solid)
+            arguments: tuple[Any, ...] = (self.points, *self.given, bool(self.solid))
             tools.PushContourStandard(*arguments)
 
 
-def _positive(name: str, value: float) -> float:
+def _positive(name: str, value: Number) -> float:
     number = checked_number(value, name)
     if number <= 0.0:
         raise ValueError(f"{name}: expected a number greater than 0, got {value!r}")
+    return number
+
+
+def _not_negative(name: str, value: Number) -> float:
+    number = checked_number(value, name)
+    if number < 0.0:
+        raise ValueError(f"{name}: expected 0 or more, got {value!r}")
     return number
 
 
@@ -70,7 +77,7 @@ class Section:
     """
 
     def __init__(self) -> None:
-        self._lock = threading.Lock()
+        self._lock = threading.RLock()  # a signal handler may come back in
         self._tools = CSectionTools()
         self._elements: list[Element] = []
 
@@ -103,16 +110,16 @@ class Section:
         self,
         outline: Points,
         *,
-        centroid: tuple[float, float],
-        area: float,
-        inertia_1: float,
-        inertia_2: float,
-        shear_area_1: float,
-        shear_area_2: float,
-        torsion_constant: float,
-        torsion_modulus: float,
-        angle_radians: float = 0.0,
-        extra: float = 0.0,
+        centroid: ArrayLike,
+        area: Number,
+        inertia_1: Number,
+        inertia_2: Number,
+        shear_area_1: Number,
+        shear_area_2: Number,
+        torsion_constant: Number,
+        torsion_modulus: Number,
+        angle_radians: Number = 0.0,
+        extra: Number = 0.0,
         solid: bool = True,
     ) -> Section:
         """Adds a profile whose properties are known, for example from a catalogue.
@@ -130,21 +137,27 @@ class Section:
         solid             False: a hole, its properties are subtracted
 
         Of an upright I the first principal axis is the horizontal, strong one. Raises as `add`, and
-        ValueError for an area that is not positive.
+        ValueError for an area that is not positive and for other values below 0.
         """
-        x, y = checked_points([centroid], "centroid", 1)[0]
+        place = checked_numbers(centroid, "centroid")
+        if len(place) != 2:
+            raise ValueError(f"centroid: expected two numbers (x, y), got {len(place)}")
+        x, y = place
         # As PushContourStandard orders them, with the names of here.
         named = {
             "angle_radians": angle_radians, "x": x, "y": y, "area": _positive("area", area),
-            "shear_area_2": shear_area_2, "shear_area_1": shear_area_1,
-            "torsion_constant": torsion_constant, "inertia_2": inertia_2, "inertia_1": inertia_1,
-            "reserved": 0.0, "torsion_modulus": torsion_modulus, "plastic_modulus_x": 0.0,
-            "plastic_modulus_y": 0.0, "extra": extra,
+            "shear_area_2": _not_negative("shear_area_2", shear_area_2),
+            "shear_area_1": _not_negative("shear_area_1", shear_area_1),
+            "torsion_constant": _not_negative("torsion_constant", torsion_constant),
+            "inertia_2": _not_negative("inertia_2", inertia_2),
+            "inertia_1": _not_negative("inertia_1", inertia_1), "reserved": 0.0,
+            "torsion_modulus": _not_negative("torsion_modulus", torsion_modulus),
+            "plastic_modulus_x": 0.0, "plastic_modulus_y": 0.0, "extra": extra,
         }
         given = tuple(checked_number(value, name) for name, value in named.items())
         return self._add(Element(checked_points(outline, "outline", 3), solid, given))
 
-    def properties(self, dx: float = 0.0, dy: float = 0.0) -> SectionProperties:
+    def properties(self, dx: Number = 0.0, dy: Number = 0.0) -> SectionProperties:
         """Returns the seventeen values.
 
         dx, dy  shift of the point from which the fibre distances of the elastic moduli are measured,
@@ -157,9 +170,13 @@ class Section:
             raise ValueError("the section is empty: add a contour or a profile first")
         values = section_values(self._tools, dx, dy)
         properties = SectionProperties(*values)  # type: ignore[arg-type]
-        if properties.area is None or properties.centroid_x is None or properties.inertia_x is None:
+        needed = (properties.area, properties.centroid_x, properties.inertia_x,
+                  properties.inertia_y, properties.torsion_modulus, properties.shear_area_1)
+        overflows = properties.torsion_constant is None and values[0] is not None and values[0] > 1.0
+        if None in needed or overflows:
             raise ValueError("the section has no properties: its area is 0, because its points lie "
-                             "on a line or its holes take all, or its coordinates are too large")
+                             "on a line or its holes take all, or its coordinates are too large or "
+                             "too small")
         return properties
 
     @staticmethod
@@ -167,7 +184,7 @@ class Section:
         points: Points,
         kind: str = "solid",
         *,
-        thickness: float | None = None,
+        thickness: Number | None = None,
         radii: Sequence[float] | NDArray[np.float64] | None = None,
         torsion: str = "general",
     ) -> PolylineProperties:
@@ -182,7 +199,7 @@ class Section:
         torsion    of a wall: "general", or "tube" for the formulas of a circular tube
 
         Raises as `add`, and ValueError for other choices, for corners that have no room on their
-        edges and for a polyline that encloses no area.
+        edges, for a wall or radii on points that repeat and for a polyline that encloses no area.
 
         >>> Section.polyline([(0, 0), (80, 0), (80, 60)], "open_wall", thickness=4).area
         560.0
@@ -200,15 +217,17 @@ class Section:
                              f"found {len(bends)} radii")
         if not (bends >= 0.0).all():
             raise ValueError(f"radii[{np.argmin(bends >= 0.0)}]: expected 0 or more")
-        require_room(line.tolist(), bends.tolist(), width, not is_open)
+        if wall or bends.any():
+            require_room(line.tolist(), bends.tolist(), width, not is_open)
         values = CSectionTools.CalculContourQuelconqueTOOL(
             wall, is_open, torsion != "tube", width, line, bends)
-        if not np.isfinite(values.ixx) or values.area == 0.0:
-            raise ValueError("the polyline has no properties: its points lie on a line or in one "
-                             "place, or its coordinates are too large")
-        return PolylineProperties(
+        properties = PolylineProperties(
             values.area, *values.cdg, values.ixx, values.iyy, values.ixy, values.torsionConstant,
             values.torsionModulus, values.shearAreaX, values.shearAreaY)
+        if values.area == 0.0 or not np.isfinite(astuple(properties)).all():
+            raise ValueError("the polyline has no properties: its points lie on a line or in one "
+                             "place, or its coordinates are too large")
+        return properties
 
     def plot(self, ax: Axes | None = None) -> Axes:
         """Draws the section to scale with its centre of gravity G, its elastic neutral axes (ENA)
@@ -229,22 +248,31 @@ class Section:
         contours = len(self._elements) - profiles
         return f"<{type(self).__name__}: {contours} contours, {profiles} profiles, {points} points>"
 
+    def _rest(self) -> dict[str, Any]:
+        """What subclasses and users have added to the object."""
+        return {name: value for name, value in self.__dict__.items()
+                if name not in ("_lock", "_tools", "_elements")}
+
     def __copy__(self) -> Section:
         twin = type(self).__new__(type(self))
-        twin._lock = threading.Lock()
+        Section.__init__(twin)
         with self._lock:
             twin._tools = copy.copy(self._tools)
             twin._elements = list(self._elements)
+        twin.__dict__.update(self._rest())
         return twin
 
     def __deepcopy__(self, memo: dict[int, Any]) -> Section:
-        return self.__copy__()
+        twin = memo[id(self)] = self.__copy__()
+        twin.__dict__.update(copy.deepcopy(self._rest(), memo))
+        return twin
 
     def __getstate__(self) -> dict[str, Any]:
         with self._lock:
-            return {"elements": list(self._elements)}
+            return {"elements": list(self._elements), "rest": self._rest()}
 
     def __setstate__(self, state: dict[str, Any]) -> None:
         Section.__init__(self)
         for element in state["elements"]:
             self._add(element)
+        self.__dict__.update(state["rest"])

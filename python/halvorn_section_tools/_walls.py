@@ -25,7 +25,8 @@ def _turns(points: Sequence[tuple[float, float]], closed: bool) -> list[float]:
 def require_room(
     points: Sequence[tuple[float, float]], radii: Sequence[float], thickness: float, closed: bool
 ) -> None:
-    """Raises ValueError for the first edge that is too short for its corners on one of the faces.
+    """Raises ValueError for the first edge that is too short for its corners on one of the faces,
+    or without length.
 
     A corner that turns by a takes tan(a / 2) times a length from either edge: its radius, of a wall
     with half a thickness more for the mid-line and half a thickness more or less for the face; a
@@ -42,7 +43,8 @@ def require_room(
         end = (i + 1) % len(points)
         available = math.dist(points[i], points[end])
         if available == 0.0:
-            continue
+            raise ValueError(f"points[{max(i, end)}]: repeats points[{min(i, end)}], so no wall or "
+                             "arc has a direction there; leave it out")
         for offset in (0.5 * thickness, -0.5 * thickness):
             both = needed(i, offset) + needed(end, offset)
             if both > available * (1.0 + _FIT_TOLERANCE):

@@ -7,6 +7,7 @@ from halvorn_section_tools import CSectionTools, Section, compute_batch
 
 NAN = float("nan")
 TRIANGLE = [(0, 0), (4, 0), (0, 3)]
+PENTAGON = [(94 + 30 * np.cos(0.3 + k * 0.4 * np.pi), 30 * np.sin(0.3 + k * 0.4 * np.pi)) for k in range(5)]
 GIVEN = dict(centroid=(1, 1), area=1, inertia_1=1, inertia_2=1, shear_area_1=1, shear_area_2=1,
              torsion_constant=1, torsion_modulus=1)
 
@@ -40,6 +41,9 @@ def batch(points=(*TRIANGLE, *TRIANGLE), contours=(0, 3, 6), flags=(1, 1), secti
     ([(0, 0), (1, "1"), (2, 2)], TypeError, "points[1]: expected two numbers (x, y), got (1, '1')"),
     ([(0, 0), (1, None), (2, 2)], TypeError, "points[1]: expected a number, got None"),
     ([(0, 0), 5, (2, 2)], TypeError, "points[1]: expected two numbers (x, y), got 5"),
+    ([b"00", b"20", b"21"], TypeError, "points[0]: expected two numbers (x, y), got b'00'"),
+    ({(0, 0), (1, 0), (1, 1)}, TypeError, "points: a set has no order"),
+    (np.ma.masked_greater([(0, 0), (2, 0), (9, 1), (2, 1)], 5), ValueError, "some values are masked"),
     (np.zeros((3, 2), complex), TypeError, "points: expected real numbers, got complex ones"),
 ])
 def test_points_that_do_not_fit(points, kind, message):
@@ -55,6 +59,12 @@ def test_points_that_do_not_fit(points, kind, message):
     (lambda: Section().properties(), ValueError, "the section is empty"),
     (lambda: Section().add([(0, 0), (1, 1), (2, 2)]).properties(), ValueError, "its area is 0"),
     (lambda: Section().add(TRIANGLE).add(TRIANGLE, False).properties(), ValueError, "its area is 0"),
+    # Both areas are rounding: 1e-16, and 1e-12 of two pentagons that begin elsewhere.
+    (lambda: Section().add([(.1, .3), (.2, .6), (.7, 2.1)]).properties(), ValueError, "its area is 0"),
+    (lambda: Section().add(PENTAGON).add(np.roll(PENTAGON, 2, 0), False).properties(), ValueError,
+     "its area is 0"),
+    (lambda: Section().add([(0, 0), (1e40, 0), (0, 1e40)]).properties(), ValueError, "too large"),
+    (lambda: Section.polyline([(0, 0), (1e70, 0), (0, 1e70)]), ValueError, "too large"),
     (lambda: Section().add(np.multiply(TRIANGLE, 1e200)).properties(), ValueError, "too large"),
     (lambda: Section().add(TRIANGLE).properties(dx=NAN), ValueError, "dx: expected a finite number"),
     (lambda: Section().add(TRIANGLE).properties(dy="1"), TypeError, "dy: expected a number, got '1'"),
@@ -65,7 +75,11 @@ def test_points_that_do_not_fit(points, kind, message):
     (lambda: Section().add_profile(TRIANGLE[:2], **GIVEN), ValueError, "outline: at least 3 points"),
     (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "area": 0}), ValueError, "area: expected"),
     (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, NAN)}), ValueError,
-     "centroid[0]: y is nan"),
+     "centroid[1]: expected a finite number, got nan"),
+    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, 2, 3)}), ValueError,
+     "centroid: expected two numbers (x, y), got 3"),
+    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "inertia_1": -5}), ValueError,
+     "inertia_1: expected 0 or more, got -5"),
     (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "inertia_2": None}), TypeError,
      "inertia_2: expected a number, got None"),
     (lambda: wall(kind="open"), ValueError, "kind: expected one of 'solid', 'closed_wall'"),
@@ -81,6 +95,10 @@ def test_points_that_do_not_fit(points, kind, message):
     (lambda: wall(radii="005"), TypeError, "radii: expected numbers, got '005'"),
     # Inner face: radius 56.1 and half the thickness twice over make 60.1 of the shorter edge's 60.
     (lambda: wall(radii=[0, 56.1, 0]), ValueError, "points[1] to points[2]: the corners need 60.1"),
+    (lambda: wall(points=[(0, 0), (80, 0), (80, 0), (80, 60)]), ValueError,
+     "points[2]: repeats points[1], so no wall"),
+    (lambda: wall(points=[*TRIANGLE, (0, 0)], kind="solid", thickness=None, radii=[1, 0, 0, 1]),
+     ValueError, "points[3]: repeats points[0]"),
     (lambda: wall(points=[(0, 0), (4, 3), (8, 6)], kind="solid", thickness=None), ValueError,
      "the polyline has no properties"),
     (lambda: batch(points=[*TRIANGLE, (0, 0), (1, NAN), (1, 1)]), ValueError,
@@ -88,6 +106,7 @@ def test_points_that_do_not_fit(points, kind, message):
     (lambda: batch(contours=[0, 4, 6]), ValueError, "contour 1 (section 1) has 2 points, at least 3"),
     (lambda: batch(contours=[0, 6, 3]), ValueError, "contour 1 (section 1) has -3 points"),
     (lambda: batch(contours=[0, 3, 7]), ValueError, "the last is 7, but there are 6 points"),
+    (lambda: batch(contours=[3, 6]), ValueError, "contour_offsets: expected 0 and then where each"),
     (lambda: batch(contours=[1, 3, 6]), ValueError, "contour_offsets: expected 0 and then where each"),
     (lambda: batch(sections=[0, 0, 2]), ValueError, "section 0 has 0 contours"),
     (lambda: batch(sections=[]), ValueError, "section_offsets: expected 0 and then where each"),
@@ -104,6 +123,25 @@ def test_mistakes_are_named(call, kind, message):
     with pytest.raises(kind) as caught:
         call()
     assert message in str(caught.value)
+
+
+class Raising:
+    def __init__(self, error):
+        self.error = error
+
+    def __float__(self):
+        raise self.error
+
+
+@pytest.mark.parametrize("error", [KeyboardInterrupt, MemoryError, RuntimeError])
+def test_other_errors_go_through(error):
+    with pytest.raises(error):
+        Section().add([(0, 0), (1, Raising(error)), (1, 1)])
+
+
+def test_objects_without_init_are_refused():
+    with pytest.raises(TypeError, match="__init__ was not called"):
+        CSectionTools.__new__(CSectionTools).GetCDG()
 
 
 def test_corners_may_touch():

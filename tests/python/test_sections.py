@@ -87,7 +87,7 @@ def test_polylines_follow_their_formulas():
     lambda points: np.array(points, np.float32), lambda points: np.array(points, np.uint8),
     lambda points: np.asfortranarray(points), lambda points: np.array(points[::-1])[::-1],
     lambda points: np.repeat(points, 2, axis=1)[:, ::2], iter, lambda points: np.array(points, object),
-    lambda points: np.array(points, ">f8")])
+    lambda points: np.array(points, ">f8"), lambda points: [iter(point) for point in points]])
 def test_points_may_come_in_any_form(convert):
     assert Section().add(convert(CHANNEL)).properties() == Section().add(CHANNEL).properties()
 
@@ -133,11 +133,16 @@ def test_the_class_gives_what_the_library_writes():
     assert (*values[:8], values.wt, values.extraSum) == (7, 2, 3, 4, 6, 5, 8, 9, 11, 0.5)
 
 
+class Named(Section):
+    """At the top of the module, so that it can be pickled."""
+
+
 def test_sections_are_copied_and_pickled_and_the_class_refuses():
-    section = Section().add(CHANNEL).add(HOLE, solid=False)
+    section = Named().add(CHANNEL).add(HOLE, solid=np.bool_(False))
+    section.name = ["girder"]
     before = section.properties()
     for twin in (copy.copy(section), copy.deepcopy(section), pickle.loads(pickle.dumps(section))):
-        assert twin.properties() == before and repr(twin) == repr(section)
+        assert twin.properties() == before and repr(twin) == repr(section) and twin.name == ["girder"]
         twin.add(SQUARE)
     assert section.properties() == before
     with pytest.raises(TypeError, match="cannot be pickled.*pickle a Section"):
@@ -168,7 +173,7 @@ def test_a_batch_has_the_bits_of_a_loop_with_any_number_of_threads():
     loop = np.array(loop, float)
     assert np.isnan(loop[100, 1]) and np.isfinite(loop[:100]).any()
     for threads in (0, 1, 2, 7, 500):
-        batch = compute_batch(points, offsets, flags, sections, dx, 1.5, threads)
+        batch = compute_batch(points, offsets, flags, sections, dx, np.float32(1.5), threads)
         assert np.array_equal(batch.values, loop, equal_nan=True)
         assert len(batch) == 200 and np.shares_memory(batch["area"], batch.values)
     assert np.array_equal(batch["inertia_xy"], loop[:, 5], equal_nan=True)
@@ -274,6 +279,10 @@ def test_exhausted_memory_is_a_memory_error_and_leaves_the_section_usable():
 def test_plot_draws_on_axes(monkeypatch):
     matplotlib = pytest.importorskip("matplotlib", reason="Matplotlib is not installed")
     matplotlib.use("Agg")
+    hollow = Section().add(HOLE, solid=False).add(SQUARE).plot()
+    assert [patch.get_facecolor()[0] for patch in hollow.patches] == [0.85, 1.0], "the hole is above"
+    with pytest.raises(TypeError, match="expected Matplotlib axes, got 'x'"):
+        Section().add(SQUARE).plot("x")
     keyhole = Section().add([*SQUARE, (0, 0), *HOLE, (5, 5)])
     axes = keyhole.plot()
     assert isinstance(axes, matplotlib.axes.Axes) and keyhole.plot(axes) is axes
