@@ -52,8 +52,7 @@ py::array NumericArray(py::handle object, const std::string& place) {
     }
     const bool isSubclass =
         py::isinstance<py::array>(object) && Py_TYPE(object.ptr()) != Py_TYPE(array.ptr());
-    if (isSubclass &&
-        py::module_::import("numpy.ma").attr("is_masked")(object).cast<bool>()) {
+    if (isSubclass && py::module_::import("numpy.ma").attr("is_masked")(object).cast<bool>()) {
         throw py::value_error(place + ": some values are masked; pass those that count");
     }
     const char kind = array.dtype().kind();
