@@ -1,5 +1,6 @@
 #include "input/section_file.h"
 
+#include <algorithm>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -83,6 +84,24 @@ Element ReadProfile(const Node& node) {
     return element;
 }
 
+// Where points repeat, a wall has no direction and a rounded corner no edges.
+void RequireDistinct(const Node& points, const Polyline& polyline) {
+    const Points& p = polyline.points;
+    const bool hasRadii = std::any_of(polyline.radii.begin(), polyline.radii.end(),
+                                      [](double radius) { return radius > 0.0; });
+    if (polyline.kind == PolylineKind::Solid && !hasRadii) return;
+    const auto fail = [&](std::size_t i, std::size_t k) {
+        points[i].Fail("repeats point " + std::to_string(k) +
+                           ", so that no wall or arc has a "
+                           "direction there",
+                       "leave it out");
+    };
+    for (std::size_t i = 1; i < p.size(); ++i) {
+        if (p[i] == p[i - 1]) fail(i, i - 1);
+    }
+    if (polyline.kind != PolylineKind::OpenWall && p.back() == p.front()) fail(p.size() - 1, 0);
+}
+
 Polyline ReadPolyline(const Node& node) {
     node.RequireKeys({"kind", "thickness", "points", "radii", "torsion"});
     Polyline polyline;
@@ -104,6 +123,7 @@ Polyline ReadPolyline(const Node& node) {
     const bool isOpen = polyline.kind == PolylineKind::OpenWall;
     polyline.points = ReadPoints(node.At("points"), isOpen ? kFewestLinePoints : kFewestRingPoints);
     polyline.radii = ReadRadii(node, polyline.points.size());
+    RequireDistinct(node.At("points"), polyline);
     RequireRoom(node, {polyline.points, polyline.radii, polyline.thickness, !isOpen},
                 shapes::FaceArcs::Equal);
     return polyline;

@@ -139,6 +139,8 @@ BAD_SECTIONS = [
 
 # Numbers that the schema lets pass and that do not fit each other.
 MISFITS = [
+    (WALL, "/polyline/points/1", WALL["polyline"]["points"][0], "/polyline/points/1", "repeats point 0"),
+    (ROUNDED, "/polyline/points/0", ROUNDED["polyline"]["points"][-1], "/polyline/points/3", "repeats point 0"),
     (PARTS, "/parts/1/web", 160, "/parts/1/web", '"web" smaller or "width" larger'),
     (PARTS, "/parts/1/flange", 150, "/parts/1/flange", '"height" larger'),
     (PARTS, "/parts/1/root_radius", 72, "/parts/1/root_radius", '"root_radius" smaller'),
