@@ -34,8 +34,8 @@ struct SectionAccess;
 /// own their contours, a moved-from object keeps its sums and has no contours left.
 ///
 /// Contours are arrays of 2n doubles x0, y0, x1, y1, ...; the last vertex joins the first, which is
-/// not repeated. Either orientation may be given, and orientation never changes a result. The array
-/// is read during the call only.
+/// not repeated. Either orientation may be given, and orientation changes no result beyond its last
+/// digits. The array is read during the call only.
 ///
 /// Errors: no return codes. Exhausted memory raises std::bad_alloc. Nothing is validated: NaN or
 /// infinite coordinates give meaningless numbers, never undefined behaviour; a null array with a
@@ -157,7 +157,10 @@ public:
     ///                        never more than 178 million (2^31 / 12)
     /// @param thickness       wall thickness [L]; below 0 the results have no meaning
     /// @param points          vertices (x, y) [L]
-    /// @param cornerRadii     one per vertex: 0 sharp, else the radius of the wall's inner face [L]
+    /// @param cornerRadii     one per vertex: 0 sharp, else the radius of the inner face of a bend;
+    /// both
+    ///                        faces are drawn with that of the mid-line, half a thickness larger
+    ///                        [L]
     /// @param area            area [L^2]
     /// @param cdg             centre of gravity; of a closed wall: of all that its outer face
     ///                        encloses [L]

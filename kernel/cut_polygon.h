@@ -27,6 +27,9 @@ struct KPieces {
 
 /// Cuts a ring of n points by the unbounded line through `p1` and `p2`.
 ///
+/// `p1` and `p2` must be at least 1e-6 apart: nearer they give no direction (`KVectorAngle`), and a
+/// line that is not level may miss the ring.
+///
 /// Every piece lies on one side of the line, up to `tol` [L], and has the orientation of the ring.
 /// The pieces of a simple ring add up to it. A hole that hangs on the outline by a bridge, the same
 /// edge out and back, is cut as a hole.

@@ -15,7 +15,9 @@ int KPointOnSegment(const KPoint& p, const KPoint& a, const KPoint& b, double to
 
 /// Tells whether `p` lies in a ring of n points, of either orientation.
 /// @return 1 inside, 0 on the boundary (within `tol` per axis [L]), -1 outside
-/// Sums the winding angle over the edges, which is about 2 pi or 0 for a simple ring. Cost: n.
+/// Sums the winding angle over the edges, which is about 2 pi or 0 for a simple ring. Vertices
+/// nearer to `p` than 1e-6 have no direction from it (`KVectorAngle`): so near to a reflex vertex,
+/// and in a ring of that size, the sum and the answer may be wrong. Cost: n.
 int KPointInPolygon(const KPoint& p, const KPoint* ring, int n, double tol);
 
 /// Intersects two closed segments, within `tol` [L].
@@ -31,7 +33,8 @@ int KIntersectSegments(const KSegment& first, const KSegment& second, double tol
 ///             5 beyond `b`
 /// @param t    signed distance of the foot from `a` [L]
 /// @param dist distance of `p` from the line, never negative [L]
-/// @return 1, or 0 with the outputs reset when `a` and `b` coincide within `tol` per axis
+/// @return 1, or 0 with the outputs reset when `a` and `b` coincide within `tol` per axis. Nearer
+///         than 1e-6 but not within `tol` they give no direction (`KVectorNorm`): 1 with NaN.
 int KProjectPointOnLine(const KPoint& p, const KPoint& a, const KPoint& b, double tol, KPoint* foot,
                         unsigned int* code, double* t, double* dist);
 

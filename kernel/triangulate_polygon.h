@@ -12,7 +12,8 @@ namespace halvorn {
 /// @param count     number of triangles, never more than n - 2 (fewer where corners are straight)
 /// @return 0, or -1 with a count of 0 when the ring has no such triangulation (n = 2 has one of no
 ///         triangles), -90 with a count of 0 when memory is exhausted. A ring that is not simple
-///         may have triangles that are not found.
+///         may have triangles that are not found, and so may one with edges of 1e-6 and shorter,
+///         whose corners pass for straight.
 /// Method: G. H. Meisters, "Polygons have ears", American Mathematical Monthly 82, 1975. Cost: at
 /// most 3 n corners are tried, each against the reflex vertices near its triangle: n log n for
 /// outlines that are drawn, n^2 at worst.

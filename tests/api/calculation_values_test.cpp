@@ -79,6 +79,7 @@ TEST(CalculationValues, ReturnEarlyWhenAFibreDistanceIsZero) {
         for (std::size_t i = 15; i <= 17; ++i) EXPECT_EQ(v[i], kUntouched) << "output " << i;
         EXPECT_NEAR(v[8], b * h * h * h / 12, 1e-14);
     }
+    EXPECT_GT(Values(section, 0, h / 2 - 1e-9)[12], 1e6);  // near, but not 0
 }
 
 TEST(CalculationValues, OfAnEmptySectionAreNaNButNotThePlasticModuli) {

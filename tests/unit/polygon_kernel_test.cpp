@@ -43,8 +43,9 @@ TEST(PointOnSegment, TellsEndsInteriorAndNeither) {
 TEST(PointInPolygon, TellsInsideBoundaryAndOutsideForBothOrientations) {
     for (const Ring& ring : {kEll, test_support::Reversed(kEll)}) {
         const std::vector<KPoint> points = Points(ring);
-        const std::tuple<KPoint, int> cases[] = {{{0.5, 0.5}, 1}, {{0.5, 3}, 1}, {{2, 2}, -1},
-                                                 {{5, 0}, -1},    {{2, 1}, 0},   {{1, 1}, 0}};
+        const std::tuple<KPoint, int> cases[] = {
+            {{0.5, 0.5}, 1}, {{0.5, 3}, 1}, {{2, 2}, -1},          {{5, 0}, -1},
+            {{2, 1}, 0},     {{1, 1}, 0},   {{0.5, 4 + 5e-11}, 0}, {{0.5, 4 + 5e-10}, -1}};
         for (const auto& [p, expected] : cases) {
             EXPECT_EQ(KPointInPolygon(p, points.data(), 6, kTol), expected) << p.x << ", " << p.y;
         }

@@ -166,6 +166,7 @@ TEST(PushContourStandard, TransfersUnturnedValuesAndTakesTheBoxFromTheOutline) {
                                                   501, 600, 602, 23, 29, 31}));
     EXPECT_EQ(Stored(section), (Rings{{200, p.outline}}));
     p.extra = 5;
+    p.wt = 20;  // a hole's never counts
     Push(section, p, 0);
     EXPECT_EQ(Sums(section), (std::vector<double>{2, 0, 0, 19, 0, 0, 0, 0, 0, 0, 0, 500, 501, 600,
                                                   602, 0, 0, 36}));
