@@ -81,6 +81,17 @@ TEST(PlasticSearch, CountsPiecesWithLongestEdgeAcrossTheAxisAsWeb) {
     EXPECT_EQ(plate.webY, 0);
     const Search faraway(Section({test_support::Rectangle(1e7, -3e7, 1e7 + 10, -3e7 + 60)}));
     EXPECT_EQ(faraway.webX, plate.webX);
+    // An unequal angle, whose axes lie at no round numbers: distance takes no digit.
+    const auto angle = [](double x, double y) {
+        return Search(Section({{{x, y},
+                                {x + 80, y},
+                                {x + 80, y + 7},
+                                {x + 9, y + 7},
+                                {x + 9, y + 110},
+                                {x, y + 110}}}));
+    };
+    EXPECT_EQ(angle(1e7, -3e7).wplx, angle(0, 0).wplx);
+    EXPECT_EQ(angle(1e7, -3e7).wply, angle(0, 0).wply);
     EXPECT_FALSE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}}}, {0, 1}));
     // Equally long edges along and across: across counts. The closing edge does not.
     EXPECT_TRUE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}, {2, 0}, {2, 2}}}, {0, 1}));
