@@ -75,9 +75,8 @@ ExitCode PrintReport(const CommandLine& line) {
 }
 
 ExitCode PrintFindings(const CommandLine& line) {
-    InputOptions input = line.section.input;
-    input.acceptsLoops = true;
-    const std::vector<Finding> findings = Diagnose(OpenSection(line.inputs.front(), input));
+    const std::vector<Finding> findings =
+        Diagnose(OpenSection(line.inputs.front(), line.section.input));
     Print(FindingsText(findings));
     for (const Finding& finding : findings) {
         if (finding.severity != Severity::Remark) return kDoubtful;

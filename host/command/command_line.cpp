@@ -43,7 +43,8 @@ The formats of files and results: docs/file-format.md; man halvorn-section.)";
 // A plain decimal number. The command-line library would take "" for 0, as a script with an unset
 // variable gives it, and 0x10 for 16.
 std::string IsPlainNumber(const std::string& text) {
-    const char* const begin = text.data() + (text.starts_with('+') ? 1 : 0);
+    const char* const begin =
+        text.data() + (text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
     const char* const end = text.data() + text.size();
     double number = 0.0;
     const auto [last, error] = std::from_chars(begin, end, number);

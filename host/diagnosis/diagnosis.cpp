@@ -134,13 +134,7 @@ Extent ExtentOf(const Points& points) {
 }
 
 double Area(const Points& ring) {
-    const auto& [x0, y0] = ring[0];
-    double twice = 0.0;
-    for (std::size_t i = 1; i + 1 < ring.size(); ++i) {
-        twice += (ring[i].first - x0) * (ring[i + 1].second - y0) -
-                 (ring[i].second - y0) * (ring[i + 1].first - x0);
-    }
-    return std::fabs(twice) / 2.0;
+    return 0.5 * std::fabs(TwiceArea(ring));
 }
 
 // Inertias are summed about the origin and moved to the centroid: digits that the distance from the

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "diagnosis/overlaps.h"
+#include "model/crossings.h"
 
 namespace halvorn::host {
 
@@ -86,16 +87,6 @@ struct Box {
 
 constexpr double kNegligible = 1e-9;  // part of the smaller area
 
-// Twice the integral of the winding number.
-double TwiceCounted(const Points& ring) {
-    double twice = 0.0;
-    for (std::size_t i = 1; i + 1 < ring.size(); ++i) {
-        twice += (ring[i].first - ring[0].first) * (ring[i + 1].second - ring[0].second) -
-                 (ring[i].second - ring[0].second) * (ring[i + 1].first - ring[0].first);
-    }
-    return twice;
-}
-
 // All elements as areas.
 class Overlay {
 public:
@@ -117,7 +108,7 @@ public:
             }
             AddOutside(i, &overlaps);
             // Without turns in the same sense an even-odd filling has what the integrals count.
-            const double counted = 0.5 * std::fabs(TwiceCounted(elements_[i].ring));
+            const double counted = 0.5 * std::fabs(TwiceArea(elements_[i].ring));
             const double excess = counted - geos_.Area(areas_[i]);
             if (excess > kNegligible * counted) overlaps.turns.push_back({i, i, excess});
         }

@@ -101,7 +101,7 @@ SectionModel ReadDrawing(const std::string& text, const std::string& source,
         element.ring = std::move(outline.points);
         section.elements.push_back(std::move(element));
     }
-    if (!options.acceptsLoops) RefuseLoops(section.elements, source);
+    section.isDrawn = true;
     ClassifyByNesting(&section.elements, source);
     section.remarks = notes.Remarks();
     return section;

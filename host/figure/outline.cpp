@@ -1,4 +1,5 @@
 #include "figure/outline.h"
+#include "model/crossings.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,15 +34,6 @@ double Cross(const Point& a, const Point& b) {
 
 double Dot(const Point& a, const Point& b) {
     return a.first * b.first + a.second * b.second;
-}
-
-// Twice the signed area, about the first point.
-double SignedArea(const Points& ring) {
-    double sum = 0.0;
-    for (std::size_t i = 2; i < ring.size(); ++i) {
-        sum += Cross(Minus(ring[i - 1], ring[0]), Minus(ring[i], ring[0]));
-    }
-    return sum;
 }
 
 // The points of the arc that rounds a corner, the tangent points included; the corner itself where
@@ -117,7 +109,7 @@ std::vector<Ring> WallRings(const Polyline& wall) {
         return {{left, true}};
     }
     // The left face of a counter-clockwise line is the inner one.
-    if (SignedArea(wall.points) > 0.0) std::swap(left, right);
+    if (TwiceArea(wall.points) > 0.0) std::swap(left, right);
     return {{left, true}, {right, false}};
 }
 

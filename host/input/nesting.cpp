@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "input/input_error.h"
-#include "model/crossings.h"
 #include "model/ring_sides.h"
 
 namespace halvorn::host {
@@ -15,16 +14,6 @@ namespace {
 constexpr double kTouching = 1e-4;
 
 }  // namespace
-
-void RefuseLoops(const std::vector<Element>& elements, const std::string& source) {
-    for (const Element& element : elements) {
-        if (const auto place = FindLoop(element.ring)) {
-            throw InputError(source + ": " + element.label,
-                             "crosses itself at " + PlaceText(*place),
-                             "bring its points into order, or draw each part as an outline");
-        }
-    }
-}
 
 void ClassifyByNesting(std::vector<Element>* elements, const std::string& source) {
     const std::size_t count = elements->size();

@@ -10,10 +10,6 @@
 
 namespace halvorn::host {
 
-/// @throws InputError naming the first ring that crosses itself so that its values have no meaning
-///         (`FindLoop`)
-void RefuseLoops(const std::vector<Element>& elements, const std::string& source);
-
 /// Makes rings within an even number of others solid, those within an odd number holes; their
 /// order, orientation and points stay.
 ///

@@ -19,8 +19,6 @@ struct InputOptions {
     double joinTolerance = 0.01;
     /// A catalogue profile is pushed as a standard profile with its published values.
     bool wantsPublishedValues = false;
-    /// Outlines of drawings and of points in CSV may cross themselves: they are only looked at.
-    bool acceptsLoops = false;
 };
 
 /// Reads the section that `argument` names: a file (.json, .dxf, .csv by its ending; of any other

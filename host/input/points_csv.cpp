@@ -185,7 +185,7 @@ private:
                              "leave out --unit");
         }
         for (Contour& contour : contours_) section.elements.push_back(ElementOf(contour));
-        if (!options.acceptsLoops) RefuseLoops(section.elements, source_);
+        section.isDrawn = true;
         SetKinds(&section.elements);
         return section;
     }

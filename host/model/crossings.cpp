@@ -103,6 +103,10 @@ double AreaBeside(const Point& apex, const Points& points, std::size_t from, std
 
 }  // namespace
 
+double TwiceArea(const Points& ring) {
+    return ring.empty() ? 0.0 : AreaBeside(ring[0], ring, 0, ring.size() - 1);
+}
+
 std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t most) {
     std::vector<Edge> edges;
     for (std::size_t i = 0; i + (isOpen ? 1 : 0) < ring.size(); ++i) {

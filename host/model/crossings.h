@@ -1,5 +1,5 @@
 /// @file crossings.h
-/// Where a ring meets itself.
+/// The area of a ring, and where it meets itself.
 #ifndef HALVORN_HOST_MODEL_CROSSINGS_H
 #define HALVORN_HOST_MODEL_CROSSINGS_H
 
@@ -13,6 +13,10 @@
 
 namespace halvorn::host {
 
+/// Returns twice the area of a ring, positive when it runs counter-clockwise; summed about its
+/// first point.
+double TwiceArea(const Points& ring);
+
 /// A place where two edges of a ring cross or touch. Edge i runs from point i to the next.
 struct Crossing {
     std::size_t firstEdge = 0;
@@ -22,9 +26,9 @@ struct Crossing {
 };
 
 /// Returns the places where edges of a ring without repeated points meet that do not follow each
-/// other, at most `most` and one of several in one point; bridges of keyhole rings, two edges with
-/// the same ends, are no such places. The cost is that of sorting the edges and comparing those
-/// that overlap in x.
+/// other, and the tips of spikes, where an edge runs back over the one before, at most `most` and
+/// one of several in one point; bridges of keyhole rings, two edges with the same ends, are no such
+/// places. The cost is that of sorting the edges and comparing those that overlap in x.
 /// @param isOpen the last point does not join the first
 std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t most);
 

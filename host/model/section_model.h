@@ -74,6 +74,7 @@ struct SectionModel {
     std::optional<double> density;  ///< [kg/m^3]
     std::vector<Element> elements;
     std::optional<Polyline> polyline;
+    bool isDrawn = false;  ///< a drawing or points: outlines that cross themselves are refused
     std::vector<std::string> remarks;  ///< what the reader left out or took for granted, a sentence
                                        ///< each without a full stop
 };

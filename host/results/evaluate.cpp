@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "input/input_error.h"
 #include "model/crossings.h"
 #include "model/push_element.h"
 #include "model/ring_sides.h"
@@ -90,25 +91,26 @@ void MarkNoArea(std::vector<Value>& values) {
 }
 
 // The library's tolerance is a fixed number of the unit, and moments about the centre of gravity
-// are differences of those about the origin: a 0 of one is no value, no more is what rounding
-// leaves of the other.
+// are differences of those about the origin: of free contours a 0 of one is no value, no more is
+// what rounding leaves of the other.
 void MarkWithoutDigits(const std::vector<Element>& elements, std::vector<Value>& values) {
+    const auto isGiven = [](const Element& element) { return element.given.has_value(); };
+    if (std::any_of(elements.begin(), elements.end(), isGiven)) return;
     const double rounding = InertiaRounding(elements);
     bool isLost = false;
     for (Value& value : values) {
-        const bool isTorsion = value.key == "torsion_constant" || value.key == "torsion_modulus";
-        const bool isInertia = value.key == "inertia_x" || value.key == "inertia_y";
         if (!value.IsComputed()) continue;
-        if (isTorsion && value.number == 0.0 && !elements.front().given) {
+        if (value.key == "torsion_constant" && value.number == 0.0) {
             value.whyMissing = kTooSmall;
-        } else if (isInertia && std::fabs(value.number) <= rounding) {
-            value.whyMissing = kNoDigits;
-            isLost = true;
+        } else if (value.key == "inertia_x" || value.key == "inertia_y") {
+            isLost = isLost || std::fabs(value.number) <= rounding;
         }
     }
+    if (!isLost) return;
     for (Value& value : values) {
-        const bool follows = value.key == "inertia_xy" || value.key.starts_with("elastic_modulus");
-        if (isLost && follows) value.whyMissing = kNoDigits;
+        if (value.key.starts_with("inertia_") || value.key.starts_with("elastic_modulus")) {
+            value.whyMissing = kNoDigits;
+        }
     }
 }
 
@@ -122,13 +124,18 @@ bool IsNoArea(const std::vector<Element>& elements, double area) {
 }
 
 // What makes the values other than what is meant, before all other notes.
-void AddFaultNotes(const std::vector<Element>& elements, Report* report) {
-    for (const Element& element : elements) {
-        if (const auto place = FindLoop(element.ring)) {
-            report->notes.push_back(
-                element.label + " crosses itself at " + PlaceText(*place) +
-                ": its areas count negatively or twice, so the values have no meaning");
+void AddFaultNotes(const SectionModel& section, Report* report) {
+    for (const Element& element : section.elements) {
+        const auto place = FindLoop(element.ring);
+        if (!place) continue;
+        const std::string fault = "crosses itself at " + PlaceText(*place);
+        if (section.isDrawn) {
+            throw InputError(section.source + ": " + element.label, fault,
+                             "bring its points into order, or draw each part as an outline");
         }
+        report->notes.push_back(
+            element.label + " " + fault +
+            ": its areas count negatively or twice, so the values have no meaning");
     }
     const Value* const area = report->Find("area");
     if (area != nullptr && area->number < 0.0) {
@@ -156,7 +163,7 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
     }
     AddDerived(report);
 
-    AddFaultNotes(section.elements, report);
+    AddFaultNotes(section, report);
     const auto isFree = [](const Element& element) { return !element.given; };
     if (std::any_of(section.elements.begin(), section.elements.end(), isFree)) {
         report->notes.emplace_back(kEllipseNote);

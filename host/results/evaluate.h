@@ -8,6 +8,7 @@
 namespace halvorn::host {
 
 /// Computes all values of a section; `shift` has no meaning for a polyline.
+/// @throws InputError for a section that `isDrawn` with an outline that crosses itself (`FindLoop`)
 Report Evaluate(const SectionModel& section, const Shift& shift);
 
 }  // namespace halvorn::host

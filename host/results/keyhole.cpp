@@ -20,12 +20,6 @@ double Turn(const Point& a, const Point& b, const Point& c) {
            (c.first - a.first) * (b.second - a.second);
 }
 
-double TwiceArea(const Points& ring) {
-    double sum = 0.0;
-    for (std::size_t i = 1; i + 1 < ring.size(); ++i) sum += Turn(ring[0], ring[i], ring[i + 1]);
-    return sum;
-}
-
 Points Oriented(const Points& ring, bool isCounterClockwise) {
     const bool keeps = (TwiceArea(ring) > 0.0) == isCounterClockwise;
     return keeps ? ring : Points(ring.rbegin(), ring.rend());

@@ -6,31 +6,14 @@
 #include <cmath>
 
 #include "diagnosis/overlaps.h"
+#include "ring_sections.h"
 
 namespace {
 
 using namespace halvorn::host;
 
-Points Rectangle(double left, double bottom, double width, double height) {
-    return {{left, bottom},
-            {left + width, bottom},
-            {left + width, bottom + height},
-            {left, bottom + height}};
-}
-
-SectionModel Section(const std::vector<std::pair<bool, Points>>& rings) {
-    SectionModel section;
-    section.source = "test";
-    section.unit = "mm";
-    for (const auto& [isSolid, ring] : rings) {
-        Element element;
-        element.label = "ring " + std::to_string(section.elements.size());
-        element.isSolid = isSolid;
-        element.ring = ring;
-        section.elements.push_back(element);
-    }
-    return section;
-}
+using test_support::Rectangle;
+using test_support::Section;
 
 struct Case {
     const char* name;

@@ -12,32 +12,15 @@
 #include "output/csv.h"
 #include "results/evaluate.h"
 #include "results/keyhole.h"
+#include "ring_sections.h"
 
 namespace {
 
 using namespace halvorn::host;
 
-using Rings = std::vector<std::pair<bool, Points>>;  // solid or hole
-
-Points Rectangle(double left, double bottom, double width, double height) {
-    return {{left, bottom},
-            {left + width, bottom},
-            {left + width, bottom + height},
-            {left, bottom + height}};
-}
-
-SectionModel Section(const Rings& rings) {
-    SectionModel section;
-    section.unit = "mm";
-    for (const auto& [isSolid, ring] : rings) {
-        Element element;
-        element.label = "ring " + std::to_string(section.elements.size());
-        element.isSolid = isSolid;
-        element.ring = ring;
-        section.elements.push_back(element);
-    }
-    return section;
-}
+using test_support::Rectangle;
+using test_support::Rings;
+using test_support::Section;
 
 Points Turned(Points ring, double degrees) {
     const double angle = degrees * std::numbers::pi / 180.0;
