@@ -1,10 +1,11 @@
 #include "figure/outline.h"
-#include "model/crossings.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
+
+#include "model/crossings.h"
 
 namespace halvorn::host::figure {
 
