@@ -191,29 +191,49 @@ private:
         if (points.size() != count) fields.Fail("a point lacks its x or y", kExportAnew);
     }
 
+    void SeeElevation(const Fields& fields) {
+        constexpr int elevation = 38;
+        const bool isSeen = reading_.lowest <= reading_.highest;
+        if (!fields.Has(elevation) && isSeen) return;
+        const double z = fields.RealOr(elevation, 0.0), seen = isSeen ? reading_.lowest : z;
+        if (reading_.problem.empty() && std::abs(z - seen) > tolerance_) {
+            fields.Fail("its points lie at z = " + Shown(seen) +
+                            " (group 30) and at z = " + Shown(z) + " (group 38)",
+                        kExportAnew);
+        }
+        SeeHeight(z);
+    }
+
+    // What belongs to the whole is also found at every vertex, as some programs write it: the
+    // height as a z coordinate, the width, and flags and directions that say the same again.
     void ReadLightPolyline() {
-        const Fields fields(entity_, source_, {10, 20, 40, 41, 42, 91});
+        const Fields fields(entity_, source_, {10, 20, 30, 40, 41, 42, 43, 91},
+                            {38, 70, 90, 210, 220, 230});
         std::vector<PolylineVertex> line;
         std::size_t ordinates = 0;
-        bool hasWidth = fields.RealOr(43, 0.0) != 0.0;
+        bool hasWidth = false;
         for (const Group& group : fields.Lists()) {
             if (group.code == 91) continue;
             const double value = RealValue(group, source_);
             if (group.code == 10) {
                 if (line.size() != ordinates) fields.Fail("a point lacks its y", kExportAnew);
                 line.push_back({{value, 0.0}});
-                continue;
+            } else if (group.code == 30) {
+                SeeHeight(value);
+            } else if (group.code == 40 || group.code == 41 || group.code == 43) {
+                hasWidth = hasWidth || value != 0.0;
+            } else if (line.empty()) {
+                fields.Fail("a group stands before the first point", kExportAnew);
+            } else if (group.code == 42) {
+                line.back().bulge = value;
+            } else {
+                if (line.size() != ++ordinates) fields.Fail("a point lacks its x", kExportAnew);
+                line.back().at.second = value;
             }
-            if (line.empty()) fields.Fail("a group stands before the first point", kExportAnew);
-            if (group.code == 42) line.back().bulge = value;
-            if (group.code == 40 || group.code == 41) hasWidth = hasWidth || value != 0.0;
-            if (group.code != 20) continue;
-            if (line.size() != ++ordinates) fields.Fail("a point lacks its x", kExportAnew);
-            line.back().at.second = value;
         }
         if (line.size() != ordinates) fields.Fail("a point lacks its y", kExportAnew);
         fields.CheckCount(90, line.size(), "points");
-        SeeHeight(fields.RealOr(38, 0.0));
+        SeeElevation(fields);
         Connect(line, fields.WholeOr(70, 0) % 2 != 0, hasWidth);
         TurnToDrawing(fields);
     }

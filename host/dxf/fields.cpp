@@ -13,31 +13,46 @@ namespace {
 constexpr std::size_t kMostListed = 4000000;
 
 // Groups of geometry: numbers, flags, counts and the direction of extrusion. What colours, names
-// and links an entity may come in any number.
+// and links an entity may come in any number, and so may the length of its extrusion (39) and the
+// scale of its line type (48): no outline depends on them.
 bool IsGeometry(int code) {
-    return (code >= 10 && code < 60 && code != 48) || (code >= 70 && code < 80) || code == 90 ||
-           (code >= 210 && code <= 230);
+    return (code >= 10 && code < 60 && code != 39 && code != 48) || (code >= 70 && code < 80) ||
+           code == 90 || (code >= 210 && code <= 230);
+}
+
+bool Contains(std::initializer_list<int> codes, int code) {
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
 }  // namespace
 
-Fields::Fields(const Entity& entity, const std::string& source, std::initializer_list<int> lists)
+Fields::Fields(const Entity& entity, const std::string& source, std::initializer_list<int> lists,
+               std::initializer_list<int> repeated)
     : entity_(entity), source_(source) {
     constexpr int startOfEmbeddedObject = 101;
     GroupReader reader(entity.body, source, entity.line + 1);
     for (Group group; reader.Next(group) && group.code != startOfEmbeddedObject;) {
-        if (std::find(lists.begin(), lists.end(), group.code) != lists.end()) {
+        if (Contains(lists, group.code)) {
             if (lists_.size() >= kMostListed) Fail("it has too many points", "simplify it");
             lists_.push_back(group);
         } else if (group.code == 2 || IsGeometry(group.code)) {
-            if (!once_.emplace(group.code, group).second) {
-                Refuse(source, group.line,
-                       "the group " + std::to_string(group.code) + " comes twice in this " +
-                           Excerpt(entity.kind),
-                       "export the drawing anew as ASCII DXF");
-            }
+            TakeOnce(group, repeated);
         }
     }
+}
+
+void Fields::TakeOnce(const Group& group, std::initializer_list<int> repeated) {
+    const auto [first, isNew] = once_.emplace(group.code, group);
+    if (isNew) return;
+    const bool mayRepeat = Contains(repeated, group.code);
+    if (mayRepeat && RealValue(first->second, source_) == RealValue(group, source_)) return;
+    Refuse(
+        source_, group.line,
+        "the group " + std::to_string(group.code) + " comes twice in this " +
+            Excerpt(entity_.kind) +
+            (mayRepeat ? ", as " + Excerpt(first->second.value) + " and as " + Excerpt(group.value)
+                       : ""),
+        kExportAnew);
 }
 
 void Fields::Fail(const std::string& problem, const std::string& remedy) const {
@@ -47,8 +62,7 @@ void Fields::Fail(const std::string& problem, const std::string& remedy) const {
 double Fields::Real(int code) const {
     const auto found = once_.find(code);
     if (found == once_.end()) {
-        Fail("its group " + std::to_string(code) + " is missing",
-             "export the drawing anew as ASCII DXF");
+        Fail("its group " + std::to_string(code) + " is missing", kExportAnew);
     }
     return RealValue(found->second, source_);
 }
@@ -79,7 +93,7 @@ void Fields::CheckCount(int code, std::size_t found, const char* what) const {
     if (stated < 0 || static_cast<std::size_t>(stated) != found) {
         Fail(
             "it states " + std::to_string(stated) + " " + what + ", found " + std::to_string(found),
-            "export the drawing anew as ASCII DXF");
+            kExportAnew);
     }
 }
 

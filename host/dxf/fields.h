@@ -19,9 +19,11 @@ enum class Facing { Up, Down, Aslant };
 /// The groups of an entity that may come once, by code, and those that form lists, in their order.
 class Fields {
 public:
-    /// @param lists codes of the groups that form lists
-    /// @throws InputError for a group that comes twice without being one of a list
-    Fields(const Entity& entity, const std::string& source, std::initializer_list<int> lists = {});
+    /// @param lists    codes of the groups that form lists
+    /// @param repeated codes of the groups that may come again as long as they say the same
+    /// @throws InputError for any other group that comes twice
+    Fields(const Entity& entity, const std::string& source, std::initializer_list<int> lists = {},
+           std::initializer_list<int> repeated = {});
 
     bool Has(int code) const { return once_.contains(code); }
 
@@ -43,6 +45,8 @@ public:
     [[noreturn]] void Fail(const std::string& problem, const std::string& remedy) const;
 
 private:
+    void TakeOnce(const Group& group, std::initializer_list<int> repeated);
+
     const Entity& entity_;
     const std::string& source_;
     std::map<int, Group> once_;

@@ -127,6 +127,11 @@ std::vector<Shape> Shapes() {
         {"two bulges", "0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 10 20 0 42 1", 25 * kPi, 5, 0},
         {"bulge from below", "0 LWPOLYLINE 90 2 70 1 10 0 20 0 42 1 10 10 20 0" + down, 12.5 * kPi,
          -5, -20 / (3 * kPi)},
+        {"height, width and flags at every point",
+         "0 LWPOLYLINE 39 2 30 7 70 1 90 3 40 0 10 0 20 0 30 7 43 0 91 1 10 6 20 0 30 7.0 43 0 70 "
+         "1 "
+         "10 0 20 6 30 7 38 7 39 3 38 7 210 0 220 0 230 1 230 1",
+         18, 2, 2},
         {"more than half a circle", "0 LWPOLYLINE 70 1 10 0 20 0 42 2.414213562373095 10 10 20 0",
          25 * (1.5 * kPi + 1), 5, -5 - 10 / (4.5 * kPi + 3)},
         {"old polyline",
@@ -172,6 +177,10 @@ std::vector<Shape> Shapes() {
         // By symmetry the derivatives at the four points are 3/2 of the radius per piece.
         {"closed through four points",
          "0 SPLINE 70 1 71 3 74 4 11 4 21 1 11 1 21 4 11 -2 21 1 11 1 21 -2", 9 * 3.05, 1, 1},
+        // With pieces of equal length x grows evenly and y = 7.5 t - 2.5 t^3 up to the middle
+        // point.
+        {"through three points, ends without curvature",
+         "0 SPLINE 71 3 74 3 11 0 21 0 11 5 21 5 11 10 21 0" + base, 31.25, 5, 17 / 8.75},
         {"through two points with tangents",
          "0 SPLINE 71 3 74 2 12 1 22 1 13 2 23 -2 11 0 21 0 11 10 21 0" + base,
          100 * (root / 5 - 1 / 60.0), 5,
@@ -414,6 +423,15 @@ TEST(DxfDrawing, NamesTheLineOfWhatIsWrong) {
         {"huge count", File("0 SPLINE 73 2000000000 10 0 20 0"),
          "states 2000000000 control points"},
         {"no y", File("0 LWPOLYLINE 10 0 10 1 20 0"), "line 16: LWPOLYLINE: a point lacks its y"},
+        {"last y", File("0 SPLINE 71 1 40 0 40 0 40 1 40 1 10 0 20 0 10 9"), "lacks its x or y"},
+        {"last y of fit points", File("0 SPLINE 71 3 11 0 21 0 11 9"), "lacks its x or y"},
+        {"heights", File("0 LWPOLYLINE 38 2 10 0 20 0 38 3"),
+         "line 24: the group 38 comes twice in this LWPOLYLINE, as 2 and as 3"},
+        {"height beside z", File("0 LWPOLYLINE 38 2 10 0 20 0 30 3 10 9 20 0 30 3"),
+         "at z = 3 (group 30) and at z = 2 (group 38)"},
+        {"closed or not", File("0 LWPOLYLINE 70 1 10 0 20 0 70 0"), "as 1 and as 0"},
+        {"sloping points", File("0 LWPOLYLINE 70 1 10 0 20 0 30 0 10 9 20 0 30 1 10 0 20 9 30 0"),
+         "(LWPOLYLINE not parallel to the x-y plane left out: 1"},
         {"knots", File("0 SPLINE 71 1 40 0 40 1 10 0 20 0 10 1 20 0"), "2 knots where its degree"},
         {"falling", File("0 SPLINE 71 1 40 0 40 0 40 -1 40 1 10 0 20 0 10 1 20 0"), "do not rise"},
         {"weight", File("0 SPLINE 71 1 40 0 40 0 40 1 40 1 41 0 41 1 10 0 20 0 10 1 20 0"),
