@@ -114,6 +114,9 @@ ExitCode Run(int argc, char** argv) {
             return PrintFindings(*line);
         case Task::Batch:
             return PrintBatch(*line);
+        case Task::ListLayers:
+            Print(ListLayers(line->inputs.front()));
+            return kDone;
         case Task::ListProfiles:
             break;
     }

@@ -26,7 +26,10 @@ struct Outcome {
 
 Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
     try {
-        const Report report = EvaluateInput(argument, options.section);
+        // Layers are those of the drawings in the batch; nothing else has any.
+        SectionOptions section = options.section;
+        if (!IsDrawing(argument)) section.input.layers.clear();
+        const Report report = EvaluateInput(argument, section);
         return {true, false,
                 options.format == BatchFormat::Csv ? CsvRow(report) : JsonLine(report)};
     } catch (const std::exception& error) {

@@ -70,7 +70,8 @@ std::optional<double> PositiveNumber(const CLI::Option* option, const char* reme
 struct Parser {
     CLI::App app{kDescription, "halvorn-section"};
     CommandLine line;
-    bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false;
+    bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false,
+         isLayers = false;
     std::string unit;
     CLI::Option *density, *chordTolerance, *joinTolerance;
 
@@ -98,11 +99,20 @@ struct Parser {
         app.add_option("--threads", line.threads, "Threads of a batch; one for each core if 0")
             ->check(CLI::Range(0U, 1024U));
         app.add_flag("--list-profiles", isList, "Print the names of the catalogue and stop");
+        app.add_flag("--list-layers", isLayers,
+                     "Print the layers of a drawing with their entities and stop");
     }
 
     void AddInput() {
         app.add_option("--unit", unit, "Unit of files that do not say theirs")
             ->check(CLI::IsMember({"mm", "cm", "m", "in"}));
+        // One name an option, so that the INPUT may follow it.
+        app.add_option("--layer", line.section.input.layers,
+                       "Read only this layer of a drawing; may be given several times")
+            ->type_name("NAME")
+            ->expected(1)
+            ->take_all()
+            ->allow_extra_args(false);
         app.add_flag("--published", line.section.input.wantsPublishedValues,
                      "Take the published values of a catalogue profile instead of its outline's");
         chordTolerance = AddNumber("--chord-tolerance",
@@ -146,13 +156,18 @@ struct Parser {
         if (isList) line.task = Task::ListProfiles;
         if (isBatch) line.task = Task::Batch;
         if (isCheck) line.task = Task::Check;
-        if (isList + isBatch + isCheck > 1) {
-            Fail("--check, --batch and --list-profiles are different tasks", "give one of them");
+        if (isLayers) line.task = Task::ListLayers;
+        if (isList + isBatch + isCheck + isLayers > 1) {
+            Fail("--check, --batch, --list-profiles and --list-layers are different tasks",
+                 "give one of them");
         }
-        const bool isOne = line.task == Task::Report || line.task == Task::Check;
+        if (isLayers && !line.section.input.layers.empty()) {
+            Fail("--list-layers prints all layers", "leave out --layer");
+        }
+        const bool isOne = line.task != Task::Batch && line.task != Task::ListProfiles;
         if (isOne && line.inputs.size() > 1) {
             Fail("one section is expected, found " + std::to_string(line.inputs.size()),
-                 "add --batch for a table of several");
+                 isLayers ? "give one drawing" : "add --batch for a table of several");
         }
         if (line.inputs.empty() && line.task != Task::ListProfiles) {
             Fail("INPUT is missing", "name a section file or a profile such as IPE300");

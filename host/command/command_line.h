@@ -19,7 +19,7 @@ enum ExitCode {
     kDoubtful = 3     ///< `--check` found more than remarks
 };
 
-enum class Task { Report, Check, Batch, ListProfiles };
+enum class Task { Report, Check, Batch, ListProfiles, ListLayers };
 enum class Format { Table, Json, Csv };
 
 struct CommandLine {

@@ -8,17 +8,19 @@
 
 #include "dxf/drawing.h"
 #include "dxf/entity_curve.h"
+#include "dxf/layers.h"
 #include "dxf/notes.h"
 
 namespace halvorn::host::dxf {
 
 /// Returns the curves of model space and of the blocks placed there, in the coordinates of the
-/// drawing. Everything else is named in `notes`: other kinds, what is hidden, in paper space or not
-/// parallel to the x-y plane, and blocks that cannot be placed.
+/// drawing, and among them as aslant those that are not parallel to the x-y plane. These and
+/// everything else that is no part of the section are named in `notes`: other kinds, what is
+/// hidden, in paper space or on other layers, and blocks that cannot be placed.
 /// @param tolerance greatest distance of a chord from its curve [L]
-/// @throws InputError for entities that are damaged or too many
-std::vector<Curve> CollectCurves(const Drawing& drawing, double tolerance,
-                                 const std::string& source, Notes& notes);
+/// @throws InputError for entities that are damaged, clipped or too many
+std::vector<Curve> CollectCurves(const Drawing& drawing, const LayerChoice& layers,
+                                 double tolerance, const std::string& source, Notes& notes);
 
 }  // namespace halvorn::host::dxf
 

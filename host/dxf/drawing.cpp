@@ -59,6 +59,8 @@ private:
                 ReadBlock();
             } else if (section_ == "ENTITIES") {
                 ReadEntity(drawing_.entities);
+            } else if (section_ == "OBJECTS" && group_.code == 0) {
+                ReadObject();
             } else {
                 Advance();
             }
@@ -76,11 +78,16 @@ private:
         std::string name;
         bool isHidden = false;
         for (Advance(); group_.code != 0; Advance()) {
-            if (group_.code == 2) name = Capitals(group_.value);
+            if (group_.code == 2) name = group_.value;
             if (group_.code == 70) isHidden = isHidden || WholeValue(group_, source_) % 2 != 0;
             if (group_.code == 62) isHidden = isHidden || WholeValue(group_, source_) < 0;
         }
-        drawing_.isLayerHidden[name] = isHidden;
+        drawing_.layers[Capitals(name)] = {name, isHidden};
+    }
+
+    void ReadObject() {
+        drawing_.clipping.Begin(group_.value);
+        for (Advance(); group_.code != 0; Advance()) drawing_.clipping.Take(group_);
     }
 
     void ReadBlock() {
@@ -110,14 +117,18 @@ private:
             Refuse(source_, group_.line, "more than 200000 entities",
                    "keep only the section in the drawing");
         }
-        Entity entity{group_.value, reader_.Rest(), "0", group_.line, false, false};
+        Entity entity{group_.value, reader_.Rest(), "0", group_.line, false, false, {}};
+        OwnedDictionary owned;
         std::size_t after = entity.body.size();
         for (Advance(); group_.code != 0; Advance()) {
             if (group_.code == 8) entity.layer = group_.value;
             if (group_.code == 67) entity.isInPaperSpace = WholeValue(group_, source_) != 0;
             if (group_.code == 60) entity.isInvisible = WholeValue(group_, source_) != 0;
+            owned.Take(group_);
             after = reader_.Rest().size();
         }
+        entity.dictionary = owned.Handle();
+        drawing_.layers.try_emplace(Capitals(entity.layer), Layer{std::string(entity.layer)});
         entity.body.remove_suffix(after);
         entities.push_back(entity);
     }

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dxf/clipping.h"
 #include "dxf/group_reader.h"
 
 namespace halvorn::host::dxf {
@@ -21,6 +22,7 @@ struct Entity {
     int line = 0;            ///< of the kind
     bool isInPaperSpace = false;
     bool isInvisible = false;
+    std::string_view dictionary;  ///< handle of the one it owns; empty: none
 };
 
 struct Block {
@@ -29,13 +31,19 @@ struct Block {
     std::vector<Entity> entities;
 };
 
+struct Layer {
+    std::string name;       ///< as it is first written
+    bool isHidden = false;  ///< off or frozen
+};
+
 /// What is kept of a file. Names are compared as they are written but for the case of ASCII
 /// letters: the keys are in capitals.
 struct Drawing {
-    std::optional<int> unitCode;  ///< $INSUNITS
-    std::map<std::string, bool> isLayerHidden;
+    std::optional<int> unitCode;          ///< $INSUNITS
+    std::map<std::string, Layer> layers;  ///< those with entities too that no table names
     std::map<std::string, Block> blocks;
     std::vector<Entity> entities;
+    Clipping clipping;
     bool hasEnd = false;  ///< the text closes with EOF
 };
 

@@ -24,8 +24,6 @@ constexpr double kFarthest = 1e12;
 constexpr const char* kAslant = "not parallel to the x-y plane";
 constexpr const char* kNoLength = "without length";
 
-constexpr PlaneMap kMirrored{-1.0, 0.0, 0.0, 0.0, 1.0, 0.0};
-
 struct PolylineVertex {
     Point at;
     double bulge = 0.0;
@@ -48,7 +46,9 @@ public:
         if (entity_.kind == "LWPOLYLINE") ReadLightPolyline();
         if (entity_.kind == "POLYLINE") ReadPolyline();
         if (reading_.problem.empty() && IsPoint()) reading_.problem = kNoLength;
-        if (reading_.problem.empty()) reading_.curve = std::move(curve_);
+        curve_.isAslant = reading_.problem == kAslant;
+        const bool isCurve = reading_.problem.empty() || (curve_.isAslant && !IsPoint());
+        if (isCurve) reading_.curve = std::move(curve_);
         return std::move(reading_);
     }
 
@@ -67,10 +67,12 @@ private:
     // For the kinds whose coordinates are those of the entity itself.
     void TurnToDrawing(const Fields& fields) {
         const Facing facing = fields.Direction();
+        if (facing == Facing::Up) return;
         if (facing == Facing::Aslant) reading_.problem = kAslant;
-        if (facing != Facing::Down) return;
-        for (Point& point : curve_.points) point = kMirrored(point);
-        reading_.lowest = -std::exchange(reading_.highest, -reading_.lowest);
+        const PlaneMap toDrawing = fields.ToDrawing(reading_.lowest);
+        for (Point& point : curve_.points) point = toDrawing(point);
+        if (facing == Facing::Down)
+            reading_.lowest = -std::exchange(reading_.highest, -reading_.lowest);
     }
 
     void ReadLine() {
@@ -123,6 +125,7 @@ private:
             reading_.problem = kAslant;
         }
         SeeHeight(fields.RealOr(30, 0.0));
+        if (!reading_.problem.empty()) return;
         const double start = fields.RealOr(41, 0.0);
         AppendTurn(centre, major, {-major.second * ratio, major.first * ratio}, start,
                    Sweep(start, fields.RealOr(42, kFullTurn)));
@@ -166,7 +169,7 @@ private:
         fields.CheckCount(74, spline.fit.size(), "fit points");
         if (fields.Has(12)) spline.startTangent = Point{fields.Real(12), fields.Real(22)};
         if (fields.Has(13)) spline.endTangent = Point{fields.Real(13), fields.Real(23)};
-        if (reading_.problem.empty()) Flatten(fields, spline);
+        Flatten(fields, spline);
     }
 
     void Flatten(const Fields& fields, const Spline& spline) {

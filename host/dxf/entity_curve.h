@@ -18,14 +18,16 @@ namespace halvorn::host::dxf {
 struct Curve {
     Points points;
     bool isClosed = false;
-    int line = 0;  ///< of the entity, or of the first of a chain
+    int line = 0;           ///< of the entity, or of the first of a chain
+    bool isAslant = false;  ///< no part of the section: what is seen along z of a curve aslant to
+                            ///< the x-y plane
 };
 
 /// A curve, or why there is none, and what was seen on the way.
 struct CurveReading {
-    std::optional<Curve> curve;
-    std::string problem;  ///< without a curve: "not parallel to the x-y plane"
-    std::string remark;   ///< worth counting in the remarks, or empty
+    std::optional<Curve> curve;  ///< with a problem: nothing or a curve that `isAslant`
+    std::string problem;         ///< why it is left out: "not parallel to the x-y plane"
+    std::string remark;          ///< worth counting in the remarks, or empty
     double lowest = std::numeric_limits<double>::infinity();  ///< least z
     double highest = -std::numeric_limits<double>::infinity();
 };

@@ -83,6 +83,23 @@ Facing Fields::Direction() const {
     return z > 0.0 ? Facing::Up : Facing::Down;
 }
 
+// The axes that the format gives an entity by its direction n of extrusion alone: x along Y x n
+// where n is within 1/64 of the z axis, else along Z x n, and y along n x x.
+PlaneMap Fields::ToDrawing(double z) const {
+    constexpr double nearZ = 1.0 / 64.0;
+    const Facing facing = Direction();
+    if (facing != Facing::Aslant) return {facing == Facing::Up ? 1.0 : -1.0, 0, 0, 0, 1.0, 0};
+    const double x = RealOr(210, 0.0), y = RealOr(220, 0.0), up = RealOr(230, 1.0);
+    const double length = std::hypot(x, y, up);
+    if (length == 0.0) return {};
+    const double nx = x / length, ny = y / length, nz = up / length;
+    const bool isNearZ = std::abs(nx) < nearZ && std::abs(ny) < nearZ;
+    const double across = isNearZ ? std::hypot(nz, nx) : std::hypot(nx, ny);
+    const double ax = (isNearZ ? nz : -ny) / across, ay = isNearZ ? 0.0 : nx / across;
+    const double az = isNearZ ? -nx / across : 0.0;
+    return {ax, ny * az - nz * ay, nx * z, ay, nz * ax - nx * az, ny * z};
+}
+
 std::string_view Fields::Text(int code) const {
     return Has(code) ? once_.at(code).value : std::string_view();
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "dxf/drawing.h"
+#include "dxf/plane_map.h"
 
 namespace halvorn::host::dxf {
 
@@ -33,6 +34,10 @@ public:
     int WholeOr(int code, int otherwise) const;
 
     Facing Direction() const;
+
+    /// Returns the map from the entity's own coordinates, at the height `z` of them, to the
+    /// drawing's, seen along its z axis.
+    PlaneMap ToDrawing(double z) const;
 
     /// Returns a text, empty when the group is missing.
     std::string_view Text(int code) const;

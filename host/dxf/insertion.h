@@ -4,6 +4,7 @@
 #define HALVORN_HOST_DXF_INSERTION_H
 
 #include <string>
+#include <utility>
 
 #include "dxf/drawing.h"
 #include "dxf/plane_map.h"
@@ -11,14 +12,24 @@
 namespace halvorn::host::dxf {
 
 struct Insertion {
-    std::string block;     ///< key in `Drawing::blocks`
-    bool isSingle = true;  ///< not repeated in rows and columns
-    bool isFlat = true;    ///< parallel to the x-y plane, and no scale is 0
-    PlaneMap placement;    ///< of the block's coordinates measured from its base point
+    std::string block;      ///< key in `Drawing::blocks`
+    int columns = 1;        ///< at least one
+    int rows = 1;           ///< likewise
+    bool isAslant = false;  ///< to the x-y plane
+    bool hasExtent = true;  ///< no scale is 0
+
+    /// Returns the map of one copy, from the block's coordinates measured from its base point to
+    /// those of the drawing; of a block aslant what is seen along z of its x-y plane.
+    PlaneMap Copy(int column, int row) const;
+
+    std::pair<double, double> toColumn;  ///< step to the next column, in the entity's coordinates
+    std::pair<double, double> toRow;     ///< likewise to the next row
+    PlaneMap placement;                  ///< of the first copy, likewise
+    PlaneMap toDrawing;                  ///< from the entity's coordinates to the drawing's
 };
 
-/// Reads an INSERT.
-/// @throws InputError naming the line
+/// Reads an INSERT. Rows and columns turn with the block, their distances do not stretch with it.
+/// @throws InputError naming the line, also for more rows and columns than any section has
 Insertion ReadInsertion(const Entity& entity, const std::string& source);
 
 }  // namespace halvorn::host::dxf

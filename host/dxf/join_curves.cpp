@@ -5,6 +5,7 @@
 #include <map>
 
 #include "dxf/end_clusters.h"
+#include "dxf/open_outlines.h"
 
 namespace halvorn::host::dxf {
 
@@ -79,8 +80,8 @@ public:
     Joiner(std::vector<Curve> curves, double tolerance, const std::string& source, Notes& notes)
         : curves_(std::move(curves)), tolerance_(tolerance), source_(source), notes_(notes) {}
 
-    // Returns the closed chains.
-    std::vector<Curve> Join() {
+    // Returns the closed chains, and appends the open ones to `leftOut`.
+    std::vector<Curve> Join(std::vector<LeftOutChain>& leftOut) {
         Points ends;
         for (const Curve& curve : curves_) {
             ends.insert(ends.end(), {curve.points.front(), curve.points.back()});
@@ -92,7 +93,10 @@ public:
         CollectEnds();
         std::vector<Curve> rings;
         for (std::size_t end = 0; end < ends.size(); ++end) {
-            if (!isUsed_[end / 2] && ends_[cluster_[end]].size() == 1) NoteOpen(Walk(end));
+            if (isUsed_[end / 2] || ends_[cluster_[end]].size() != 1) continue;
+            const std::vector<std::size_t> chain = Walk(end);
+            NoteOpen(chain);
+            leftOut.push_back(LeftOut(chain));
         }
         for (std::size_t i = 0; i < curves_.size(); ++i) {
             if (!isUsed_[i]) rings.push_back(Closed(Walk(2 * i)));
@@ -220,6 +224,18 @@ private:
                    std::to_string(curves_[last / 2].line) + ", a gap of " + Shown(Distance(p, q)));
     }
 
+    LeftOutChain LeftOut(const std::vector<std::size_t>& chain) const {
+        LeftOutChain leftOut;
+        leftOut.firstLine = curves_[chain.front() / 2].line;
+        leftOut.lastLine = curves_[chain.back() / 2].line;
+        for (const std::size_t entry : chain) {
+            Points points = curves_[entry / 2].points;
+            if (entry % 2 != 0) std::reverse(points.begin(), points.end());
+            leftOut.points.insert(leftOut.points.end(), points.begin(), points.end());
+        }
+        return leftOut;
+    }
+
     void NoteGaps() {
         constexpr double worthNaming = 1e-3;  // of the tolerance; below, it is rounding
         if (widestGap_ <= worthNaming * tolerance_) return;
@@ -246,11 +262,18 @@ void RemoveRepeatedPoints(Points& ring) {
 
 }  // namespace
 
-std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance,
+std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, double millimetre,
                               const std::string& source, Notes& notes) {
     std::vector<Curve> rings, open;
-    for (Curve& curve : curves) (curve.isClosed ? rings : open).push_back(std::move(curve));
-    std::vector<Curve> joined = Joiner(std::move(open), tolerance, source, notes).Join();
+    std::vector<LeftOutChain> leftOut;
+    for (Curve& curve : curves) {
+        if (curve.isAslant) {
+            leftOut.push_back({curve.points, curve.isClosed, true, curve.line, curve.line});
+        } else {
+            (curve.isClosed ? rings : open).push_back(std::move(curve));
+        }
+    }
+    std::vector<Curve> joined = Joiner(std::move(open), tolerance, source, notes).Join(leftOut);
     rings.insert(rings.end(), std::make_move_iterator(joined.begin()),
                  std::make_move_iterator(joined.end()));
     std::sort(rings.begin(), rings.end(),
@@ -272,6 +295,7 @@ std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance,
                    "keep only the section in the drawing");
         }
     }
+    RefuseOpenOutlines(std::move(leftOut), kept, millimetre, source);
     return kept;
 }
 

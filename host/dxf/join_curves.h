@@ -16,9 +16,12 @@ namespace halvorn::host::dxf {
 /// midway between them.
 ///
 /// Named in `notes` and left out are curves that lie on another from end to end, those that are no
-/// longer than the tolerance, chains that stay open and outlines that enclose nothing.
-/// @throws InputError where three or more ends meet: which of them belong together is not known
-std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance,
+/// longer than the tolerance, chains that stay open and outlines that enclose nothing. Aslant
+/// curves are left out too.
+/// @param millimetre one millimetre in the unit of the drawing
+/// @throws InputError where three or more ends meet: which of them belong together is not known;
+///         and for what is left out and would go round an outline (`RefuseOpenOutlines`)
+std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, double millimetre,
                               const std::string& source, Notes& notes);
 
 }  // namespace halvorn::host::dxf

@@ -6,7 +6,9 @@
 
 #include "dxf/collect_curves.h"
 #include "dxf/drawing.h"
+#include "dxf/frame.h"
 #include "dxf/join_curves.h"
+#include "dxf/layers.h"
 #include "dxf/notes.h"
 #include "input/input_error.h"
 #include "input/nesting.h"
@@ -82,6 +84,10 @@ double InUnit(double millimetres, const std::string& unit, const char* name) {
 
 }  // namespace
 
+std::string DrawingLayers(const std::string& text, const std::string& source) {
+    return dxf::LayersText(dxf::FindParts(text, source), source);
+}
+
 SectionModel ReadDrawing(const std::string& text, const std::string& source,
                          const InputOptions& options) {
     const Drawing drawing = dxf::FindParts(text, source);
@@ -89,11 +95,13 @@ SectionModel ReadDrawing(const std::string& text, const std::string& source,
     SectionModel section;
     section.source = source;
     section.unit = UnitOf(drawing, source, options, notes);
+    section.isUnitAssumed = !options.unit && StatedUnit(drawing).empty();
     const double chord = InUnit(options.chordTolerance, section.unit, "chord");
     const double join = InUnit(options.joinTolerance, section.unit, "join");
     if (!drawing.hasEnd) notes.Say("the file closes without EOF, so its end may be missing");
-    auto outlines =
-        dxf::JoinCurves(dxf::CollectCurves(drawing, chord, source, notes), join, source, notes);
+    const dxf::LayerChoice layers(drawing, options.layers, source);
+    auto outlines = dxf::JoinCurves(dxf::CollectCurves(drawing, layers, chord, source, notes), join,
+                                    join / options.joinTolerance, source, notes);
     if (outlines.empty()) RefuseEmpty(source, notes);
     for (dxf::Curve& outline : outlines) {
         Element element;
@@ -103,6 +111,8 @@ SectionModel ReadDrawing(const std::string& text, const std::string& source,
     }
     section.isDrawn = true;
     ClassifyByNesting(&section.elements, source);
+    const std::string frame = dxf::FrameRemark(section.elements);
+    if (!frame.empty()) notes.Say(frame);
     section.remarks = notes.Remarks();
     return section;
 }

@@ -11,10 +11,15 @@ namespace halvorn::host {
 
 /// Returns the section drawn in a DXF text that came from `source`: closed polylines, circles and
 /// chains of lines, arcs, ellipses and splines. Nesting decides what is solid and what a hole.
-/// Whatever is left out is named in the remarks.
+/// Only the layers that the options name are read, if any. Whatever is left out is named in the
+/// remarks.
 /// @throws InputError naming the line and, where there is one, the entity
 SectionModel ReadDrawing(const std::string& text, const std::string& source,
                          const InputOptions& options);
+
+/// Returns one line per layer of a drawing with its entities counted by kind.
+/// @throws InputError
+std::string DrawingLayers(const std::string& text, const std::string& source);
 
 }  // namespace halvorn::host
 

@@ -10,6 +10,7 @@
 #include "input/input_text.h"
 #include "input/points_csv.h"
 #include "input/section_file.h"
+#include "model/ring_sides.h"
 
 namespace halvorn::host {
 
@@ -52,15 +53,57 @@ SectionModel CatalogueSection(const std::string& name, const InputOptions& optio
     return section;
 }
 
+SectionModel FileSection(const std::string& path, const InputOptions& options) {
+    const std::string source = SourceName(path);
+    const std::string text = ReadInput(path);
+    if (IsDrawing(path)) return ReadDrawing(text, source, options);
+    if (path != "-" && Ending(path) == ".csv") return ReadPointsCsv(text, source, options);
+    return ReadSectionText(text, source, options);
+}
+
+void RefuseUnlessDrawing(const std::string& argument, const char* option) {
+    if (IsDrawing(argument)) return;
+    throw InputError("command line",
+                     std::string(option) + " is for DXF drawings, and " +
+                         Excerpt(SourceName(argument)) + " is none",
+                     "leave it out");
+}
+
+// Sections of structures are neither larger nor smaller; a wrong unit makes them so.
+void DoubtUnit(SectionModel& section) {
+    constexpr double largest = 5.0, smallest = 1e-3;  // larger side of the box [m]
+    Points points;
+    for (const Element& element : section.elements) {
+        points.insert(points.end(), element.ring.begin(), element.ring.end());
+    }
+    const Box box(points);
+    const double metres =
+        std::max(box.right - box.left, box.top - box.bottom) * MetresPer(section.unit);
+    if (metres >= smallest && metres <= largest) return;
+    section.remarks.push_back(
+        "the section is " +
+        std::string(metres > largest ? "larger than 5 m" : "smaller than 1 mm") +
+        " if its unit, taken for granted, is " + section.unit +
+        "; --unit mm, cm, m or in says which it is");
+}
+
 }  // namespace
 
+bool IsDrawing(const std::string& argument) {
+    return argument != "-" && Ending(argument) == ".dxf";
+}
+
+std::string ListLayers(const std::string& argument) {
+    RefuseUnlessDrawing(argument, "--list-layers");
+    return DrawingLayers(ReadInput(argument), SourceName(argument));
+}
+
 SectionModel OpenSection(const std::string& argument, const InputOptions& options) {
+    if (!options.layers.empty()) RefuseUnlessDrawing(argument, "--layer");
     if (!IsFileName(argument)) return CatalogueSection(argument, options);
-    const std::string source = SourceName(argument);
-    const std::string text = ReadInput(argument);
-    if (argument != "-" && Ending(argument) == ".dxf") return ReadDrawing(text, source, options);
-    if (argument != "-" && Ending(argument) == ".csv") return ReadPointsCsv(text, source, options);
-    return ReadSectionText(text, source, options);
+    SectionModel section = FileSection(argument, options);
+    if (section.isUnitAssumed) DoubtUnit(section);
+    return section;
 }
 
 }  // namespace halvorn::host

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "model/section_model.h"
 
@@ -17,6 +18,8 @@ struct InputOptions {
     double chordTolerance = 0.001;
     /// Ends of lines in a drawing that are no farther apart are joined, in millimetres [mm].
     double joinTolerance = 0.01;
+    /// Only these layers of a drawing are read; none: all. In letters of either case.
+    std::vector<std::string> layers;
     /// A catalogue profile is pushed as a standard profile with its published values.
     bool wantsPublishedValues = false;
 };
@@ -26,6 +29,13 @@ struct InputOptions {
 /// A file of that name goes before a profile.
 /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
 SectionModel OpenSection(const std::string& argument, const InputOptions& options);
+
+/// Returns whether `argument` names a drawing by its ending.
+bool IsDrawing(const std::string& argument);
+
+/// Returns one line per layer of a drawing with its entities counted by kind.
+/// @throws InputError, also for what is no drawing
+std::string ListLayers(const std::string& argument);
 
 }  // namespace halvorn::host
 

@@ -177,6 +177,7 @@ private:
         section.source = source_;
         section.unit = !unit_.empty() ? unit_ : options.unit.value_or("mm");
         if (unit_.empty() && !options.unit) {
+            section.isUnitAssumed = true;
             section.remarks.emplace_back(
                 "the unit is taken for mm: write '# unit: mm' into the file or give --unit");
         }

@@ -71,6 +71,7 @@ struct SectionModel {
     std::string name;
     std::string description;
     std::string unit;               ///< "mm", "cm", "m" or "in": of every length here
+    bool isUnitAssumed = false;     ///< neither the input nor the command line states it
     std::optional<double> density;  ///< [kg/m^3]
     std::vector<Element> elements;
     std::optional<Polyline> polyline;

@@ -1,6 +1,5 @@
 // Sections out of DXF texts that are made here, held against closed forms; damaged ones against
 // the line that the message must name.
-#include "dxf/read_drawing.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +8,8 @@
 #include <filesystem>
 #include <numbers>
 #include <random>
-#include <sstream>
 
-#include "input/input_error.h"
+#include "dxf_text.h"
 #include "input/input_text.h"
 
 namespace {
@@ -20,49 +18,10 @@ using namespace halvorn::host;
 
 constexpr double kPi = std::numbers::pi;
 
-// One token a line.
-std::string Lines(const std::string& tokens) {
-    std::istringstream stream(tokens);
-    std::string text;
-    for (std::string token; stream >> token;) text += token + '\n';
-    return text;
-}
-
-std::string File(const std::string& entities, const std::string& before = "") {
-    return Lines("0 SECTION 2 HEADER 9 $INSUNITS 70 4 0 ENDSEC " + before +
-                 " 0 SECTION 2 ENTITIES " + entities + " 0 ENDSEC 0 EOF");
-}
-
-std::string Line(double x1, double y1, double x2, double y2) {
-    std::ostringstream text;
-    text.precision(17);
-    text << " 0 LINE 10 " << x1 << " 20 " << y1 << " 11 " << x2 << " 21 " << y2;
-    return text.str();
-}
-
-SectionModel Read(const std::string& text, const InputOptions& options = {}) {
-    return ReadDrawing(text, "test", options);
-}
-
 InputOptions Fine(double chordTolerance) {
     InputOptions options;
     options.chordTolerance = chordTolerance;
     return options;
-}
-
-std::string ErrorOf(const std::string& text, const InputOptions& options = {}) {
-    try {
-        Read(text, options);
-    } catch (const InputError& error) {
-        return error.what();
-    }
-    return "no error";
-}
-
-std::string Joined(const std::vector<std::string>& remarks) {
-    std::string all;
-    for (const std::string& remark : remarks) all += remark + "\n";
-    return all;
 }
 
 struct Moments {
@@ -339,7 +298,8 @@ TEST(DxfDrawing, NamesWhateverIsLeftOut) {
         " 0 CIRCLE 10 5 20 5 40 2 0 CIRCLE 10 5 20 5 40 2" + Line(3, 3, 3, 3) + Line(50, 0, 60, 0) +
         Line(60, 0, 60, 7) + Line(-50, 0, -50.002, 0) +
         " 0 TEXT 1 a 0 TEXT 1 b 0 DIMENSION 2 *D1 0 HATCH 2 SOLID 0 INSERT 2 NONE 10 0 20 0"
-        " 0 INSERT 2 B 10 0 20 0 70 3 0 INSERT 2 B 10 0 20 0 41 0 0 LINE 8 Axes 10 0 0 CIRCLE 8 ice"
+        " 0 INSERT 2 B 10 0 20 0 210 1 230 0 0 INSERT 2 B 10 0 20 0 41 0 0 LINE 8 Axes 10 0 0 "
+        "CIRCLE 8 ice"
         " 0 LINE 67 1 0 LINE 60 1 0 LINE 10 0 20 0 30 0 11 9 21 9 31 9"
         " 0 CIRCLE 10 0 20 0 40 1 210 1 220 0 230 0 0 POLYLINE 70 16 0 VERTEX 0 SEQEND"
         " 0 LWPOLYLINE 70 1 43 .5 38 2 10 70 20 0 10 79 20 0 10 79 20 9"
@@ -360,7 +320,7 @@ TEST(DxfDrawing, NamesWhateverIsLeftOut) {
                                  "DIMENSION left out: 1,",
                                  "HATCH left out: 1,",
                                  "NONE, which the file does not hold",
-                                 "block B in rows and columns",
+                                 "block B aslant to the x-y plane",
                                  "with a scale of 0",
                                  "layer Axes, which is off or frozen",
                                  "layer ice, which is off or frozen",
