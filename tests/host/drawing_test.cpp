@@ -106,6 +106,9 @@ TEST(Drawing, RefusesWhatWouldGoRoundAnOutlineIfItWereClosed) {
          "line 26: a curve that is not parallel to the x-y plane goes round the outline at line 58 "
          "with the chains that it joins; give all its points the same z"},
         {"a sloping circle", Circle(50, 30, 40) + tilted + holes, "line 16: a curve that is not"},
+        // Seen from so far aslant, the circle's own x axis runs against the drawing's.
+        {"a circle farther aslant", Circle(-50, -30, 40) + " 210 0 220 .1 230 1" + holes,
+         "line 16: a curve that is not"},
         {"an upright circle", Circle(0, 30, 40) + " 210 1 220 0 230 0" + holes, "", "ss"},
         {"a sloping block", "0 INSERT 2 B 10 0 20 0" + tilted + holes,
          "line 24: a curve that is not", "", Block(Rectangle(0, 0, 100, 60))}};

@@ -12,6 +12,7 @@ import unittest
 
 PROGRAM, SOURCE = sys.argv[1:3]
 EXAMPLES = os.path.join(SOURCE, "examples")
+BEAM = os.path.join(EXAMPLES, "ipe-300-lines.dxf")
 
 
 def run(*arguments, **options):
@@ -30,6 +31,12 @@ class CommandLine(unittest.TestCase):
             (["IPE300", "--figure", "no/such/folder/a.svg"], "no/such/folder"),
             (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"), (["IPE301"], "similar profiles: IPE300"),
             (["--list-profiles", "IPE300"], "takes no INPUT"), (["missing.json"], "missing.json"),
+            (["--layer", "0", "IPE300"], "--layer is for DXF drawings, and IPE300 is none"),
+            (["--list-layers", "a.json"], "--list-layers is for DXF drawings, and a.json is none"),
+            (["--list-layers", "--layer", "0", "a.dxf"], "leave out --layer"),
+            (["--list-layers", "a.dxf", "b.dxf"], "give one drawing"), (["--list-layers"], "INPUT is missing"),
+            (["--list-layers", "--batch", "a.dxf"], "different tasks"), (["--list-layers", "a.dxf"], "a.dxf"),
+            (["--layer", "axis", BEAM], 'no layer "axis"; its layers: 0, AXES'),
         ]
         for arguments, expected in cases:
             with self.subTest(arguments):
@@ -78,6 +85,38 @@ class CommandLine(unittest.TestCase):
         self.assertRegex(done.stderr, r"\Ahalvorn-section: IPE301: [^\n]+\n\Z")  # and no progress in a pipe
         lines = run("--batch", "--json", "--threads", "2", "IPE300", "HEB200").stdout.splitlines()
         self.assertEqual([json.loads(line)["name"] for line in lines], ["IPE300", "HEB200"])
+
+    def test_layers_are_those_of_the_drawings(self):
+        self.assertEqual(run("--list-layers", BEAM).stdout, "0: 4 ARC, 12 LINE\nAXES (off or frozen): 2 LINE\n")
+        remarks = json.loads(run("--json", "--layer", "0", "--layer", "axes", BEAM).stdout)["remarks"]
+        self.assertEqual([remark[:36] for remark in remarks], ["entities on the layer AXES, which is"])
+        done = run("--batch", "--layer", "axes", "--layer", "0", "IPE300", BEAM,
+                   os.path.join(EXAMPLES, "extrusion-cm.dxf"))
+        rows = list(csv.DictReader(io.StringIO(done.stdout)))
+        self.assertEqual((done.returncode, [row["source"] for row in rows]), (2, ["IPE300", BEAM]))
+        self.assertRegex(done.stderr, r'\A[^\n]*extrusion-cm.dxf: it has no layer "axes"; its layers: 0\n\Z')
+
+    def test_a_unit_taken_for_granted_is_doubted_beyond_5_m_and_below_1_mm(self):
+        def drawing(x, y):
+            sides = zip([(0, 0), (x, 0), (0, y)], [(x, 0), (0, y), (0, 0)])
+            lines = "".join(f"0\nLINE\n10\n{a}\n20\n{b}\n11\n{c}\n21\n{d}\n" for (a, b), (c, d) in sides)
+            return f"0\nSECTION\n2\nENTITIES\n{lines}0\nENDSEC\n0\nEOF\n"
+
+        def points(x, y):
+            return f"0,0\n{x},0\n0,{y}\n"
+
+        with tempfile.TemporaryDirectory() as folder:
+            for ending, write in ((".dxf", drawing), (".csv", points)):
+                for x, y, expected in ((5000, 3, ""), (3, 5001, "larger than 5 m"), (1, 0.2, ""),
+                                       (0.2, 0.999, "smaller than 1 mm")):
+                    with self.subTest(ending=ending, x=x, y=y):
+                        path = os.path.join(folder, "section" + ending)
+                        with open(path, "w", encoding="utf-8") as file:
+                            file.write(write(x, y))
+                        for output in (run(path).stdout, run("--check", path).stdout):
+                            self.assertEqual("if its unit, taken for granted, is mm" in output, expected != "")
+                            self.assertIn(expected, output)
+                        self.assertNotIn("taken for granted", run("--check", "--unit", "mm", path).stdout)
 
     def test_a_terminal_sees_progress(self):
         try:
