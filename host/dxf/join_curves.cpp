@@ -5,6 +5,7 @@
 #include <map>
 
 #include "dxf/end_clusters.h"
+#include "dxf/lengths.h"
 #include "dxf/open_outlines.h"
 
 namespace halvorn::host::dxf {
@@ -16,17 +17,6 @@ constexpr std::size_t kNamedChains = 5;
 
 // Far above any section; every outline is compared with the others.
 constexpr std::size_t kMostOutlines = 10000;
-
-double Distance(const Point& p, const Point& q) {
-    return std::hypot(p.first - q.first, p.second - q.second);
-}
-
-double Length(const Points& points) {
-    double length = 0.0;
-    for (std::size_t i = 0; i + 1 < points.size(); ++i)
-        length += Distance(points[i], points[i + 1]);
-    return length;
-}
 
 // Returns whether two lists of equally many points agree when the second is read from `start` on,
 // round, forwards or backwards.

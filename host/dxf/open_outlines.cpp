@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "dxf/lengths.h"
 #include "model/ring_sides.h"
 
 namespace halvorn::host::dxf {
@@ -15,8 +16,8 @@ namespace {
 // its ends farther apart.
 constexpr double kOpenOnPurpose = 0.05;
 
-// As many outlines as a drawing may have; of more chains the longest are looked at.
-constexpr std::size_t kMostChains = 10000;
+// Each is compared with every outline; of more chains the longest are looked at.
+constexpr std::size_t kMostChains = 1000;
 
 // Every end is compared with every other. A drawing with more loose chains than this is looked at
 // for outlines of several among the longest.
@@ -24,16 +25,6 @@ constexpr std::size_t kMostLinked = 300;
 
 // Of the diagonal of the smaller box [-], as nearness counts among outlines.
 constexpr double kTouching = 1e-4;
-
-double Distance(const Point& p, const Point& q) {
-    return std::hypot(p.first - q.first, p.second - q.second);
-}
-
-double Length(const Points& points) {
-    double length = 0.0;
-    for (std::size_t i = 1; i < points.size(); ++i) length += Distance(points[i - 1], points[i]);
-    return length;
-}
 
 // Returns a length in millimetres rounded up to two digits, a little more than it is.
 std::string RoundedUp(double length) {

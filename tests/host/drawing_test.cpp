@@ -91,8 +91,9 @@ TEST(Drawing, RefusesWhatWouldGoRoundAnOutlineIfItWereClosed) {
         {"gap", OpenRectangle(0.5) + holes,
          "line 46: an open chain goes round the outline at line 56, with a gap of 0.5 from "
          "(0, 0.5) to (0, 0) at line 16; close it in the drawing or give --join-tolerance 0.51; "},
-        {"just below 5 %", OpenRectangle(15.2) + holes, "a gap of 15.2 from (0, 15.2) to (0, 0)"},
-        {"just above 5 %", OpenRectangle(15.3) + holes, "", "ss"},
+        {"just below 5 %", OpenRectangle(15.23) + holes,
+         "a gap of 15.23 from (0, 15.23) to (0, 0)"},
+        {"just above 5 %", OpenRectangle(15.25) + holes, "", "ss"},
         {"nothing within", OpenRectangle(0.5) + Circle(200, 30, 10), "", "s"},
         {"closed besides", OpenRectangle(0.5) + Rectangle(0, 0, 100, 60) + holes, "", "shh"},
         {"nearer end of another", OpenRectangle(0.5) + Line(0, 0.3, -9, 0.3) + holes,
