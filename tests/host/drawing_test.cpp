@@ -209,6 +209,7 @@ TEST(Drawing, RemarksThatARectangleHoldsAllTheRest) {
          true},
         {"bored bar", Rectangle(0, 0, 50, 50) + Circle(25, 25, 9), true},
         {"tube", Rectangle(0, 0, 100, 50) + Rectangle(5, 5, 90, 40), false},
+        {"bar off the middle", Rectangle(0, 0, 420, 297) + Rectangle(30, 30, 300, 200), true},
         {"beside", Rectangle(0, 0, 100, 50) + Rectangle(100, 0, 20, 50) + Circle(20, 25, 9), false},
         {"no rectangle", Circle(50, 50, 90) + angle, false},
         {"alone", Rectangle(0, 0, 100, 50), false}};
