@@ -259,11 +259,13 @@ std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, doubl
     for (Curve& curve : curves) {
         if (curve.isAslant) {
             leftOut.push_back({curve.points, curve.isClosed, true, curve.line, curve.line});
-        } else {
-            (curve.isClosed ? rings : open).push_back(std::move(curve));
+            continue;
         }
+        std::vector<Curve>& kind = curve.isClosed ? rings : open;
+        kind.push_back(std::move(curve));
     }
-    std::vector<Curve> joined = Joiner(std::move(open), tolerance, source, notes).Join(leftOut);
+    Joiner joiner(std::move(open), tolerance, source, notes);
+    std::vector<Curve> joined = joiner.Join(leftOut);
     rings.insert(rings.end(), std::make_move_iterator(joined.begin()),
                  std::make_move_iterator(joined.end()));
     std::sort(rings.begin(), rings.end(),
