@@ -12,7 +12,7 @@
 #include "input/input_error.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
-#include "shapes/rounded_polygon.h"
+#include "shapes/dimension_checks.h"
 
 namespace halvorn::host {
 
@@ -105,13 +105,10 @@ void Scale(double factor, GivenValues* values) {
     }
 }
 
-// @param chordTolerance  [mm]
-shapes::Outline Draw(const CsvRecord& row, double chordTolerance) {
-    // The area of a small tube would suffer more from the usual tolerance than the table rounds.
-    constexpr int kLeastChordsPerQuarter = 64;
+// @param division  in millimetres
+shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) {
     try {
-        return DrawProfile(row,
-                           shapes::ArcDivision::ChordError(chordTolerance, kLeastChordsPerQuarter));
+        return DrawProfile(row, division);
     } catch (const shapes::DimensionError& error) {
         throw InputError(row.Text("name"), error.what(), error.Remedy());
     }
@@ -167,11 +164,12 @@ std::vector<std::string> CatalogueNames() {
 }
 
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
-                                       double chordTolerance, bool wantsPublishedValues) {
+                                       const shapes::ArcDivision& division,
+                                       bool wantsPublishedValues) {
     const CsvRecord* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
     const double factor = MetresPer("mm") / MetresPer(unit);
-    const shapes::Outline outline = Draw(*row, chordTolerance / factor);
+    const shapes::Outline outline = Draw(*row, division.Scaled(1.0 / factor));
     if (wantsPublishedValues) {
         Element element = MakeElement(*row, KeyholeRing(outline), factor);
         element.given = PublishedValues(*row, outline);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/section_model.h"
+#include "shapes/arc_division.h"
 
 namespace halvorn::host {
 
@@ -25,14 +26,13 @@ std::vector<std::string> CatalogueNames();
 ///
 /// Drawn: the outline as free contours, a hollow profile as solid and hole. With published values:
 /// one standard profile with the values of the table; what the table does not hold is empty.
-/// @param name            as for `IsCatalogueProfile`
-/// @param unit            of the elements
-/// @param chordTolerance  greatest distance from an arc to its chords, in `unit`; there are at
-///                        least 64 chords per quarter turn, so that a tube keeps its area to 1e-4
-/// @throws std::out_of_range when the catalogue has no such profile, InputError for a tolerance
-///         that is not positive or asks for more than 100000 chords per quarter turn
+/// @param name      as for `IsCatalogueProfile`
+/// @param unit      of the elements and of the division
+/// @throws std::out_of_range when the catalogue has no such profile, InputError for a division of
+///         more than 100000 chords per quarter turn
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
-                                       double chordTolerance, bool wantsPublishedValues);
+                                       const shapes::ArcDivision& division,
+                                       bool wantsPublishedValues);
 
 }  // namespace halvorn::host
 

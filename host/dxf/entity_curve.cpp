@@ -31,9 +31,13 @@ struct PolylineVertex {
 
 class CurveReader {
 public:
-    CurveReader(const Entity& entity, std::span<const Entity> vertices, double tolerance,
-                const std::string& source)
-        : entity_(entity), vertices_(vertices), tolerance_(tolerance), source_(source) {
+    CurveReader(const Entity& entity, std::span<const Entity> vertices, const PlaneMap& placement,
+                double tolerance, const std::string& source)
+        : entity_(entity),
+          vertices_(vertices),
+          placement_(placement),
+          tolerance_(tolerance),
+          source_(source) {
         curve_.line = entity.line;
     }
 
@@ -75,6 +79,18 @@ private:
             reading_.lowest = -std::exchange(reading_.highest, -reading_.lowest);
     }
 
+    // Of arcs in the coordinates that `map` brings into the drawing, whose extent they keep.
+    shapes::ArcDivision DivisionUnder(const PlaneMap& map) const {
+        return shapes::ArcDivision::ChordError(tolerance_)
+            .AlsoExtremeAlong({map.xx, map.xy}, {map.yx, map.yy});
+    }
+
+    // For the kinds that `TurnToDrawing` turns.
+    shapes::ArcDivision Division(const Fields& fields) const {
+        const bool isFromBelow = fields.Direction() == Facing::Down;
+        return DivisionUnder(isFromBelow ? placement_.After(kMirrored) : placement_);
+    }
+
     void ReadLine() {
         const Fields fields(entity_, source_);
         curve_.points = {{fields.Real(10), fields.Real(20)}, {fields.Real(11), fields.Real(21)}};
@@ -87,14 +103,15 @@ private:
         if (radius < 0.0) fields.Fail("its radius is negative", kExportAnew);
         SeeHeight(fields.RealOr(30, 0.0));
         const Point centre{fields.Real(10), fields.Real(20)};
-        AppendTurn(centre, {radius, 0.0}, {0.0, radius}, start, sweep);
+        AppendTurn(centre, {radius, 0.0}, {0.0, radius}, start, sweep, Division(fields));
         TurnToDrawing(fields);
     }
 
-    void AppendTurn(Point centre, Point major, Point minor, double start, double sweep) {
+    void AppendTurn(Point centre, Point major, Point minor, double start, double sweep,
+                    const shapes::ArcDivision& division) {
         if (std::hypot(major.first, major.second) == 0.0 || sweep <= 0.0) return;
         curve_.isClosed = sweep == kFullTurn;
-        AppendEllipse(curve_.points, centre, major, minor, start, sweep, tolerance_);
+        AppendEllipse(curve_.points, centre, major, minor, start, sweep, division);
     }
 
     void ReadCircle() { AppendRound(Fields(entity_, source_), 0.0, kFullTurn); }
@@ -128,7 +145,7 @@ private:
         if (!reading_.problem.empty()) return;
         const double start = fields.RealOr(41, 0.0);
         AppendTurn(centre, major, {-major.second * ratio, major.first * ratio}, start,
-                   Sweep(start, fields.RealOr(42, kFullTurn)));
+                   Sweep(start, fields.RealOr(42, kFullTurn)), DivisionUnder(placement_));
     }
 
     void ReadSpline() {
@@ -237,7 +254,7 @@ private:
         if (line.size() != ordinates) fields.Fail("a point lacks its y", kExportAnew);
         fields.CheckCount(90, line.size(), "points");
         SeeElevation(fields);
-        Connect(line, fields.WholeOr(70, 0) % 2 != 0, hasWidth);
+        Connect(line, fields.WholeOr(70, 0) % 2 != 0, hasWidth, Division(fields));
         TurnToDrawing(fields);
     }
 
@@ -258,13 +275,15 @@ private:
             hasWidth = hasWidth || vertex.RealOr(40, 0.0) != 0.0 || vertex.RealOr(41, 0.0) != 0.0;
             if ((flags & spatial) != 0) SeeHeight(vertex.RealOr(30, 0.0));
         }
-        Connect(line, flags % 2 != 0, hasWidth);
+        Connect(line, flags % 2 != 0, hasWidth,
+                (flags & spatial) != 0 ? DivisionUnder(placement_) : Division(fields));
         if ((flags & spatial) != 0) return;
         SeeHeight(fields.RealOr(30, 0.0));
         TurnToDrawing(fields);
     }
 
-    void Connect(const std::vector<PolylineVertex>& line, bool isClosed, bool hasWidth) {
+    void Connect(const std::vector<PolylineVertex>& line, bool isClosed, bool hasWidth,
+                 const shapes::ArcDivision& division) {
         if (hasWidth) {
             reading_.remark = "polylines with a width, of which only the middle line is read";
         }
@@ -274,7 +293,7 @@ private:
         const std::size_t pieces = isClosed ? line.size() : line.size() - 1;
         for (std::size_t i = 0; i < pieces; ++i) {
             const Point end = line[(i + 1) % line.size()].at;
-            AppendBulge(points, end, line[i].bulge, tolerance_);
+            AppendBulge(points, end, line[i].bulge, division);
             if (points.size() > kMostPoints) {
                 throw std::invalid_argument("it takes more than a million points");
             }
@@ -285,6 +304,7 @@ private:
 
     const Entity& entity_;
     std::span<const Entity> vertices_;
+    const PlaneMap& placement_;
     double tolerance_;
     const std::string& source_;
     Curve curve_;
@@ -314,7 +334,7 @@ CurveReading ReadCurve(const Entity& entity, std::span<const Entity> vertices,
                        const PlaneMap& placement, double tolerance, const std::string& source) {
     const double local = std::min(tolerance / placement.LargestScale(), kFarthest);
     try {
-        CurveReading reading = CurveReader(entity, vertices, local, source).Read();
+        CurveReading reading = CurveReader(entity, vertices, placement, local, source).Read();
         if (reading.curve) Place(*reading.curve, placement, entity, source);
         return reading;
     } catch (const std::invalid_argument& error) {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <stdexcept>
-
-#include "shapes/rounded_polygon.h"
 
 namespace halvorn::host::dxf {
 
@@ -13,9 +12,15 @@ namespace {
 // Bisecting a piece of a curve this often makes it shorter than the digits of a double can tell.
 constexpr int kMostBisections = 52;
 
-int Chords(double radius, double sweep, double tolerance) {
-    return shapes::ArcDivision::ChordError(tolerance).Chords(radius, sweep);
-}
+// An arc that turns by less than this [rad] is its chord: 1e-13 of the chord's square of area.
+constexpr double kStraightTurn = 1e-12;
+
+// A chord of a circle that turns by d takes d^2 / 6 of its sector, about 1e-5 of it [rad].
+constexpr double kLargestTurn = kFullTurn / 768.0;
+
+// A cusp turns however short it is, so turns are looked at in the first bisections only: smooth
+// curves halve theirs with each.
+constexpr int kTurnBisections = 16;
 
 Point Cartesian(const WeightedPoint& p) {
     return {p.wx / p.w, p.wy / p.w};
@@ -34,10 +39,27 @@ double DistanceToSegment(Point p, Point from, Point to) {
     return std::hypot(x - at * alongX, y - at * alongY);
 }
 
+// How much the polygon of the control points turns, and its curve no more [rad].
+double TurnOf(const std::vector<WeightedPoint>& control) {
+    double sum = 0.0;
+    std::optional<Point> before;
+    for (std::size_t i = 1; i < control.size(); ++i) {
+        const Point from = Cartesian(control[i - 1]), to = Cartesian(control[i]);
+        const Point leg = {to.first - from.first, to.second - from.second};
+        if (leg == Point{0.0, 0.0}) continue;
+        if (before) {
+            sum += std::abs(std::atan2(before->first * leg.second - before->second * leg.first,
+                                       before->first * leg.first + before->second * leg.second));
+        }
+        before = leg;
+    }
+    return sum;
+}
+
 // The curve lies in the convex hull of its control points, and the distance to a segment is a
 // convex function: when no control point is farther from the chord than the tolerance, neither is
 // any point of the curve.
-bool IsFlat(const std::vector<WeightedPoint>& control, double tolerance) {
+bool IsNearChord(const std::vector<WeightedPoint>& control, double tolerance) {
     const Point from = Cartesian(control.front()), to = Cartesian(control.back());
     return std::all_of(control.begin(), control.end(), [&](const WeightedPoint& p) {
         return DistanceToSegment(Cartesian(p), from, to) <= tolerance;
@@ -45,7 +67,9 @@ bool IsFlat(const std::vector<WeightedPoint>& control, double tolerance) {
 }
 
 void Bisect(Points& points, std::vector<WeightedPoint> control, double tolerance, int depth) {
-    if (IsFlat(control, tolerance)) {
+    const bool isTurnSmall =
+        depth <= kMostBisections - kTurnBisections || TurnOf(control) <= kLargestTurn;
+    if (isTurnSmall && IsNearChord(control, tolerance)) {
         points.push_back(Cartesian(control.back()));
         return;
     }
@@ -68,26 +92,23 @@ void Bisect(Points& points, std::vector<WeightedPoint> control, double tolerance
 
 }  // namespace
 
-// With the swept angle s = 4 atan(bulge) and the chord c, the diameter is c (1 + b^2) / (2 b). The
-// point after the angle a lies at the distance diameter sin(a / 2) from the start, in the direction
-// of the chord turned by (a - s) / 2: no centre, whose distance would cost a flat arc its digits.
-void AppendBulge(Points& points, Point end, double bulge, double tolerance) {
+// With the swept angle 4 atan(bulge) and the chord c, the radius is c (1 + b^2) / (4 b). The arc
+// sets out in the direction of its chord turned back by half the swept angle.
+void AppendBulge(Points& points, Point end, double bulge, const shapes::ArcDivision& division) {
     const Point start = points.back();
     const double chordX = end.first - start.first, chordY = end.second - start.second;
-    const double chord = std::hypot(chordX, chordY);
-    if (chord == 0.0) return;
-    if (std::abs(bulge) * chord > 2.0 * tolerance) {
-        const double sweep = 4.0 * std::atan(bulge);
-        const double ratio = (1.0 + bulge * bulge) / (2.0 * std::abs(bulge));  // diameter / chord
-        const int chords = Chords(0.5 * ratio * chord, std::abs(sweep), tolerance);
-        for (int k = 1; k < chords; ++k) {
-            const double turned = sweep * k / chords;
-            const double length = ratio * std::sin(0.5 * std::abs(turned));
-            const double cosine = length * std::cos(0.5 * (turned - sweep));
-            const double sine = length * std::sin(0.5 * (turned - sweep));
-            points.push_back({start.first + cosine * chordX - sine * chordY,
-                              start.second + sine * chordX + cosine * chordY});
-        }
+    if (std::hypot(chordX, chordY) == 0.0) return;
+    const double sweep = 4.0 * std::atan(bulge);
+    if (std::abs(sweep) >= kStraightTurn) {
+        const double ratio = (1.0 + bulge * bulge) / (4.0 * std::abs(bulge));  // radius / chord
+        const double cosine = ratio * std::cos(0.5 * sweep), sine = ratio * std::sin(0.5 * sweep);
+        const Point ahead = {cosine * chordX + sine * chordY, cosine * chordY - sine * chordX};
+        const double side = sweep < 0.0 ? -1.0 : 1.0;
+        const Point spoke = {side * ahead.second, -side * ahead.first};
+        const double radius = std::hypot(spoke.first, spoke.second);
+        const auto inner =
+            division.PointsBetweenEnds({start, spoke, ahead, std::abs(sweep), radius});
+        points.insert(points.end(), inner.begin(), inner.end());
     }
     points.push_back(end);
 }
@@ -95,17 +116,23 @@ void AppendBulge(Points& points, Point end, double bulge, double tolerance) {
 // An ellipse is the image of a circle of its greater radius under a map that lengthens nothing, so
 // the chords that serve the circle serve the ellipse.
 void AppendEllipse(Points& points, Point centre, Point major, Point minor, double start,
-                   double sweep, double tolerance) {
+                   double sweep, const shapes::ArcDivision& division) {
     const double radius =
         std::max(std::hypot(major.first, major.second), std::hypot(minor.first, minor.second));
-    const int chords = std::max(Chords(radius, sweep, tolerance), 1);
-    const int last = sweep == kFullTurn ? chords - 1 : chords;
-    for (int k = 0; k <= last; ++k) {
-        const double angle = start + sweep * k / chords;
-        const double cosine = std::cos(angle), sine = std::sin(angle);
-        points.push_back({centre.first + cosine * major.first + sine * minor.first,
-                          centre.second + cosine * major.second + sine * minor.second});
-    }
+    const auto combine = [&](double alongMajor, double alongMinor) -> Point {
+        return {alongMajor * major.first + alongMinor * minor.first,
+                alongMajor * major.second + alongMinor * minor.second};
+    };
+    const auto on = [&](double angle) -> Point {
+        const auto [x, y] = combine(std::cos(angle), std::sin(angle));
+        return {centre.first + x, centre.second + y};
+    };
+    const auto inner =
+        division.PointsBetweenEnds({on(start), combine(std::cos(start), std::sin(start)),
+                                    combine(-std::sin(start), std::cos(start)), sweep, radius});
+    points.push_back(on(start));
+    points.insert(points.end(), inner.begin(), inner.end());
+    if (sweep != kFullTurn) points.push_back(on(start + sweep));
 }
 
 void AppendBezier(Points& points, const std::vector<WeightedPoint>& control, double tolerance) {

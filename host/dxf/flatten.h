@@ -1,6 +1,6 @@
 /// @file flatten.h
-/// Curves as points that lie on them, so close that no chord is farther from its piece of the curve
-/// than a tolerance [L].
+/// Curves as points, so close that no chord is farther from its piece of the curve than a tolerance
+/// [L]. Arcs keep their area and extent (shapes/arc_division.h), those of ellipses too.
 #ifndef HALVORN_HOST_DXF_FLATTEN_H
 #define HALVORN_HOST_DXF_FLATTEN_H
 
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "model/section_model.h"
+#include "shapes/arc_division.h"
 
 namespace halvorn::host::dxf {
 
@@ -30,16 +31,18 @@ struct WeightedPoint {
 /// Appends the arc from the last of `points` to `end`, without its first point.
 /// @param bulge tangent of a quarter of the swept angle, counter-clockwise positive; 0: a line
 /// @throws std::invalid_argument, as all here, when it would take too many points
-void AppendBulge(Points& points, Point end, double bulge, double tolerance);
+void AppendBulge(Points& points, Point end, double bulge, const shapes::ArcDivision& division);
 
 /// Appends centre + cos(t) major + sin(t) minor for t from `start` to `start + sweep`, both ends
 /// included, but the second end of a full turn.
 /// @param minor  at right angles to `major`
 /// @param sweep  positive, at most a full turn [rad]
 void AppendEllipse(Points& points, Point centre, Point major, Point minor, double start,
-                   double sweep, double tolerance);
+                   double sweep, const shapes::ArcDivision& division);
 
-/// Appends a Bézier curve without its first point.
+/// Appends a Bézier curve without its first point. The points lie on the curve, which turns by at
+/// most 1/768 of a turn between two of them but in a cusp: an arc of such chords falls short of its
+/// sector by 1e-5 of it.
 /// @param control at least two, of positive weight
 void AppendBezier(Points& points, const std::vector<WeightedPoint>& control, double tolerance);
 

@@ -48,7 +48,8 @@ SectionModel CatalogueSection(const std::string& name, const InputOptions& optio
     const double chordTolerance =
         options.chordTolerance * MetresPer("mm") / MetresPer(section.unit);
     section.elements =
-        CatalogueElements(name, section.unit, chordTolerance, options.wantsPublishedValues);
+        CatalogueElements(name, section.unit, shapes::ArcDivision::ChordError(chordTolerance),
+                          options.wantsPublishedValues);
     section.source = section.name = section.elements.front().label;
     return section;
 }

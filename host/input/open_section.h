@@ -14,7 +14,7 @@ namespace halvorn::host {
 /// What the command line says about reading.
 struct InputOptions {
     std::optional<std::string> unit;  ///< of files that do not say theirs (CSV, DXF)
-    /// Greatest distance from an arc to its chords, in millimetres [mm].
+    /// Greatest distance between an arc and its chords, in millimetres [mm].
     double chordTolerance = 0.001;
     /// Ends of lines in a drawing that are no farther apart are joined, in millimetres [mm].
     double joinTolerance = 0.01;

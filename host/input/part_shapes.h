@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "input/parts.h"
-#include "shapes/rounded_polygon.h"
+#include "shapes/arc_division.h"
 
 namespace halvorn::host {
 

@@ -53,7 +53,8 @@ std::string SuggestionFor(const std::string& name) {
     return list.empty() ? "write a name from the catalogue" : list + " or another of its names";
 }
 
-std::vector<Element> ReadProfilePart(const Node& part, const PartOptions& options) {
+std::vector<Element> ReadProfilePart(const Node& part, const PartOptions& options,
+                                     const shapes::ArcDivision& division) {
     part.RequireKeys(WithCommonKeys({"profile", "values"}));
     const Node profile = part.At("profile");
     const std::string name = profile.Text();
@@ -63,7 +64,7 @@ std::vector<Element> ReadProfilePart(const Node& part, const PartOptions& option
     const bool wantsPublished =
         part.Has("values") ? part.At("values").Choice<bool>({{"drawn", false}, {"published", true}})
                            : options.wantsPublishedValues;
-    return CatalogueElements(name, options.unit, options.chordTolerance, wantsPublished);
+    return CatalogueElements(name, options.unit, division, wantsPublished);
 }
 
 std::vector<Element> ReadPointsPart(const Node& part) {
@@ -74,10 +75,9 @@ std::vector<Element> ReadPointsPart(const Node& part) {
 }
 
 std::vector<Element> ReadUnplaced(const Node& part, std::string_view source,
-                                  const PartOptions& options) {
-    if (source == "profile") return ReadProfilePart(part, options);
+                                  const PartOptions& options, const shapes::ArcDivision& division) {
+    if (source == "profile") return ReadProfilePart(part, options, division);
     if (source == "points") return ReadPointsPart(part);
-    const auto division = shapes::ArcDivision::ChordError(options.chordTolerance);
     if (source == "shape") return ReadShapePart(part, kCommonKeys, division);
     part.RequireKeys(WithCommonKeys({"wall"}));
     return ReadWallPart(part.At("wall"), division);
@@ -92,17 +92,9 @@ Origin ReadOrigin(const Node& part, std::string_view source) {
     return isDrawn ? Origin::Corner : Origin::OwnCoordinates;
 }
 
-Placement ReadPlacement(const Node& part, std::string_view source,
-                        const std::vector<Element>& elements) {
+// What does not depend on the part's points.
+Placement ReadTurn(const Node& part) {
     Placement placement;
-    const Origin origin = ReadOrigin(part, source);
-    if (origin == Origin::Corner) placement.origin = LowerLeftCorner(elements);
-    if (origin == Origin::Centroid) {
-        placement.origin = CentreOfGravity(elements);
-        if (!std::isfinite(placement.origin.first) || !std::isfinite(placement.origin.second)) {
-            part.At("at").Fail("the part has no area and so no centroid", "write \"corner\"");
-        }
-    }
     if (part.Has("mirror")) {
         placement.mirror =
             part.At("mirror").Choice<Mirror>({{"x", Mirror::AboutX}, {"y", Mirror::AboutY}});
@@ -110,6 +102,18 @@ Placement ReadPlacement(const Node& part, std::string_view source,
     if (part.Has("rotate")) placement.rotation = part.At("rotate").Number();
     if (part.Has("move")) placement.move = ReadPoint(part.At("move"));
     return placement;
+}
+
+std::pair<double, double> OriginOf(const Node& part, std::string_view source,
+                                   const std::vector<Element>& elements) {
+    const Origin origin = ReadOrigin(part, source);
+    if (origin == Origin::OwnCoordinates) return {0.0, 0.0};
+    if (origin == Origin::Corner) return LowerLeftCorner(elements);
+    const auto centre = CentreOfGravity(elements);
+    if (!std::isfinite(centre.first) || !std::isfinite(centre.second)) {
+        part.At("at").Fail("the part has no area and so no centroid", "write \"corner\"");
+    }
+    return centre;
 }
 
 // Turns solids into holes and holes into solids; no estimate of torsion belongs to them then.
@@ -134,8 +138,13 @@ void SetLabels(const Node& part, std::vector<Element>& elements) {
 
 std::vector<Element> ReadPart(const Node& part, const PartOptions& options) {
     const std::string_view source = SourceOf(part);
-    std::vector<Element> elements = ReadUnplaced(part, source, options);
-    Place(ReadPlacement(part, source, elements), elements);
+    Placement placement = ReadTurn(part);
+    const auto [alongX, alongY] = AxesOfSection(placement);
+    const auto division =
+        shapes::ArcDivision::ChordError(options.chordTolerance).AlsoExtremeAlong(alongX, alongY);
+    std::vector<Element> elements = ReadUnplaced(part, source, options, division);
+    placement.origin = OriginOf(part, source, elements);
+    Place(placement, elements);
     const bool isHole =
         part.Has("kind") && part.At("kind").Choice<bool>({{"solid", false}, {"hole", true}});
     if (isHole) MakeHole(elements);

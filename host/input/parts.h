@@ -14,7 +14,7 @@ namespace halvorn::host {
 /// What all parts of a file share.
 struct PartOptions {
     std::string unit;
-    double chordTolerance = 0.0;        ///< greatest distance from an arc to its chords [L]
+    double chordTolerance = 0.0;        ///< greatest distance between an arc and its chords [L]
     bool wantsPublishedValues = false;  ///< of catalogue profiles that do not say which they want
 };
 

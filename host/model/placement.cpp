@@ -66,6 +66,12 @@ void Place(const Placement& placement, std::vector<Element>& elements) {
     }
 }
 
+std::array<std::pair<double, double>, 2> AxesOfSection(const Placement& placement) {
+    // The rows of an orthogonal map are the columns of its inverse.
+    const Map map = MapOf(placement);
+    return {{{map.xx, map.xy}, {map.yx, map.yy}}};
+}
+
 std::pair<double, double> LowerLeftCorner(const std::vector<Element>& elements) {
     std::pair<double, double> corner = elements.front().ring.front();
     for (const Element& element : elements) {

@@ -3,6 +3,7 @@
 #ifndef HALVORN_HOST_MODEL_PLACEMENT_H
 #define HALVORN_HOST_MODEL_PLACEMENT_H
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -25,6 +26,10 @@ struct Placement {
 /// points. Mirrored rings run the other way round, which changes no result; the given plastic
 /// moduli, which none depends on, stay.
 void Place(const Placement& placement, std::vector<Element>& elements);
+
+/// Returns the directions, in the part's own coordinates, that come to lie along the x and the y
+/// axis of the section.
+std::array<std::pair<double, double>, 2> AxesOfSection(const Placement& placement);
 
 /// Returns the lower left corner of the box around the points of all rings.
 /// @pre there is a point

@@ -53,10 +53,14 @@ std::vector<Corner> RightSide(const char* shape, const FlangedProfile& profile, 
             {profile.width, profile.height, 0.0}};
 }
 
+// @param largestRadius of this rectangle's corners and those of one within or around it [L]
 std::vector<double> RoundedRectangle(double left, double bottom, double right, double top,
-                                     double radius, const ArcDivision& division) {
-    const Corner corners[] = {
-        {right, bottom, radius}, {right, top, radius}, {left, top, radius}, {left, bottom, radius}};
+                                     double radius, double largestRadius,
+                                     const ArcDivision& division) {
+    const Corner corners[] = {{right, bottom, radius, largestRadius},
+                              {right, top, radius, largestRadius},
+                              {left, top, radius, largestRadius},
+                              {left, bottom, radius, largestRadius}};
     return RoundedPolygon(corners, division);
 }
 
@@ -205,10 +209,11 @@ Outline DrawRectangularHollow(const RectangularHollowProfile& profile,
                     "outer_radius"},
                    {"distance of the inner corner arc from it",
                     t * std::numbers::sqrt2 + profile.innerRadius * cut, "inner_radius"});
-    return {
-        RoundedRectangle(0.0, 0.0, profile.width, profile.height, profile.outerRadius, division),
-        RoundedRectangle(t, t, profile.width - t, profile.height - t, profile.innerRadius,
-                         division)};
+    const double largest = std::max(profile.outerRadius, profile.innerRadius);
+    return {RoundedRectangle(0.0, 0.0, profile.width, profile.height, profile.outerRadius, largest,
+                             division),
+            RoundedRectangle(t, t, profile.width - t, profile.height - t, profile.innerRadius,
+                             largest, division)};
 }
 
 Outline DrawCircularHollow(const CircularHollowProfile& profile, const ArcDivision& division) {
@@ -225,12 +230,12 @@ Outline DrawCircularHollow(const CircularHollowProfile& profile, const ArcDivisi
 
 Outline DrawPlate(const Plate& plate, const ArcDivision& division) {
     RequirePositive("plate", {{"width", plate.width, "width"}, {"height", plate.height, "height"}});
-    return {RoundedRectangle(0.0, 0.0, plate.width, plate.height, 0.0, division), {}};
+    return {RoundedRectangle(0.0, 0.0, plate.width, plate.height, 0.0, 0.0, division), {}};
 }
 
 Outline DrawRound(double diameter, const ArcDivision& division) {
     RequirePositive("round bar", {{"diameter", diameter, "diameter"}});
-    return {RoundedRectangle(0.0, 0.0, diameter, diameter, 0.5 * diameter, division), {}};
+    return {RoundedRectangle(0.0, 0.0, diameter, diameter, 0.5 * diameter, 0.0, division), {}};
 }
 
 std::vector<double> KeyholeRing(const Outline& outline) {

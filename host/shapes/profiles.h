@@ -4,7 +4,7 @@
 /// Every function takes dimensions in any one length unit L and returns coordinates in it. Axes: x
 /// to the right, y up; the lower left corner of the bounding box is the origin. Rings run
 /// counter-clockwise, the last point joins the first, which is not repeated. Arcs are tangent to
-/// the faces they join and their points lie on the true arc.
+/// the faces they join and keep area and extent (arc_division.h).
 ///
 /// All functions throw DimensionError with a message for the user when a dimension is not a finite
 /// positive number (radii and slope may be 0), when one part does not leave room for another (a web

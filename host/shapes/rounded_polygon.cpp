@@ -11,11 +11,6 @@
 namespace halvorn::shapes {
 namespace {
 
-constexpr double quarterTurn = std::numbers::pi / 2.0;
-
-// Beyond this an arc is a mistake in the caller's tolerance, not a drawing.
-constexpr int mostStepsPerQuarter = 100000;
-
 // Relative to an edge's length. Tangent lengths and edge lengths carry a few rounding errors of
 // 1e-16 each, and dimensions read from text or scaled by a unit carry theirs; arcs that meet to
 // within this are taken to touch.
@@ -116,17 +111,13 @@ void AppendArc(const Corner& corner, const Direction& in, const Direction& out,
     const double startY = corner.y - in.y * rounding.tangentLength;
     // From the centre, which lies left of the edge in a left turn, to the first tangent point.
     const double side = std::copysign(corner.radius, rounding.turn);
-    const double spokeX = in.y * side;
-    const double spokeY = -in.x * side;
-    const int chords = division.Chords(corner.radius, std::abs(rounding.turn));
+    const Arc arc = {{startX, startY},
+                     {in.y * side, -in.x * side},
+                     {in.x * corner.radius, in.y * corner.radius},
+                     std::abs(rounding.turn),
+                     std::max(corner.radius, corner.largestRadius)};
     ring.insert(ring.end(), {startX, startY});
-    for (int k = 1; k < chords; ++k) {
-        const double angle = rounding.turn * k / chords;
-        const double cosine = std::cos(angle);
-        const double sine = std::sin(angle);
-        ring.push_back(startX - spokeX + spokeX * cosine - spokeY * sine);
-        ring.push_back(startY - spokeY + spokeX * sine + spokeY * cosine);
-    }
+    for (const auto& [x, y] : division.PointsBetweenEnds(arc)) ring.insert(ring.end(), {x, y});
     ring.push_back(corner.x + out.x * rounding.tangentLength);
     ring.push_back(corner.y + out.y * rounding.tangentLength);
 }
@@ -159,36 +150,6 @@ std::vector<double> Rounded(std::span<const Corner> corners, bool isClosed,
 }
 
 }  // namespace
-
-ArcDivision ArcDivision::StepsPerQuarter(int steps) {
-    if (steps < 1 || steps > mostStepsPerQuarter) {
-        throw std::invalid_argument("the steps per quarter turn must lie between 1 and " +
-                                    std::to_string(mostStepsPerQuarter));
-    }
-    return ArcDivision(steps, 0.0);
-}
-
-ArcDivision ArcDivision::ChordError(double distance, int leastPerQuarter) {
-    RequirePositive("arc division", {{"chord error", distance}});
-    return ArcDivision(StepsPerQuarter(leastPerQuarter).stepsPerQuarter_, distance);
-}
-
-int ArcDivision::Chords(double radius, double sweep) const {
-    double step = quarterTurn / stepsPerQuarter_;
-    if (chordError_ > 0.0) {
-        // The distance is r (1 - cos(step / 2)) = 2 r sin^2(step / 4); the sine keeps the digits
-        // that the cosine of a small angle loses.
-        const double ratio = std::min(1.0, chordError_ / (2.0 * radius));
-        step = std::min(step, 4.0 * std::asin(std::sqrt(ratio)));
-        if (step * mostStepsPerQuarter < quarterTurn) {
-            throw DimensionError("the chord error " + ShortNumber(chordError_) +
-                                     " is too small for the radius " + ShortNumber(radius),
-                                 "chord_tolerance", "make \"chord_tolerance\" larger");
-        }
-    }
-    // A sweep that is a whole number of steps but for rounding gets no extra chord.
-    return std::max(1, static_cast<int>(std::ceil(sweep / step - touchingTolerance)));
-}
 
 std::vector<double> RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division) {
     return Rounded(corners, true, division);

@@ -73,10 +73,11 @@ std::vector<Corner> FaceCorners(const WallLine& line, double side) {
         // The sum of both unit normals, scaled to be the unit's distance from both edges.
         const double scale = offset / (1.0 + in.x * out.x + in.y * out.y);
         const double radius = isStart || isEnd ? 0.0 : line.radii[i];
+        const double outerRadius = radius + line.thickness;
         const bool isInner = turns[i] * side > 0.0;
         corners.push_back({line.points[i].first - (in.y + out.y) * scale,
                            line.points[i].second + (in.x + out.x) * scale,
-                           radius == 0.0 || isInner ? radius : radius + line.thickness});
+                           radius == 0.0 || isInner ? radius : outerRadius, outerRadius});
     }
     return corners;
 }
@@ -153,7 +154,8 @@ std::vector<double> MidLine(const WallLine& line, const ArcDivision& division) {
     for (std::size_t i = 0; i < line.points.size(); ++i) {
         const double radius = line.radii[i];
         corners.push_back({line.points[i].first, line.points[i].second,
-                           radius == 0.0 ? 0.0 : radius + 0.5 * line.thickness});
+                           radius == 0.0 ? 0.0 : radius + 0.5 * line.thickness,
+                           radius + line.thickness});
     }
     return line.isClosed ? RoundedPolygon(corners, division) : RoundedLine(corners, division);
 }

@@ -52,7 +52,8 @@ struct WallFault {
 std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs);
 
 /// Returns both faces of a wall: an open one as one ring, the right face forth and the left one
-/// back; a closed one as outer and inner ring. Rings run counter-clockwise, arcs are concentric.
+/// back; a closed one as outer and inner ring. Rings run counter-clockwise. The arcs of a bend are
+/// concentric and divided alike, so that they never cross.
 /// @pre `FindWallFault` finds nothing and no two successive points coincide
 /// @throws std::invalid_argument as `RoundedPolygon`
 Outline DrawWall(const WallLine& line, const ArcDivision& division);

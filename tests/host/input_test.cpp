@@ -109,10 +109,10 @@ TEST(Parts, HaveTheClosedFormsOfTheirRectanglesAndCirclesWhereTheyArePlaced) {
          Sum({{20, 10, -10, 5}})},
         {R"({"shape": "round", "diameter": 100, "move": [1, 2]})",
          {disc, 51, 52, disc * 625, disc * 625, 0},
-         5e-4},
+         1e-8},
         {R"({"shape": "chs", "diameter": 100, "thickness": 10, "at": "centroid", "rotate": 17})",
          {tube, 0, 0, tubeInertia, tubeInertia, 0},
-         5e-4},
+         1e-8},
     };
     for (const auto& [parts, expected, tolerance] : cases) {
         SCOPED_TRACE(parts);
@@ -194,6 +194,54 @@ TEST(Walls, AreTheSameSectionsDrawnAsContours) {
     }
 }
 
+// A box with round corners is as wide and high as the box of their centres, turned, and the corner
+// radius on either side.
+TEST(Parts, KeepTheExtentOfTheirArcsHoweverTurned) {
+    const struct {
+        const char* part;
+        double width, height, radius;
+    } cases[] = {
+        {R"("shape": "round", "diameter": 0.7)", 0, 0, 0.35},
+        {R"("profile": "CHS 114.3x5")", 0, 0, 57.15},
+        {R"("shape": "rhs", "height": 60, "width": 100, "thickness": 5, "outer_radius": 10)", 80,
+         40, 10},
+        {R"("wall": {"kind": "closed", "thickness": 4, "radii": [8, 8, 8, 8],
+            "points": [[2, 2], [98, 2], [98, 58], [2, 58]]})",
+         76, 36, 12},
+    };
+    for (const auto& [part, width, height, radius] : cases) {
+        for (const char* mirror : {"", R"(, "mirror": "x")", R"(, "mirror": "y")"}) {
+            SCOPED_TRACE(std::string(part) + mirror);
+            const SectionModel section = Read(std::string("{") + part +
+                                              R"(, "at": "centroid", "rotate": 37)" + mirror + "}");
+            double right = 0.0, top = 0.0;
+            for (const auto& [x, y] : section.elements[0].ring) {
+                right = std::max(right, x);
+                top = std::max(top, y);
+            }
+            const double c = std::cos(37.0 * pi / 180.0), s = std::sin(37.0 * pi / 180.0);
+            EXPECT_NEAR(right, radius + 0.5 * (c * width + s * height), 1e-11);
+            EXPECT_NEAR(top, radius + 0.5 * (s * width + c * height), 1e-11);
+        }
+    }
+}
+
+TEST(Walls, CutOpenEndsOffSquareWhateverTheirRadius) {
+    const auto read = [](const std::string& place, const std::string& radii) {
+        return Read(place + R"("thickness": 3, "points": [[0, 0], [30, 0], [50, 60]], "radii": )" +
+                    radii + "}}");
+    };
+    const std::string wall = R"({"wall": {"kind": "open", )";
+    const SectionModel square = read(wall, "[0, 4, 0]"), rounded = read(wall, "[70, 4, 90]");
+    EXPECT_EQ(square.elements[0].ring, rounded.elements[0].ring);
+    EXPECT_EQ(square.elements[0].given->torsionConstant,
+              rounded.elements[0].given->torsionConstant);
+    EXPECT_EQ(square.elements[0].thinWall->constant, rounded.elements[0].thinWall->constant);
+    const double turn = std::atan2(60, 20);
+    const double middle = 30.0 + std::hypot(20, 60) - 5.5 * (2.0 * std::tan(turn / 2.0) - turn);
+    EXPECT_NEAR(square.elements[0].given->area, 3.0 * middle, 1e-9);
+}
+
 TEST(Walls, HaveTheTorsionOfTheirBentMidLine) {
     // A quarter bend of mid-line radius 20 between straights of 30, and a tube of radius 45.
     const double length = 60.0 + 10.0 * pi;
@@ -217,7 +265,7 @@ TEST(Walls, HaveTheTorsionOfTheirBentMidLine) {
         {"closed textbook", closed.thinWall->constant, 2.0 * pi * std::pow(45.0, 3) * 10.0},
     };
     for (const auto& [name, found, expected] : cases) {
-        EXPECT_NEAR(found, expected, 2e-3 * expected) << name;
+        EXPECT_NEAR(found, expected, 1e-4 * expected) << name;
     }
 }
 
@@ -229,6 +277,10 @@ TEST(Parts, BringTheirThinWallTorsionAlong) {
     } cases[] = {
         {R"("shape": "i", "height": 300, "width": 150, "web": 7, "flange": 10, "root_radius": 15)",
          (300.0 * 1000.0 + 280.0 * 343.0) / 3.0},
+        // The flanges have 10 + 0.1 (23 - 20) in the middle of their overhangs of 46.
+        {R"("shape": "i", "height": 200, "width": 100, "web": 8, "flange": 10, "root_radius": 9,
+            "flange_slope": 0.1, "flange_at_from_toe": 20, "toe_radius": 5)",
+         (2.0 * 100.0 * 1092.727 + 179.4 * 512.0) / 3.0},
         {R"("shape": "i_mono", "height": 100, "web": 6, "top_width": 40, "top_flange": 8,
             "bottom_width": 80, "bottom_flange": 12)",
          (40.0 * 512.0 + 80.0 * 1728.0 + 80.0 * 216.0) / 3.0},
@@ -256,37 +308,48 @@ TEST(Parts, BringTheirThinWallTorsionAlong) {
     }
 }
 
-// The default chord tolerance is a length of the world, not of the file's unit.
+// The default chord tolerance is a length of the world, not of the file's unit; the file's own is
+// in its unit, also for what comes from the catalogue.
 TEST(Parts, AreTheSameInMetresAndMillimetres) {
     const std::string parts =
         R"({"shape": "i", "height": 300e, "width": 150e, "web": 7.1e, "flange": 10.7e,
             "root_radius": 15e, "rotate": 30, "move": [12e, -7e]},
            {"wall": {"kind": "open", "thickness": 3e, "radii": [0, 4e, 0],
-                     "points": [[0, 0], [30e, 0], [50e, 60e]]}})";
-    const auto withExponent = [&](const std::string& exponent) {
-        return std::regex_replace(parts, std::regex("([0-9])e"), "$1" + exponent);
+                     "points": [[0, 0], [30e, 0], [50e, 60e]]}},
+           {"profile": "IPE300", "rotate": 30})";
+    const auto read = [&](const char* unit, const std::string& tolerance) {
+        const std::string exponent = *unit == 'm' && unit[1] == 0 ? "e-3" : "e0";
+        const auto with = [&](const std::string& text) {
+            return std::regex_replace(text, std::regex("([0-9])e"), "$1" + exponent);
+        };
+        return Read(with(parts), unit, with(tolerance));
     };
-    const SectionModel inMillimetres = Read(withExponent("e0"), "mm", R"(, "density": 7850)");
-    const SectionModel inMetres = Read(withExponent("e-3"), "m");
-    EXPECT_EQ(inMillimetres.density, 7850.0);
-    EXPECT_FALSE(inMetres.density);
-    ASSERT_EQ(inMetres.elements.size(), inMillimetres.elements.size());
-    for (std::size_t i = 0; i < inMetres.elements.size(); ++i) {
-        const Points& small = inMetres.elements[i].ring;
-        const Points& large = inMillimetres.elements[i].ring;
-        ASSERT_EQ(small.size(), large.size());
-        for (std::size_t k = 0; k < small.size(); ++k) {
-            EXPECT_NEAR(1e3 * small[k].first, large[k].first, 1e-9);
-            EXPECT_NEAR(1e3 * small[k].second, large[k].second, 1e-9);
+    std::size_t points = 0;
+    for (const std::string tolerance :
+         {R"(, "chord_tolerance": 1e)", "", R"(, "chord_tolerance": 0.0001e, "density": 7850)"}) {
+        SCOPED_TRACE(tolerance);
+        const SectionModel inMillimetres = read("mm", tolerance), inMetres = read("m", tolerance);
+        EXPECT_EQ(inMetres.density.value_or(0.0), tolerance.size() > 30 ? 7850.0 : 0.0);
+        ASSERT_EQ(inMetres.elements.size(), 3U);
+        for (std::size_t i = 0; i < 3; ++i) {
+            const Points& small = inMetres.elements[i].ring;
+            const Points& large = inMillimetres.elements[i].ring;
+            ASSERT_EQ(small.size(), large.size());
+            for (std::size_t k = 0; k < small.size(); ++k) {
+                EXPECT_NEAR(1e3 * small[k].first, large[k].first, 1e-9);
+                EXPECT_NEAR(1e3 * small[k].second, large[k].second, 1e-9);
+            }
         }
+        const GivenValues& small = *inMetres.elements[1].given;
+        const GivenValues& large = *inMillimetres.elements[1].given;
+        EXPECT_NEAR(small.inertia1 * 1e12 / large.inertia1, 1.0, 1e-9);
+        EXPECT_NEAR(*small.torsionConstant * 1e12 / *large.torsionConstant, 1.0, 1e-9);
+        EXPECT_NEAR(small.angle, large.angle, 1e-9);
+        // Finer from case to case, in the file's own shape and in the profile alike.
+        EXPECT_GT(inMetres.elements[0].ring.size(), points);
+        EXPECT_EQ(inMetres.elements[0].ring.size(), inMetres.elements[2].ring.size());
+        points = inMetres.elements[0].ring.size();
     }
-    const GivenValues& small = *inMetres.elements[1].given;
-    const GivenValues& large = *inMillimetres.elements[1].given;
-    EXPECT_NEAR(small.inertia1 * 1e12 / large.inertia1, 1.0, 1e-9);
-    EXPECT_NEAR(*small.torsionConstant * 1e12 / *large.torsionConstant, 1.0, 1e-9);
-    EXPECT_NEAR(small.angle, large.angle, 1e-9);
-    EXPECT_LT(Read(withExponent("e0"), "mm", R"(, "chord_tolerance": 1)").elements[0].ring.size(),
-              inMillimetres.elements[0].ring.size());
 }
 
 }  // namespace

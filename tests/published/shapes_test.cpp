@@ -8,21 +8,37 @@
 #include <string>
 
 #include "shapes/profiles.h"
+#include "shapes/wall_outline.h"
 
 namespace {
 
 using namespace halvorn::shapes;
 using std::numbers::pi;
 
-const ArcDivision fine = ArcDivision::StepsPerQuarter(512);
+const ArcDivision fine = ArcDivision::ChordError(1e-3);
+
+// Area, its first and its second moments about the origin.
+struct Moments {
+    double area = 0.0, x = 0.0, y = 0.0, xx = 0.0, yy = 0.0, xy = 0.0;
+};
+
+Moments MomentsOf(const std::vector<double>& ring) {
+    Moments sum;
+    for (std::size_t i = 0, n = ring.size(); i < n; i += 2) {
+        const double x = ring[i], y = ring[i + 1], u = ring[(i + 2) % n], v = ring[(i + 3) % n];
+        const double cross = x * v - u * y;
+        sum.area += cross / 2.0;
+        sum.x += cross * (x + u) / 6.0;
+        sum.y += cross * (y + v) / 6.0;
+        sum.xx += cross * (x * x + x * u + u * u) / 12.0;
+        sum.yy += cross * (y * y + y * v + v * v) / 12.0;
+        sum.xy += cross * (2.0 * x * y + x * v + u * y + 2.0 * u * v) / 24.0;
+    }
+    return sum;
+}
 
 double SignedArea(const std::vector<double>& ring) {
-    double twice = 0.0;
-    for (std::size_t i = 0, n = ring.size(); i < n; i += 2) {
-        const std::size_t j = (i + 2) % n;
-        twice += ring[i] * ring[j + 1] - ring[j] * ring[i + 1];
-    }
-    return 0.5 * twice;
+    return MomentsOf(ring).area;
 }
 
 // Area between two tangents that meet at a turn and the arc that rounds them.
@@ -65,29 +81,99 @@ TEST(Profiles, HaveTheAreaOfTheirRectanglesAndSpandrels) {
     for (const auto& [name, outline, area] : cases) {
         SCOPED_TRACE(name);
         const double hole = outline.hole.empty() ? 0.0 : SignedArea(outline.hole);
-        EXPECT_NEAR(SignedArea(outline.solid) - hole, area, 2e-6 * area);
+        EXPECT_NEAR(SignedArea(outline.solid) - hole, area, 1e-12 * area);
         EXPECT_NEAR(SignedArea(KeyholeRing(outline)), SignedArea(outline.solid) - hole,
                     1e-12 * area);
         EXPECT_GE(*std::min_element(outline.solid.begin(), outline.solid.end()), 0.0);
     }
 }
 
-TEST(ArcDivision, KeepsTheChordErrorWithoutWastingPoints) {
-    for (const double error : {3.0, 1e-1, 1e-4}) {
-        const Outline tube = DrawCircularHollow({200.0, 10.0}, ArcDivision::ChordError(error));
-        const auto& ring = tube.solid;
-        double sagitta = 0.0;
+TEST(ArcDivision, KeepsBothSidesWithinTheChordErrorWithoutWastingPoints) {
+    for (const double error : {3.0, 1e-2, 1e-4}) {
+        const auto ring = DrawRound(200.0, ArcDivision::ChordError(error)).solid;
+        double farthest = 0.0, turn = 0.0;
         for (std::size_t i = 0, n = ring.size(); i < n; i += 2) {
-            const std::size_t j = (i + 2) % n;
-            EXPECT_NEAR(std::hypot(ring[i] - 100.0, ring[i + 1] - 100.0), 100.0, 1e-12 * 100.0);
-            sagitta =
-                std::max(sagitta, 100.0 - std::hypot((ring[i] + ring[j]) / 2.0 - 100.0,
-                                                     (ring[i + 1] + ring[j + 1]) / 2.0 - 100.0));
+            const double x = ring[i] - 100.0, y = ring[i + 1] - 100.0;
+            const double u = ring[(i + 2) % n] - 100.0, v = ring[(i + 3) % n] - 100.0;
+            const double chord = std::abs(x * v - u * y) / std::hypot(u - x, v - y);
+            farthest = std::max({farthest, std::hypot(x, y) - 100.0, 100.0 - chord});
+            turn = std::max(turn, std::atan2(x * v - u * y, x * u + y * v));
         }
-        EXPECT_LE(sagitta, error * (1.0 + 1e-9));
-        EXPECT_GE(sagitta, error / 4.0);
+        EXPECT_LE(farthest, error * (1.0 + 1e-9));
+        EXPECT_LE(turn, 2.0 * pi / 192.0 * (1.0 + 1e-9));
+        EXPECT_TRUE(farthest >= error / 3.0 || turn >= 2.0 * pi / 193.0) << error;
     }
-    EXPECT_EQ(DrawCircularHollow({200.0, 10.0}, ArcDivision::StepsPerQuarter(5)).solid.size(), 40u);
+    EXPECT_EQ(DrawRound(200.0, ArcDivision::StepsPerQuarter(5)).solid.size(), 40u);
+}
+
+std::vector<double> Turned(std::vector<Corner> corners, double angle, double scale,
+                           const ArcDivision& division) {
+    for (Corner& at : corners) {
+        at = {scale * (std::cos(angle) * at.x - std::sin(angle) * at.y),
+              scale * (std::sin(angle) * at.x + std::cos(angle) * at.y), scale * at.radius};
+    }
+    return RoundedPolygon(corners, division);
+}
+
+// Pieces of a disc of radius 1 about the origin; a quarter has the product moment 1/8 between its
+// sides, and with it other second moments when it is turned.
+TEST(ArcDivision, KeepsAreaExtentAndMomentsWhateverSizeAndDirection) {
+    const std::vector<Corner> disc = {{1, -1, 1}, {1, 1, 1}, {-1, 1, 1}, {-1, -1, 1}};
+    const struct {
+        std::vector<Corner> corners;
+        double part, lever, product;
+    } cases[] = {{disc, 1.0, 0.0, 0.0},
+                 {{{1, 0, 0}, {1, 1, 1}, {-1, 1, 1}, {-1, 0, 0}}, 0.5, 2.0 / 3.0, 0.0},
+                 {{{0, 0, 0}, {1, 0, 0}, {1, 1, 1}, {0, 1, 0}}, 0.25, std::sqrt(2.0) / 3.0, 0.125}};
+    for (const double r : {0.5e-3, 0.5, 37.0, 5e5}) {
+        for (const double angle : {0.0, 0.02, 0.3, pi / 4.0, 2.0, 5.1}) {
+            for (const auto& [corners, part, lever, product] : cases) {
+                SCOPED_TRACE(testing::Message() << part << " of radius " << r << " at " << angle);
+                const double area = part * pi * r * r, inertia = 0.25 * area * r * r;
+                const double sine = product * std::sin(2.0 * angle) * std::pow(r, 4);
+                const double cosine = product * std::cos(2.0 * angle) * std::pow(r, 4);
+                const Moments moments =
+                    MomentsOf(Turned(corners, angle, r, ArcDivision::ChordError(1e-3)));
+                EXPECT_NEAR(moments.area, area, 1e-12 * area);
+                EXPECT_NEAR(std::hypot(moments.x, moments.y), lever * r * r * r, 1e-6 * area * r);
+                EXPECT_NEAR(moments.xx, inertia - sine, 6e-6 * inertia);
+                EXPECT_NEAR(moments.yy, inertia + sine, 6e-6 * inertia);
+                EXPECT_NEAR(moments.xy, cosine, 6e-6 * inertia);
+                const auto few = Turned(corners, angle, r, ArcDivision::StepsPerQuarter(1));
+                EXPECT_NEAR(SignedArea(few), area, 1e-12 * area);
+            }
+            for (const int steps : {1, 48}) {
+                const auto ring = Turned(disc, angle, r, ArcDivision::StepsPerQuarter(steps));
+                for (const std::size_t axis : {0u, 1u}) {
+                    double least = 0.0, most = 0.0;
+                    for (std::size_t i = axis; i < ring.size(); i += 2) {
+                        least = std::min(least, ring[i]);
+                        most = std::max(most, ring[i]);
+                    }
+                    EXPECT_NEAR(least, -r, 1e-12 * r);
+                    EXPECT_NEAR(most, r, 1e-12 * r);
+                }
+            }
+        }
+    }
+}
+
+// Coarser than they are thick, divided by their own radii these would cross.
+TEST(ArcDivision, MakesConcentricFacesSimilar) {
+    const double half = 0.5 * 0.0005, side = 500.0 - half;
+    const Outline box = DrawWall({{{-side, -side}, {side, -side}, {side, side}, {-side, side}},
+                                  std::vector<double>(4, 499.9995),
+                                  2.0 * half,
+                                  true},
+                                 fine);
+    for (const auto& [outline, middle] :
+         {std::pair{DrawCircularHollow({1000.0, 0.0005}, fine), 500.0}, {box, 0.0}}) {
+        ASSERT_EQ(outline.solid.size(), outline.hole.size());
+        for (std::size_t i = 0; i < outline.solid.size(); ++i) {
+            EXPECT_NEAR((outline.solid[i] - middle) * (499.9995 / 500.0), outline.hole[i] - middle,
+                        1e-9);
+        }
+    }
 }
 
 TEST(Profiles, RefuseDimensionsThatDoNotFitAndSayWhich) {
