@@ -1,22 +1,31 @@
 #!/usr/bin/env python3
 """Draws the example sections of this folder: python3 draw_examples.py [FOLDER].
 
-Every outline is counter-clockwise, in the unit of its file, its arcs drawn as chords between points
-on the true arc. The format is described in docs/file-format.md.
+Every outline is counter-clockwise, in the unit of its file. The format is described in
+docs/file-format.md.
 """
 import json
 import math
 import pathlib
 import sys
 
-CHORDS = 8  # per quarter circle
+CHORDS = 48  # per quarter circle
 
 
 def arc(cx, cy, radius, start, sweep):
-    """Points of an arc of a quarter circle, both ends included; angles in degrees."""
-    return [(cx + radius * math.cos(math.radians(start + sweep * i / CHORDS)),
-             cy + radius * math.sin(math.radians(start + sweep * i / CHORDS)))
-            for i in range(CHORDS + 1)]
+    """Points of an arc of a quarter circle, both ends included; angles in degrees.
+
+    The ends lie on the circle, the points between them as far outside as makes the area exact:
+    twice the area of the chords is sin d (2 k + (n - 2) k^2) r^2 = n d r^2.
+    """
+    step = math.radians(90 / CHORDS)
+    target = CHORDS * step / math.sin(step)
+    outside = target / (1 + math.sqrt(1 + (CHORDS - 2) * target))
+    def point(i):
+        at = radius * (outside if 0 < i < CHORDS else 1)
+        angle = math.radians(start + sweep * i / CHORDS)
+        return cx + at * math.cos(angle), cy + at * math.sin(angle)
+    return [point(i) for i in range(CHORDS + 1)]
 
 
 def i_section(h, b, tw, tf, r):
@@ -29,18 +38,12 @@ def i_section(h, b, tw, tf, r):
             + fillet(-1, 1, 90) + fillet(-1, -1, 360) + [(-b / 2, tf - h / 2)])
 
 
-def channel(h, b, tw, tf, r):
-    """Channel with parallel flanges and root fillets, back of the web on x = 0, middle on y = 0."""
-    return ([(0, -h / 2), (b, -h / 2), (b, tf - h / 2)]
-            + arc(tw + r, tf - h / 2 + r, r, 270, -90) + arc(tw + r, h / 2 - tf - r, r, 180, -90)
-            + [(b, h / 2 - tf), (b, h / 2), (0, h / 2)])
-
-
-def angle(h, b, t, r_root, r_toe):
-    """Angle with its heel at the origin, root and toe radii."""
-    return ([(0, 0), (b, 0)] + arc(b - r_toe, t - r_toe, r_toe, 0, 90)
-            + arc(t + r_root, t + r_root, r_root, 270, -90)
-            + arc(t - r_toe, h - r_toe, r_toe, 0, 90) + [(0, h)])
+def ring(radius):
+    """Points at equal angles, so far outside the circle that their polygon has its length."""
+    count = 4 * CHORDS
+    at = radius * (math.pi / count) / math.sin(math.pi / count)
+    return [(at * math.cos(math.tau * i / count), at * math.sin(math.tau * i / count))
+            for i in range(count)]
 
 
 def box(x0, y0, x1, y1):
@@ -62,15 +65,18 @@ EXAMPLES = {
     "ipe-300": {
         "name": "IPE 300", "unit": "mm",
         "description": "Rolled I section 300 x 150 x 7.1 x 10.7 with root fillets of 15",
-        "contours": [solid(i_section(300, 150, 7.1, 10.7, 15))]},
+        "parts": [{"shape": "i", "height": 300, "width": 150, "web": 7.1, "flange": 10.7,
+                   "root_radius": 15, "at": "centroid"}]},
     "upe-200": {
         "name": "UPE 200", "unit": "mm",
         "description": "Channel 200 x 80 x 6 x 11 with root fillets of 13, back of the web on x = 0",
-        "contours": [solid(channel(200, 80, 6, 11, 13))]},
+        "parts": [{"shape": "channel", "height": 200, "width": 80, "web": 6, "flange": 11,
+                   "root_radius": 13, "move": [0, -100]}]},
     "l-100x100x10": {
         "name": "L 100 x 100 x 10", "unit": "mm",
         "description": "Equal angle with root radius 12 and toe radii 6, heel at the origin",
-        "contours": [solid(angle(100, 100, 10, 12, 6))]},
+        "parts": [{"shape": "angle", "height": 100, "width": 100, "thickness": 10,
+                   "root_radius": 12, "toe_radius": 6}]},
     "shs-100x5": {
         "name": "SHS 100 x 5, solid and hole", "unit": "mm",
         "description": "Square hollow section with sharp corners; the plastic moduli are gross",
@@ -123,11 +129,11 @@ EXAMPLES = {
                       "points": [(0, 0), (30, 0), (50, 60), (110, 60), (130, 0), (160, 0)]}}]},
     "chs-114x5": {
         "name": "CHS 114.3 x 5", "unit": "mm",
-        "description": "Circular tube by its mid-line of 72 points, torsion of a circular tube",
+        "description": "Circular tube by its mid-line of 192 points, as long as the circle; torsion "
+                       "of a circular tube",
         "polyline": {
             "kind": "closed_wall", "thickness": 5, "torsion": "tube",
-            "points": [(54.65 * math.cos(math.tau * i / 72), 54.65 * math.sin(math.tau * i / 72))
-                       for i in range(72)]}},
+            "points": ring(54.65)}},
 }
 
 
