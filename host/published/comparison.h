@@ -11,8 +11,8 @@
 
 namespace halvorn::published {
 
-/// Part of the published value allowed besides its rounding: the chords of the drawn arcs, which keep
-/// areas and change a full circle's second moment by 7e-9, its plastic modulus by 1.2e-6.
+/// Part of the published value allowed besides its rounding: the chords of the drawn arcs, which
+/// keep areas and change a full circle's second moment by 7e-9, its plastic modulus by 1.2e-6.
 inline constexpr double arcAllowance = 2e-6;
 
 /// One published cell beside the computed value, both in the table's unit, and the range of
