@@ -87,8 +87,7 @@ private:
 
     // For the kinds that `TurnToDrawing` turns.
     shapes::ArcDivision Division(const Fields& fields) const {
-        const bool isFromBelow = fields.Direction() == Facing::Down;
-        return DivisionUnder(isFromBelow ? placement_.After(kMirrored) : placement_);
+        return DivisionUnder(placement_.After(fields.ToDrawing(0.0)));
     }
 
     void ReadLine() {

@@ -91,6 +91,8 @@ std::vector<Shape> Shapes() {
          "1 "
          "10 0 20 6 30 7 38 7 39 3 38 7 210 0 220 0 230 1 230 1",
          18, 2, 2},
+        {"clockwise bulge", "0 LWPOLYLINE 70 1 10 0 20 0 42 -1 10 10 20 0 10 10 20 10 10 0 20 10",
+         100 - 12.5 * kPi, 5, (500 - 250 / 3.0) / (100 - 12.5 * kPi)},
         {"more than half a circle", "0 LWPOLYLINE 70 1 10 0 20 0 42 2.414213562373095 10 10 20 0",
          25 * (1.5 * kPi + 1), 5, -5 - 10 / (4.5 * kPi + 3)},
         // A flat one lies c^2 b / 3 outside its chord c, here far within the tolerance.
@@ -207,10 +209,11 @@ TEST(DxfDrawing, PutsPointsOnSplinesAndSpendsFewOnCusps) {
     }
     EXPECT_EQ(onCurve, piece.elements[0].ring.size() - 1);  // all but the centre
     EXPECT_NEAR(MomentsOf(piece).area, 150 * kPi, 0.005);
-    const SectionModel cusp = Read(File(
-        "0 SPLINE 71 3 40 0 40 0 40 0 40 0 40 1 40 1 40 1 40 1 10 0 20 0 10 10 20 10 10 0 20 10 "
-        "10 10 20 0" +
-        Line(0, 0, 10, 0)));
+    // (15 t^2 - 10 t, 30 t^3 - 15 t^2) turns back at t = 1/3, which no bisection meets.
+    const SectionModel cusp = Read(
+        File("0 SPLINE 71 3 40 0 40 0 40 0 40 0 40 1 40 1 40 1 40 1 10 0 20 0 10 -3.33333333333333 "
+             "20 0 10 -1.66666666666667 20 -5 10 5 20 15" +
+             Line(0, 0, 5, 15)));
     EXPECT_LT(cusp.elements.at(0).ring.size(), 1000U);
 }
 
