@@ -209,11 +209,12 @@ TEST(DxfDrawing, PutsPointsOnSplinesAndSpendsFewOnCusps) {
     }
     EXPECT_EQ(onCurve, piece.elements[0].ring.size() - 1);  // all but the centre
     EXPECT_NEAR(MomentsOf(piece).area, 150 * kPi, 0.005);
-    // (15 t^2 - 10 t, 30 t^3 - 15 t^2) turns back at t = 1/3, which no bisection meets.
-    const SectionModel cusp = Read(
-        File("0 SPLINE 71 3 40 0 40 0 40 0 40 0 40 1 40 1 40 1 40 1 10 0 20 0 10 -3.33333333333333 "
-             "20 0 10 -1.66666666666667 20 -5 10 5 20 15" +
-             Line(0, 0, 5, 15)));
+    // (1e9 + 15 t^2 - 10 t, 30 t^3 - 15 t^2) turns back at t = 1/3, which no bisection meets; so
+    // far away its coordinates have seven decimals, and shorter pieces turn at random.
+    const SectionModel cusp =
+        Read(File("0 SPLINE 71 3 40 0 40 0 40 0 40 0 40 1 40 1 40 1 40 1 10 1000000000 20 0 "
+                  "10 999999996.666666667 20 0 10 999999998.333333333 20 -5 10 1000000005 20 15" +
+                  Line(1e9, 0, 1e9 + 5, 15)));
     EXPECT_LT(cusp.elements.at(0).ring.size(), 1000U);
 }
 
