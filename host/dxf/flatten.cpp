@@ -15,8 +15,9 @@ constexpr int kMostBisections = 52;
 // An arc that turns by less than this [rad] is its chord: 1e-13 of the chord's square of area.
 constexpr double kStraightTurn = 1e-12;
 
-// A chord of a circle that turns by d takes d^2 / 6 of its sector, about 1e-5 of it [rad].
-constexpr double kLargestTurn = kFullTurn / 768.0;
+// A chord of a circle that turns by d takes d^2 / 6 of its sector, here 1.6e-6 of it [rad]. Where the
+// curvature varies, the flat pieces have the long chords and take more, up to about 1e-5.
+constexpr double kLargestTurn = kFullTurn / 2048.0;
 
 // A cusp turns however short it is, so turns are looked at in the first bisections only: smooth
 // curves halve theirs with each.

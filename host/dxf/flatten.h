@@ -41,8 +41,8 @@ void AppendEllipse(Points& points, Point centre, Point major, Point minor, doubl
                    double sweep, const shapes::ArcDivision& division);
 
 /// Appends a Bézier curve without its first point. The points lie on the curve, which turns by at
-/// most 1/768 of a turn between two of them but in a cusp: an arc of such chords falls short of its
-/// sector by 1e-5 of it.
+/// most 1/2048 of a turn between two of them but in a cusp: its area falls short by up to about
+/// 1e-5.
 /// @param control at least two, of positive weight
 void AppendBezier(Points& points, const std::vector<WeightedPoint>& control, double tolerance);
 
