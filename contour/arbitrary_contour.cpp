@@ -142,14 +142,15 @@ void CSectionTools::CalculContourQuelconqueTOOL(
     using namespace halvorn;
     // Twelve points a vertex must stay countable in an int.
     constexpr std::size_t kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
-    const std::size_t size = std::min({static_cast<std::size_t>(std::max(pointCount, 0)),
-                                       points.size(), cornerRadii.size(), kMostVertices});
+    const std::size_t size =
+        std::min({static_cast<std::size_t>(std::max(pointCount, 0)), points.size(), kMostVertices});
     const int n = static_cast<int>(size);
     const double t = isThinWalled != 0 ? thickness : 0.0;
     const int fewest = CompareTol(t, 0.0, kZeroCorner) == 0 ? 3 : 2;
 
     ContourProperties properties{};
     if (n >= fewest) {
+        if (cornerRadii.size() < size) cornerRadii.resize(size);  // with zeros: sharp corners
         // Relative to the first vertex, so that offsets and integrals keep their digits anywhere.
         const point2D frameOrigin{points[0].first, points[0].second};
         const CArray<KPoint> local = AllocateZeroedOrThrow<KPoint>(size);

@@ -110,6 +110,10 @@ void CalculateContour(CSectionTools* section, ByteProgram& program) {
     };
     const auto once = run(), again = run();
     Require(std::equal(once.begin(), once.end(), again.begin(), SameBits), "the same twice");
+    radii.resize(std::max(radii.size(), points.size()));
+    const auto padded = run();
+    Require(std::equal(once.begin(), once.end(), padded.begin(), SameBits),
+            "a missing radius is 0");
     Require(SameBits(once[3], once[4]), "both shear areas are equal");
     for (const double v : once) Require(v != Reading::kMark || count > 1, "all is written");
     if (count < 2) Require(once == std::array<double, 10>{}, "too few points give zeros");

@@ -153,14 +153,13 @@ public:
     /// @param isThinWalled    0: solid, `thickness` is ignored; else: wall of that thickness
     /// @param isOpen          non-zero: open polyline, its end vertices are never rounded
     /// @param torsionMode     walls: 0 for the formulas of a circular tube, else the general ones
-    /// @param pointCount      number of vertices used; no more than the shorter vector is read, and
-    ///                        never more than 178 million (2^31 / 12)
+    /// @param pointCount      number of vertices used: at most those in `points`, and never more
+    ///                        than 178 million (2^31 / 12)
     /// @param thickness       wall thickness [L]; below 0 the results have no meaning
     /// @param points          vertices (x, y) [L]
-    /// @param cornerRadii     one per vertex: 0 sharp, else the radius of the inner face of a bend;
-    /// both
-    ///                        faces are drawn with that of the mid-line, half a thickness larger
-    ///                        [L]
+    /// @param cornerRadii     one per vertex [L]: 0 for a sharp corner, else the radius of the bend's
+    ///                        inner face; both faces are drawn with that of the mid-line, half a
+    ///                        thickness larger. Missing radii count as 0, surplus ones are not read
     /// @param area            area [L^2]
     /// @param cdg             centre of gravity; of a closed wall: of all that its outer face
     ///                        encloses [L]

@@ -245,24 +245,36 @@ TEST(ArbitraryContour, TooFewPointsWriteZerosIntoEveryOutput) {
                  {"tiny thickness, two", 1, 2, 4, 9e-16, false},
                  {"none", 1, 0, 4, 0.1, false},
                  {"negative count", 1, -3, 4, 0.1, false},
-                 {"empty vectors", 1, 4, 0, 0.1, false},
-                 {"vectors of two", 0, 1000000, 2, 0, false}};
+                 {"no points", 1, 4, 0, 0.1, false},
+                 {"two points", 0, 1000000, 2, 0, false}};
     for (const auto& c : cases) {
         Polyline p{c.isThinWalled, 1, 0, c.thickness, Rectangle(1, 1, 2, 2), {0, 0, 0, 0}};
         p.points.resize(static_cast<std::size_t>(c.stored));
-        p.radii.resize(static_cast<std::size_t>(c.stored));
         const Result r = Calculate(p, c.count);
         EXPECT_EQ(r == Result{}, !c.computed) << c.name;
         for (const double value : r) EXPECT_NE(value, kUnwritten) << c.name;
     }
 }
 
-TEST(ArbitraryContour, ReadsNoFurtherThanTheShorterVector) {
-    const Ring square = Rectangle(0, 0, 2, 2);
-    EXPECT_DOUBLE_EQ(Calculate({0, 0, 0, 0, square, {0, 0, 0, 0}}, 9)[kArea], 4);
-    EXPECT_DOUBLE_EQ(Calculate({0, 0, 0, 0, square, {0, 0, 0}}, 4)[kArea], 2);
-    EXPECT_DOUBLE_EQ(Calculate({0, 0, 0, 0, square, {0, 0, 0, 0, 0, 0}}, 6)[kArea], 4);
-    EXPECT_DOUBLE_EQ(Calculate({0, 0, 0, 0, square, {0, 0, 0, 0}}, 3)[kArea], 2);
+TEST(ArbitraryContour, ReadsCountedPointsAndTakesMissingRadiiForZero) {
+    const Ring square = Rectangle(0, 0, 10, 10);
+    const std::vector<double> sharp(4);
+    EXPECT_DOUBLE_EQ(Calculate({0, 0, 0, 0, square, sharp}, 9)[kArea], 100);
+    EXPECT_DOUBLE_EQ(Calculate({0, 0, 0, 0, square, sharp}, 3)[kArea], 50);
+    for (const int isThin : {0, 1}) {
+        for (const int isOpen : {0, 1}) {
+            for (const std::vector<double>& given :
+                 {std::vector<double>{}, {2}, {0, 2}, {1, 2, 1}, {1, 2, 1, 2, 9}}) {
+                std::vector<double> padded = given;
+                padded.resize(4);
+                const Polyline whole{isThin, isOpen, 1, 0.5, square, padded};
+                EXPECT_EQ(Calculate({isThin, isOpen, 1, 0.5, square, given}, 4),
+                          Calculate(whole, 4))
+                    << given.size() << " radii";
+            }
+        }
+    }
+    EXPECT_NEAR(Calculate({0, 0, 0, 0, square, {1, 0, 1}}, 4)[kArea], 100 - 2 * kCornerArea, 1e-12);
 }
 
 TEST(ProcessTolerance, IsSharedAndChangesInteriorOffsets) {

@@ -116,8 +116,8 @@ void ContourQuelconque(CSectionTools& section) {
     std::array<double, 8> v{};
     std::pair<double, double> cdg;
     section.CalculContourQuelconqueTOOL(isThin, isOpen, 1, 4, 0.2,
-                                        {{0, 0}, {8, 0}, {8, 10}, {0, 10}}, {0.5, 0.5, 0.5, 0.5},
-                                        v[0], cdg, v[1], v[2], v[3], v[4], v[5], v[6], v[7]);
+                                        {{0, 0}, {8, 0}, {8, 10}, {0, 10}}, {0.5, 0.5}, v[0], cdg,
+                                        v[1], v[2], v[3], v[4], v[5], v[6], v[7]);
     EXPECT_TRUE(heap.armed || v[0] > 0);
 }
 
