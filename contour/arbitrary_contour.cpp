@@ -93,8 +93,8 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
     const AreaMoments local = Scaled(Difference(raw2, raw1), area2 < area1 ? -sign1 : sign1);
     const double wallArea = AbsValue(area2 - area1);
     ContourProperties properties = WallProperties(wallArea, local, frameOrigin);
-    // The orientation of the first face is taken for both. Where a wall is too thick for its inner
-    // face, which then turns the other way, the result is mirrored about the origin.
+    // The first face's orientation is used for both. In a wall too thick for its cell the inner
+    // face turns over, and the centroid comes out mirrored about the origin.
     const double sense = sign1 * OrientationSign(raw2.area);
     const point2D centroid = WallCentroid(wallArea, raw2, frameOrigin);
     properties.centroid = {sense * centroid.x, sense * centroid.y};
@@ -106,7 +106,7 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
     } else {
         const double outerPerimeter = ContourPerimeter(faces.secondCount, faces.Second());
         const double meanArea = (area2 + area1) * 0.5;
-        // Without a perimeter all points are one, and there is no wall.
+        // A perimeter of 0 means that all points coincide: there is no wall.
         properties.torsionConstant =
             outerPerimeter == 0.0 ? 0.0 : 4.0 * Sqr(meanArea) * t / outerPerimeter;
         properties.torsionModulus = (t + t) * (area2 + area1) * 0.5;
@@ -140,7 +140,7 @@ void CSectionTools::CalculContourQuelconqueTOOL(
     double& area, std::pair<double, double>& cdg, double& torsionConstant, double& torsionModulus,
     double& shearAreaX, double& shearAreaY, double& ixx, double& iyy, double& ixy) {
     using namespace halvorn;
-    // Twelve points a vertex must stay countable in an int.
+    // The count of twelve points per vertex must fit into an int.
     constexpr std::size_t kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
     const std::size_t size =
         std::min({static_cast<std::size_t>(std::max(pointCount, 0)), points.size(), kMostVertices});

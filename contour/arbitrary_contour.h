@@ -24,9 +24,9 @@ ContourProperties SolidOutlineProperties(int n, bool isOpen, const KPoint* point
 
 /// Returns the properties of a hollow tube, in coordinates relative to `frameOrigin`.
 ///
-/// The centroid is that of all that the outer face encloses. Torsion, general formulas: Bredt,
-/// J = 4 Am^2 t / P with the mean enclosed area Am and the perimeter P of the outer face, and
-/// Wt = 2 t Am (R. Bredt, "Kritische Bemerkungen zur Drehungselastizitaet", 1896).
+/// The centroid is that of the whole region within the outer face. Torsion, general formulas:
+/// Bredt, J = 4 Am^2 t / P with the mean enclosed area Am and the perimeter P of the outer face,
+/// and Wt = 2 t Am (R. Bredt, "Kritische Bemerkungen zur Drehungselastizitaet", 1896).
 /// @throws std::bad_alloc
 ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& frameOrigin);
 

@@ -37,6 +37,8 @@ double EllipseTorsionModulusOfAxes(double a, double b) {
 
 double EllipseTorsionConstant(double area, double polarMoment) {
     if (CompareTol(polarMoment, 0.0, kZeroEllipse) == 0) return 0.0;
+    // A^4 by squaring twice: two roundings and the same bits everywhere, where the last bit of
+    // std::pow depends on the C library.
     return Sqr(Sqr(area)) / (4.0 * kPi * kPi * polarMoment);
 }
 

@@ -9,9 +9,15 @@
 namespace halvorn {
 
 /// Writes the semi-axes [L] of the ellipse of the given area [L^2] and centroidal polar moment
-/// [L^4], the larger one first. (0, 0) for an area within 1e-10 of 0 and for a polar moment too
-/// small for any ellipse; a polar moment that is a circle's but for rounding gives the circle,
-/// a = b = sqrt(A / pi) to about eight digits (the root of the rounding error).
+/// [L^4]: with h = 2 Ip / A and d = h^2 - (A / pi)^2, a = sqrt(h + sqrt(d)) and b = A / (pi a).
+///
+/// A circle has d = 0, up to rounding; a and b then differ from sqrt(A / pi) by about the root of
+/// the rounding error and agree with it to eight digits. No ellipse has d < 0. Such a d counts as 0
+/// down to -1e-10 [L^4] or -1e-10 (A / pi)^2, whichever is lower; a = sqrt(h) is then the smaller
+/// semi-axis. In all other cases `a` is the larger one. In metres, where 1e-10 is much, this holds
+/// for any polar moment below a circle's as long as A is below 3e-5.
+///
+/// Writes (0, 0) for a lower d, for an area within 1e-10 of 0, and for an a^2 below 1e-10.
 void EquivalentEllipse(double area, double polarMoment, double* a, double* b);
 
 /// Returns the shear area over the area of an ellipse of semi-axes a and b [L], in either order: 0

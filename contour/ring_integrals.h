@@ -58,7 +58,7 @@ inline AreaMoments Difference(const AreaMoments& outer, const AreaMoments& inner
             outer.secondY - inner.secondY, outer.productMoment - inner.productMoment};
 }
 
-/// Returns the moments about the point from which the present reference is seen at `offset`
+/// Returns the moments about a new reference point, from which the present one lies at `offset`
 /// (parallel-axis theorem).
 inline AreaMoments Transferred(const AreaMoments& moments, const point2D& offset) {
     const double dx = offset.x;

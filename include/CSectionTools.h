@@ -45,7 +45,7 @@ struct SectionAccess;
 /// not. `SetTol3D` acts on the whole process.
 class HALVORN_SECTION_TOOLS_API CSectionTools {
 public:
-    /// An empty section: all sums 0, the bounding box unbounded the wrong way round, no contours.
+    /// An empty section: all sums 0, the bounding box inverted and infinite, no contours.
     CSectionTools();
     /// Copies the sums and, deeply, the contours.
     CSectionTools(const CSectionTools& source);
@@ -53,7 +53,7 @@ public:
     CSectionTools(CSectionTools&& source) noexcept;
     ~CSectionTools();
     /// As the copy constructor; point storage is reused where it is large enough. When memory runs
-    /// out, the contours copied so far stay and the exception passes on.
+    /// out, the contours copied so far stay and std::bad_alloc is thrown.
     CSectionTools& operator=(const CSectionTools& source);
     /// As the move constructor. Moving an object onto itself leaves it unchanged.
     CSectionTools& operator=(CSectionTools&& source) noexcept;
@@ -157,9 +157,9 @@ public:
     ///                        than 178 million (2^31 / 12)
     /// @param thickness       wall thickness [L]; below 0 the results have no meaning
     /// @param points          vertices (x, y) [L]
-    /// @param cornerRadii     one per vertex [L]: 0 for a sharp corner, else the radius of the bend's
-    ///                        inner face; both faces are drawn with that of the mid-line, half a
-    ///                        thickness larger. Missing radii count as 0, surplus ones are not read
+    /// @param cornerRadii     one per vertex [L]: 0 for a sharp corner, else the inner radius of a
+    ///                        bend; both faces are drawn with that of the mid-line, half a
+    ///                        thickness larger. Missing radii count as 0, surplus ones are ignored
     /// @param area            area [L^2]
     /// @param cdg             centre of gravity; of a closed wall: of all that its outer face
     ///                        encloses [L]

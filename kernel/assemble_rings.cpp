@@ -20,8 +20,8 @@ KPoint UnitDirection(const KSegment& edge) {
     return KScaleVector(direction, 1.0 / KDistance(&edge.start, &edge.end));
 }
 
-// Whether previous, p and next are in line but for the rounding of their coordinates: the triangle
-// is no larger than one unit in their last place sweeps along the two edges. A tolerance would be
+// Whether previous, p and next are in line up to the rounding of their coordinates: the triangle is
+// no larger than what one unit in their last place sweeps along the two edges. A tolerance would be
 // too much: a long flange would lose 1e-10 of its thickness at a vertex that a line just misses.
 bool AreInLine(const KPoint& previous, const KPoint& p, const KPoint& next) {
     constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
@@ -34,9 +34,9 @@ bool AreInLine(const KPoint& previous, const KPoint& p, const KPoint& next) {
     return AbsValue(KCross(&in, &out)) <= kRounding * reach * edges;
 }
 
-// How far `candidate` turns to the inside from `current` [rad]. A turn that doubles back on the
-// very line of `current` goes to either side by rounding and counts as the least; one that is off
-// that line, by however little, is as sharp a turn as it looks.
+// How far `candidate` turns to the inside from `current` [rad]. Rounding decides the side of a turn
+// that doubles back along `current` itself, so it counts as the least turn. One that leaves that
+// line, however little, keeps its angle.
 double TurnInside(const KSegment& current, const KSegment& candidate, bool isClockwise) {
     const KPoint from = UnitDirection(current);
     const KPoint to = UnitDirection(candidate);
@@ -157,8 +157,7 @@ int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double t
     *points = nullptr;
     const auto edgeCount = static_cast<std::size_t>(graph.EdgeCount());
     Collected rings;
-    // The start of every edge, and the vertices beside a cut point that a trace enters and leaves
-    // at.
+    // The start of every edge, and the vertices beside a cut point where a trace enters and leaves.
     rings.points =
         AllocateZeroed<KPoint>(edgeCount + 2 * static_cast<std::size_t>(graph.split->besideCount));
     // Every ring has an edge that starts at a cut point.
@@ -180,7 +179,7 @@ int KAssembleRings(KEdgeGraph& graph, bool isClockwise, bool takeLoops, double t
     }
     if (rings.ringCount == 0) return 1;
 
-    // Trimmed where they are: a copy would double the memory of a large result for a moment.
+    // Trimmed in place: a copy would double the memory of a large result for a moment.
     if (!Resize(&rings.ranges, static_cast<std::size_t>(rings.ringCount) + 1) ||
         !Resize(&rings.points, static_cast<std::size_t>(rings.pointCount))) {
         return kOutOfMemory;

@@ -11,7 +11,7 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
-// Twice the centre of a box in x or y. A NaN would be no place in any order; it counts as 0.
+// Twice the centre of a box in x or y. A NaN has no place in any order; it counts as 0.
 double CentreOf(const KBox& box, bool inX) {
     const double centre = inX ? box.low.x + box.high.x : box.low.y + box.high.y;
     return centre == centre ? centre : 0.0;

@@ -1,5 +1,5 @@
 /// @file box_tree.h
-/// Finds the boxes that meet a box, among many, without looking at most of them.
+/// Finds, among many boxes, those that meet a given box, without looking at most of them.
 #ifndef HALVORN_KERNEL_BOX_TREE_H
 #define HALVORN_KERNEL_BOX_TREE_H
 
@@ -35,7 +35,7 @@ inline bool KBoxesMeet(const KBox& a, const KBox& b) {
 }
 
 /// A balanced tree of boxes, split at the median of their centres across the longer extent. A
-/// uniform grid would be simpler, but one long side beside a fine fillet defeats it.
+/// uniform grid would be simpler, but fails on one long side beside a fine fillet.
 ///
 /// Node k has the children 2k + 1 and 2k + 2, which share its run of items half and half; runs of
 /// up to `kLeafSize` items are not split. Item i is box i of those that the tree was built from.
@@ -50,7 +50,7 @@ struct KBoxTree {
     CArray<int> places;  ///< of each item: its index in `items`
 };
 
-/// Builds a tree of n boxes; its array is the caller's to fill beforehand (`boxes`, n entries).
+/// Builds a tree of the n entries of `boxes`, which the caller has filled.
 /// @return 0, or -90 when memory is exhausted. Cost: n log n.
 int KBuildBoxTree(KBoxTree* tree, CArray<KBox> boxes, int n);
 

@@ -46,7 +46,7 @@ bool HasVertexOnNeighbours(const KPoint* ring, int n, double tol) {
 
 // Looks for edges that meet. Edges that share a vertex have exactly that one point in common, all
 // others none; only edges whose boxes come within the tolerance can have any. Neighbours are tested
-// without asking for their boxes, so that a vertex that is not a number is found out.
+// whatever their boxes, so that a NaN vertex is found.
 int FindMeetingEdges(const KPoint* ring, int n, double tol, bool* found) {
     CArray<KBox> boxes = AllocateZeroed<KBox>(static_cast<std::size_t>(n));
     if (!boxes) return kOutOfMemory;

@@ -16,8 +16,7 @@ inline constexpr double kZeroVector = 1e-12;
 /// A squared distance [L^2] below this is 0: its root would be below 1e-50.
 inline constexpr double kZeroSquaredDistance = 1e-100;
 
-/// Largest magnitude of a factor or numerator that `KLineIntersection` multiplies or divides: the
-/// products stay finite.
+/// Largest magnitude of a factor or numerator in `KLineIntersection`: the products stay finite.
 inline constexpr double kLargestOperand = 1e100;
 
 /// Smallest magnitude of a denominator in `KLineIntersection`; parallel lines fall below it.

@@ -70,7 +70,7 @@ KCutLine LineOf(const KPoint& start, const KPoint& end, bool isUnbounded) {
 int SplitRing(const KPoint* ring, int n, const KPoint* cut, int ncut, bool isUnbounded, double tol,
               int* count, int** ranges, KPoint** points) {
     const KBox ringBox = BoxOf(ring, n);
-    // Twice the vertices for every segment, and the edges of the stretches, stay countable.
+    // Twice the vertices for every segment, and the stretches' edges, must be countable in an int.
     if (!IsFinite(ringBox.low) || n > std::numeric_limits<int>::max() / 16) return 0;
     KSplitRing split;
     int status = KBeginSplit(&split, ring, n);
@@ -126,8 +126,7 @@ int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint&
     *points = nullptr;
     if (n < 1 || KPointsEqualTol(p1, p2, tol)) return 0;
 
-    // The line's crossings with the two sides of the bounding box that it meets at the steeper
-    // angle.
+    // Where the line crosses the two sides of the bounding box that it meets at the steeper angle.
     const KBox box = BoxOf(ring, n);
     const KPoint lowLow = box.low;
     const KPoint highHigh = box.high;

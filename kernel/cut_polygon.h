@@ -11,9 +11,8 @@ namespace halvorn {
 
 /// The pieces of a cut, as the routines below write them; frees its arrays.
 struct KPieces {
-    int count = 0;  ///< number of pieces
-    int* ranges =
-        nullptr;  ///< count + 1 offsets: piece k is points[ranges[k]] .. [ranges[k+1] - 1]
+    int count = 0;             ///< number of pieces
+    int* ranges = nullptr;     ///< count + 1 offsets: piece k begins at points[ranges[k]]
     KPoint* points = nullptr;  ///< the pieces, each a ring closed implicitly
 
     KPieces() = default;
@@ -27,31 +26,38 @@ struct KPieces {
 
 /// Cuts a ring of n points by the unbounded line through `p1` and `p2`.
 ///
-/// `p1` and `p2` must be at least 1e-6 apart: nearer they give no direction (`KVectorAngle`), and a
-/// line that is not level may miss the ring.
-///
 /// Every piece lies on one side of the line, up to `tol` [L], and has the orientation of the ring.
 /// The pieces of a simple ring add up to it. A hole that hangs on the outline by a bridge, the same
-/// edge out and back, is cut as a hole.
+/// edge out and back, is cut as a hole. Parts smaller than about twice the tolerance where the line
+/// runs, such as an edge of 1.5 tol that ends on it, may come out on either side, or join the
+/// pieces that they touch.
+///
+/// Holds while no coordinate exceeds 1e15 tol (1e5 for 1e-10): rounding then moves what meets on
+/// the line by at most half of `tol`. From about twice that on, a line that runs through a vertex
+/// may leave pieces on both of its sides or lose area; lines clear of all vertices still cut well.
+/// `p1` and `p2` should be at least half as far apart as the ring is wide, as the line magnifies
+/// their rounding with the distance from them. They must be 1e-6 apart: nearer they give no
+/// direction (`KVectorAngle`), and a line that is not level may miss the ring.
+///
+/// Cost: n + k log k for k cut points, and d^2 for d edges that meet in one of them.
 /// @return positive with the pieces in the out-parameters, which the caller frees; 0 with 0 and
 ///         null for a line that misses or only touches the ring, for p1 and p2 coinciding within
 ///         `tol` per axis, for coordinates that are not finite, when memory is exhausted. Never
 ///         negative.
-/// What is smaller than about twice the tolerance where the line runs, such as an edge of 1.5 tol
-/// that ends on it, may come out on either side, or join the pieces that it touches. Cost: n + k
-/// log k for k cut points, and d^2 for d edges that meet in one of them.
 int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint& p2, double tol,
                       int* count, int** ranges, KPoint** points);
 
 /// Splits a ring of n points along a polyline of `ncut` points, read as segments 0-1, 2-3, ...; an
-/// odd last point is not read. What of a segment ends inside the ring cuts only where another
-/// segment goes on from there. Segments that cross each other inside the ring are not supported:
-/// the pieces then overlap.
+/// odd last point is not read. A segment that ends inside the ring cuts only if another segment
+/// goes on from there. Segments that cross each other inside the ring are not supported: the pieces
+/// then overlap. Coordinates as for `KCutPolygonByLine`.
 ///
 /// With ncut = 0 the result is a copy of the ring under the one irregular count of the kernel:
 /// count is 2, the number of offsets [0, n], not of pieces.
-/// Cost: for each of s segments N + k log k, where N counts the vertices and where the lines of all
-/// segments before, not only the segments, meet the ring; k of them on this line; and d^2 as above.
+///
+/// Cost: for each of s segments N + k log k, where N counts the vertices and the points at which
+/// the lines of all earlier segments, in full length, meet the ring; k of them lie on this line;
+/// and d^2 as above.
 /// @return 1 with the pieces; 0 when the split is not valid: some edge of the ring belongs to no
 ///         piece; -90 when memory is exhausted. For 0 and below the outputs are 0 and null.
 int KSplitPolygonByPolyline(const KPoint* ring, int n, const KPoint* cut, int ncut, double tol,

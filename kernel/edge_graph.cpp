@@ -43,8 +43,8 @@ void RemoveNeedles(double tol, KEdgeGraph* graph) {
     }
 }
 
-// What joins at a cut point: the ends of live edges, without those of the edges back, and the
-// exclusive or of the numbers of the live stretches among them. Where one end is left, that is the
+// What joins at a cut point: the number of ends of live edges, edges back not counted, and the
+// exclusive or of the numbers of the live stretches among them. When one end is left, that is the
 // number of its stretch.
 struct Junction {
     int ends;
@@ -81,9 +81,9 @@ struct Junctions {
     }
 };
 
-// Removes stretches that end freely, and those that end freely without them. The polygon's own
-// edges never do: what `RemoveNeedles` left of the ring leaves every cut point as often as it comes
-// there.
+// Removes stretches that end freely, and those that end freely once these are gone. The polygon's
+// own edges never do: what `RemoveNeedles` keeps of the ring leaves every cut point as often as it
+// arrives there.
 int PruneDanglingStretches(KEdgeGraph* graph) {
     const KSplitRing& split = *graph->split;
     Junctions junctions{graph, AllocateZeroed<Junction>(At(split.cutPointCount))};

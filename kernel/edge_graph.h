@@ -33,8 +33,8 @@ enum KEdgeFlags : unsigned int {
 /// point as many live edges end as start; they coincide there within the tolerance, not to the last
 /// bit.
 ///
-/// The edges are read from the split ring and not kept as a list: on a ring of 10^5 vertices the
-/// memory would cost more time than all the rest.
+/// The edges are read from the split ring, not kept as a list: on a ring of 10^5 vertices filling
+/// the list would take longer than everything else.
 struct KEdgeGraph {
     const KSplitRing* split = nullptr;
     CArray<bool> isLive;        ///< per edge: neither removed nor used
@@ -50,11 +50,11 @@ struct KEdgeGraph {
     bool& Live(int e) { return isLive[static_cast<std::size_t>(e)]; }
 };
 
-/// Builds the graph of a split ring, which must outlive it, without
-/// - the chains that leave a cut point and come back to it without enclosing anything: edges within
-///   one cut point, and needles thinner than `tol` where the line cuts them. A hole that hangs on a
-///   bridge comes back, too, and stays;
-/// - the stretches that end freely inside the ring, or lie within one cut point.
+/// Builds the graph of a split ring, which must outlive it. Left out are
+/// - chains that leave a cut point and come back to it without enclosing anything: edges within one
+///   cut point, and needles thinner than `tol` where the line cuts them. A hole that hangs on a
+///   bridge comes back, too, but encloses an area and stays;
+/// - stretches that end freely inside the ring, or lie within one cut point.
 /// @return 0, or -90 when memory is exhausted. Cost: one pass over vertices and stretches each for
 /// needles, free ends and joins.
 int KBuildEdgeGraph(KEdgeGraph* graph, const KSplitRing& split, double tol);

@@ -15,6 +15,7 @@ int KPointOnSegment(const KPoint& p, const KPoint& a, const KPoint& b, double to
 
 /// Tells whether `p` lies in a ring of n points, of either orientation.
 /// @return 1 inside, 0 on the boundary (within `tol` per axis [L]), -1 outside
+///
 /// Sums the winding angle over the edges, which is about 2 pi or 0 for a simple ring. Vertices
 /// nearer to `p` than 1e-6 have no direction from it (`KVectorAngle`): so near to a reflex vertex,
 /// and in a ring of that size, the sum and the answer may be wrong. Cost: n.
@@ -27,6 +28,7 @@ int KPointInPolygon(const KPoint& p, const KPoint* ring, int n, double tol);
 int KIntersectSegments(const KSegment& first, const KSegment& second, double tol);
 
 /// Projects `p` onto the unbounded line through `a` and `b`.
+///
 /// Every output may be null. They are reset first: foot (NaN, NaN), the others 0.
 /// @param foot the projection
 /// @param code where it lies: 1 at `a`, 2 at `b` (per axis within `tol`), 3 between, 4 before `a`,

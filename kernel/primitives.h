@@ -113,7 +113,8 @@ inline bool KPointsEqualTol(const KPoint& a, const KPoint& b, double tol) {
 /// `ContourSignedArea`).
 /// @param xy n points as 2n interleaved doubles, read only
 /// @param n  number of points; below 3 the area is 0
-/// Trapezoids between each edge and the x axis, summed in the order of the edges. Cost: one pass.
+///
+/// Sums the trapezoids between each edge and the x axis in the order of the edges. Cost: one pass.
 double KPolygonSignedArea(const double* xy, int n);
 
 /// Returns the absolute value of `KPolygonSignedArea` [L^2].

@@ -10,7 +10,7 @@ namespace halvorn {
 /// Calls visit(start, end) for the edges 0, 1, ..., n - 2 and then for the closing edge (n - 1, 0).
 /// Sums formed in `visit` therefore run in one fixed order, whatever the optimiser does.
 ///
-/// Unrolled by four: integrals over long rings spend a quarter of their time in the loop otherwise.
+/// Unrolled by four: otherwise integrals over long rings spend a quarter of their time in the loop.
 /// A count below 1 visits nothing; one point is visited as the edge from itself to itself.
 template <class Visit>
 inline void ForEachRingEdge(int n, const KPoint* ring, Visit&& visit) {

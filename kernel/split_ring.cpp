@@ -58,9 +58,8 @@ signed char SideOf(double distance, double tol) {
     return static_cast<signed char>(distance > tol ? 1 : distance < -tol ? -1 : 0);
 }
 
-// The point at which the edge from a to b crosses the line. Taken from the nearer end, and so the
-// same, bit for bit, for the edge from b to a: the two edges of a bridge meet the line in one
-// point.
+// The point at which the edge from a to b crosses the line. Computed from the nearer end, so that
+// the edge from b to a gives the same bits: the two edges of a bridge meet the line in one point.
 KPoint Crossing(const KPoint& a, double distanceA, const KPoint& b, double distanceB) {
     const bool fromA = AbsValue(distanceA) < AbsValue(distanceB) ||
                        (AbsValue(distanceA) == AbsValue(distanceB) && distanceA > 0.0);

@@ -12,7 +12,7 @@ namespace halvorn {
 struct KCutLine {
     KPoint origin;
     KPoint direction;  ///< of length 1
-    double low;        ///< where the cutting segment begins along the line, seen from `origin` [L]
+    double low;        ///< where the cutting segment begins along the line, from `origin` on [L]
     double high;       ///< where it ends; -infinity and +infinity for an unbounded line
 };
 
@@ -25,15 +25,15 @@ struct KStretch {
 /// A ring that lines are cutting, one after the other.
 ///
 /// Invariants: neighbouring vertices differ unless both are cut points; vertices of one cut point
-/// coincide with it per axis within the tolerance; of two neighbours, never one is beyond the
-/// tolerance on one side of a line already cut and the other on the other side.
+/// coincide with it per axis within the tolerance; no edge has its ends beyond the tolerance on
+/// opposite sides of a line already cut.
 struct KSplitRing {
     int count = 0;            ///< vertices
     CArray<KPoint> vertices;  ///< the ring's own and the crossings, in ring order
     CArray<int> cutPointOf;   ///< per vertex: its cut point, or -1
     int cutPointCount = 0;
     CArray<KPoint> cutPoints;
-    int besideCount = 0;  ///< vertices on cut points, but not to the last bit
+    int besideCount = 0;  ///< vertices that belong to a cut point but differ from it in some bit
     int stretchCount = 0;
     CArray<KStretch> stretches;
     bool hasFreeEnd = false;  ///< a stretch ends inside the ring, at the end of its segment

@@ -27,16 +27,17 @@ std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
 
-// The vertices that are still there, as a closed chain of indices; those that can lie in the way of
-// an ear, the reflex and straight ones; and the corners that may be ears.
+// The remaining vertices as a closed chain of indices; the obstacles, reflex and straight vertices
+// that can lie in an ear's triangle; and a queue of corners that may be ears.
 //
-// Only reflex vertices are in the way. If none lies in the triangle of a convex corner of a simple
-// ring, no vertex does, and then no edge meets its diagonal either: it would have to enter the
-// triangle through an edge of the ring. A corner that is reflex can only become convex when a
-// neighbour goes, and so it is with a convex one that is no ear: of the vertices in its triangle,
-// the one farthest from the diagonal stays reflex, and so stays, as long as the triangle does. Both
-// wait outside the queue for a neighbour to go, and at most 3 n corners are tried. Walking over all
-// corners again and again would cost n^2 on a ring of scallops, and more on a spiral.
+// Only obstacles need testing. If none lies in the triangle of a convex corner of a simple ring, no
+// vertex does, and then no edge meets its diagonal either: it would have to enter the triangle
+// through an edge of the ring. A reflex corner can become convex only when a neighbour is removed.
+// The same holds for a convex corner that is not an ear to become one: of the vertices in its
+// triangle, the one farthest from the diagonal stays reflex, and is not removed, as long as the
+// triangle lasts. Both therefore wait outside the queue until a neighbour is removed, and at most
+// 3 n corners are tried. Passing over all corners again and again would cost n^2 on a ring of
+// scallops, and more on a spiral.
 struct LiveRing {
     const KPoint* ring = nullptr;
     double reference = 0.0;  // orientation, +1 counter-clockwise, -1 clockwise
@@ -226,7 +227,7 @@ KPoint* KPolygonCentroid(KPoint* out, const KPoint* ring, int n, double tol) {
         moment.x += part * ((b.x + a.x + c.x) / 3.0);
         moment.y += part * ((b.y + a.y + c.y) / 3.0);
     }
-    // An absolute difference of areas: triangles that were too thin to count must not be missed.
+    // An absolute difference of areas: shows whether triangles too thin to count are missing.
     constexpr double kAreaAgreement = 0.01;
     if (area != 0.0 && IsEqualTol(KPolygonArea(&ring->x, n), area, kAreaAgreement)) {
         KMakePoint(out, moment.x / area, moment.y / area);

@@ -20,8 +20,8 @@ struct FreeDeleter {
 template <class T>
 using CArray = std::unique_ptr<T[], FreeDeleter>;
 
-/// Returns `count` zeroed elements, null when memory is exhausted. A null array for a count of 0 is
-/// no failure.
+/// Returns `count` zeroed elements, or null when memory is exhausted. A count of 0 may give null,
+/// too.
 template <class T>
 CArray<T> AllocateZeroed(std::size_t count) noexcept {
     static_assert(std::is_trivial_v<T>, "calloc makes bytes, not objects");

@@ -14,7 +14,7 @@
 
 namespace halvorn {
 
-/// Not yet defined, or unbounded. Equal to itself alone.
+/// Not yet defined, or unbounded. Equal only to itself.
 inline constexpr double UNDEFINED_VALUE = std::numeric_limits<double>::infinity();
 
 /// An invalid result, such as the root of a negative number: the quiet NaN of exactly these bits.
@@ -58,8 +58,8 @@ constexpr void SwapValues(double& a, double& b) {
     b = first;
 }
 
-/// Returns whether `a` and `b` differ by less than `tol`, strictly. `UNDEFINED_VALUE` equals itself
-/// alone; `INVALID_VALUE` equals nothing.
+/// Returns whether `a` and `b` differ by less than `tol`, strictly. `UNDEFINED_VALUE` equals only
+/// itself; `INVALID_VALUE` equals nothing.
 constexpr bool IsEqualTol(double a, double b, double tol) {
     if (a == UNDEFINED_VALUE) return b == UNDEFINED_VALUE;
     if (b == UNDEFINED_VALUE) return false;

@@ -104,7 +104,7 @@ SideAreas EqualAreaBracket::AreasAt(double pos) {
     }
     edgeCount_ = kept;
     area += momentAbove_ - pos * widthAbove_;
-    // What is nothing may come out as rounding below 0.
+    // Rounding can make an empty side slightly negative.
     return {MaxValue(area, 0.0), MaxValue(grossArea_ - area, 0.0)};
 }
 

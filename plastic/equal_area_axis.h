@@ -25,13 +25,13 @@ struct SideAreas {
 ///
 /// The area beyond a line is a sum over edges of the strip between the part of the edge beyond the
 /// line and the line (Green's theorem), so no contour has to be cut. An edge that lies wholly on
-/// one side of the bracket is on that side of every line to come: it is folded into a constant or
-/// forgotten, and the edges to look at become fewer with every step.
+/// one side of the bracket is on that side of every line to come: it is added to a constant or
+/// dropped, and every step looks at fewer edges.
 class EqualAreaBracket {
 public:
     /// Begins with the range of all points. Coordinates are taken relative to `origin`.
     /// @param iDir an `AxisDirection`
-    /// @throws std::bad_alloc for one array of an entry an edge
+    /// @throws std::bad_alloc for one array with an entry per edge
     EqualAreaBracket(const std::list<ContourRecord>& contours, int iDir, const point2D& origin);
 
     /// Returns the middle of the bracket, relative to `origin` [L].
@@ -57,8 +57,8 @@ private:
     void AddContour(const std::vector<point2D>& ring, int iDir, const point2D& origin,
                     CoordinateRange* range);
 
-    std::unique_ptr<SlopedEdge[]>
-        edges_;  // room for every edge; `edgeCount_` can still meet a line
+    // Room for every edge; the first `edgeCount_` can still meet a line.
+    std::unique_ptr<SlopedEdge[]> edges_;
     std::size_t edgeCount_ = 0;
     double low_ = 0.0;
     double high_ = 0.0;
@@ -71,7 +71,7 @@ private:
 
 /// Returns the sum over all contours of flag x (first moments of its parts on the two sides of the
 /// axis at `pos`, both positive) [L^3]. `pos` and all coordinates are relative to `origin`. One
-/// pass, without the contours of flag 0; no allocation.
+/// pass that skips contours of flag 0; no allocation.
 double SumOfLeverArms(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
                       double pos);
 

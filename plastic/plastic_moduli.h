@@ -13,11 +13,11 @@ namespace halvorn {
 
 /// Computes the plastic moduli of a composite section about a horizontal and a vertical axis.
 ///
-/// Each axis is found by bisection as the line with equal gross areas on its two sides (within
-/// 1e-7, absolute, at most 51 splits; then the last line tried stands). The modulus is the sum over
-/// the pieces on both sides of weight x area x distance of the centroid from the axis. A hole's
-/// area counts in the balance, its weight is 0: the modulus of a solid with a hole is the solid's.
-/// A keyhole ring gives the net value.
+/// Each axis is found by bisection as the line with equal gross areas on its two sides. The search
+/// ends when they differ by less than 1e-7 (absolute), or with the 51st line. The modulus is the
+/// sum over the pieces on both sides of weight x area x distance of the centroid from the axis. A
+/// hole's area counts in the balance, its weight is 0: the modulus of a solid with a hole is the
+/// solid's. A keyhole ring gives the net value.
 ///
 /// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h);
 /// only the web parts need pieces. Coordinates are taken relative to the section's first point, so

@@ -61,7 +61,7 @@ void CutContour(const ContourRecord& contour, int iDir, double pos, Sides* sides
 
 // The centroid of a piece from its area integrals, about a vertex of its own. `KPolygonCentroid`
 // would give the same point for a valid ring and the vertex average for any other, such as a ring
-// with a vertex in the middle of a side or a keyhole: no lever arm may rest on that.
+// with a vertex in the middle of a side or a keyhole; that average is no basis for a lever arm.
 point2D PieceCentroid(const std::vector<point2D>& ring) {
     const int n = static_cast<int>(ring.size());
     if (n > 0) {

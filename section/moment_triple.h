@@ -15,12 +15,12 @@ struct MomentTriple {
     double second;   ///< about the second axis
 };
 
-/// Returns the triple in axes turned by `angle` [rad], counter-clockwise positive. Values known in
-/// principal axes that stand at alpha to the host's axes come to the host's with angle = -alpha.
+/// Returns the triple in axes turned by `angle` [rad], counter-clockwise positive. From principal
+/// axes, which stand at alpha to the host's, angle = -alpha leads to the host's axes.
 MomentTriple RotateMoments(const MomentTriple& triple, double angle);
 
-/// Returns a centroidal triple of an area about the origin from which its centroid is seen at
-/// (x, y) (parallel-axis theorem).
+/// Returns a centroidal triple of an area about the origin; `centroid` is where its centroid is
+/// (parallel-axis theorem).
 MomentTriple TransferMoments(const MomentTriple& triple, double area, const point2D& centroid);
 
 }  // namespace halvorn

@@ -51,8 +51,7 @@ struct Drawing {
 std::string Capitals(std::string_view name);
 
 /// @throws InputError for binary DXF, for a text that is not DXF or is cut off within a section,
-/// for
-///         one without entities, and for more than 200000 entities
+///         for one without entities, and for more than 200000 entities
 Drawing FindParts(std::string_view text, const std::string& source);
 
 }  // namespace halvorn::host::dxf

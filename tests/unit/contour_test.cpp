@@ -81,6 +81,7 @@ TEST(EquivalentEllipse, TellsARoundedCircleFromNoEllipseAtAll) {
         {"too small, within the absolute limit", 1e-6 * kPi, 0.5, true},
         {"no area", 0.9e-10, 1, false},
         {"hardly an area", 1.1e-9, 1, true},
+        {"too short an axis", 3e-10, 1, false},
         {"no polar moment", 2, 0, false},
     };
     for (const auto& c : cases) {
