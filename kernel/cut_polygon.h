@@ -32,12 +32,14 @@ struct KPieces {
 /// runs, such as an edge of 1.5 tol that ends on it, may come out on either side, or join the
 /// pieces that they touch.
 ///
-/// Holds while no coordinate exceeds 1e15 tol (1e5 for 1e-10): rounding then moves what meets on
-/// the line by at most half of `tol`. From about twice that on, a line that runs through a vertex
-/// may leave pieces on both of its sides or lose area; lines clear of all vertices still cut well.
-/// `p1` and `p2` should be at least half as far apart as the ring is wide, as the line magnifies
-/// their rounding with the distance from them. They must be 1e-6 apart: nearer they give no
-/// direction (`KVectorAngle`), and a line that is not level may miss the ring.
+/// All this holds while no coordinate exceeds 1e14 tol, which is 1e4 for a tolerance of 1e-10.
+/// Above it, rounding comes near the tolerance, and a piece may reach across the line: from
+/// about 1.5e14 tol where the line passes vertices at about the tolerance (rarely at first, one
+/// such cut in 10^5 at 2e14 tol), and from 2e15 tol where it runs through a vertex. A line clear of
+/// all vertices cuts well beyond that, too.
+///
+/// `p1` and `p2` must be at least 1e-6 apart: nearer they give no direction (`KVectorAngle`), and a
+/// line that is not level may miss the ring.
 ///
 /// Cost: n + k log k for k cut points, and d^2 for d edges that meet in one of them.
 /// @return positive with the pieces in the out-parameters, which the caller frees; 0 with 0 and

@@ -188,12 +188,50 @@ TEST(CutProperty, PiecesOfASimpleRingAreItsHalves) {
     }
 }
 
+// Cuts along the line through two points, and compares with the exact halves. Returns whether the
+// line cuts more off than a sliver.
+bool CheckLine(const Ring& ring, const KPoint& p1, const KPoint& p2, double tol) {
+    // Seen from p1: so near to each other, doubles are subtracted exactly.
+    const auto local = [&](double x, double y) { return std::pair{x - p1.x, y - p1.y}; };
+    Ring near;
+    for (const auto& [x, y] : ring) near.push_back(local(x, y));
+    const auto [dx, dy] = local(p2.x, p2.y);
+    const long double length = std::hypot<long double>(dx, dy), nx = -dy / length, ny = dx / length;
+    const HalfPlane left = Beyond(near, nx, ny, 0), right = Beyond(near, -nx, -ny, 0);
+    const auto whole = static_cast<double>(left.area + right.area);
+    const double size = Extent(near);
+    if (std::min(left.area, right.area) < 10 * tol * size) return false;
+
+    const std::vector<KPoint> points = Points(ring);
+    KPieces pieces;
+    const int status = KCutPolygonByLine(points.data(), static_cast<int>(points.size()), p1, p2,
+                                         tol, &pieces.count, &pieces.ranges, &pieces.points);
+    EXPECT_GT(status, 0);
+    double areaLeft = 0, areaRight = 0;
+    for (int i = 0; i < pieces.count; ++i) {
+        double reachLeft = 0, reachRight = 0;
+        std::vector<KPoint> piece;
+        for (int j = pieces.ranges[i]; j < pieces.ranges[i + 1]; ++j) {
+            const auto [x, y] = local(pieces.points[j].x, pieces.points[j].y);
+            reachLeft = std::max(reachLeft, static_cast<double>(nx * x + ny * y));
+            reachRight = std::max(reachRight, static_cast<double>(-nx * x - ny * y));
+            piece.push_back({x, y});
+        }
+        EXPECT_LE(std::min(reachLeft, reachRight), 1.1 * tol) << "piece " << i;
+        (reachLeft > reachRight ? areaLeft : areaRight) +=
+            KPolygonArea(&piece[0].x, static_cast<int>(piece.size()));
+    }
+    const double slack = 3 * tol * size + 1e-12 * whole;
+    ExpectNear(areaLeft, static_cast<double>(left.area), 1, "left", slack);
+    ExpectNear(areaRight, static_cast<double>(right.area), 1, "right", slack);
+    return true;
+}
+
 // The same for lines in any direction, 45 and 135 degrees among them, given by two points of either
 // order.
 TEST(CutProperty, SlantedLinesCutAlike) {
     int cuts = 0;
     for (const Case& c : Cases()) {
-        const std::vector<KPoint> points = Points(c.ring);
         for (int k = 0; k < 16; ++k) {
             const double angle = k * test_support::kPi / 8;
             const auto [x, y] = c.ring[static_cast<std::size_t>(k) % c.ring.size()];
@@ -202,41 +240,39 @@ TEST(CutProperty, SlantedLinesCutAlike) {
                 k % 3 == 0 ? KPoint{x, y} : KPoint{(x + 2 * x2) / 3, (y + 2 * y2) / 3};
             KPoint along{std::cos(angle), std::sin(angle)};
             if (k % 4 == 2) along = {along.x > 0 ? 1.0 : -1.0, along.y > 0 ? 1.0 : -1.0};
-            const double length = std::hypot(along.x, along.y);
-            const long double nx = -along.y / length, ny = along.x / length;
-            const long double pos = nx * through.x + ny * through.y;
-            KPieces pieces;
-            const int status = KCutPolygonByLine(points.data(), static_cast<int>(points.size()),
-                                                 through, KTranslatePoint(through, along), 1e-10,
-                                                 &pieces.count, &pieces.ranges, &pieces.points);
-            const HalfPlane left = Beyond(c.ring, nx, ny, pos),
-                            right = Beyond(c.ring, -nx, -ny, -pos);
-            const auto whole = static_cast<double>(left.area + right.area);
-            const double size = Extent(c.ring);
-            if (std::min(left.area, right.area) < 1e-9 * size) continue;
             SCOPED_TRACE(c.name + ", direction " + std::to_string(k));
-            ASSERT_GT(status, 0);
-            ++cuts;
-            double areaLeft = 0, areaRight = 0;
-            for (int i = 0; i < pieces.count; ++i) {
-                double reachLeft = 0, reachRight = 0;
-                for (int j = pieces.ranges[i]; j < pieces.ranges[i + 1]; ++j) {
-                    const auto distance = static_cast<double>(nx * pieces.points[j].x +
-                                                              ny * pieces.points[j].y - pos);
-                    reachLeft = std::max(reachLeft, distance);
-                    reachRight = std::max(reachRight, -distance);
-                }
-                EXPECT_LE(std::min(reachLeft, reachRight), 1.1e-10) << "piece " << i;
-                (reachLeft > reachRight ? areaLeft : areaRight) += KPolygonArea(
-                    &pieces.points[pieces.ranges[i]].x, pieces.ranges[i + 1] - pieces.ranges[i]);
-            }
-            ExpectNear(areaLeft, static_cast<double>(left.area), 1, "left",
-                       1e-12 * whole + 3e-10 * size);
-            ExpectNear(areaLeft + areaRight, whole, 2e-12, "sum of the areas");
+            cuts += CheckLine(c.ring, through, KTranslatePoint(through, along), 1e-10);
             if (HasFailure()) return;
         }
     }
     EXPECT_GT(cuts, 1000);
+}
+
+// Rings at the end of the range that the header names, cut through two vertices and past them by up
+// to a few tolerances: there rounding comes nearest to the tolerance.
+TEST(CutProperty, HoldsUpToTheLargestCoordinatesOfItsRange) {
+    std::mt19937 random(11);
+    const auto share = [&random] { return Draw(random, 2001) / 1000.0 - 1; };  // of -1 to 1
+    int cuts = 0;
+    for (const Case& c : Cases()) {
+        for (const double tol : {1e-10, 1e-8}) {
+            const double size = Extent(c.ring), far = 1e14 * tol - size;
+            const Affine place{"", 1, 0, 0, 1, share() < 0 ? -far : far, share() < 0 ? -far : far};
+            const Ring ring = place * c.ring;
+            for (std::size_t i = 0; i < ring.size(); ++i) {
+                const auto& [x, y] = ring[i];
+                const auto& [u, v] =
+                    ring[(i + 1 + static_cast<std::size_t>(Draw(random, 5))) % ring.size()];
+                const double length = std::hypot(u - x, v - y), past = 5 * tol * length / size;
+                if (length < 1e-3 * size) continue;
+                SCOPED_TRACE(c.name + ", vertex " + std::to_string(i));
+                const KPoint p2{u + past * share(), v + past * share()};
+                cuts += CheckLine(ring, {x, y}, p2, tol);
+                if (HasFailure()) return;
+            }
+        }
+    }
+    EXPECT_GT(cuts, 5000);
 }
 
 }  // namespace
