@@ -34,9 +34,8 @@ struct KPieces {
 ///
 /// All this holds while no coordinate exceeds 1e14 tol, which is 1e4 for a tolerance of 1e-10.
 /// Above it, rounding comes near the tolerance, and a piece may reach across the line: from
-/// about 1.5e14 tol where the line passes vertices at about the tolerance (rarely at first, one
-/// such cut in 10^5 at 2e14 tol), and from 2e15 tol where it runs through a vertex. A line clear of
-/// all vertices cuts well beyond that, too.
+/// about 1.5e14 tol where the line passes vertices at about the tolerance, from about 2e15 tol
+/// where it runs through a vertex. A line clear of all vertices still cuts well.
 ///
 /// `p1` and `p2` must be at least 1e-6 apart: nearer they give no direction (`KVectorAngle`), and a
 /// line that is not level may miss the ring.

@@ -1,4 +1,4 @@
-// Point tests, classification, triangulation, centroids and the cut's edge cases.
+// Point tests, classification, centroids and the cut's edge cases.
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
 #include "kernel/edge_graph.h"
@@ -122,38 +122,6 @@ TEST(ClassifyPolygon, TellsValidRingsAndTheFirstFaultOfOthers) {
     }
 }
 
-TEST(TriangulatePolygon, CoversValidRingsAndEndsOnOthers) {
-    for (std::uint32_t seed = 1; seed <= 20; ++seed) {
-        for (const Ring& drawn : {test_support::RandomStar(seed, 3 + static_cast<int>(seed)),
-                                  test_support::RandomSkyline(seed, 4)}) {
-            for (const Ring& ring : {drawn, test_support::Reversed(drawn)}) {
-                const std::vector<KPoint> points = Points(ring);
-                const int n = static_cast<int>(points.size());
-                if (KClassifyPolygon(points.data(), n, kTol) < 1) continue;
-                std::vector<int> triangles(3 * points.size());
-                int count = -1;
-                ASSERT_EQ(KTriangulatePolygon(points.data(), n, triangles.data(), &count, kTol), 0);
-                EXPECT_LE(count, n - 2);
-                double area = 0;
-                for (int i = 0; i < count; ++i) {
-                    const KPoint corners[] = {points[static_cast<std::size_t>(
-                                                  triangles[static_cast<std::size_t>(3 * i)])],
-                                              points[static_cast<std::size_t>(
-                                                  triangles[static_cast<std::size_t>(3 * i + 1)])],
-                                              points[static_cast<std::size_t>(
-                                                  triangles[static_cast<std::size_t>(3 * i + 2)])]};
-                    area += KPolygonArea(&corners[0].x, 3);
-                }
-                ExpectNear(area, KPolygonArea(&points[0].x, n), 1e-12, "area of the triangles");
-            }
-        }
-    }
-    int triangles[6];
-    int count = 7;
-    EXPECT_EQ(KTriangulatePolygon(Points(kBowTie).data(), 4, triangles, &count, kTol), -1);
-    EXPECT_EQ(count, 0);
-}
-
 TEST(PolygonCentroid, IsTheAreasForValidRingsAndTheVertexAverageForOthers) {
     // The ell: 4 x 1 and 1 x 3 about (2, 0.5) and (0.5, 2.5).
     const std::tuple<const char*, Ring, KPoint> cases[] = {
@@ -262,6 +230,50 @@ TEST(CutPolygonByLine, SeparatesSidesAlongEdgesNearlyParallelToTheLine) {
             ExpectNear(areaHigh + areaLow, whole, 1e-12, "sum of the areas");
             if (high > 0) ExpectNear(areaHigh, high, 1e-8, "high");
             if (low > 0) ExpectNear(areaLow, low, 1e-8, "low");
+        }
+    }
+}
+
+// A spike that goes out and back on the same line encloses nothing: beyond the cut it is left out.
+// A slit into the ring parts what it cuts.
+TEST(CutPolygonByLine, CutsSpikesAndSlits) {
+    const Ring spiked = {{0, 0}, {4, 0}, {4, 4}, {2, 4}, {2, 9}, {2, 4}, {0, 4}};
+    const Ring slit = {{0, 0}, {4, 0}, {4, 4}, {2, 4}, {2, 1}, {2, 4}, {0, 4}};
+    const std::tuple<const char*, Ring, Ring, std::vector<double>> cases[] = {
+        {"below the spike", spiked, {{0, 2}, {1, 2}}, {8, 8}},
+        {"through the spike alone", spiked, {{0, 6}, {1, 6}}, {16}},
+        {"through its foot", spiked, {{2, 4}, {4, 0}}, {4, 12}},
+        {"along the spike", spiked, {{2, 0}, {2, 1}}, {8, 8}},
+        {"through spike and corner", spiked, {{2, 5}, {3, 3}}, {2.25, 13.75}},
+        {"below the slit", slit, {{0, 0.5}, {1, 0.5}}, {2, 14}},
+        {"across the slit", slit, {{0, 2}, {1, 2}}, {4, 4, 8}},
+        {"along the slit", slit, {{2, 0}, {2, 1}}, {8, 8}},
+        {"on the slant", slit, {{1, 1}, {3, 3}}, {2, 6, 8}}};
+    for (const auto& [name, ring, line, areas] : cases) {
+        for (const double angle : {0.0, 0.7, 2.1}) {
+            const test_support::Affine turn = test_support::Turn("", angle);
+            const std::vector<KPoint> p = Points(turn * line);
+            for (const Ring& placed : {turn * ring, turn * test_support::Reversed(ring)}) {
+                SCOPED_TRACE(std::string(name) + ", turned by " + std::to_string(angle));
+                const Cut cut(placed, p[0], p[1]);
+                std::vector<double> found;
+                for (int k = 0; k < cut.count; ++k) {
+                    found.push_back(cut.Area(k));
+                    double left = 0, right = 0;
+                    for (int i = cut.ranges[k]; i < cut.ranges[k + 1]; ++i) {
+                        const KPoint a{p[1].x - p[0].x, p[1].y - p[0].y};
+                        const KPoint b{cut.points[i].x - p[0].x, cut.points[i].y - p[0].y};
+                        left = std::max(left, KCross(&a, &b));
+                        right = std::max(right, -KCross(&a, &b));
+                    }
+                    EXPECT_LT(std::min(left, right), 1e-9) << "piece " << k;
+                }
+                std::sort(found.begin(), found.end());
+                ASSERT_EQ(found.size(), areas.size());
+                for (std::size_t k = 0; k < areas.size(); ++k) {
+                    EXPECT_NEAR(found[k], areas[k], 1e-12);
+                }
+            }
         }
     }
 }
