@@ -98,6 +98,28 @@ TEST(PlasticSearch, CountsPiecesWithLongestEdgeAcrossTheAxisAsWeb) {
     EXPECT_FALSE(IsLongestEdgeAcross({1, 0, {0, 0}, {{0, 0}, {1, 0}, {1, 2}, {0, 5}}}, {1, 0}));
 }
 
+// Of a plate whose halves are 30 high, with vertices at half of that height: straight ones are
+// dropped from the halves, and their longest edges are 30. A bend of less than the tolerance is the
+// plate's shape all the same: it stays, and the longest edges are 15, or the ends when these
+// are 20.
+TEST(PlasticSearch, KeepsBendsBelowTheToleranceInItsPieces) {
+    for (const double bend : {0.0, 5e-11, -5e-11}) {
+        for (const double b : {10.0, 20.0}) {
+            Ring plate = {{0, 0},  {b, 0},  {b + bend, 15}, {b + bend, 45},
+                          {b, 60}, {0, 60}, {-bend, 45},    {-bend, 15}};
+            for (const Ring& ring : {plate, test_support::Reversed(plate)}) {
+                for (std::ptrdiff_t first = 0; first < 8; ++first) {
+                    const Search search(Section({test_support::StartingAt(ring, first)}));
+                    SCOPED_TRACE(testing::Message() << b << " wide, bent by " << bend);
+                    ExpectNear(search.wplx, b * 60 * 60 / 4, 1e-10, "Wplx");
+                    ExpectNear(search.webX, bend == 0 || b == 10 ? search.wplx : 0, 1e-12, "web");
+                    EXPECT_EQ(search.webY, 0);
+                }
+            }
+        }
+    }
+}
+
 TEST(SplitSectionAtAxis, LeavesOutSliversOnTheAxisAndPutsTouchingContoursOnTheirSide) {
     std::list<PlasticPiece> high, low;
     double areaHigh = -1, areaLow = -1;
