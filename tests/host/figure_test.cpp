@@ -13,68 +13,26 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 
 #include "figure/hatch.h"
-#include "figure/layout.h"
 #include "figure/outline.h"
 #include "figure/paint.h"
-#include "figure/text.h"
+#include "figure_reports.h"
 #include "input/input_error.h"
-#include "results/evaluate.h"
 
 namespace {
 
-using namespace halvorn::host;
-using namespace halvorn::host::figure;
+using namespace figure_tests;
 namespace fs = std::filesystem;
-
-Points Rectangle(double left, double bottom, double right, double top) {
-    return {{left, bottom}, {right, bottom}, {right, top}, {left, top}};
-}
 
 Points Keyhole() {
     return {{0, 0}, {100, 0}, {100, 100}, {0, 100}, {0, 0},
             {5, 5}, {5, 95},  {95, 95},   {95, 5},  {5, 5}};
-}
-
-Report ReportOf(const Points& solid, const Points& hole = {},
-                const std::string& name = "a <b> & c") {
-    SectionModel section;
-    section.name = name;
-    section.unit = "mm";
-    section.elements.emplace_back();
-    section.elements.back().ring = solid;
-    if (!hole.empty()) {
-        section.elements.emplace_back();
-        section.elements.back().isSolid = false;
-        section.elements.back().ring = hole;
-    }
-    return Evaluate(section, {});
-}
-
-Report WithDerived(Report report, const std::string& key, double number) {
-    std::erase_if(report.derived, [&](const Value& value) { return value.key == key; });
-    Value value;
-    value.key = key;
-    value.symbol = key;
-    value.number = number;
-    report.derived.push_back(value);
-    return report;
-}
-
-double Characters(const std::string& text, double size, bool isBold) {
-    const auto count = std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-    });
-    return static_cast<double>(count) * size * (isBold ? 0.7 : 0.6);
-}
-
-Page LaidOut(const Report& report) {
-    return LayOut(report, Characters);
 }
 
 double ShoelaceArea(const Points& ring) {
@@ -284,6 +242,39 @@ TEST_F(FigureFile, IsTheSameTwiceAndSaysItsTitleAndDimensions) {
     EXPECT_NE(svg.find("Width 120 mm, height 80 mm"), std::string::npos);
     EXPECT_EQ(Written(report, "b.pdf").substr(0, 5), "%PDF-");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 4);  // no part is left behind
+}
+
+// Points of 1/72 inch, in an image at 200 dots per inch.
+TEST_F(FigureFile, IsAsLargeAsItsPage) {
+    for (const Report& report : {ReportOf(Rectangle(0, 0, 120, 80)),
+                                 ReportOf(Rectangle(0, 0, 10, 400), Rectangle(2, 2, 8, 398))}) {
+        const Page page = LayOut(report, FontMeasure());
+        const std::string svg = Written(report, "a.svg");
+        const auto numberAfter = [](const std::string& text, const std::string& key) {
+            const std::size_t at = text.find(key);
+            EXPECT_NE(at, std::string::npos) << key;
+            return at == std::string::npos ? 0.0 : std::stod(text.substr(at + key.size()));
+        };
+        EXPECT_NEAR(numberAfter(svg, "width=\""), page.width, 1e-3);
+        EXPECT_NEAR(numberAfter(svg, "height=\""), page.height, 1e-3);
+        const std::string png = Written(report, "a.png");
+        const auto sizeAt = [&png](std::size_t first) {  // of IHDR, big-endian
+            unsigned size = 0;
+            for (std::size_t i = first; i < first + 4; ++i) {
+                size = 256 * size + static_cast<unsigned char>(png.at(i));
+            }
+            return size;
+        };
+        EXPECT_EQ(sizeAt(16), std::ceil(page.width * 200 / 72));
+        EXPECT_EQ(sizeAt(20), std::ceil(page.height * 200 / 72));
+        const std::string pdf = Written(report, "a.pdf");
+        const std::size_t box = pdf.find("/MediaBox [");
+        ASSERT_NE(box, std::string::npos);
+        double right = 0, top = 0;
+        ASSERT_EQ(std::sscanf(pdf.c_str() + box, "/MediaBox [ 0 0 %lf %lf", &right, &top), 2);
+        EXPECT_NEAR(right, page.width, 1e-3);
+        EXPECT_NEAR(top, page.height, 1e-3);
+    }
 }
 
 TEST_F(FigureFile, LeavesNothingBehindWhenItFails) {
