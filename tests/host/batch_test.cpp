@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 #include "input/input_error.h"
 #include "output/csv.h"
@@ -16,12 +17,12 @@ namespace fs = std::filesystem;
 
 class Batch : public testing::Test {
 protected:
-    fs::path folder = fs::path(testing::TempDir()) /
-                      (std::string("halvorn_batch_") +
-                       testing::UnitTest::GetInstance()->current_test_info()->name());
+    // Its own in every run, so that two runs on one machine leave each other alone.
+    fs::path folder = fs::temp_directory_path() /
+                      ("halvorn-batch-" + std::to_string(std::random_device{}()));
 
     void SetUp() override {
-        fs::remove_all(folder);
+        ASSERT_TRUE(fs::create_directory(folder)) << folder;
         fs::create_directories(folder / "sections");
         fs::create_directories(folder / "empty");
     }
