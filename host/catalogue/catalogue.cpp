@@ -180,6 +180,7 @@ std::vector<Element> CatalogueElements(std::string_view name, const std::string&
     if (!outline.hole.empty()) {
         elements.push_back(MakeElement(*row, outline.hole, factor));
         elements.back().isSolid = false;
+        elements.back().insideOf = 0;
         elements.back().thinWall.reset();
     }
     return elements;

@@ -219,6 +219,7 @@ std::vector<Element> ReadShapePart(const Node& part, std::vector<std::string_vie
     elements[0].thinWall = drawn.thinWall;
     if (elements.size() == 2) {
         elements[1].isSolid = false;
+        elements[1].insideOf = 0;
         elements[1].ring = PointsOf(drawn.outline.hole);
     }
     return elements;

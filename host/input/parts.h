@@ -18,7 +18,8 @@ struct PartOptions {
     bool wantsPublishedValues = false;  ///< of catalogue profiles that do not say which they want
 };
 
-/// Returns the elements of one part where it lies in the section, solids before their holes.
+/// Returns the elements of one part where it lies in the section, solids before their holes;
+/// `insideOf` counts from the first of them.
 /// @throws InputError at the part's place for whatever cannot be drawn
 std::vector<Element> ReadPart(const Node& part, const PartOptions& options);
 

@@ -197,7 +197,9 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
         const Node parts = root.At("parts");
         const std::size_t size = parts.Size("objects");
         for (std::size_t i = 0; i < size; ++i) {
+            const std::size_t first = section.elements.size();
             for (Element& element : ReadPart(parts[i], partOptions)) {
+                if (element.insideOf) *element.insideOf += first;
                 section.elements.push_back(std::move(element));
             }
         }

@@ -4,6 +4,7 @@
 #ifndef HALVORN_HOST_MODEL_SECTION_MODEL_H
 #define HALVORN_HOST_MODEL_SECTION_MODEL_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -50,7 +51,10 @@ struct Element {
     /// out along a bridge and back along the same one.
     Points ring;
     std::optional<GivenValues> given;         ///< absent: all values come from the ring
-    std::optional<ThinWallTorsion> thinWall;  ///< of this ring, or of it and its holes
+    std::optional<ThinWallTorsion> thinWall;  ///< of this ring, or of it and its inside
+    /// Of the inside of a hollow profile: which element of the list is the outside, whose thin-wall
+    /// torsion is that of both.
+    std::optional<std::size_t> insideOf;
 };
 
 enum class PolylineKind { Solid, ClosedWall, OpenWall };

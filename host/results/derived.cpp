@@ -177,10 +177,11 @@ void AddShapeFactors(Deriver& deriver) {
     add("y", "centroid_x", box.left, box.right);
 }
 
-// Whether a hole is the inside of the profile before it, which its thin-wall formula knows.
-bool IsInsideOf(const Element& hole, const Element& profile) {
-    return profile.isSolid && profile.thinWall &&
-           (hole.label == profile.label || hole.label == profile.label + ", inside");
+// Whether the thin-wall formula of the profile around a hole knows the hole.
+bool HasThinWallAround(const Element& hole, const std::vector<Element>& elements) {
+    if (!hole.insideOf) return false;
+    const Element& profile = elements.at(*hole.insideOf);
+    return profile.isSolid && profile.thinWall;
 }
 
 void AddThinWallTorsion(Deriver& deriver) {
@@ -188,10 +189,9 @@ void AddThinWallTorsion(Deriver& deriver) {
     double sum = 0.0;
     std::vector<std::string> methods;
     std::string why;
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        const Element& element = elements[i];
+    for (const Element& element : elements) {
         if (!element.isSolid) {
-            if (i == 0 || !IsInsideOf(element, elements[i - 1])) {
+            if (!HasThinWallAround(element, elements)) {
                 why = "no thin-wall formula takes the hole " + element.label + " into account";
             }
             continue;

@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 class Batch : public testing::Test {
 protected:
     // Its own in every run, so that two runs on one machine leave each other alone.
-    fs::path folder = fs::temp_directory_path() /
-                      ("halvorn-batch-" + std::to_string(std::random_device{}()));
+    fs::path folder =
+        fs::temp_directory_path() / ("halvorn-batch-" + std::to_string(std::random_device{}()));
 
     void SetUp() override {
         ASSERT_TRUE(fs::create_directory(folder)) << folder;

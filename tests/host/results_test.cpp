@@ -8,6 +8,7 @@
 #include <random>
 
 #include "catalogue/csv_table.h"
+#include "input/section_file.h"
 #include "model/crossings.h"
 #include "output/csv.h"
 #include "results/evaluate.h"
@@ -212,13 +213,40 @@ TEST(Derived, AddsThinWallsWhenEverySolidAndHoleHasThem) {
     tube.elements[0].thinWall = {100.0, "a"};
     EXPECT_NE(Entry(Evaluate(tube, {}), "torsion_constant_thin_wall").whyMissing.find("ring 1"),
               std::string::npos);
-    tube.elements[1].label = "ring 0, inside";
+    tube.elements[1].insideOf = 0;
     tube.elements.push_back(tube.elements[0]);
     for (auto& [x, y] : tube.elements[2].ring) x += 200;
     tube.elements[2].thinWall = {20.0, "b"};
     const Value sum = Entry(Evaluate(tube, {}), "torsion_constant_thin_wall");
     EXPECT_EQ(sum.number, 120.0);
     EXPECT_EQ(sum.method, "a, b");
+}
+
+// Names are for messages: none makes a hole the inside of a tube, or takes it from one.
+TEST(Derived, DoesNotDependOnNames) {
+    const auto torsion = [](const std::string& tubeName, const std::string& holeName,
+                            bool hasHole) {
+        const std::string tube = R"({"shape": "rhs", "height": 100, "width": 80, "thickness": 5,
+            "outer_radius": 0, "move": [50, 0], "name": ")" +
+                                 tubeName + "\"}";
+        const std::string hole = R"(, {"shape": "plate", "width": 4, "height": 20, "kind": "hole",
+            "move": [50, 40], "name": ")" +
+                                 holeName + "\"}";
+        const std::string plate = R"({"shape": "plate", "width": 100, "height": 5}, )";
+        const SectionModel section =
+            ReadSectionText(R"({"version": 1, "unit": "mm", "parts": [)" + plate + tube +
+                                (hasHole ? hole : "") + "]}",
+                            "test", {});
+        EXPECT_EQ(section.elements.at(2).insideOf, 1U);
+        return Entry(Evaluate(section, {}), "torsion_constant_thin_wall");
+    };
+    const double expected = 4 * 95 * 95 * 75 * 75.0 * 5 / (2 * (95 + 75)) + 100 * 125 / 3.0;
+    for (const char* const name : {"", "A", "A, inside", "/parts/1"}) {
+        EXPECT_NEAR(torsion(name, "", false).number, expected, 1e-9 * expected) << name;
+        for (const char* const holeName : {"A", "A, inside", "/parts/1", "/parts/1, inside"}) {
+            EXPECT_NE(torsion(name, holeName, true).whyMissing.find(holeName), std::string::npos);
+        }
+    }
 }
 
 Element Published(const Points& outline) {
