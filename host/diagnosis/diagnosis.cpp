@@ -4,10 +4,13 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
 
 #include "diagnosis/overlaps.h"
 #include "input/input_text.h"
 #include "model/crossings.h"
+#include "results/evaluate.h"
+#include "results/rounding.h"
 
 namespace halvorn::host {
 
@@ -137,8 +140,7 @@ double Area(const Points& ring) {
     return 0.5 * std::fabs(TwiceArea(ring));
 }
 
-// Inertias are summed about the origin and moved to the centroid: digits that the distance from the
-// origin takes are gone.
+// Inertias about a distant origin are no help: what moves them to the centroid takes their digits.
 void LookForLostDigits(const Line& line, Findings* findings) {
     constexpr double kEpsilon = 2.2e-16;
     constexpr double kTooCoarse = 1e-9;
@@ -149,18 +151,44 @@ void LookForLostDigits(const Line& line, Findings* findings) {
     if (lost < kTooCoarse) return;
     findings->Add(Severity::Warning, line.label,
                   "it lies " + Digits(ratio) +
-                      " times its size from the origin; of the inertias about " +
+                      " times its size from the origin; of its inertias, moved to the centre of "
+                      "gravity, about " +
                       std::to_string(std::max(0, static_cast<int>(-std::log10(lost)))) +
                       " of 16 digits are left",
                   "move the section nearer to the origin");
 }
 
-// The library's tolerances are fixed numbers of the unit (docs/conventions.md).
-bool HasNoArea(const Line& line) {
-    const double size = ExtentOf(line.points).size;
-    return !line.isOpen && Area(line.points) <= 1e-13 * size * size;
+// What the values themselves tell, where no line has told what is wrong.
+void LookAtValues(SectionModel section, Findings* findings) {
+    section.isDrawn = false;  // what crosses itself is found already
+    const Report report = Evaluate(section, {});
+    for (const std::string& doubt : report.doubts) {
+        findings->Add(Severity::Warning, section.source, doubt, "");
+    }
+    const auto isError = [](const Finding& finding) { return finding.severity == Severity::Error; };
+    if (!report.doubts.empty() ||
+        std::any_of(findings->list.begin(), findings->list.end(), isError)) {
+        return;
+    }
+    for (const std::string_view key : {"area", "centroid_x", "centroid_y", "inertia_x", "inertia_y",
+                                       "inertia_x_origin", "inertia_y_origin"}) {
+        for (const Value& value : report.values) {
+            if (value.key != key || value.IsComputed()) continue;
+            findings->Add(Severity::Error, section.source, value.whyMissing,
+                          report.values.front().number == 0.0
+                              ? "look for missing points, and for holes that are too large"
+                              : "");
+            return;
+        }
+    }
 }
 
+bool HasNoArea(const Line& line) {
+    const double rounding = AreaRounding(line.points);
+    return !line.isOpen && std::isfinite(rounding) && Area(line.points) <= rounding;
+}
+
+// The library's tolerances are fixed numbers of the unit (docs/conventions.md).
 void LookForSmallness(const Line& line, Findings* findings) {
     constexpr double kSmallestArea = 1e-10;   // below it no equivalent ellipse
     constexpr double kSmallestPolar = 1e-10;  // likewise, of the polar moment
@@ -240,7 +268,6 @@ void LookAtLine(Line line, Findings* findings) {
                       "add the missing points");
         return;
     }
-    LookForLostDigits(line, findings);
     const std::vector<Crossing> crossings = FindCrossings(line.points, line.isOpen, kMostPlaces);
     const auto isProper = [](const Crossing& crossing) { return crossing.isProper; };
     const bool crosses = std::any_of(crossings.begin(), crossings.end(), isProper);
@@ -263,11 +290,13 @@ std::vector<Finding> Diagnose(const SectionModel& section) {
         LookAtGivenValues(element, &findings);
     }
     if (section.polyline) {
-        LookAtLine({"/polyline", section.polyline->points,
-                    section.polyline->kind == PolylineKind::OpenWall, section.unit},
-                   &findings);
+        const Line line = {"/polyline", section.polyline->points,
+                           section.polyline->kind == PolylineKind::OpenWall, section.unit};
+        LookForLostDigits(line, &findings);
+        LookAtLine(line, &findings);
     }
     LookForOverlaps(section, &findings);
+    LookAtValues(section, &findings);
     for (const std::string& remark : section.remarks) {
         findings.Add(Severity::Remark, section.source, remark, "");
     }

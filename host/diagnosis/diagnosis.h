@@ -24,7 +24,8 @@ struct Finding {
 };
 
 /// Looks for repeated points, straight vertices, self-intersections, holes outside their solid,
-/// overlapping solids, lost digits and contours without area.
+/// overlapping solids, lost digits, contours without area, and sections without one or without
+/// values.
 std::vector<Finding> Diagnose(const SectionModel& section);
 
 /// Returns the findings as lines for people, worst first; "nothing found" when there are none.

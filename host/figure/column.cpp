@@ -4,7 +4,6 @@
 
 #include "figure/sheet.h"
 #include "figure/text.h"
-#include "results/rounding.h"
 
 namespace halvorn::host::figure {
 
@@ -76,8 +75,7 @@ std::vector<ValueRow> ValueRows(const Report& report) {
         if (value == nullptr) continue;
         const bool isGross = hasHole && (key == "plastic_modulus_x" || key == "plastic_modulus_y");
         rows.push_back({Symbol(value->symbol + (isGross ? ",gross" : "")),
-                        Number(WithoutRounding(*value, report), kDigits, kPlainBelow),
-                        Unit(value->unit)});
+                        Number(value->number, kDigits, kPlainBelow), Unit(value->unit)});
     }
     return rows;
 }

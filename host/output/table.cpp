@@ -6,7 +6,6 @@
 #include <cstdio>
 
 #include "input/input_text.h"
-#include "results/rounding.h"
 
 namespace halvorn::host {
 
@@ -42,12 +41,12 @@ std::size_t DigitsBeforePoint(const std::string& number) {
 
 // The rows of a block of values, decimal points one above the other. Words start where the longest
 // number starts.
-std::vector<Row> Rows(const std::vector<Value>& values, const Report& report) {
+std::vector<Row> Rows(const std::vector<Value>& values) {
     std::vector<std::string> numbers;
     std::size_t widest = 0;
     for (const Value& value : values) {
         const bool isThere = value.IsComputed();
-        numbers.push_back(isThere ? SevenDigits(WithoutRounding(value, report)) : "not computed");
+        numbers.push_back(isThere ? SevenDigits(value.number) : "not computed");
         if (isThere) widest = std::max(widest, DigitsBeforePoint(numbers.back()));
     }
     std::vector<Row> rows;
@@ -102,8 +101,8 @@ std::vector<std::string> NumberLongMethods(std::vector<Row>& rows) {
 // Both blocks in the same columns, a line apart, and what stands for the numbers in them.
 std::string Blocks(const Report& report) {
     std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
-    const std::vector<Row> values = Rows(report.values, report);
-    const std::vector<Row> derived = Rows(report.derived, report);
+    const std::vector<Row> values = Rows(report.values);
+    const std::vector<Row> derived = Rows(report.derived);
     rows.insert(rows.end(), values.begin(), values.end());
     if (!derived.empty()) {
         rows.push_back({});

@@ -53,7 +53,7 @@ public:
         value.power = description->power;
         value.unit = value.power == 0 ? description->unit
                                       : UnitLabel(report_.section.unit, description->power);
-        value.number = result.number;
+        value.number = result.number + 0.0;  // no value is -0
         value.method = method;
         value.whyMissing = result.whyMissing;
         if (value.IsComputed() && !std::isfinite(value.number)) {
@@ -74,14 +74,27 @@ bool HasHole(const SectionModel& section) {
     return std::any_of(section.elements.begin(), section.elements.end(), IsHole);
 }
 
-void AddPrincipalAxes(Deriver& deriver) {
+// Why there is no smaller principal inertia; of given values there is one, 0 if need be.
+Result SecondInertia(const SectionModel& section, const Moments& moments, double second,
+                     const std::string& whyNoDigits) {
+    const bool isLost =
+        std::fabs(second) <= SecondPrincipalRounding(moments, RoundingOf(section.elements));
+    if (!isLost) return {second, ""};
+    const bool hasGiven =
+        std::any_of(section.elements.begin(), section.elements.end(),
+                    [](const Element& element) { return element.given.has_value(); });
+    return {0.0, hasGiven ? "" : whyNoDigits};
+}
+
+void AddPrincipalAxes(Deriver& deriver, const std::string& whyNoDigits) {
     const Result x = deriver.Get("inertia_x"), y = deriver.Get("inertia_y"),
                  xy = deriver.Get("inertia_xy");
     const std::string why = !x.whyMissing.empty()   ? x.whyMissing
                             : !y.whyMissing.empty() ? y.whyMissing
                                                     : xy.whyMissing;
+    const SumRounding sums = RoundingOf(deriver.Section().elements);
     const double rounding = std::max(1e-12 * (std::fabs(x.number) + std::fabs(y.number)),
-                                     InertiaRounding(deriver.Section().elements));
+                                     sums.inertiaX + sums.inertiaY);
     const bool areEqual = std::fabs(x.number - y.number) <= rounding;
     const double product = std::fabs(xy.number) <= rounding ? 0.0 : xy.number;
     const PrincipalInertias exact = PrincipalInertiasOf(x.number, y.number, xy.number);
@@ -89,7 +102,10 @@ void AddPrincipalAxes(Deriver& deriver) {
         PrincipalInertiasOf(x.number, areEqual ? x.number : y.number, product);
     const char* const method = "Mohr's circle";
     deriver.Add("principal_inertia_1", method, {exact.first, why});
-    deriver.Add("principal_inertia_2", method, {exact.second, why});
+    deriver.Add("principal_inertia_2", method,
+                why.empty() ? SecondInertia(deriver.Section(), {x.number, y.number, xy.number},
+                                            exact.second, whyNoDigits)
+                            : Result::Missing(why));
     deriver.Add("principal_angle", method, {axes.angle * 180.0 / std::numbers::pi, why});
 }
 
@@ -215,9 +231,9 @@ void AddMass(Deriver& deriver) {
 
 }  // namespace
 
-void AddDerived(Report* report) {
+void AddDerived(Report* report, const std::string& whyNoDigits) {
     Deriver deriver(*report);
-    AddPrincipalAxes(deriver);
+    AddPrincipalAxes(deriver, whyNoDigits);
     AddRadiiOfGyration(deriver);
     AddPlasticValues(deriver);
     AddShapeFactors(deriver);

@@ -3,6 +3,8 @@
 #ifndef HALVORN_HOST_RESULTS_DERIVED_H
 #define HALVORN_HOST_RESULTS_DERIVED_H
 
+#include <string>
+
 #include "results/report.h"
 
 namespace halvorn::host {
@@ -11,8 +13,8 @@ namespace halvorn::host {
 ///
 /// - Principal inertias I1 >= I2 and the angle of the first axis, in degrees in (-90, 90]. Ixy, and
 ///   the difference Ix - Iy, count as 0 up to 1e-12 (Ix + Iy) or, when that is more, up to the
-///   rounding 16 u A D^2 of inertias at the distance D from the origin, u = 2^-53 and A gross. An
-///   angle that no difference decides is 0.
+///   rounding of Ix and Iy together (`SumRounding`). An angle that no difference decides is 0. An
+///   I2 of which rounding leaves no digit is missing for `whyNoDigits`.
 /// - Radii of gyration about the axes x, y, 1 and 2.
 /// - Plastic axes; gross ones where there is a hole, and then the net axes and moduli too, of the
 ///   solids with their holes joined by bridges (`JoinHoles`).
@@ -22,7 +24,7 @@ namespace halvorn::host {
 /// - Mass per metre when the density is known.
 ///
 /// @pre the values of the report are computed
-void AddDerived(Report* report);
+void AddDerived(Report* report, const std::string& whyNoDigits);
 
 }  // namespace halvorn::host
 

@@ -29,8 +29,6 @@ constexpr const char* kNoArea =
     "the section encloses no area: its points lie on one line or in one place, or holes take it";
 constexpr const char* kTooSmall =
     "the area is too small for the library's fixed tolerance; use a smaller unit, such as mm";
-constexpr const char* kNoDigits =
-    "no digit is left of it at this distance from the origin; move the origin to the section";
 constexpr const char* kEllipseNote =
     "It, Wt and the shear areas of free contours are those of the ellipse with each contour's area "
     "and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a "
@@ -90,26 +88,38 @@ void MarkNoArea(std::vector<Value>& values) {
     }
 }
 
-// The library's tolerance is a fixed number of the unit, and moments about the centre of gravity
-// are differences of those about the origin: of free contours a 0 of one is no value, no more is
-// what rounding leaves of the other.
-void MarkWithoutDigits(const std::vector<Element>& elements, std::vector<Value>& values) {
-    const auto isGiven = [](const Element& element) { return element.given.has_value(); };
-    if (std::any_of(elements.begin(), elements.end(), isGiven)) return;
-    const double rounding = InertiaRounding(elements);
-    bool isLost = false;
+bool HasGiven(const std::vector<Element>& elements) {
+    return std::any_of(elements.begin(), elements.end(),
+                       [](const Element& element) { return element.given.has_value(); });
+}
+
+double NumberOf(const std::vector<Value>& values, std::string_view key) {
+    const auto value = std::find_if(values.begin(), values.end(),
+                                    [&](const Value& other) { return other.key == key; });
+    return value->number;
+}
+
+// Moments about the centre of gravity are differences of those about the origin: of free contours
+// what rounding leaves of one is no value, and what follows from it is none.
+void MarkWithoutDigits(const SumRounding& rounding, const std::string& why,
+                       std::vector<Value>& values) {
+    const bool lacksX = std::fabs(NumberOf(values, "inertia_x")) <= rounding.inertiaX;
+    const bool lacksY = std::fabs(NumberOf(values, "inertia_y")) <= rounding.inertiaY;
     for (Value& value : values) {
-        if (!value.IsComputed()) continue;
-        if (value.key == "torsion_constant" && value.number == 0.0) {
-            value.whyMissing = kTooSmall;
-        } else if (value.key == "inertia_x" || value.key == "inertia_y") {
-            isLost = isLost || std::fabs(value.number) <= rounding;
-        }
+        const std::string_view key = value.key;
+        const bool needsX = key.starts_with("inertia_x") || key == "elastic_modulus_bottom" ||
+                            key == "elastic_modulus_top";
+        const bool needsY = key == "inertia_y" || key == "inertia_xy" ||
+                            key == "elastic_modulus_left" || key == "elastic_modulus_right";
+        if ((needsX && lacksX) || (needsY && lacksY)) value.whyMissing = why;
     }
-    if (!isLost) return;
+}
+
+// The library's tolerance is a fixed number of the unit: of free contours a 0 is no value.
+void MarkTooSmall(std::vector<Value>& values) {
     for (Value& value : values) {
-        if (value.key.starts_with("inertia_") || value.key.starts_with("elastic_modulus")) {
-            value.whyMissing = kNoDigits;
+        if (value.IsComputed() && value.key == "torsion_constant" && value.number == 0.0) {
+            value.whyMissing = kTooSmall;
         }
     }
 }
@@ -123,8 +133,10 @@ bool IsNoArea(const std::vector<Element>& elements, double area) {
     return std::isfinite(rounding) && std::fabs(area) <= rounding;
 }
 
-// What makes the values other than what is meant, before all other notes.
-void AddFaultNotes(const SectionModel& section, Report* report) {
+// What makes the values other than what is meant, before all other notes. Returns whether an
+// outline crosses itself.
+bool AddFaultNotes(const SectionModel& section, Report* report) {
+    bool hasLoop = false;
     for (const Element& element : section.elements) {
         const auto place = FindLoop(element.ring);
         if (!place) continue;
@@ -133,15 +145,18 @@ void AddFaultNotes(const SectionModel& section, Report* report) {
             throw InputError(section.source + ": " + element.label, fault,
                              "bring its points into order, or draw each part as an outline");
         }
+        hasLoop = true;
         report->notes.push_back(
             element.label + " " + fault +
             ": its areas count negatively or twice, so the values have no meaning");
     }
     const Value* const area = report->Find("area");
     if (area != nullptr && area->number < 0.0) {
-        report->notes.emplace_back(
+        report->doubts.emplace_back(
             "the holes take more than the solids give, so the values are negative");
+        report->notes.push_back(report->doubts.back());
     }
+    return hasLoop;
 }
 
 void EvaluateElements(const SectionModel& section, const Shift& shift, Report* report) {
@@ -156,14 +171,21 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
     report->values = Describe(kSectionValues, out, section.unit, IsUnwritten(out.back()));
 
     DescribeElementMethods(section, &report->values);
+    DigitLosses losses;
     if (IsNoArea(section.elements, out[3])) {
         MarkNoArea(report->values);
     } else {
-        MarkWithoutDigits(section.elements, report->values);
+        losses = DigitLossesOf(section.elements, {out[7], out[6], out[8]});
+        if (!HasGiven(section.elements)) {
+            MarkTooSmall(report->values);
+            MarkWithoutDigits(RoundingOf(section.elements), WhyNoDigits(losses.axes),
+                              report->values);
+        }
+        ClearRounding(report);
     }
-    AddDerived(report);
+    AddDerived(report, WhyNoDigits(losses.second));
 
-    AddFaultNotes(section, report);
+    const bool hasLoop = AddFaultNotes(section, report);
     const auto isFree = [](const Element& element) { return !element.given; };
     if (std::any_of(section.elements.begin(), section.elements.end(), isFree)) {
         report->notes.emplace_back(kEllipseNote);
@@ -173,8 +195,11 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
         const bool hasNet = report->Find("plastic_modulus_x_net") != nullptr;
         report->notes.push_back(std::string(kHoleNote) + (hasNet ? kNetIsThere : kNetIsNot));
     }
-    const std::string lostDigits = LostDigitsNote(section.elements);
-    if (!lostDigits.empty()) report->notes.push_back(lostDigits);
+    // Where areas cancel, small moments tell nothing of their digits.
+    const std::string lostDigits = LostDigitsNote(losses);
+    if (lostDigits.empty() || hasLoop) return;
+    report->notes.push_back(lostDigits);
+    report->doubts.push_back(lostDigits);
 }
 
 // Values that no wall has: its faces cross and count areas negatively or twice. The centre of
@@ -211,6 +236,7 @@ void EvaluatePolyline(const SectionModel& section, Report* report) {
                polyline.kind != PolylineKind::Solid && IsImpossible(polyline, out)) {
         for (Value& value : report->values) value.whyMissing = kImpossibleWall;
     }
+    ClearRounding(report);
 }
 
 }  // namespace

@@ -94,9 +94,16 @@ std::optional<double> HalvingLine(const std::vector<Element>& elements, AxisDire
     const double rounding = kRounding * sum;
     if (!(area > rounding) || !std::isfinite(sum)) return std::nullopt;
     const double height = highest - lowest;
-    const double from = HeightWithAreaAbove(strips, 0.5 * area + rounding, 0.0, height);
-    const double to = HeightWithAreaAbove(strips, 0.5 * area - rounding, 0.0, height);
-    return lowest + 0.5 * (from + to);
+    const auto heightAt = [&](double shift) {
+        return HeightWithAreaAbove(strips, 0.5 * area + shift, 0.0, height);
+    };
+    const double from = heightAt(rounding);
+    const double to = heightAt(-rounding);
+    const double line = lowest + 0.5 * (from + to);
+    constexpr double kNearOrigin = 1e-3;  // of the height [-]: where a 0 is worth a look
+    if (std::fabs(line) > kNearOrigin * height) return line;
+    const double off = 0.5 * (from - heightAt(2.0 * rounding) + heightAt(-2.0 * rounding) - to);
+    return std::fabs(line) <= off ? 0.0 : line;
 }
 
 }  // namespace halvorn::host

@@ -24,7 +24,8 @@ enum class HoleArea {
 ///
 /// The area beyond a line is the sum over the edges of the strips between them and the line; it is
 /// bisected to the last bit. Areas closer than 1e-13 of the sum of all strips are taken as equal,
-/// so that the line is off by no more than this over the width of the section there.
+/// so that the line is off by no more than this over the width of the section there; a line that is
+/// no farther than that from the origin is at 0.
 /// Cost: a few passes over the edges.
 std::optional<double> HalvingLine(const std::vector<Element>& elements, AxisDirection direction,
                                   HoleArea holes);

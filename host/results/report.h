@@ -35,9 +35,10 @@ struct Shift {
 struct Report {
     SectionModel section;
     Shift shift;
-    std::vector<Value> values;       ///< the library's outputs in reading order
-    std::vector<Value> derived;      ///< what follows from them; empty for a polyline
-    std::vector<std::string> notes;  ///< what a reader of the values must know, one sentence each
+    std::vector<Value> values;        ///< the library's outputs in reading order
+    std::vector<Value> derived;       ///< what follows from them; empty for a polyline
+    std::vector<std::string> notes;   ///< what a reader of the values must know, one sentence each
+    std::vector<std::string> doubts;  ///< those of the notes that cast doubt on the section itself
 
     /// Returns the value with this key among `values` and `derived`; null when it is not there or
     /// was not computed.

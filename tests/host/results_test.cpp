@@ -301,7 +301,7 @@ TEST(Values, ComeWithANoteWhereDistanceTakesTheirDigits) {
     const auto hasNote = [](double x, double y) {
         return HasNote(Evaluate(Section({{true, Rectangle(x, y, 300, 100)}}), {}), "digits");
     };
-    EXPECT_TRUE(hasNote(1e9, 2e9) && hasNote(-3e5, 0));
+    EXPECT_TRUE(hasNote(1e9, 2e9) && hasNote(-3e6, 0));
     EXPECT_FALSE(hasNote(0, 0) || hasNote(1e5, -1e5));
     const Report far = Evaluate(Section({{true, Rectangle(1e9, 1e9, 100, 100)}}), {});
     for (const char* key :
