@@ -141,8 +141,11 @@ std::string TableText(const Report& report) {
     std::string text = SingleLine(section.name.empty() ? section.source : section.name) + '\n';
     if (!section.description.empty()) text += SingleLine(section.description) + '\n';
     if (report.shift.dx != 0.0 || report.shift.dy != 0.0) {
-        text += "Reference point of the elastic moduli: (xG + " + SevenDigits(report.shift.dx) +
-                ", yG + " + SevenDigits(report.shift.dy) + ") " + section.unit + '\n';
+        const auto plus = [](double number) {
+            return (number < 0.0 ? " - " : " + ") + SevenDigits(std::fabs(number));
+        };
+        text += "Reference point of the elastic moduli: (xG" + plus(report.shift.dx) + ", yG" +
+                plus(report.shift.dy) + ") " + section.unit + '\n';
     }
     text += '\n' + Blocks(report);
     for (const std::string& note : Footnotes(report)) text += '\n' + note + ".\n";

@@ -34,6 +34,13 @@ constexpr const char* kEllipseNote =
     "and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a "
     "hollow section "
     "drawn as one contour (give it as a closed_wall polyline)";
+constexpr const char* kClosedWallNote =
+    "xG and yG are of all that the outer face encloses, not of the wall; Ix0, Iy0 and Ixy0 are of "
+    "the "
+    "wall, so that moving them to this point gives inertias that are off unless the wall is "
+    "symmetric about it (for the centre of gravity and the inertias of the wall itself draw it as "
+    "a "
+    "part, \"parts\": [{\"wall\": ...}])";
 constexpr const char* kImpossibleWall =
     "the wall crosses itself, so that its formulas give impossible values; make it thinner or draw "
     "its line without crossings";
@@ -237,6 +244,9 @@ void EvaluatePolyline(const SectionModel& section, Report* report) {
         for (Value& value : report->values) value.whyMissing = kImpossibleWall;
     }
     ClearRounding(report);
+    if (polyline.kind == PolylineKind::ClosedWall && report->Find("centroid_x") != nullptr) {
+        report->notes.emplace_back(kClosedWallNote);
+    }
 }
 
 }  // namespace

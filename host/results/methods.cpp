@@ -54,6 +54,9 @@ std::string WhyUnknown(const Element& element, std::string_view key) {
 
 std::string PolylineMethod(const Polyline& polyline, std::string_view key) {
     if (!IsTorsionOrShear(key)) {
+        if (polyline.kind == PolylineKind::ClosedWall && StartsWith(key, "centroid_")) {
+            return "exact integrals over all inside the outer face";
+        }
         return polyline.kind == PolylineKind::Solid ? "exact integrals over the outline"
                                                     : "exact integrals over both faces";
     }
