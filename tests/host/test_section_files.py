@@ -181,6 +181,34 @@ BAD_TEXTS = [
     (json.dumps(edited(ROUNDED, "/polyline/radii", [2, 2])), "/polyline/radii", "4 points"),
 ]
 
+# Whole messages: of what stands behind sound siblings, which the place must count.
+BEAM = edited(RECTANGLE, "/contours", RECTANGLE["contours"] + [
+    {"kind": "hole", "points": [[50, 50], [150, 50], [150, 150], [50, 150]]}])
+BEHIND_SIBLINGS = [
+    (edited(BEAM, "/contours/1/points/2/1", "x"),
+     "/contours/1/points/2/1: expected a number, found a string; write a number here"),
+    (edited(BEAM, "/contours/1/points/3", [1]),
+     "/contours/1/points/3: a point needs exactly two numbers, found 1; write it as [x, y]"),
+    (edited(BEAM, "/contours/1/kind", "void"),
+     '/contours/1/kind: unknown value "void"; write one of "solid", "hole"'),
+    (edited(BEAM, "/contours/1/pionts", []),
+     '/contours/1: unknown key "pionts"; remove it or use one of "name", "kind", "points"'),
+    (edited(PARTS, "/parts/5/thickness", -5),
+     "/parts/5/thickness: must be greater than 0, found -5; write a positive number"),
+    (edited(PARTS, "/parts/6/web", REMOVE), '/parts/6: missing key "web"; add it'),
+    (edited(PARTS, "/parts/2/wall/radii/3", -1),
+     "/parts/2/wall/radii/3: must not be negative, found -1; write 0 or a positive number"),
+    (json.dumps(BEAM, indent=1).replace("150\n", "1e999\n", 1),
+     "/contours/1/points/2/1: line 39, column 10: the number 1e999 is beyond the range of a double; "
+     "write a finite number"),
+    (json.dumps(BEAM).replace('"kind": "hole"', '"kind": "hole", "points": []'),
+     '/contours/1: the key "points" appears twice; keep one of the two'),
+    ("150,\n".join(json.dumps(BEAM, indent=1).rsplit("150\n", 1)),
+     "line 44, column 5: not valid JSON: syntax error while parsing value - unexpected ']'; expected "
+     "'[', '{', or a literal at '150,<U+000A>    ]'; correct it there (JSON has no comments, no trailing "
+     "commas, no NaN and no Infinity)"),
+]
+
 BAD_COMMAND_LINES = [
     (["--colour", "x"], "--colour"),
     (["--dx", "wide", "x"], "dx"), (["--dx", "nan", "x"], "finite"), (["--dy", "1e999", "x"], "--dy"),
@@ -220,6 +248,13 @@ class BadInput(unittest.TestCase):
         for text, place, word in BAD_TEXTS:
             with self.subTest(text=text[:60]):
                 self.assert_refused(run("--json", "-", text=text), place, word)
+
+    def test_the_place_behind_siblings(self):
+        for section, message in BEHIND_SIBLINGS:
+            with self.subTest(message=message):
+                text = section if isinstance(section, str) else json.dumps(section)
+                self.assertEqual(run("-", text=text).stderr.decode(),
+                                 f"halvorn-section: standard input: {message}\n")
 
     def test_command_lines(self):
         for arguments, word in BAD_COMMAND_LINES:
