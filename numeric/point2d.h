@@ -5,6 +5,8 @@
 
 #include <type_traits>
 
+#include "numeric/ieee_arithmetic.h"
+
 namespace halvorn {
 
 /// A point or vector [L]. Arrays of it are read as interleaved doubles x0, y0, x1, y1, ...

@@ -8,6 +8,8 @@
 
 #include <atomic>
 
+#include "numeric/ieee_arithmetic.h"
+
 namespace halvorn {
 
 /// Tolerance of thin-wall offsetting, for the length of a sum of two unit normals; 1e-8 until a

@@ -12,6 +12,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "numeric/ieee_arithmetic.h"
+
 namespace halvorn {
 
 /// Not yet defined, or unbounded. Equal only to itself.

@@ -4,7 +4,7 @@
 #include "plastic/plastic_moduli.h"
 
 void CSectionTools::ComputeWplasticValues(double& wplx, double& wply) {
-    halvorn::ComputePlasticModuli(Contours, &wplx, &wply, nullptr, nullptr);
+    halvorn::ComputePlasticModuli(Contours, &wplx, &wply);
 }
 
 void CSectionTools::GetCalculValues(double dx, double dy, double* ixx, double* xG, double* yG,
@@ -41,5 +41,5 @@ void CSectionTools::GetCalculValues(double dx, double dy, double* ixx, double* x
     *wplx = Wplx;
     *wply = Wply;
     *extraSum = ExtraSum;
-    ComputePlasticModuli(Contours, wplx, wply, nullptr, nullptr);
+    ComputePlasticModuli(Contours, wplx, wply);
 }

@@ -67,11 +67,13 @@ struct Modulus {
     double webPart;
 };
 
+// `webPart` is WebPart or null. A pointer, so that whoever wants no web part does not reach WebPart
+// and the kernel behind it, and the linker leaves both out of the shared library.
 Modulus PlasticModulus(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
-                       bool wantWeb, std::string* trace) {
+                       decltype(&WebPart) webPart, std::string* trace) {
     const double pos = FindEqualAreaAxis(contours, iDir, origin, trace);
     return {SumOfLeverArms(contours, iDir, origin, pos),
-            wantWeb ? WebPart(contours, iDir, origin, pos) : 0.0};
+            webPart ? webPart(contours, iDir, origin, pos) : 0.0};
 }
 
 // The first point of the section, or the origin when there is none to measure from.
@@ -90,18 +92,24 @@ point2D LocalOrigin(const std::list<ContourRecord>& contours) {
 void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
                           double* webPartX, double* webPartY, std::string* trace) {
     if (!wplx || !wply) return;
-    const bool wantWeb = webPartX && webPartY;
+    const auto webPart = webPartX && webPartY ? &WebPart : nullptr;
     const point2D origin = LocalOrigin(contours);
-    const Modulus x = PlasticModulus(contours, kHorizontalAxis, origin, wantWeb, trace);
+    const Modulus x = PlasticModulus(contours, kHorizontalAxis, origin, webPart, trace);
     *wplx = x.total;
     if (webPartX) *webPartX = x.webPart;
-    const Modulus y = PlasticModulus(contours, kVerticalAxis, origin, wantWeb, trace);
+    const Modulus y = PlasticModulus(contours, kVerticalAxis, origin, webPart, trace);
     *wply = y.total;
     if (webPartY) *webPartY = y.webPart;
     if (trace) {
         *trace += "Wplx[cm^3] = " + FormatFixed(*wplx * 1e6, 1) + "\n";
         *trace += "Wply[cm^3] = " + FormatFixed(*wply * 1e6, 1) + "\n";
     }
+}
+
+void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply) {
+    const point2D origin = LocalOrigin(contours);
+    *wplx = PlasticModulus(contours, kHorizontalAxis, origin, nullptr, nullptr).total;
+    *wply = PlasticModulus(contours, kVerticalAxis, origin, nullptr, nullptr).total;
 }
 
 std::string FormatFixed(double value, int precision) {

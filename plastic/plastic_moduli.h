@@ -35,6 +35,9 @@ namespace halvorn {
 void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
                           double* webPartX, double* webPartY, std::string* trace = nullptr);
 
+/// The same moduli alone; neither pointer may be null.
+void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply);
+
 /// Returns `value` in fixed notation with `precision` digits after the point (none below 0), in the
 /// classic locale whatever the host's is.
 std::string FormatFixed(double value, int precision);

@@ -1,0 +1,12 @@
+/// @file ieee_arithmetic.h
+/// Refuses compilers that were told to treat floating-point numbers as real ones. The library tells
+/// NaN and infinity apart, and equal sums must cancel exactly: a solid and the same hole.
+#ifndef HALVORN_NUMERIC_IEEE_ARITHMETIC_H
+#define HALVORN_NUMERIC_IEEE_ARITHMETIC_H
+
+#if defined(__FAST_MATH__) || defined(_M_FP_FAST) || \
+    (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__ != 0)
+#error "HalvornSectionTools wants IEEE arithmetic: compile it without -ffast-math, -Ofast, /fp:fast"
+#endif
+
+#endif  // HALVORN_NUMERIC_IEEE_ARITHMETIC_H
