@@ -1,3 +1,27 @@
+# What the library exports.
+if(HALVORN_LIBRARY_TYPE STREQUAL "STATIC")
+  # Nothing is exported or imported then, neither here nor by a program that links the library.
+  foreach(target IN ITEMS halvorn_objects HalvornSectionTools)
+    target_compile_definitions(${target} PUBLIC HALVORN_SECTION_TOOLS_STATIC)
+  endforeach()
+endif()
+
+# Routines that tests and benchmarks call and no exported member does: the linker leaves them out, of
+# the shared library here, of a program that links the static one if its own link asks so.
+include(CheckLinkerFlag)
+if(NOT MSVC)
+  check_linker_flag(CXX LINKER:--gc-sections HALVORN_LINKER_COLLECTS_SECTIONS)
+endif()
+if(HALVORN_LINKER_COLLECTS_SECTIONS)
+  target_compile_options(halvorn_objects PRIVATE -ffunction-sections -fdata-sections)
+endif()
+if(HALVORN_LIBRARY_TYPE STREQUAL "STATIC")
+  return()
+endif()
+if(HALVORN_LINKER_COLLECTS_SECTIONS)
+  target_link_options(HalvornSectionTools PRIVATE LINKER:--gc-sections)
+endif()
+
 # Hidden visibility is not enough: instantiations of std:: templates would still be exported. The
 # version script leaves the members of CSectionTools and nothing else.
 if(NOT WIN32 AND NOT APPLE)

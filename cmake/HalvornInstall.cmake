@@ -37,6 +37,10 @@ foreach(directory IN ITEMS LIBDIR INCLUDEDIR)
   file(RELATIVE_PATH HALVORN_PC_${directory}
     ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_${directory}})
 endforeach()
+set(HALVORN_PC_CFLAGS "")
+if(HALVORN_LIBRARY_TYPE STREQUAL "STATIC")
+  set(HALVORN_PC_CFLAGS " -DHALVORN_SECTION_TOOLS_STATIC")
+endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/HalvornSectionTools.pc.in
   ${PROJECT_BINARY_DIR}/HalvornSectionTools.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/HalvornSectionTools.pc
@@ -65,7 +69,7 @@ halvorn_install_documents(Development conventions.md theory.md robustness.md per
   platforms.md host-developers.md)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/consumer
   DESTINATION ${HALVORN_DOCDIR_Development}/examples COMPONENT Development)
-if(HALVORN_BUILD_HOST)
+if(HALVORN_WITH_HOST)
   halvorn_install_documents(Tool conventions.md file-format.md section.schema.json guide.md
     published-values.md)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples

@@ -11,8 +11,12 @@
 #include <vector>
 
 /// @def HALVORN_SECTION_TOOLS_API
-/// Marks the class that the library exports and its hosts import.
-#if defined(_WIN32)
+/// Marks the class that the shared library exports and its hosts import. Hosts of the static
+/// library define HALVORN_SECTION_TOOLS_STATIC, as CMake's target and pkg-config do: then it marks
+/// nothing.
+#if defined(HALVORN_SECTION_TOOLS_STATIC)
+#define HALVORN_SECTION_TOOLS_API
+#elif defined(_WIN32)
 #if defined(HALVORN_SECTION_TOOLS_BUILDING)
 #define HALVORN_SECTION_TOOLS_API __declspec(dllexport)
 #else
