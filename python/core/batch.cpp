@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "arguments.h"
+#include "hole_places.h"
 #include "section_values.h"
 
 namespace halvorn::python {
@@ -56,16 +57,19 @@ std::string FindFault(const std::vector<std::int64_t>& offsets, std::size_t end,
 
 void ComputeSection(Batch& batch, std::size_t section, double* values) {
     CSectionTools tools;
-    double areaRounding = 0.0;
+    SectionRounding rounding;
+    std::vector<Outline> outlines;
     const auto last = static_cast<std::size_t>(batch.sectionOffsets[section + 1]);
     for (auto i = static_cast<std::size_t>(batch.sectionOffsets[section]); i < last; ++i) {
         const std::int64_t first = batch.contourOffsets[i];
-        const std::int64_t count = batch.contourOffsets[i + 1] - first;
+        const auto count = static_cast<std::size_t>(batch.contourOffsets[i + 1] - first);
         double* const points = batch.coordinates.data() + 2 * first;
         tools.PushContour(static_cast<int>(count), points, batch.flags[i]);
-        areaRounding += AreaRounding(points, static_cast<std::size_t>(count));
+        rounding.AddContour(points, count);
+        outlines.push_back({points, count, batch.flags[i] != 0});
     }
-    const Values row = ReadingOrder(tools, batch.dx[section], batch.dy[section], areaRounding);
+    Values row = ReadingOrder(tools, batch.dx[section], batch.dy[section], rounding).values;
+    if (FindMisplacedHole(outlines)) row.fill(std::numeric_limits<double>::quiet_NaN());
     std::copy(row.begin(), row.end(), values + section * kValueCount);
 }
 

@@ -13,6 +13,8 @@
 #include <mutex>
 #include <new>
 
+#include "section_rounding.h"
+
 namespace halvorn::python {
 
 /// A call on at least this many vertices, some 5 us, lets other Python threads run meanwhile. To
@@ -58,7 +60,7 @@ public:
         Use(Vertices(), [&](const CSectionTools& tools) {
             copy->tools_ = tools;
             copy->vertices_ = Vertices();
-            copy->areaRounding_ = AreaRounding();
+            copy->rounding_ = rounding_;
         });
         return copy;
     }
@@ -67,9 +69,8 @@ public:
     std::size_t Vertices() const { return vertices_; }
     void CountVertices(std::size_t added) { vertices_ += added; }
 
-    /// How far the sum of the free contours' areas may be off [L^2]; 0 without any.
-    double AreaRounding() const { return areaRounding_; }
-    void AddAreaRounding(double added) { areaRounding_ += added; }
+    /// What rounding leaves of the sums; to be touched within `Use` only.
+    SectionRounding& Rounding() { return rounding_; }
 
 private:
     static constexpr unsigned kConstructed = 0x5EC7107;
@@ -78,7 +79,7 @@ private:
     std::mutex mutex_;
     CSectionTools tools_;
     std::atomic<std::size_t> vertices_ = 0;
-    std::atomic<double> areaRounding_ = 0.0;
+    SectionRounding rounding_;
 };
 
 }  // namespace halvorn::python

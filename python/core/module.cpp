@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "arguments.h"
 #include "batch.h"
 #include "guarded_section.h"
+#include "hole_places.h"
 #include "section_values.h"
 
 namespace py = pybind11;
@@ -43,9 +45,9 @@ void PushContour(GuardedSection& section, py::handle points, py::handle flag) {
     const unsigned char solid = ReadFlag(flag, "flag");
     const std::size_t count = coordinates.size() / 2;
     section.CountVertices(count);
-    section.AddAreaRounding(AreaRounding(coordinates.data(), count));
     section.Use(count, [&](CSectionTools& tools) {
         tools.PushContour(static_cast<int>(count), coordinates.data(), solid);
+        section.Rounding().AddContour(coordinates.data(), count);
     });
 }
 
@@ -77,6 +79,8 @@ void PushContourStandard(GuardedSection& section, py::handle points, py::handle 
                                   given[2], given[3], given[4], given[5], given[6], given[7],
                                   given[8], given[9], given[10], given[11], given[12], given[13],
                                   solid);
+        section.Rounding().AddProfile(coordinates.data(), count, given[1], given[2], given[3],
+                                      given[8], given[7]);
     });
 }
 
@@ -109,18 +113,44 @@ py::object GetCalculValues(GuardedSection& section, py::handle dx, py::handle dy
     return Record("CalculValues")(*fields);
 }
 
-py::tuple SectionValues(GuardedSection& section, py::handle dx, py::handle dy) {
+py::tuple ComputeSection(GuardedSection& section, py::handle dx, py::handle dy) {
     const double shiftX = ReadNumber(dx, "dx");
     const double shiftY = ReadNumber(dy, "dy");
-    Values values;
+    SectionValues row;
     section.Use(section.Vertices(), [&](CSectionTools& tools) {
-        values = ReadingOrder(tools, shiftX, shiftY, section.AreaRounding());
+        row = ReadingOrder(tools, shiftX, shiftY, section.Rounding());
     });
+    if (row.fault != nullptr) throw py::value_error(std::string("the section ") + row.fault);
     py::tuple fields(kValueCount);
     for (std::size_t i = 0; i < kValueCount; ++i) {
-        fields[i] = std::isnan(values[i]) ? py::none() : py::object(py::float_(values[i]));
+        const double value = row.values[i];
+        fields[i] = std::isnan(value) ? py::none() : py::object(py::float_(value));
     }
     return fields;
+}
+
+// Of pairs of points and whether they are a solid's.
+py::object MisplacedHole(const py::list& contours) {
+    using Points = py::array_t<double, py::array::c_style | py::array::forcecast>;
+    std::vector<Points> owners;
+    std::vector<Outline> outlines;
+    std::size_t vertices = 0;
+    for (const py::handle contour : contours) {
+        const auto pair = py::cast<std::pair<Points, bool>>(contour);
+        const auto count = static_cast<std::size_t>(pair.first.shape(0));
+        owners.push_back(pair.first);
+        outlines.push_back({owners.back().data(), count, pair.second});
+        vertices += count;
+    }
+    std::optional<MisplacedPoint> found;
+    if (vertices < kLongCall) {
+        found = FindMisplacedHole(outlines);
+    } else {
+        const py::gil_scoped_release released;
+        found = FindMisplacedHole(outlines);
+    }
+    if (!found) return py::none();
+    return py::make_tuple(found->outline, found->x, found->y);
 }
 
 py::object CalculContour(py::handle isThinWalled, py::handle isOpen, py::handle torsionMode,
@@ -311,9 +341,14 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
     module.def(
         "checked_numbers", &CheckedNumbers, arg("numbers"), arg("place"),
         "checked_numbers(numbers, place)\n\nReturns finite floats in an array of shape (n,).");
-    module.def("section_values", &SectionValues, arg("section"), arg("dx"), arg("dy"),
+    module.def("section_values", &ComputeSection, arg("section"), arg("dx"), arg("dy"),
                "section_values(section, dx, dy)\n\nReturns the values of a CSectionTools in the "
-               "order of VALUE_NAMES; None for what was not\ncomputed or is no finite number.");
+               "order of VALUE_NAMES; None for what was not\ncomputed. Raises ValueError for a "
+               "section that cannot be.");
+    module.def("misplaced_hole", &MisplacedHole, arg("contours"),
+               "misplaced_hole(contours)\n\nReturns (index, x, y) of a hole and of its point where "
+               "there is nothing to subtract; None when\nevery hole is in its place. contours is a "
+               "list of points and whether they are a solid's.");
     module.def("batch_values", &BatchValues, arg("points"), arg("contour_offsets"), arg("flags"),
                arg("section_offsets"), arg("dx"), arg("dy"), arg("threads"),
                "batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads)\n\n"

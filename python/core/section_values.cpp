@@ -1,6 +1,5 @@
 #include "section_values.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -13,16 +12,106 @@ namespace {
 // The first output that is 0 or not written when a fibre distance is 0: the elastic moduli.
 constexpr std::size_t kFirstStopped = 10;
 
-// Outputs, and a place in reading order.
-constexpr std::size_t kTorsionConstant = 0;
-constexpr std::size_t kArea = 3;
-constexpr std::size_t kTorsionRow = 12;
+// Places in reading order.
+enum Row : std::size_t {
+    kArea,
+    kCentroidX,
+    kCentroidY,
+    kInertiaX,
+    kInertiaY,
+    kInertiaXY,
+    kModulusBottom,
+    kModulusTop,
+    kModulusLeft,
+    kModulusRight,
+    kTorsionConstant = 12,
+    kTorsionModulus,
+    kShearArea,
+};
 
 constexpr double kNotComputed = std::numeric_limits<double>::quiet_NaN();
 
 // A NaN that no arithmetic produces, so that an output never written can be told from a computed
 // NaN.
 constexpr std::uint64_t kUnwrittenBits = 0x7FF8'5EC7'1015'0BADULL;
+
+constexpr const char* kNoArea =
+    "has no properties: its area is 0, because its points lie on a line or its holes take all";
+constexpr const char* kNegativeArea =
+    "has no properties: its area is negative, because its holes take more than its solids give";
+constexpr const char* kNegativeInertia =
+    "has no properties: its inertias are impossible, because its holes take more than its solids "
+    "give";
+constexpr const char* kTooSmall =
+    "has no properties: its area is below the library's fixed tolerance; use a smaller unit, such "
+    "as mm";
+constexpr const char* kOverflow = "has no properties: its coordinates are too large or too small";
+constexpr const char* kNoDigits =
+    "has no inertias: so far from the origin rounding leaves no digit of them; move the origin to "
+    "the section";
+
+// Of the area; the centre of gravity moves as much, relative to its distance from (0, 0).
+constexpr double kNegligible = 1e-9;
+
+// Says why values like these are of no section; null when they may be.
+const char* FindImpossible(const Values& values, const SectionRounding& rounding,
+                           const ValueRounding& bounds) {
+    const double area = values[kArea];
+    if (std::isnan(area)) return nullptr;
+    if (std::fabs(area) <= bounds.area || area == 0.0) return kNoArea;
+    if (area < 0.0) return kNegativeArea;
+    if (rounding.NeglectedArea() > kNegligible * area) return kTooSmall;
+    const double x = values[kInertiaX] + bounds.inertiaX;
+    const double y = values[kInertiaY] + bounds.inertiaY;
+    const double product = std::fabs(values[kInertiaXY]) - bounds.inertiaXY;
+    const bool isProductTooLarge = product > 0.0 && product > std::sqrt(x) * std::sqrt(y);
+    return x < 0.0 || y < 0.0 || isProductTooLarge ? kNegativeInertia : nullptr;
+}
+
+// Says that a value which every section has is not finite; null when all are.
+const char* FindOverflow(const Values& values) {
+    for (const std::size_t row : {kArea, kCentroidX, kCentroidY, kInertiaX, kInertiaY, kInertiaXY,
+                                  kTorsionModulus, kShearArea}) {
+        if (std::isnan(values[row])) return kOverflow;
+    }
+    // Of a small area the torsion constant is below the library's tolerance.
+    return std::isnan(values[kTorsionConstant]) && values[kArea] > 1.0 ? kOverflow : nullptr;
+}
+
+// The inertia about one axis, with the moduli that follow from it.
+struct AxisRows {
+    Row inertia;
+    Row modulusLow;
+    Row modulusHigh;
+    double ValueRounding::*bound;
+};
+constexpr AxisRows kAxes[] = {
+    {kInertiaX, kModulusBottom, kModulusTop, &ValueRounding::inertiaX},
+    {kInertiaY, kModulusLeft, kModulusRight, &ValueRounding::inertiaY},
+};
+
+// Makes inertias that are no more than their rounding NaN, with what follows from them; 0 where
+// only what was given with profiles counts, which may be 0. Returns whether any is NaN.
+bool MarkLostInertias(const SectionRounding& rounding, const ValueRounding& bounds,
+                      Values* values) {
+    bool isAnyLost = false;
+    for (const AxisRows& axis : kAxes) {
+        const double bound = bounds.*axis.bound;
+        if (!(std::fabs((*values)[axis.inertia]) <= bound)) continue;
+        const double given = rounding.GivenInertia();
+        const bool isLost = given > 0.0 ? bound > given : rounding.HasContour();
+        for (const Row row : {axis.inertia, axis.modulusLow, axis.modulusHigh}) {
+            if (!std::isnan((*values)[row])) (*values)[row] = isLost ? kNotComputed : 0.0;
+        }
+        isAnyLost = isAnyLost || isLost;
+    }
+    if (isAnyLost) (*values)[kInertiaXY] = kNotComputed;
+    return isAnyLost;
+}
+
+void ZeroIfRounding(double bound, double* value) {
+    if (std::fabs(*value) <= bound) *value = 0.0;
+}
 
 }  // namespace
 
@@ -59,34 +148,35 @@ bool GetOutputs(CSectionTools& tools, double dx, double dy, Values* outputs) {
     return std::bit_cast<std::uint64_t>(out.back()) != kUnwrittenBits;
 }
 
-double AreaRounding(const double* coordinates, std::size_t count) {
-    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
-    double largest = 0.0;
-    double lengths = 0.0;
-    const double* before = coordinates + 2 * (count - 1);
-    for (const double* point = coordinates; point != coordinates + 2 * count; point += 2) {
-        largest = std::max({largest, std::fabs(point[0]), std::fabs(point[1])});
-        lengths += std::fabs(point[0] - before[0]) + std::fabs(point[1] - before[1]);
-        before = point;
-    }
-    return kRounding * largest * lengths;
-}
-
-Values ReadingOrder(CSectionTools& tools, double dx, double dy, double areaRounding) {
+SectionValues ReadingOrder(CSectionTools& tools, double dx, double dy,
+                           const SectionRounding& rounding) {
     Values outputs;
     const bool isComplete = GetOutputs(tools, dx, dy, &outputs);
-    Values values;
+    SectionValues row;
     for (std::size_t i = 0; i < kValueCount; ++i) {
         const std::size_t output = kReadingOrder[i].output;
         const bool isComputed = isComplete || output < kFirstStopped;
-        values[i] = isComputed && std::isfinite(outputs[output]) ? outputs[output] : kNotComputed;
+        row.values[i] =
+            isComputed && std::isfinite(outputs[output]) ? outputs[output] : kNotComputed;
     }
-    if (areaRounding > 0.0) {
-        if (std::fabs(outputs[kArea]) <= areaRounding) values.fill(kNotComputed);
-        // Contours below the library's fixed tolerance have no torsion constant.
-        if (outputs[kTorsionConstant] == 0.0) values[kTorsionRow] = kNotComputed;
+    const ValueRounding bounds = rounding.Bounds(row.values[kArea]);
+    row.fault = FindImpossible(row.values, rounding, bounds);
+    if (row.fault != nullptr) {
+        row.values.fill(kNotComputed);
+        return row;
     }
-    return values;
+    // Contours below the library's fixed tolerance have no torsion constant.
+    if (rounding.HasContour() && row.values[kTorsionConstant] == 0.0) {
+        row.values[kTorsionConstant] = kNotComputed;
+    }
+    row.fault = FindOverflow(row.values);
+    if (MarkLostInertias(rounding, bounds, &row.values) && row.fault == nullptr) {
+        row.fault = kNoDigits;
+    }
+    ZeroIfRounding(bounds.centroidX, &row.values[kCentroidX]);
+    ZeroIfRounding(bounds.centroidY, &row.values[kCentroidY]);
+    ZeroIfRounding(bounds.inertiaXY, &row.values[kInertiaXY]);
+    return row;
 }
 
 }  // namespace halvorn::python

@@ -8,6 +8,8 @@
 #include <array>
 #include <cstddef>
 
+#include "section_rounding.h"
+
 namespace halvorn::python {
 
 constexpr std::size_t kValueCount = 17;
@@ -30,15 +32,20 @@ constexpr std::size_t kFirstUnwritten = 14;
 /// @returns whether it wrote every output; if not, those from `kFirstUnwritten` on are NaN
 bool GetOutputs(CSectionTools& tools, double dx, double dy, Values* outputs);
 
-/// Returns how far the area of a contour may be off, for the rounding of its coordinates along its
-/// edges [L^2].
-/// @param coordinates x0, y0, x1, y1, ... of `count` points [L]
-double AreaRounding(const double* coordinates, std::size_t count);
+/// The values of a section in reading order.
+struct SectionValues {
+    Values values{};              // NaN for what was not computed or is no finite number
+    const char* fault = nullptr;  // why a section like this has no properties, after "the section "
+};
 
-/// Returns the values in reading order; NaN for what was not computed or is no finite number, for
-/// all when the area is no more than its rounding.
-/// @param areaRounding of all free contours; 0 when there are none
-Values ReadingOrder(CSectionTools& tools, double dx, double dy, double areaRounding);
+/// Computes the values in reading order.
+///
+/// All are NaN when the section cannot be: without area or with a negative one, with inertias that
+/// no section has, or when the library takes its contours for nothing. Inertias without a digit
+/// left, and what follows from them, are NaN. A centre of gravity and a product moment that are no
+/// more than their rounding are 0.
+SectionValues ReadingOrder(CSectionTools& tools, double dx, double dy,
+                           const SectionRounding& rounding);
 
 }  // namespace halvorn::python
 

@@ -55,8 +55,9 @@ def compute_batch(
     dx, dy           one number or shape (k,): as in `Section.properties` [L]
     threads          0: as many as pay off; the results are the same bits with any number
 
-    Other Python threads run meanwhile; the arrays are copied first, so they may change. A section
-    without area gives nan and no error.
+    Other Python threads run meanwhile; the arrays are copied first, so they may change. Where
+    `Section.properties` raises ValueError a section gives nan and no error: all values of one that
+    cannot be, the inertias and elastic moduli of one too far from the origin.
 
     Raises ValueError or TypeError for arrays that do not fit, naming section and contour, and
     MemoryError.

@@ -87,6 +87,9 @@ def checked_numbers(numbers: ArrayLike, place: str) -> NDArray[np.float64]: ...
 def section_values(
     section: CSectionTools, dx: Number, dy: Number
 ) -> tuple[float | None, ...]: ...
+def misplaced_hole(
+    contours: list[tuple[NDArray[np.float64], bool]],
+) -> tuple[int, float, float] | None: ...
 def batch_values(
     points: Points,
     contour_offsets: ArrayLike,

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import copy
 import threading
-from dataclasses import astuple, dataclass
+from dataclasses import dataclass
 from typing import TYPE_CHECKING, Any, Sequence
 
 import numpy as np
@@ -15,11 +15,12 @@ from ._core import (
     checked_number,
     checked_numbers,
     checked_points,
+    misplaced_hole,
     section_values,
 )
 from ._results import PolylineProperties, SectionProperties
 from ._types import Number, Points
-from ._walls import require_room
+from ._walls import checked_properties, require_room
 
 if TYPE_CHECKING:
     from matplotlib.axes import Axes
@@ -163,21 +164,29 @@ class Section:
         dx, dy  shift of the point from which the fibre distances of the elastic moduli are measured,
                 from the centre of gravity [L]
 
-        Raises ValueError for an empty section, for one without area and when the coordinates are so
-        large that a result overflows.
+        Raises ValueError for an empty section, for one that cannot be (without area, or with a hole
+        that is not within its solids), for one so far from the origin that rounding leaves no digit
+        of its inertias, and when the coordinates are so large that a result overflows. A centre of
+        gravity and an `inertia_xy` that are no more than rounding are 0.
         """
         if not self._elements:
             raise ValueError("the section is empty: add a contour or a profile first")
-        values = section_values(self._tools, dx, dy)
-        properties = SectionProperties(*values)  # type: ignore[arg-type]
-        needed = (properties.area, properties.centroid_x, properties.inertia_x,
-                  properties.inertia_y, properties.torsion_modulus, properties.shear_area_1)
-        overflows = properties.torsion_constant is None and values[0] is not None and values[0] > 1.0
-        if None in needed or overflows:
-            raise ValueError("the section has no properties: its area is 0, because its points lie "
-                             "on a line or its holes take all, or its coordinates are too large or "
-                             "too small")
-        return properties
+        self._require_holes_in_place()
+        return SectionProperties(*section_values(self._tools, dx, dy))  # type: ignore[arg-type]
+
+    def _require_holes_in_place(self) -> None:
+        """Raises ValueError for a hole, of those not given with a profile's values, that is not
+        within the solids."""
+        numbered = [(number, item) for number, item in enumerate(self._elements, 1)
+                    if item.solid or item.given is None]
+        if all(item.solid for _, item in numbered):
+            return
+        found = misplaced_hole([(item.points, bool(item.solid)) for _, item in numbered])
+        if found:
+            index, x, y = found
+            raise ValueError("the section has no properties: the hole that was added as number "
+                             f"{numbered[index][0]} reaches to ({x:.6g}, {y:.6g}), outside the solids "
+                             "or within another hole, where there is nothing to subtract")
 
     @staticmethod
     def polyline(
@@ -199,7 +208,8 @@ class Section:
         torsion    of a wall: "general", or "tube" for the formulas of a circular tube
 
         Raises as `add`, and ValueError for other choices, for corners that have no room on their
-        edges, for a wall or radii on points that repeat and for a polyline that encloses no area.
+        edges, for a wall or radii on points that repeat, for a polyline that encloses no area and
+        for a wall that crosses itself so that its values are impossible.
 
         >>> Section.polyline([(0, 0), (80, 0), (80, 60)], "open_wall", thickness=4).area
         560.0
@@ -221,13 +231,7 @@ class Section:
             require_room(line.tolist(), bends.tolist(), width, not is_open)
         values = CSectionTools.CalculContourQuelconqueTOOL(
             wall, is_open, torsion != "tube", width, line, bends)
-        properties = PolylineProperties(
-            values.area, *values.cdg, values.ixx, values.iyy, values.ixy, values.torsionConstant,
-            values.torsionModulus, values.shearAreaX, values.shearAreaY)
-        if values.area == 0.0 or not np.isfinite(astuple(properties)).all():
-            raise ValueError("the polyline has no properties: its points lie on a line or in one "
-                             "place, or its coordinates are too large")
-        return properties
+        return checked_properties(values, line, width)
 
     def plot(self, ax: Axes | None = None) -> Axes:
         """Draws the section to scale with its centre of gravity G, its elastic neutral axes (ENA)

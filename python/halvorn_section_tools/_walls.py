@@ -1,12 +1,23 @@
-"""Whether the corners of a polyline have room on its edges."""
+"""Whether a polyline can be: the room for its corners, and its values."""
 
 from __future__ import annotations
 
 import math
 from typing import Sequence
 
+import numpy as np
+from numpy.typing import NDArray
+
+from ._core import ContourValues
+from ._results import PolylineProperties
+
 # Relative to an edge's length, so that corners may touch.
 _FIT_TOLERANCE = 1e-9
+
+_UNIT = 2.0**-53
+
+# The library takes smaller areas for nothing and puts their centre of gravity at (0, 0) [L^2].
+_ZERO_AREA = 1e-15
 
 
 def _turns(points: Sequence[tuple[float, float]], closed: bool) -> list[float]:
@@ -52,3 +63,42 @@ def require_room(
                     f"points[{i}] to points[{end}]: the corners need {both:.6g} of this edge, which "
                     f"is {available:.6g} long; make the radii or the thickness smaller"
                 )
+
+
+def _is_impossible(found: PolylineProperties, low: NDArray[np.float64],
+                   high: NDArray[np.float64]) -> bool:
+    """Whether no wall has such values: its faces cross, so areas count negatively or twice. The
+    centre of gravity lies within the box of the wall."""
+    centroid = np.array([found.centroid_x, found.centroid_y])
+    squared = found.inertia_xy_origin**2
+    return (bool((centroid < low).any() or (centroid > high).any())
+            or min(found.area, found.torsion_constant, found.inertia_x_origin,
+                   found.inertia_y_origin) < 0.0
+            or squared > found.inertia_x_origin * found.inertia_y_origin * (1.0 + _FIT_TOLERANCE))
+
+
+def checked_properties(values: ContourValues, line: NDArray[np.float64],
+                       thickness: float) -> PolylineProperties:
+    """The values as properties, with 0 for a centre of gravity and a product of inertia that are no
+    more than rounding; raises ValueError for those of no section. A solid has thickness 0.
+
+    The bounds are those of python/core/section_rounding.h, about the origin of the coordinates.
+    """
+    numbers = [values.area, *values.cdg, values.ixx, values.iyy, values.ixy, values.torsionConstant,
+               values.torsionModulus, values.shearAreaX, values.shearAreaY]
+    low, high = line.min(axis=0) - thickness, line.max(axis=0) + thickness
+    (x, y), (width, height) = np.maximum(-low, high), high - low
+    path_x, path_y = np.abs(np.roll(line, -1, axis=0) - line).sum(axis=0) + 4.0 * thickness
+    scale = width * path_y + height * path_x
+    if (not np.isfinite(numbers).all()
+            or abs(values.area) <= max(8.0 * _UNIT * max(x, y) * (path_x + path_y), _ZERO_AREA)):
+        raise ValueError("the polyline has no properties: its points lie on a line or in one place, "
+                         "or its coordinates are too large or too small")
+    for place, bound in ((1, x * scale / values.area), (2, y * scale / values.area), (5, x * y * scale)):
+        if abs(numbers[place]) <= 16.0 * _UNIT * bound:
+            numbers[place] = 0.0
+    found = PolylineProperties(*numbers)
+    if thickness > 0.0 and _is_impossible(found, low, high):
+        raise ValueError("the polyline has no properties: it crosses itself, so that its formulas give "
+                         "impossible values; make the wall thinner or draw its line without crossings")
+    return found

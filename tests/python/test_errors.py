@@ -7,6 +7,8 @@ from halvorn_section_tools import CSectionTools, Section, compute_batch
 
 NAN = float("nan")
 TRIANGLE = [(0, 0), (4, 0), (0, 3)]
+SQUARE = np.array([(0.0, 0.0), (100.0, 0.0), (100.0, 100.0), (0.0, 100.0)])
+CHANNEL = [(0, 0), (80, 0), (80, 12), (8, 12), (8, 188), (80, 188), (80, 200), (0, 200)]
 PENTAGON = [(94 + 30 * np.cos(0.3 + k * 0.4 * np.pi), 30 * np.sin(0.3 + k * 0.4 * np.pi)) for k in range(5)]
 GIVEN = dict(centroid=(1, 1), area=1, inertia_1=1, inertia_2=1, shear_area_1=1, shear_area_2=1,
              torsion_constant=1, torsion_modulus=1)
@@ -15,6 +17,18 @@ GIVEN = dict(centroid=(1, 1), area=1, inertia_1=1, inertia_2=1, shear_area_1=1, 
 def wall(**changes):
     return Section.polyline(**{"points": [(0, 0), (80, 0), (80, 60)], "kind": "open_wall",
                                "thickness": 4, **changes})
+
+
+def section(*parts):
+    """Of points and whether they are a solid's."""
+    whole = Section()
+    for points, solid in parts:
+        whole.add(points, solid)
+    return whole
+
+
+def holes(scale, *places):
+    return [(scale * SQUARE + place, False) for place in places]
 
 
 def batch(points=(*TRIANGLE, *TRIANGLE), contours=(0, 3, 6), flags=(1, 1), sections=(0, 1, 2), **rest):
@@ -63,6 +77,18 @@ def test_points_that_do_not_fit(points, kind, message):
     (lambda: Section().add([(.1, .3), (.2, .6), (.7, 2.1)]).properties(), ValueError, "its area is 0"),
     (lambda: Section().add(PENTAGON).add(np.roll(PENTAGON, 2, 0), False).properties(), ValueError,
      "its area is 0"),
+    # A hole of a profile's values, larger than the solid; inertias that no section has.
+    (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 7}, solid=False)
+     .properties(), ValueError, "its area is negative"),
+    (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "inertia_1": 9}, solid=False)
+     .properties(), ValueError, "its inertias are impossible"),
+    (lambda: Section().add(SQUARE * 1e-10 + 1).properties(), ValueError, "use a smaller unit"),
+    (lambda: Section().add(SQUARE + 1e10).properties(), ValueError, "move the origin to the section"),
+    (lambda: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (1e9, 0)}).properties(), ValueError,
+     "move the origin to the section"),
+    (lambda: wall(points=[(0, 0), (10, 0), (0, 12), (10, 10)], kind="closed_wall", thickness=2),
+     ValueError, "it crosses itself"),
+    (lambda: Section.polyline([(.1, .3), (.2, .6), (.7, 2.1)]), ValueError, "lie on a line"),
     (lambda: Section().add([(0, 0), (1e40, 0), (0, 1e40)]).properties(), ValueError, "too large"),
     (lambda: Section.polyline([(0, 0), (1e70, 0), (0, 1e70)]), ValueError, "too large"),
     (lambda: Section().add(np.multiply(TRIANGLE, 1e200)).properties(), ValueError, "too large"),
@@ -123,6 +149,50 @@ def test_mistakes_are_named(call, kind, message):
     with pytest.raises(kind) as caught:
         call()
     assert message in str(caught.value)
+
+
+PLATE = (SQUARE, True)
+GRID = [(x, y) for x in (5, 30, 55, 80) for y in (5, 30, 55, 80)]
+TURNED = np.array([(5.0, 0.0), (10.0, 5.0), (5.0, 10.0), (0.0, 5.0)])
+
+
+@pytest.mark.parametrize("parts, place", [
+    (holes(1, (0, 0)), "number 1 reaches to (0, 0)"),
+    ([PLATE, *holes(1.5, (-25, -25))], "number 2 reaches to (-25, -25)"),
+    ([PLATE, *holes(0.5, (200, 0))], "number 2 reaches to (200, 0)"),
+    ([*holes(0.5, (75, 20)), PLATE], "number 1 reaches to (125, 20)"),
+    # In the notch, with no edge in common and with all but one.
+    ([(CHANNEL, True), *holes(0.2, (30, 80))], "number 2 reaches to (30, 80)"),
+    ([(CHANNEL, True), (CHANNEL[2:6], False)], "number 2 reaches to (44, 12.0"),
+    ([PLATE, *holes(0.1, (10, 10), (10, 10))], "(15, 10.0"),
+    ([PLATE, *holes(0.1, (10, 10), (15, 12))], "(15, 12)"),
+    ([PLATE, (20 * TURNED, False)], "number 2 reaches to (1"),
+    ([PLATE, *holes(0.1, *GRID, (55, 95))], "number 18 reaches to"),
+])
+def test_a_hole_where_nothing_is_to_subtract_is_named(parts, place):
+    for scale in (1.0, 1e-3):
+        moved = [(scale * np.array(points), solid) for points, solid in parts]
+        flat = [len(points) for points, _ in moved]
+        values = compute_batch(np.concatenate([points for points, _ in moved]), np.cumsum([0, *flat]),
+                               [solid for _, solid in moved], [0, len(flat)]).values
+        assert np.isnan(values).all()
+        with pytest.raises(ValueError, match="the hole that was added as number") as caught:
+            section(*moved).properties()
+        assert scale != 1.0 or place in str(caught.value)
+
+
+@pytest.mark.parametrize("parts, area", [
+    ([*holes(0.5, (0, 0)), PLATE], 7500),
+    ([PLATE, ([(0, 40), (20, 50), (0, 60)], False)], 9800),
+    ([PLATE, (SQUARE + (100, 0), True), *holes(0.5, (75, 25))], 17500),
+    ([PLATE, *holes(0.8, (10, 10)), (0.2 * SQUARE + 40, True), *holes(0.1, (45, 45))], 3900),
+    ([PLATE, *holes(0.5, (0.00005, -0.00005))], 7500),  # as rounded coordinates stick out
+    ([PLATE, (10 * TURNED, False)], 5000),
+    ([PLATE, *holes(0.1, *GRID)], 8400),
+    ([PLATE, ([(0, 0), (1e-7, 0), (0, 1e-7)], False)], 10000),
+])
+def test_holes_in_their_place_are_subtracted(parts, area):
+    assert section(*parts).properties().area == pytest.approx(area)
 
 
 class Raising:
