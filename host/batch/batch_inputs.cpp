@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -15,18 +14,11 @@ namespace halvorn::host {
 namespace {
 
 namespace fs = std::filesystem;
+constexpr const char* kAround = " \t\r\"";  // of an entry
 using Complain = std::function<void(const std::string& message)>;
 
 std::string Ending(const fs::path& path) {
-    std::string ending = path.extension().string();
-    for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return ending;
-}
-
-std::string Trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \t\r\"");
-    if (first == std::string::npos) return "";
-    return text.substr(first, text.find_last_not_of(" \t\r\"") - first + 1);
+    return InSmallLetters(path.extension().string());
 }
 
 void AddFolder(const std::string& folder, std::vector<std::string>* arguments) {
@@ -57,10 +49,10 @@ std::string Resolved(const std::string& entry, const fs::path& list) {
 // The entries of a list of one a line; '#' begins a comment.
 void AddList(const std::string& path, std::vector<std::string>* arguments) {
     const std::size_t before = arguments->size();
-    std::istringstream stream(ReadInput(path));
+    std::istringstream stream(WithLineFeeds(ReadInput(path)));
     std::string line;
     while (std::getline(stream, line)) {
-        const std::string entry = Trimmed(line.substr(0, line.find('#')));
+        const std::string entry = Trimmed(line.substr(0, line.find('#')), kAround);
         if (!entry.empty()) arguments->push_back(Resolved(entry, path));
     }
     if (arguments->size() == before) {
@@ -71,7 +63,7 @@ void AddList(const std::string& path, std::vector<std::string>* arguments) {
 // The cells of the column `name`, if the table has one; otherwise it is a section of points.
 bool AddTable(const std::string& path, std::vector<std::string>* arguments,
               const Complain& complain) {
-    std::istringstream stream(ReadInput(path));
+    std::istringstream stream(WithLineFeeds(ReadInput(path)));
     std::string line;
     std::getline(stream, line);
     const char separator = line.find(';') != std::string::npos    ? ';'
@@ -79,7 +71,7 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments,
                                                                   : ',';
     const auto cells = [&] {
         std::vector<std::string> row = SplitCsvLine(line, separator);
-        for (std::string& cell : row) cell = Trimmed(cell);
+        for (std::string& cell : row) cell = Trimmed(cell, kAround);
         return row;
     };
     const std::vector<std::string> columns = cells();

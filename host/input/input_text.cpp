@@ -98,6 +98,32 @@ std::string ReadInput(const std::string& path) {
     return text;
 }
 
+std::string WithLineFeeds(const std::string& text) {
+    std::string lines;
+    lines.reserve(text.size());
+    for (std::size_t i = text.starts_with("\xEF\xBB\xBF") ? 3 : 0; i < text.size(); ++i) {
+        if (text[i] != '\r') {
+            lines += text[i];
+        } else if (i + 1 == text.size() || text[i + 1] != '\n') {
+            lines += '\n';
+        }
+    }
+    return lines;
+}
+
+std::string Trimmed(const std::string& text, const char* what) {
+    const std::size_t first = text.find_first_not_of(what);
+    if (first == std::string::npos) return "";
+    return text.substr(first, text.find_last_not_of(what) - first + 1);
+}
+
+std::string InSmallLetters(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
 std::string SingleLine(std::string_view text) {
     std::string line;
     line.reserve(text.size());

@@ -8,6 +8,16 @@
 
 namespace halvorn::host {
 
+/// Returns a text without the mark that spreadsheets put before UTF-8, its lines ending in LF where
+/// they ended in CR LF or CR.
+std::string WithLineFeeds(const std::string& text);
+
+/// Returns a text without the characters of `what` at its start and end.
+std::string Trimmed(const std::string& text, const char* what = " \t\r");
+
+/// Returns a text with A to Z as a to z.
+std::string InSmallLetters(std::string text);
+
 /// Returns how messages call the input: its path, or "standard input" for "-".
 std::string SourceName(const std::string& path);
 

@@ -1,7 +1,6 @@
 #include "input/open_section.h"
 
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 
 #include "catalogue/catalogue.h"
@@ -18,9 +17,7 @@ namespace {
 
 // In small letters: ".json".
 std::string Ending(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
-    for (char& c : ending) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return ending;
+    return InSmallLetters(std::filesystem::path(path).extension().string());
 }
 
 bool IsFileName(const std::string& argument) {

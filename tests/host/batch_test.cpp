@@ -66,7 +66,8 @@ TEST_F(Batch, FoldersListsAndTablesStandForTheirEntries) {
     Write("sections/readme.md", "no section");
     const std::string list =
         Write("list.txt", "# profiles\nIPE 300\n\n  sections/b.csv  # a file\n");
-    const std::string table = Write("table.csv", "mark;name\n1;HEB200\n2;\"SHS100x5\"\n\n");
+    const std::string table =
+        Write("table.csv", "\xEF\xBB\xBFname;mark\r\nHEB200;1\r\n\"SHS100x5\";2\r\n\r\n");
     const std::string points = Write("points.csv", Square(3));
     const std::vector<std::string> expanded =
         Expanded({(folder / "sections").string(), list, table, points, "UPE200"}, 0);

@@ -9,7 +9,6 @@
 #include "catalogue/csv_table.h"
 #include "input/input_error.h"
 #include "input/open_section.h"
-#include "input/points_csv.h"
 #include "results/evaluate.h"
 
 namespace {
@@ -155,67 +154,6 @@ TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
         ADD_FAILURE() << "IPE301 is no profile";
     } catch (const InputError& error) {
         EXPECT_NE(std::string(error.what()).find("similar profiles: IPE300"), std::string::npos);
-    }
-}
-
-SectionModel Csv(const std::string& text) {
-    return ReadPointsCsv(text, "points.csv", {});
-}
-
-// A square of 10 with a hole of 2 x 3, written in several ways.
-TEST(PointsCsv, ReadsRingsSeparatorsUnitsAndKinds) {
-    const char* const texts[] = {
-        "0,0\n10,0\n10,10\n0,10\n\n1,1\n3,1\n3,4\n1,4\n",
-        "# drawn by hand\nx,y\n0,0\n10,0\n10,10\n0,10\n0,0\n\n\n1,1\n1,4\n3,4\n3,1\n1,1\n",
-        "x;y;contour\n0;0;a\n10;0;a\n10;10;a\n0,0;1e1;a\n1,0;1;b\n3;1;b\n3;4;b\n1;4;b\n",
-        // As spreadsheets write it: marked, decimal commas, an empty row.
-        "\xEF\xBB\xBF# one, two; three\r\nX;Y\r\n0,0;0\r\n10;0\r\n10;10,0\r\n0;10\r\n;\r\n"
-        "1;1\r\n3;1\r\n3;4\r\n1;4\r\n",
-        "0\t0\n10\t0\n10\t10\n0\t+10\r\n\r\n1\t1\n3\t1\n3\t4\n1\t4",
-        "x,y,contour,kind\n1,1,b,hole\n3,1,b,hole\n3,4,b,hole\n1,4,b,hole\n0,0,a,solid\n"
-        "10,0,a,solid\n10,10,a,solid\n0,10,a,solid\n"};
-    for (const char* text : texts) {
-        SCOPED_TRACE(text);
-        const SectionModel section = Csv(text);
-        ASSERT_EQ(section.elements.size(), 2U);
-        EXPECT_EQ(section.elements[0].ring.size(), 4U);
-        EXPECT_NE(section.elements[0].isSolid, section.elements[1].isSolid);
-        EXPECT_DOUBLE_EQ(Number(Evaluate(section, {}), "area"), 94.0);
-        EXPECT_EQ(section.remarks.size(), 1U) << "that mm are assumed";
-    }
-    const SectionModel metres = Csv("# unit: m\n0,0\n1,0\n0,1\n");
-    EXPECT_EQ(metres.unit, "m");
-    EXPECT_TRUE(metres.remarks.empty());
-}
-
-TEST(PointsCsv, RefusesWhatItCannotReadAndSaysWhere) {
-    const std::pair<const char*, const char*> cases[] = {
-        {"", "there are no points"},
-        {"0,0\n1,0\n", "line 1: a contour needs at least 3 points, found 2"},
-        {"0,0\n1,0\n1,nan\n", "line 3: \"nan\" is not a finite number"},
-        {"0,0\n1,0\n1,1e999\n", "line 3: \"1e999\" is not a finite number"},
-        {"0,0\n1\n", "line 2: expected 2 to 4 cells, found 1"},
-        {"0;0\n1;0\n1,5;0,5,5\n", "line 3: \"0,5,5\" is not a finite number"},
-        {"x;y\n0;0\n1,000;2.5\n", "line 3: \"2.5\" has a decimal point, numbers above have"},
-        {"0,0\n+-1,0\n", "line 2: \"+-1\" is not a finite number"},
-        {"0,0,a,solid\n1,0,a\n", "line 2: the contour is a solid above and nothing here"},
-        {"0,0\n9,0\n0,9\n\n1,1\n9,1\n1,9\n", "line 5: crosses the outline of line 1"},
-        {"0,0\n9,0\n0,9\n\n9,0\n0,9\n0,0\n", "line 5: lies on the outline of line 1"},
-        {"width,height\n0,0\n", "line 1: neither a point nor a header"},
-        {"# unit: feet\n0,0\n", "line 1: unknown unit \"feet\""},
-        {"x,y,contour\n0,0,a\n1,0,b\n0,1,a\n", "line 4: contour a is continued"},
-        {"0,0,a,wood\n", "line 1: unknown kind \"wood\""},
-        {"0,0,a,solid\n1,0,a,hole\n", "line 2: the contour is a solid above and a hole here"},
-        {"0,0,a,solid\n1,0,a,solid\n0,1,a,solid\n5,5,b\n6,5,b\n5,6,b\n",
-         "line 4: this contour has no kind"}};
-    for (const auto& [text, expected] : cases) {
-        SCOPED_TRACE(text);
-        try {
-            Csv(text);
-            ADD_FAILURE() << "was read";
-        } catch (const InputError& error) {
-            EXPECT_NE(std::string(error.what()).find(expected), std::string::npos) << error.what();
-        }
     }
 }
 
