@@ -7,7 +7,8 @@ if(HALVORN_LIBRARY_TYPE STREQUAL "STATIC")
 endif()
 
 # Routines that tests and benchmarks call and no exported member does: the linker leaves them out, of
-# the shared library here, of a program that links the static one if its own link asks so.
+# the shared library here, of a program that links the static one if its own link asks so. MinGW's
+# linker keeps nearly all of them: their unwind tables refer to them.
 include(CheckLinkerFlag)
 if(NOT MSVC)
   check_linker_flag(CXX LINKER:--gc-sections HALVORN_LINKER_COLLECTS_SECTIONS)
