@@ -175,18 +175,16 @@ class Section:
         return SectionProperties(*section_values(self._tools, dx, dy))  # type: ignore[arg-type]
 
     def _require_holes_in_place(self) -> None:
-        """Raises ValueError for a hole, of those not given with a profile's values, that is not
-        within the solids."""
-        numbered = [(number, item) for number, item in enumerate(self._elements, 1)
-                    if item.solid or item.given is None]
-        if all(item.solid for _, item in numbered):
+        """Raises ValueError for a hole that is not within the solids."""
+        elements = list(self._elements)
+        if all(element.solid for element in elements):
             return
-        found = misplaced_hole([(item.points, bool(item.solid)) for _, item in numbered])
+        found = misplaced_hole([(element.points, bool(element.solid)) for element in elements])
         if found:
             index, x, y = found
             raise ValueError("the section has no properties: the hole that was added as number "
-                             f"{numbered[index][0]} reaches to ({x:.6g}, {y:.6g}), outside the solids "
-                             "or within another hole, where there is nothing to subtract")
+                             f"{index + 1} reaches to ({x:.6g}, {y:.6g}), outside the solids or within "
+                             "another hole, where there is nothing to subtract")
 
     @staticmethod
     def polyline(

@@ -82,6 +82,10 @@ def test_points_that_do_not_fit(points, kind, message):
      .properties(), ValueError, "its area is negative"),
     (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "inertia_1": 9}, solid=False)
      .properties(), ValueError, "its inertias are impossible"),
+    (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 1e-6, "inertia_1": 5,
+     "inertia_2": 0, "angle_radians": -np.pi / 4}, solid=False).properties(), ValueError, "impossible"),
+    (lambda: Section().add(SQUARE).add_profile(np.add(TRIANGLE, 200), **GIVEN, solid=False)
+     .properties(), ValueError, "number 2 reaches to (200, 200)"),
     (lambda: Section().add(SQUARE * 1e-10 + 1).properties(), ValueError, "use a smaller unit"),
     (lambda: Section().add(SQUARE + 1e10).properties(), ValueError, "move the origin to the section"),
     (lambda: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (1e9, 0)}).properties(), ValueError,

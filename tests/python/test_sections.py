@@ -173,7 +173,7 @@ def test_a_digit_is_left_of_every_inertia_and_only_rounding_is_zero():
 
 
 def test_rounding_is_zero_in_every_output():
-    given = dict(centroid=(0, 0), area=7, inertia_1=11, inertia_2=0, shear_area_1=1, shear_area_2=1,
+    given = dict(centroid=(0, 0), area=7, inertia_1=1e9, inertia_2=0, shear_area_1=1, shear_area_2=1,
                  torsion_constant=1, torsion_modulus=1, angle_radians=math.pi / 2)
     tube = ring(24)
     channel = Section().add(CHANNEL)
@@ -182,8 +182,14 @@ def test_rounding_is_zero_in_every_output():
     assert "inertia_xy              0\n" in str(channel.properties())
     round_bar, profile = Section().add(tube).properties(), Section().add_profile(HOLE, **given).properties()
     assert (round_bar.centroid_x, round_bar.centroid_y, round_bar.inertia_xy) == (0.0, 0.0, 0.0)
-    assert (profile.inertia_x, profile.inertia_y, profile.inertia_xy) == (0.0, 11.0, 0.0)
+    assert (profile.inertia_x, profile.inertia_y, profile.inertia_xy) == (0.0, 1e9, 0.0)
     assert profile.elastic_modulus_top == 0.0
+    bar = np.array([(-70, -50), (70, 50), (70, 50.0001), (-70, -49.9999)])
+    cross = Section().add(bar).add(np.roll(bar * (-1, 1), 1, axis=0)).properties()
+    assert (cross.centroid_x, cross.inertia_xy) == (0.0, 0.0)
+    far = compute_batch(np.add(CHANNEL, (0, 1e10)), [0, 8], [1], [0, 1])
+    lost = {"inertia_x", "inertia_xy", "elastic_modulus_bottom", "elastic_modulus_top"}
+    assert {name for name in far.names if np.isnan(far[name][0])} == lost
     for line in (Section.polyline(tube), Section.polyline(tube, "closed_wall", thickness=9)):
         assert (line.centroid_x, line.centroid_y, line.inertia_xy_origin) == (0.0, 0.0, 0.0)
     # What is small and not rounding stays: a corner moved by 1e-9 and a wall by 1e-9.
