@@ -10,7 +10,7 @@ namespace halvorn::python {
 namespace {
 
 // Of width and height of all outlines together.
-constexpr double kTolerance = 1e-6;
+constexpr double kStickOut = 1e-6;
 
 // How far the middle of an edge is moved into its hole, in tolerances: off an edge that it shares.
 constexpr double kInwards = 4.0;
@@ -190,7 +190,7 @@ std::optional<MisplacedPoint> FindMisplacedHole(const std::vector<Outline>& outl
 
     Box box;
     for (const Outline& outline : outlines) box.Add(outline);
-    const double tolerance = kTolerance * ((box.high.x - box.low.x) + (box.high.y - box.low.y));
+    const double tolerance = kStickOut * ((box.high.x - box.low.x) + (box.high.y - box.low.y));
     std::vector<Edge> edges;
     std::vector<Probe> probes;
     for (std::size_t i = 0; i < outlines.size(); ++i) {

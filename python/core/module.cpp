@@ -113,7 +113,7 @@ py::object GetCalculValues(GuardedSection& section, py::handle dx, py::handle dy
     return Record("CalculValues")(*fields);
 }
 
-py::tuple ComputeSection(GuardedSection& section, py::handle dx, py::handle dy) {
+py::tuple ValuesOf(GuardedSection& section, py::handle dx, py::handle dy) {
     const double shiftX = ReadNumber(dx, "dx");
     const double shiftY = ReadNumber(dy, "dy");
     SectionValues row;
@@ -341,7 +341,7 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
     module.def(
         "checked_numbers", &CheckedNumbers, arg("numbers"), arg("place"),
         "checked_numbers(numbers, place)\n\nReturns finite floats in an array of shape (n,).");
-    module.def("section_values", &ComputeSection, arg("section"), arg("dx"), arg("dy"),
+    module.def("section_values", &ValuesOf, arg("section"), arg("dx"), arg("dy"),
                "section_values(section, dx, dy)\n\nReturns the values of a CSectionTools in the "
                "order of VALUE_NAMES; None for what was not\ncomputed. Raises ValueError for a "
                "section that cannot be.");

@@ -9,10 +9,10 @@ namespace {
 constexpr double kUnit = 0.5 * std::numeric_limits<double>::epsilon();
 
 // Roundings that the sums of up to a million points have been seen to reach: 13.
-constexpr double kSums = 16.0;
+constexpr double kMomentSums = 16.0;
 
 // An area of points on one line, for the rounding of their coordinates along the edges.
-constexpr double kArea = 8.0;
+constexpr double kAreaSums = 8.0;
 
 // The library's tolerance for an area [L^2] (docs/conventions.md).
 constexpr double kZeroArea = 1e-15;
@@ -38,7 +38,7 @@ void SectionRounding::AddContour(const double* coordinates, std::size_t count) {
     const double area = 0.5 * std::fabs(area2);
     grossArea_ += area;
     contourScale_ += x.Size() * pathY + y.Size() * pathX;
-    areaRounding_ += kArea * kUnit * std::max(x.Farthest(), y.Farthest()) * (pathX + pathY);
+    areaRounding_ += kAreaSums * kUnit * std::max(x.Farthest(), y.Farthest()) * (pathX + pathY);
     if (area <= kZeroArea) neglectedArea_ += area;
     for (const auto& [whole, part] : {std::pair(&x_, &x), std::pair(&y_, &y)}) {
         whole->Add(part->low);
@@ -64,7 +64,7 @@ ValueRounding SectionRounding::Bounds(double area) const {
     const double y = y_.Farthest();
     const double width = x_.Size();
     const double height = y_.Size();
-    const double unit = kSums * kUnit;
+    const double unit = kMomentSums * kUnit;
     const double net = std::fabs(area);
     const auto inertia = [&](double momentArm, double size) {
         return unit * (grossArea_ * momentArm + contourScale_ * size + givenInertia_);

@@ -12,8 +12,8 @@ namespace {
 // The first output that is 0 or not written when a fibre distance is 0: the elastic moduli.
 constexpr std::size_t kFirstStopped = 10;
 
-// Places in reading order.
-enum Row : std::size_t {
+// In reading order.
+enum Place : std::size_t {
     kArea,
     kCentroidX,
     kCentroidY,
@@ -80,9 +80,9 @@ const char* FindOverflow(const Values& values) {
 
 // The inertia about one axis, with the moduli that follow from it.
 struct AxisRows {
-    Row inertia;
-    Row modulusLow;
-    Row modulusHigh;
+    Place inertia;
+    Place modulusLow;
+    Place modulusHigh;
     double ValueRounding::*bound;
 };
 constexpr AxisRows kAxes[] = {
@@ -100,7 +100,7 @@ bool MarkLostInertias(const SectionRounding& rounding, const ValueRounding& boun
         if (!(std::fabs((*values)[axis.inertia]) <= bound)) continue;
         const double given = rounding.GivenInertia();
         const bool isLost = given > 0.0 ? bound > given : rounding.HasContour();
-        for (const Row row : {axis.inertia, axis.modulusLow, axis.modulusHigh}) {
+        for (const Place row : {axis.inertia, axis.modulusLow, axis.modulusHigh}) {
             if (!std::isnan((*values)[row])) (*values)[row] = isLost ? kNotComputed : 0.0;
         }
         isAnyLost = isAnyLost || isLost;
