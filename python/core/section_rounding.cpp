@@ -1,6 +1,7 @@
 #include "section_rounding.h"
 
 #include <cmath>
+#include <utility>
 
 namespace halvorn::python {
 
@@ -8,7 +9,7 @@ namespace {
 
 constexpr double kUnit = 0.5 * std::numeric_limits<double>::epsilon();
 
-// Roundings that the sums of up to a million points have been seen to reach: 13.
+// Units in the last place of what is summed (docs/theory.md, Integrals over a contour).
 constexpr double kMomentSums = 16.0;
 
 // An area of points on one line, for the rounding of their coordinates along the edges.
