@@ -69,7 +69,7 @@ halvorn_install_documents(Development conventions.md theory.md robustness.md per
   platforms.md host-developers.md)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/consumer
   DESTINATION ${HALVORN_DOCDIR_Development}/examples COMPONENT Development)
-if(HALVORN_WITH_HOST)
+if(HALVORN_WITH_TOOL)
   halvorn_install_documents(Tool conventions.md file-format.md section.schema.json guide.md
     published-values.md)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples

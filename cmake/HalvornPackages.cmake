@@ -1,6 +1,6 @@
 # Debian packages of the library (runtime and development), of the tool and of the Python module, one
 # per component: scripts/package. Included before the install rules, which then follow Debian's layout.
-if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT HALVORN_WITH_HOST OR
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT HALVORN_WITH_TOOL OR
    NOT HALVORN_PYTHON OR NOT HALVORN_INSTALL OR NOT HALVORN_LIBRARY_TYPE STREQUAL "SHARED")
   message(FATAL_ERROR "Packages want -DCMAKE_INSTALL_PREFIX=/usr, the shared library, the tool and "
     "-DHALVORN_PYTHON: scripts/package")

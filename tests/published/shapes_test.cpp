@@ -7,12 +7,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "geometry/wall_outline.h"
 #include "shapes/profiles.h"
-#include "shapes/wall_outline.h"
 
 namespace {
 
-using namespace halvorn::shapes;
+using namespace halvorn::engine::shapes;
 using std::numbers::pi;
 
 const ArcDivision fine = ArcDivision::ChordError(1e-3);

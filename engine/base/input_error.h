@@ -1,0 +1,20 @@
+/// @file input_error.h
+/// The one way in which bad input leaves every routine of the host.
+#ifndef HALVORN_ENGINE_BASE_INPUT_ERROR_H
+#define HALVORN_ENGINE_BASE_INPUT_ERROR_H
+
+#include <stdexcept>
+#include <string>
+
+namespace halvorn::engine {
+
+/// Input that the user can mend. The message names the place, the problem and the remedy.
+class InputError : public std::runtime_error {
+public:
+    InputError(const std::string& place, const std::string& problem, const std::string& remedy)
+        : std::runtime_error(place + ": " + problem + "; " + remedy) {}
+};
+
+}  // namespace halvorn::engine
+
+#endif

@@ -1,0 +1,38 @@
+/// @file input_text.h
+/// Whole text files in, safe single lines out.
+#ifndef HALVORN_ENGINE_BASE_TEXT_H
+#define HALVORN_ENGINE_BASE_TEXT_H
+
+#include <string>
+#include <string_view>
+
+namespace halvorn::engine {
+
+/// Returns a text without the mark that spreadsheets put before UTF-8, its lines ending in LF where
+/// they ended in CR LF or CR.
+std::string WithLineFeeds(const std::string& text);
+
+/// Returns a text without the characters of `what` at its start and end.
+std::string Trimmed(const std::string& text, const char* what = " \t\r");
+
+/// Returns a text with A to Z as a to z.
+std::string InSmallLetters(std::string text);
+
+/// Returns how messages call the input: its path, or "standard input" for "-".
+std::string SourceName(const std::string& path);
+
+/// Returns the whole content of a file, or of standard input for "-".
+/// @throws InputError for a missing or unreadable file, a directory, or more than 256 MiB
+std::string ReadInput(const std::string& path);
+
+/// Returns the text with every character that breaks a line, steers a terminal or turns the
+/// direction of writing replaced by a space: foreign text can do none of it.
+std::string SingleLine(std::string_view text);
+
+/// Returns the start of a user's own text as a `SingleLine` of at most 40 bytes, never cut within a
+/// UTF-8 character.
+std::string Excerpt(std::string_view text);
+
+}  // namespace halvorn::engine
+
+#endif

@@ -1,0 +1,189 @@
+#include "catalogue/catalogue.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <stdexcept>
+
+#include "base/dimension_checks.h"
+#include "base/input_error.h"
+#include "catalogue/csv_table.h"
+#include "catalogue/draw_profile.h"
+#include "catalogue/profile_names.h"
+#include "catalogue/profile_table.h"
+#include "model/principal_inertias.h"
+#include "model/push_element.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+struct Catalogue {
+    std::vector<CsvRecord> rows;
+    std::map<std::string, std::size_t> byName;  // canonical name to row
+
+    Catalogue() : rows(ParseCsv(ProfileTableText())) {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            byName.emplace(CanonicalProfileName(rows[i].Text("name")), i);
+        }
+    }
+    const CsvRecord* Find(std::string_view name) const {
+        const auto found = byName.find(CanonicalProfileName(name));
+        return found == byName.end() ? nullptr : &rows[found->second];
+    }
+};
+
+const Catalogue& TheCatalogue() {
+    static const Catalogue catalogue;
+    return catalogue;
+}
+
+// Area, centroid and inertias of an outline in the table's unit.
+GivenValues ValuesOfOutline(const shapes::Outline& outline, double* inertiaX, double* inertiaY,
+                            double* inertiaXY) {
+    CSectionTools tools;
+    for (const auto* ring : {&outline.solid, &outline.hole}) {
+        if (ring->empty()) continue;
+        std::vector<double> coordinates = *ring;
+        tools.PushContour(static_cast<int>(coordinates.size() / 2), coordinates.data(),
+                          ring == &outline.solid ? 1 : 0);
+    }
+    GivenValues values;
+    double unused[12];
+    tools.GetCalculValues(0.0, 0.0, &unused[0], &values.centroidX, &values.centroidY, &values.area,
+                          &unused[1], &unused[2], inertiaY, inertiaX, inertiaXY, &unused[3],
+                          &unused[4], &unused[5], &unused[6], &unused[7], &unused[8], &unused[9],
+                          &unused[10]);
+    return values;
+}
+
+// The published values of a row, in its unit. The table leaves out what its sources do; of I
+// sections and tapered channels it has the elastic moduli, whose fibres are half the height and, of
+// an I, half the width away.
+GivenValues PublishedValues(const CsvRecord& row, const shapes::Outline& outline) {
+    double inertiaX = 0.0, inertiaY = 0.0, inertiaXY = 0.0;
+    GivenValues values = ValuesOfOutline(outline, &inertiaX, &inertiaY, &inertiaXY);
+    const auto take = [&](const char* column, double* value) {
+        const std::optional<double> number = row.Number(column);
+        if (number) *value = *number;
+        return number.has_value();
+    };
+    const bool isSymmetric = row.Text("type") != "angle";
+    std::string drawn;
+    if (!take("area", &values.area)) drawn = "area";
+    if (!take("Ix", &inertiaX)) {
+        inertiaX = row.Number("Zx_min").value() * row.Number("h").value() / 2.0;
+        const double side = row.Text("type") == "taper_channel"
+                                ? row.Number("b").value() - values.centroidX
+                                : row.Number("b").value() / 2.0;
+        inertiaY = row.Number("Zy_min").value() * side;
+    } else {
+        take("Iy", &inertiaY);
+    }
+    if (isSymmetric) inertiaXY = 0.0;
+    take("Ixy", &inertiaXY);
+    take("cx", &values.centroidX);
+    take("cy", &values.centroidY);
+    take("Sx", &values.plasticModulusX);
+    take("Sy", &values.plasticModulusY);
+    const PrincipalInertias principal = PrincipalInertiasOf(inertiaX, inertiaY, inertiaXY);
+    values.inertia1 = principal.first;
+    values.inertia2 = principal.second;
+    values.angle = principal.angle;
+    values.method = drawn.empty() ? "published values"
+                                  : "published moduli times fibre distance, area of the outline";
+    return values;
+}
+
+void Scale(double factor, GivenValues* values) {
+    values->centroidX *= factor;
+    values->centroidY *= factor;
+    values->area *= std::pow(factor, 2);
+    for (double* inertia : {&values->inertia1, &values->inertia2}) *inertia *= std::pow(factor, 4);
+    for (double* modulus : {&values->plasticModulusX, &values->plasticModulusY}) {
+        *modulus *= std::pow(factor, 3);
+    }
+}
+
+// @param division  in millimetres
+shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) {
+    try {
+        return DrawProfile(row, division);
+    } catch (const shapes::DimensionError& error) {
+        throw InputError(row.Text("name"), error.what(), error.Remedy());
+    }
+}
+
+Element MakeElement(const CsvRecord& row, const std::vector<double>& ring, double factor) {
+    Element element;
+    element.label = row.Text("name");
+    element.ring = PointsOf(ring);
+    for (auto& [x, y] : element.ring) {
+        x *= factor;
+        y *= factor;
+    }
+    const bool isHollow = row.Text("type") == "rhs" || row.Text("type") == "chs";
+    element.thinWall = {ThinWallTorsionOf(row) * std::pow(factor, 4),
+                        isHollow ? "4 Am^2 t / s" : "sum of b t^3 / 3"};
+    return element;
+}
+
+}  // namespace
+
+bool IsCatalogueProfile(std::string_view name) {
+    return TheCatalogue().Find(name) != nullptr;
+}
+
+std::vector<std::string> SimilarProfiles(std::string_view name) {
+    constexpr std::size_t kMost = 3;
+    const std::string wanted = CanonicalProfileName(name);
+    const std::string swapped = WithSidesSwapped(wanted);
+    constexpr std::size_t kLongest = 40;  // no name with a slip or two is longer
+    if (wanted.size() > kLongest) return {};
+    std::vector<std::pair<std::size_t, std::size_t>> byDistance;  // distance, row
+    const Catalogue& catalogue = TheCatalogue();
+    for (const auto& [canonical, row] : catalogue.byName) {
+        const std::size_t distance =
+            std::min(EditDistance(wanted, canonical), EditDistance(swapped, canonical));
+        if (distance <= std::max<std::size_t>(2, wanted.size() / 3)) {
+            byDistance.emplace_back(distance, row);
+        }
+    }
+    std::sort(byDistance.begin(), byDistance.end());
+    std::vector<std::string> names;
+    for (const auto& [distance, row] : byDistance) {
+        if (names.size() < kMost) names.push_back(catalogue.rows[row].Text("name"));
+    }
+    return names;
+}
+
+std::vector<std::string> CatalogueNames() {
+    std::vector<std::string> names;
+    for (const CsvRecord& row : TheCatalogue().rows) names.push_back(row.Text("name"));
+    return names;
+}
+
+std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
+                                       const shapes::ArcDivision& division,
+                                       bool wantsPublishedValues) {
+    const CsvRecord* const row = TheCatalogue().Find(name);
+    if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
+    const double factor = MetresPer("mm") / MetresPer(unit);
+    const shapes::Outline outline = Draw(*row, division.Scaled(1.0 / factor));
+    if (wantsPublishedValues) {
+        Element element = MakeElement(*row, KeyholeRing(outline), factor);
+        element.given = PublishedValues(*row, outline);
+        Scale(factor, &*element.given);
+        return {element};
+    }
+    std::vector<Element> elements = {MakeElement(*row, outline.solid, factor)};
+    if (!outline.hole.empty()) {
+        elements.push_back(MakeElement(*row, outline.hole, factor));
+        elements.back().isSolid = false;
+        elements.back().insideOf = 0;
+        elements.back().thinWall.reset();
+    }
+    return elements;
+}
+
+}  // namespace halvorn::engine

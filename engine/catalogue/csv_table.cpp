@@ -1,0 +1,95 @@
+#include "catalogue/csv_table.h"
+
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace halvorn::engine {
+
+std::vector<std::string> SplitCsvLine(const std::string& line, char separator) {
+    std::vector<std::string> cells(1);
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (c == '"' && quoted && i + 1 < line.size() && line[i + 1] == '"') {
+            cells.back() += c;
+            ++i;
+        } else if (c == '"') {
+            quoted = !quoted;
+        } else if (c == separator && !quoted) {
+            cells.emplace_back();
+        } else {
+            cells.back() += c;
+        }
+    }
+    return cells;
+}
+
+CsvRecord::CsvRecord(const std::vector<std::string>& columns, std::vector<std::string> cells,
+                     int line)
+    : line_(line) {
+    if (cells.size() != columns.size()) {
+        throw std::runtime_error("line " + std::to_string(line) + " has " +
+                                 std::to_string(cells.size()) + " cells instead of " +
+                                 std::to_string(columns.size()));
+    }
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        cells_.emplace_back(columns[i], std::move(cells[i]));
+    }
+}
+
+const std::string& CsvRecord::Text(const std::string& column) const {
+    static const std::string none;
+    for (const auto& [name, text] : cells_) {
+        if (name == column) return text;
+    }
+    return none;
+}
+
+std::optional<double> CsvRecord::Number(const std::string& column) const {
+    const std::string& text = Text(column);
+    if (text.empty()) return std::nullopt;
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
+        throw std::runtime_error("line " + std::to_string(line_) + ", column " + column + ": '" +
+                                 text + "' is not a number");
+    }
+    return value;
+}
+
+namespace {
+
+std::vector<CsvRecord> ReadRows(std::istream& stream) {
+    std::vector<std::string> columns;
+    std::vector<CsvRecord> rows;
+    std::string line;
+    for (int number = 1; std::getline(stream, line); ++number) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (line.empty()) continue;
+        std::vector<std::string> cells = SplitCsvLine(line);
+        if (columns.empty()) {
+            columns = std::move(cells);
+        } else {
+            rows.emplace_back(columns, std::move(cells), number);
+        }
+    }
+    return rows;
+}
+
+}  // namespace
+
+std::vector<CsvRecord> ReadCsv(const std::string& path) {
+    std::ifstream file(path);
+    if (!file) throw std::runtime_error("cannot read " + path);
+    return ReadRows(file);
+}
+
+std::vector<CsvRecord> ParseCsv(const std::string& text) {
+    std::istringstream stream(text);
+    return ReadRows(stream);
+}
+
+}  // namespace halvorn::engine

@@ -1,0 +1,27 @@
+/// @file profile_names.h
+/// Names of profiles as people write them.
+#ifndef HALVORN_ENGINE_CATALOGUE_PROFILE_NAMES_H
+#define HALVORN_ENGINE_CATALOGUE_PROFILE_NAMES_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace halvorn::engine {
+
+/// Returns the one spelling of a name: capitals without blanks, hyphens or underscores, X between
+/// dimensions, no zeros at the end of decimals; HE200B is HEB200, L50X5 is L50X50X5, SHS50X5 and
+/// RHS50X50X5 are SHS50X50X5.
+std::string CanonicalProfileName(std::string_view name);
+
+/// Returns a canonical name with its first two dimensions the other way round, as of an angle or a
+/// hollow section with the short side first; the same name when it has fewer than three.
+std::string WithSidesSwapped(const std::string& canonicalName);
+
+/// Returns how many characters must be changed, added or removed to make one text of the other
+/// (Levenshtein's distance).
+std::size_t EditDistance(std::string_view a, std::string_view b);
+
+}  // namespace halvorn::engine
+
+#endif

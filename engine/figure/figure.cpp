@@ -1,0 +1,104 @@
+#include "figure/figure.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <stdexcept>
+
+#include "base/input_error.h"
+#include "figure/layout.h"
+#include "figure/paint.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+figure::Format FormatOf(const std::string& path) {
+    std::string ending = fs::path(path).extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (ending == ".svg") return figure::Format::Svg;
+    if (ending == ".png") return figure::Format::Png;
+    if (ending == ".pdf") return figure::Format::Pdf;
+    throw InputError(path, "a figure is an .svg, .png or .pdf file",
+                     "give its name one of these endings");
+}
+
+[[noreturn]] void FailToWrite(const std::string& path, const std::string& why) {
+    throw std::runtime_error(path + ": the figure cannot be written: " + why +
+                             "; check the disk and the permissions of its folder");
+}
+
+// A file beside the target under a name of its own; gone unless it was moved to the target.
+class PartFile {
+public:
+    explicit PartFile(const std::string& target)
+        : target_(target), name_(target + "." + std::to_string(std::random_device{}()) + ".part") {
+        errno = 0;
+        file_ = std::fopen(name_.c_str(), "wbx");
+        if (file_ == nullptr) FailToWrite(target_, std::strerror(errno));
+    }
+    PartFile(const PartFile&) = delete;
+    PartFile& operator=(const PartFile&) = delete;
+    ~PartFile() {
+        if (file_ != nullptr) std::fclose(file_);
+        std::error_code ignored;
+        if (!isMoved_) fs::remove(name_, ignored);
+    }
+
+    void Write(const std::string& bytes) {
+        errno = 0;
+        const bool isWritten = std::fwrite(bytes.data(), 1, bytes.size(), file_) == bytes.size();
+        const bool isClosed = std::fclose(file_) == 0;
+        file_ = nullptr;
+        if (!isWritten || !isClosed) FailToWrite(target_, std::strerror(errno));
+    }
+
+    void MoveToTarget() {
+        std::error_code error;
+        fs::rename(name_, target_, error);
+        if (error) FailToWrite(target_, error.message());
+        isMoved_ = true;
+    }
+
+private:
+    std::string target_;
+    std::string name_;
+    std::FILE* file_ = nullptr;
+    bool isMoved_ = false;
+};
+
+}  // namespace
+
+void CheckFigurePath(const std::string& path) {
+    FormatOf(path);
+    if (!figure::CanPaint()) {
+        throw InputError(path, "this build draws no figures",
+                         "install libcairo2-dev and pkg-config, then configure and build again");
+    }
+    const fs::path folder = fs::path(path).parent_path();
+    std::error_code ignored;
+    if (!folder.empty() && !fs::is_directory(folder, ignored)) {
+        throw InputError(path, "there is no folder " + folder.string(), "make it first");
+    }
+    if (fs::is_directory(path, ignored)) {
+        throw InputError(path, "is a folder", "name a file");
+    }
+}
+
+void WriteFigure(const Report& report, const std::string& path) {
+    CheckFigurePath(path);
+    const figure::Page page = figure::LayOut(report, figure::FontMeasure());
+    const std::string bytes = figure::Paint(page, FormatOf(path));
+    PartFile file(path);
+    file.Write(bytes);
+    file.MoveToTarget();
+}
+
+}  // namespace halvorn::engine

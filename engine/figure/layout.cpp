@@ -1,0 +1,197 @@
+#include "figure/layout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "base/input_error.h"
+#include "figure/sheet.h"
+#include "figure/text.h"
+
+namespace halvorn::engine::figure {
+
+namespace {
+
+constexpr double kTitleSize = 14.0;
+constexpr double kTitleRoom = 38.0;  // title and the line below it
+constexpr double kColumnGap = 16.0;
+// Of the drawing between title, column and footer: on A5 on its side, and the least.
+constexpr double kMostWidth = 370.0;
+constexpr double kMostHeight = 312.0;
+constexpr double kLeastWidth = 230.0;
+constexpr double kLeastHeight = 130.0;
+
+// Below the drawing: the scale bar, and the coordinate arrows when the origin is far away.
+double FooterRoom(const Sheet& sheet) {
+    return sheet.hasOrigin ? 30.0 : 46.0;
+}
+
+// What lies beside the section and its coordinate arrows: dimensions on the left and below, axes
+// and their labels on the right and above.
+Box Surroundings(const Sheet& sheet) {
+    const double labels = AxisLabelRoom(sheet.report, sheet.measure);
+    return {kOverhang + 22.0, kOverhang + 26.0, kOverhang + 14.0 + labels, kOverhang + 20.0};
+}
+
+void MeasureSection(Sheet& sheet) {
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    sheet.xMin = sheet.yMin = kInfinity;
+    sheet.xMax = sheet.yMax = -kInfinity;
+    for (const Ring& ring : sheet.rings) {
+        for (const auto& [x, y] : ring.points) {
+            sheet.xMin = std::min(sheet.xMin, x);
+            sheet.xMax = std::max(sheet.xMax, x);
+            sheet.yMin = std::min(sheet.yMin, y);
+            sheet.yMax = std::max(sheet.yMax, y);
+        }
+    }
+    if (!std::isfinite(sheet.Width()) || !std::isfinite(sheet.Height())) {
+        throw InputError(sheet.report.section.source, "the section is too large to be drawn",
+                         "give it in a larger unit");
+    }
+    // The origin belongs in the drawing unless the section would shrink much for it.
+    constexpr double kShrink = 1.3;
+    const double width = std::max(sheet.xMax, 0.0) - std::min(sheet.xMin, 0.0);
+    const double height = std::max(sheet.yMax, 0.0) - std::min(sheet.yMin, 0.0);
+    sheet.hasOrigin = std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
+}
+
+// Section and coordinate arrows at a scale, relative to the section's lower left corner.
+Box ContentAt(const Sheet& sheet, double scale) {
+    Box box = {0.0, -sheet.Height() * scale, sheet.Width() * scale, 0.0};
+    if (!sheet.hasOrigin) return box;
+    const Spot origin = {-sheet.xMin * scale, sheet.yMin * scale};
+    box.left = std::min(box.left, origin.x);
+    box.top = std::min(box.top, origin.y - kOriginRoom);
+    box.right = std::max(box.right, origin.x + kOriginRoom);
+    box.bottom = std::max(box.bottom, origin.y);
+    return box;
+}
+
+// The largest scale at which everything has room. The arrows keep their size, so it is found by
+// halving.
+double FittingScale(const Sheet& sheet, double width, double height) {
+    double low = 0.0;
+    double high = std::min(width / sheet.Width(), height / sheet.Height());
+    if (!std::isfinite(high)) return 1.0;  // no extent: one point
+    constexpr int kHalvings = 60;
+    for (int i = 0; i < kHalvings; ++i) {
+        const double middle = i == 0 ? high : 0.5 * (low + high);
+        const Box box = ContentAt(sheet, middle);
+        (box.Width() <= width && box.Height() <= height ? low : high) = middle;
+    }
+    return low;
+}
+
+// Chooses scale and drawing area and puts the section into its middle.
+void Place(Sheet& sheet, double columnHeight) {
+    const Box around = Surroundings(sheet);
+    sheet.scale = FittingScale(sheet, kMostWidth - around.left - around.right,
+                               kMostHeight - around.top - around.bottom);
+    const Box box = ContentAt(sheet, sheet.scale);
+    const double width = std::max(kLeastWidth, around.left + box.Width() + around.right);
+    const double height = std::max({kLeastHeight, around.top + box.Height() + around.bottom,
+                                    std::min(columnHeight - FooterRoom(sheet), kMostHeight)});
+    const double top = kMargin + kTitleRoom;
+    sheet.page.drawing = {kMargin, top, kMargin + width, top + height};
+    const double spareX = width - around.left - around.right - box.Width();
+    const double spareY = height - around.top - around.bottom - box.Height();
+    sheet.corner = {kMargin + around.left + 0.5 * spareX - box.left,
+                    top + around.top + 0.5 * spareY - box.top};
+    const auto [x, y] = sheet.corner;
+    sheet.content = {x + box.left, y + box.top, x + box.right, y + box.bottom};
+    sheet.section = {x, y - sheet.Height() * sheet.scale, x + sheet.Width() * sheet.scale, y};
+}
+
+// The scale bar on the right, and on the left the coordinate arrows when the origin is far away.
+void AddFooter(Sheet& sheet) {
+    const Box& drawing = sheet.page.drawing;
+    const std::string unit = " " + sheet.report.section.unit;
+    const double baseline = drawing.bottom + FooterRoom(sheet) - (sheet.hasOrigin ? 6.0 : 10.0);
+    const double length = RoundLength(0.3 * drawing.Width() / sheet.scale);
+    const double start = drawing.right - length * sheet.scale;
+    const double middle = 0.5 * (start + drawing.right);
+    constexpr double kThickness = 4.0;
+    sheet.page.bars.push_back({start, baseline - kThickness, middle, baseline});
+    sheet.Add(LineKind::Rule,
+              {{start, baseline - kThickness},
+               {drawing.right, baseline - kThickness},
+               {drawing.right, baseline},
+               {start, baseline}},
+              true);
+    sheet
+        .Write(Joined(Number(length, 6, 1e7), {{unit}}), {middle, baseline - kThickness - 4.0},
+               kSmallSize)
+        .anchor = Anchor::Centre;
+    if (sheet.hasOrigin) return;
+    AddOrigin(sheet, {drawing.left + 11.0, baseline});
+    const double textStart = drawing.left + 11.0 + kOriginRoom + 6.0;
+    constexpr double kNoteSize = 7.5;
+    constexpr double kNoteLine = 10.0;
+    const auto note = [&](const Runs& text, double up) {
+        sheet.Write(text, {textStart, baseline - up * kNoteLine}, kNoteSize);
+    };
+    note({{"section's lower left:"}}, 2.0);
+    note(Joined(Joined({{"x = "}}, Coordinate(sheet, sheet.xMin)), {{unit}}), 1.0);
+    note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.yMin)), {{unit}}), 0.0);
+}
+
+void AddTitle(Sheet& sheet) {
+    const SectionModel& section = sheet.report.section;
+    const double room = sheet.page.width - 2.0 * kMargin;
+    sheet.page.title = ValidText(section.name.empty() ? section.source : section.name);
+    const std::string title = Shortened(sheet.page.title, room, kTitleSize, true, sheet.measure);
+    sheet.Write({{title}}, {kMargin, kMargin + 11.0}, kTitleSize).isBold = true;
+    const std::string below = ValidText(!section.description.empty() ? section.description
+                                        : section.name.empty()       ? ""
+                                                                     : section.source);
+    if (below.empty() || below == sheet.page.title) return;
+    const std::string line = Shortened(below, room, kSmallSize, false, sheet.measure);
+    sheet.Write({{line}}, {kMargin, kMargin + 26.0}, kSmallSize).isGrey = true;
+}
+
+void Summarise(Sheet& sheet, const std::vector<ValueRow>& rows) {
+    const std::string unit = " " + sheet.report.section.unit;
+    std::string& summary = sheet.page.summary;
+    summary = "Width " + PlainText(Coordinate(sheet, sheet.Width())) + unit + ", height " +
+              PlainText(Coordinate(sheet, sheet.Height())) + unit;
+    for (const ValueRow& row : rows) {
+        summary += "; " + PlainText(row.symbol) + " = " + PlainText(row.number) + " " +
+                   PlainText(row.unit);
+    }
+}
+
+}  // namespace
+
+double RoundLength(double most) {
+    const double power = std::pow(10.0, std::floor(std::log10(most)));
+    for (const double step : {5.0, 2.0}) {
+        if (step * power <= most) return step * power;
+    }
+    return power;
+}
+
+Page LayOut(const Report& report, const MeasureText& measure) {
+    Sheet sheet{report, measure};
+    sheet.rings = RingsOf(report.section);
+    MeasureSection(sheet);
+    const std::vector<ValueRow> rows = ValueRows(report);
+    constexpr double kLegendRows = 4.0;
+    Place(sheet, (static_cast<double>(rows.size()) + kLegendRows) * kRowHeight);
+
+    AddSection(sheet);
+    AddDimensions(sheet);
+    if (sheet.hasOrigin) AddOrigin(sheet, {});
+    AddAxes(sheet);
+    AddCentroid(sheet);
+    AddFooter(sheet);
+    const Box& drawing = sheet.page.drawing;
+    const Box column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
+    sheet.page.width = column.right + kMargin;
+    sheet.page.height = std::max(drawing.bottom + FooterRoom(sheet), column.bottom) + kMargin;
+    AddTitle(sheet);
+    Summarise(sheet, rows);
+    return sheet.page;
+}
+
+}  // namespace halvorn::engine::figure

@@ -1,0 +1,155 @@
+#include "geometry/arc_division.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <stdexcept>
+#include <string>
+
+#include "base/dimension_checks.h"
+
+namespace halvorn::engine::shapes {
+namespace {
+
+constexpr double quarterTurn = std::numbers::pi / 2.0;
+
+// 1/192 of a turn holds the second moments of an arc to 1e-5 (see `Excess` for the size of what is
+// left over).
+constexpr int leastStepsPerQuarter = 48;
+
+// Beyond this an arc is a mistake in the caller's tolerance, not a drawing.
+constexpr int mostStepsPerQuarter = 100000;
+
+// A sweep that is a whole number of steps but for this part of one gets no extra chord: quotients
+// of angles carry a few rounding errors.
+constexpr double wholeSteps = 1e-9;
+
+// Points of an arc closer than this are one [rad]. The extent of an arc loses half its square.
+constexpr double sameAngle = 1e-6;
+
+// d / sin d - 1, by the series of d - sin d, whose terms shrink by 1/20 at least for d <= 1.
+double SineExcess(double d) {
+    constexpr int terms = 8;  // the first one left out is below 1e-17 of the sum
+    double sum = 1.0;
+    for (int i = terms; i >= 1; --i) sum = 1.0 - d * d / ((2.0 * i + 2.0) * (2.0 * i + 3.0)) * sum;
+    return d * d * d / 6.0 * sum / std::sin(d);
+}
+
+// How far, as a part of the radius, the n - 1 inner points of an arc lie outside it, so that its n
+// chords of the angle d enclose the area of the sector.
+//
+// With the ends at the radius 1 and the inner points at k, twice the area is
+//     sin d (2 k + (n - 2) k^2) = n d;
+// with k = 1 + e and x = d / sin d - 1 that is (n - 2) e^2 + 2 (n - 1) e - n x = 0, whose positive
+// root is below, in the form that keeps the digits of a flat arc's small e. Near d^2 / 12 for many
+// chords, d^2 / 6 for two.
+//
+// k is at most d / sin d, for there the left side is not below the right one. So k cos d <= d / tan
+// d < 1: the inner points stay within the tangents at the ends. Neither a face that an arc joins
+// nor the extent at a point with an upright tangent is crossed.
+double Excess(int n, double d) {
+    const double x = n * SineExcess(d);
+    return x / ((n - 1.0) + std::sqrt((n - 1.0) * (n - 1.0) + (n - 2.0) * x));
+}
+
+// The fewest chords, at least two, none above the step, whose inner points lie no farther outside
+// than the chords of that step on the circle lie inside. No chord lies farther inside either: its
+// ends lie on the arc or outside.
+int Chords(double sweep, double step) {
+    const double sine = std::sin(0.25 * step);
+    const double farthest = 2.0 * sine * sine;  // 1 - cos(step / 2), with its digits
+    int chords = std::max(2, static_cast<int>(std::ceil(sweep / step - wholeSteps)));
+    while (Excess(chords, sweep / chords) > farthest) ++chords;
+    return chords;
+}
+
+double Along(const Point& direction, const Point& v) {
+    return direction.first * v.first + direction.second * v.second;
+}
+
+// The point after the angle t, the part `excess` of the radius outside. From the start and by half
+// angles, so that a flat arc, whose centre is far away, keeps its digits.
+Point At(const Arc& arc, double t, double excess) {
+    const double half = 2.0 * std::sin(0.5 * t);
+    const double ahead = half * std::cos(0.5 * t) + excess * std::sin(t);
+    const double spoke = excess * std::cos(t) - half * std::sin(0.5 * t);
+    return {arc.start.first + ahead * arc.ahead.first + spoke * arc.spoke.first,
+            arc.start.second + ahead * arc.ahead.second + spoke * arc.spoke.second};
+}
+
+}  // namespace
+
+ArcDivision ArcDivision::StepsPerQuarter(int steps) {
+    if (steps < 1 || steps > mostStepsPerQuarter) {
+        throw std::invalid_argument("the steps per quarter turn must lie between 1 and " +
+                                    std::to_string(mostStepsPerQuarter));
+    }
+    return ArcDivision(steps, 0.0);
+}
+
+ArcDivision ArcDivision::ChordError(double distance) {
+    RequirePositive("arc division", {{"chord error", distance}});
+    return ArcDivision(leastStepsPerQuarter, distance);
+}
+
+ArcDivision ArcDivision::Scaled(double factor) const {
+    ArcDivision scaled = *this;
+    scaled.chordError_ *= factor;
+    return scaled;
+}
+
+ArcDivision ArcDivision::AlsoExtremeAlong(Point first, Point second) const {
+    ArcDivision division = *this;
+    division.directions_.insert(division.directions_.end(), {first, second});
+    return division;
+}
+
+double ArcDivision::LargestStep(double radius) const {
+    const double step = quarterTurn / stepsPerQuarter_;
+    if (chordError_ == 0.0) return step;
+    // A chord is r (1 - cos(step / 2)) = 2 r sin^2(step / 4) from its arc.
+    const double ratio = std::min(1.0, chordError_ / (2.0 * radius));
+    const double allowed = 4.0 * std::asin(std::sqrt(ratio));
+    if (allowed * mostStepsPerQuarter < quarterTurn) {
+        throw DimensionError("the chord error " + ShortNumber(chordError_) +
+                                 " is too small for the radius " + ShortNumber(radius),
+                             "chord_tolerance", "make \"chord_tolerance\" larger");
+    }
+    return std::min(step, allowed);
+}
+
+// The angles of both ends and of the points on the arc between them, rising.
+//
+// Along a direction f the arc is farthest where cos t f(ahead) = sin t f(spoke), twice in a turn.
+std::vector<double> ArcDivision::Bounds(const Arc& arc) const {
+    std::vector<double> bounds = {0.0};
+    for (const Point& direction : directions_) {
+        double t = std::atan2(Along(direction, arc.ahead), Along(direction, arc.spoke));
+        for (t -= 2.0 * quarterTurn; t < arc.sweep - sameAngle; t += 2.0 * quarterTurn) {
+            if (t > sameAngle) bounds.push_back(t);
+        }
+    }
+    std::sort(bounds.begin(), bounds.end());
+    const auto isSame = [](double a, double b) { return b - a < sameAngle; };
+    bounds.erase(std::unique(bounds.begin(), bounds.end(), isSame), bounds.end());
+    bounds.push_back(arc.sweep);
+    return bounds;
+}
+
+std::vector<Point> ArcDivision::PointsBetweenEnds(const Arc& arc) const {
+    const double step = LargestStep(arc.radius);
+    const std::vector<double> bounds = Bounds(arc);
+    std::vector<Point> points;
+    for (std::size_t i = 1; i < bounds.size(); ++i) {
+        const double sweep = bounds[i] - bounds[i - 1];
+        const int chords = Chords(sweep, step);
+        const double excess = Excess(chords, sweep / chords);
+        for (int k = 1; k < chords; ++k) {
+            points.push_back(At(arc, bounds[i - 1] + sweep * k / chords, excess));
+        }
+        if (i + 1 < bounds.size()) points.push_back(At(arc, bounds[i], 0.0));
+    }
+    return points;
+}
+
+}  // namespace halvorn::engine::shapes

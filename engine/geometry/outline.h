@@ -1,0 +1,36 @@
+/// @file outline.h
+/// The rings of a drawn profile or wall.
+#ifndef HALVORN_ENGINE_GEOMETRY_OUTLINE_H
+#define HALVORN_ENGINE_GEOMETRY_OUTLINE_H
+
+#include <cstddef>
+#include <vector>
+
+namespace halvorn::engine::shapes {
+
+/// The outer ring of a profile or wall and, for hollow ones, the ring of its hole; the hole is
+/// empty otherwise. Both rings are x0, y0, x1, y1, ... and run counter-clockwise.
+struct Outline {
+    std::vector<double> solid;
+    std::vector<double> hole;
+};
+
+/// Returns a hollow outline as one closed contour: the outer ring counter-clockwise, a bridge to
+/// the hole, the hole clockwise, the same bridge back. Without a hole it is the outer ring.
+///
+/// The bridge joins the points of both rings that lie farthest in the direction (1, 1). It has no
+/// width, so every area integral over the contour is that of the net section. It keeps clear of the
+/// axes of symmetry, on which a plastic neutral axis would run along a bridge.
+/// @pre both rings are convex and the hole lies inside the outer ring, as in all hollow outlines
+///      drawn here; then the bridge meets each ring in its end point only
+std::vector<double> KeyholeRing(const Outline& outline);
+
+/// Returns a hollow outline as one closed contour in the same way, bridged from one point of the
+/// solid ring to one of the hole by their indices.
+/// @pre the bridge meets each ring in its end point only
+std::vector<double> KeyholeRing(const Outline& outline, std::size_t solidPoint,
+                                std::size_t holePoint);
+
+}  // namespace halvorn::engine::shapes
+
+#endif

@@ -1,0 +1,163 @@
+#include "geometry/wall_outline.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace halvorn::engine::shapes {
+namespace {
+
+// Relative to an edge's length, as of arcs that touch in a rounded polygon.
+constexpr double kFitTolerance = 1e-9;
+
+struct Vector {
+    double x;
+    double y;
+};
+
+// An edge of the mid-line; without length it has no direction.
+struct Edge {
+    Vector along;
+    double length;
+};
+
+std::vector<Edge> EdgesOf(const WallLine& line) {
+    const std::size_t n = line.points.size();
+    std::vector<Edge> edges;
+    for (std::size_t i = 0; i < n - (line.isClosed ? 0 : 1); ++i) {
+        const auto& [fromX, fromY] = line.points[i];
+        const auto& [toX, toY] = line.points[(i + 1) % n];
+        const double length = std::hypot(toX - fromX, toY - fromY);
+        edges.push_back({{0.0, 0.0}, length});
+        if (length > 0.0) edges.back().along = {(toX - fromX) / length, (toY - fromY) / length};
+    }
+    return edges;
+}
+
+// The turn at every point, counter-clockwise positive [rad]; 0 at ends and beside edges without
+// length.
+std::vector<double> TurnsOf(const std::vector<Edge>& edges, const WallLine& line) {
+    const std::size_t n = line.points.size();
+    std::vector<double> turns(n, 0.0);
+    for (std::size_t i = line.isClosed ? 0 : 1; i < edges.size(); ++i) {
+        const Vector& in = edges[(i + n - 1) % n].along;
+        const Vector& out = edges[i].along;
+        turns[i] = std::atan2(in.x * out.y - in.y * out.x, in.x * out.x + in.y * out.y);
+    }
+    return turns;
+}
+
+// The length that a corner takes from the edges of the mid-line, for the face at `offset` to the
+// left of it.
+double NeededLength(double turn, double radius, double thickness, double offset, FaceArcs arcs) {
+    if (turn == 0.0) return 0.0;
+    const double tangent = std::tan(0.5 * std::abs(turn));
+    const double inwards = turn > 0.0 ? offset : -offset;
+    if (radius == 0.0) return inwards == 0.0 ? 0.0 : inwards * tangent;
+    const double bend = (radius + 0.5 * thickness) * tangent;
+    return arcs == FaceArcs::Concentric ? bend : bend + inwards * tangent;
+}
+
+// Corners of the face at `side` (+1 left, -1 right) times half the thickness from the mid-line.
+std::vector<Corner> FaceCorners(const WallLine& line, double side) {
+    const std::vector<Edge> edges = EdgesOf(line);
+    const std::vector<double> turns = TurnsOf(edges, line);
+    const std::size_t n = line.points.size();
+    const double offset = side * 0.5 * line.thickness;
+    std::vector<Corner> corners;
+    corners.reserve(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const bool isStart = !line.isClosed && i == 0;
+        const bool isEnd = i == edges.size();
+        const Vector& in = edges[isStart ? 0 : (i + n - 1) % n].along;
+        const Vector& out = isEnd ? in : edges[i].along;
+        // The sum of both unit normals, scaled to be the unit's distance from both edges.
+        const double scale = offset / (1.0 + in.x * out.x + in.y * out.y);
+        const double radius = isStart || isEnd ? 0.0 : line.radii[i];
+        const double outerRadius = radius + line.thickness;
+        const bool isInner = turns[i] * side > 0.0;
+        corners.push_back({line.points[i].first - (in.y + out.y) * scale,
+                           line.points[i].second + (in.x + out.x) * scale,
+                           radius == 0.0 || isInner ? radius : outerRadius, outerRadius});
+    }
+    return corners;
+}
+
+// Twice the signed area of the line closed by its chord.
+double TwiceArea(const WallLine& line) {
+    const auto& [originX, originY] = line.points.front();
+    double twice = 0.0;
+    for (std::size_t i = 0; i + 1 < line.points.size(); ++i) {
+        const auto& [x1, y1] = line.points[i];
+        const auto& [x2, y2] = line.points[i + 1];
+        twice += (x1 - originX) * (y2 - originY) - (x2 - originX) * (y1 - originY);
+    }
+    return twice;
+}
+
+}  // namespace
+
+std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs) {
+    using Kind = WallFault::Kind;
+    const std::vector<Edge> edges = EdgesOf(line);
+    const std::vector<double> turns = TurnsOf(edges, line);
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+        const std::size_t next = (i + 1) % line.points.size();
+        const double available = edges[i].length;
+        if (available == 0.0) {
+            if (arcs == FaceArcs::Concentric)
+                return WallFault{Kind::Coincident, std::max(i, next), 0.0, 0.0};
+            continue;
+        }
+        for (const double side : {0.5, -0.5}) {
+            const double offset = side * line.thickness;
+            const double start =
+                NeededLength(turns[i], line.radii[i], line.thickness, offset, arcs);
+            const double end =
+                NeededLength(turns[next], line.radii[next], line.thickness, offset, arcs);
+            if (start + end <= available * (1.0 + kFitTolerance)) continue;
+            // A bend is to blame before a sharp corner, and what needs more before what needs less.
+            const auto isBend = [&](std::size_t k) {
+                return line.radii[k] > 0.0 && turns[k] != 0.0;
+            };
+            const bool isStart = isBend(i) == isBend(next) ? start > end : isBend(i);
+            const std::size_t blamed = isStart ? i : next;
+            return WallFault{isBend(blamed) ? Kind::Radius : Kind::Thickness, blamed, start + end,
+                             available};
+        }
+    }
+    return std::nullopt;
+}
+
+Outline DrawWall(const WallLine& line, const ArcDivision& division) {
+    std::vector<Corner> left = FaceCorners(line, 1.0);
+    std::vector<Corner> right = FaceCorners(line, -1.0);
+    if (!line.isClosed) {
+        right.insert(right.end(), left.rbegin(), left.rend());
+        return {RoundedPolygon(right, division), {}};
+    }
+    if (TwiceArea(line) < 0.0) {
+        // Clockwise: the left face is the outer one. Reversed but for the first corner.
+        std::swap(left, right);
+        std::reverse(left.begin() + 1, left.end());
+        std::reverse(right.begin() + 1, right.end());
+    }
+    return {RoundedPolygon(right, division), RoundedPolygon(left, division)};
+}
+
+std::vector<double> WallKeyhole(const Outline& outline) {
+    return outline.hole.empty() ? outline.solid : KeyholeRing(outline, 0, 0);
+}
+
+std::vector<double> MidLine(const WallLine& line, const ArcDivision& division) {
+    std::vector<Corner> corners;
+    corners.reserve(line.points.size());
+    for (std::size_t i = 0; i < line.points.size(); ++i) {
+        const double radius = line.radii[i];
+        corners.push_back({line.points[i].first, line.points[i].second,
+                           radius == 0.0 ? 0.0 : radius + 0.5 * line.thickness,
+                           radius + line.thickness});
+    }
+    return line.isClosed ? RoundedPolygon(corners, division) : RoundedLine(corners, division);
+}
+
+}  // namespace halvorn::engine::shapes

@@ -1,0 +1,93 @@
+#include "model/placement.h"
+
+#include <CSectionTools.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "model/push_element.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+// A linear map: column vectors (xx, yx) and (xy, yy).
+struct Map {
+    double xx;
+    double xy;
+    double yx;
+    double yy;
+};
+
+Map RotationOf(double degrees) {
+    // The remainder is exact, so a multiple of 90 stays one.
+    const double turn = std::fmod(degrees, 360.0);
+    if (std::fmod(turn, 90.0) == 0.0) {
+        constexpr double kSines[] = {0.0, 1.0, 0.0, -1.0};
+        const auto quarters = static_cast<std::size_t>(turn / 90.0 + 4.0) % 4;
+        const double sine = kSines[quarters];
+        const double cosine = kSines[(quarters + 1) % 4];
+        return {cosine, -sine, sine, cosine};
+    }
+    const double angle = turn * (std::numbers::pi / 180.0);
+    return {std::cos(angle), -std::sin(angle), std::sin(angle), std::cos(angle)};
+}
+
+Map MapOf(const Placement& placement) {
+    Map map = RotationOf(placement.rotation);
+    if (placement.mirror == Mirror::AboutX) map = {map.xx, -map.xy, map.yx, -map.yy};
+    if (placement.mirror == Mirror::AboutY) map = {-map.xx, map.xy, -map.yx, map.yy};
+    return map;
+}
+
+// The angle of an axis after mirror and rotation. Turned over about y it is pi less, and the axis
+// is the same without that half turn.
+double PlacedAngle(double angle, const Placement& placement) {
+    const double mirrored = placement.mirror == Mirror::None ? angle : -angle;
+    return mirrored + std::fmod(placement.rotation, 360.0) * (std::numbers::pi / 180.0);
+}
+
+}  // namespace
+
+void Place(const Placement& placement, std::vector<Element>& elements) {
+    const Map map = MapOf(placement);
+    const auto place = [&](double& x, double& y) {
+        const double fromX = x - placement.origin.first;
+        const double fromY = y - placement.origin.second;
+        x = map.xx * fromX + map.xy * fromY + placement.move.first;
+        y = map.yx * fromX + map.yy * fromY + placement.move.second;
+    };
+    for (Element& element : elements) {
+        for (auto& [x, y] : element.ring) place(x, y);
+        if (!element.given) continue;
+        place(element.given->centroidX, element.given->centroidY);
+        element.given->angle = PlacedAngle(element.given->angle, placement);
+    }
+}
+
+std::array<std::pair<double, double>, 2> AxesOfSection(const Placement& placement) {
+    // The rows of an orthogonal map are the columns of its inverse.
+    const Map map = MapOf(placement);
+    return {{{map.xx, map.xy}, {map.yx, map.yy}}};
+}
+
+std::pair<double, double> LowerLeftCorner(const std::vector<Element>& elements) {
+    std::pair<double, double> corner = elements.front().ring.front();
+    for (const Element& element : elements) {
+        for (const auto& [x, y] : element.ring) {
+            corner = {std::min(corner.first, x), std::min(corner.second, y)};
+        }
+    }
+    return corner;
+}
+
+std::pair<double, double> CentreOfGravity(const std::vector<Element>& elements) {
+    CSectionTools tools;
+    for (const Element& element : elements) PushElement(tools, element);
+    std::pair<double, double> centre;
+    tools.GetCDG(&centre.first, &centre.second);
+    return centre;
+}
+
+}  // namespace halvorn::engine

@@ -1,0 +1,92 @@
+/// @file section_model.h
+/// One section as the host understands it, whatever it was read from: what is pushed into a
+/// `CSectionTools`, in push order, or one polyline.
+#ifndef HALVORN_ENGINE_MODEL_SECTION_MODEL_H
+#define HALVORN_ENGINE_MODEL_SECTION_MODEL_H
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "geometry/points.h"
+
+namespace halvorn::engine {
+
+/// Values that come with an element instead of being computed from its ring, the arguments of
+/// `CSectionTools::PushContourStandard`, in the unit of the section. Position and angle are those
+/// in the section, after any placement.
+struct GivenValues {
+    double angle = 0.0;  ///< from the x axis to the first principal axis, counter-clockwise [rad]
+    double centroidX = 0.0;
+    double centroidY = 0.0;
+    double area = 0.0;
+    double inertia1 = 0.0;
+    double inertia2 = 0.0;
+    std::optional<double> shearArea1;       ///< empty: not known, so no sum with it is reported
+    std::optional<double> shearArea2;       ///< likewise
+    std::optional<double> torsionConstant;  ///< likewise
+    std::optional<double> torsionModulus;   ///< likewise
+    double plasticModulusX = 0.0;           ///< handed to the library, never reported
+    double plasticModulusY = 0.0;
+    double extra = 0.0;
+    double reserved = 0.0;
+    std::string method;         ///< of area and inertias: "given in the file", "published values"
+    std::string torsionMethod;  ///< of torsion and shear, the same when empty
+};
+
+/// A thin-wall estimate of the torsion constant of an element that is drawn by its dimensions.
+struct ThinWallTorsion {
+    double constant;     ///< [L^4]
+    std::string method;  ///< "sum of b t^3 / 3", "4 Am^2 t / s"
+};
+
+/// One ring that is pushed.
+struct Element {
+    std::string label;  ///< how messages and figures call it: "IPE300", "/contours/1", "line 120"
+    bool isSolid = true;
+    /// The outline, at least three points. With given values a hollow outline is one keyhole ring:
+    /// out along a bridge and back along the same one.
+    Points ring;
+    std::optional<GivenValues> given;         ///< absent: all values come from the ring
+    std::optional<ThinWallTorsion> thinWall;  ///< of this ring, or of it and its inside
+    /// Of the inside of a hollow profile: which element of the list is the outside, whose thin-wall
+    /// torsion is that of both.
+    std::optional<std::size_t> insideOf;
+};
+
+enum class PolylineKind { Solid, ClosedWall, OpenWall };
+enum class TorsionFormulas { Tube, General };
+
+/// The arguments of `CSectionTools::CalculContourQuelconqueTOOL`.
+struct Polyline {
+    PolylineKind kind = PolylineKind::Solid;
+    TorsionFormulas torsion = TorsionFormulas::General;
+    double thickness = 0.0;  ///< 0 for a solid, positive for a wall
+    Points points;
+    std::vector<double> radii;  ///< one per point
+};
+
+/// Either elements, at least one, or one polyline.
+struct SectionModel {
+    std::string source;  ///< how messages call where it came from
+    std::string name;
+    std::string description;
+    std::string unit;               ///< "mm", "cm", "m" or "in": of every length here
+    bool isUnitAssumed = false;     ///< neither the input nor the command line states it
+    std::optional<double> density;  ///< [kg/m^3]
+    std::vector<Element> elements;
+    std::optional<Polyline> polyline;
+    bool isDrawn = false;  ///< a drawing or points: outlines that cross themselves are refused
+    std::vector<std::string> remarks;  ///< what the reader left out or took for granted, a sentence
+                                       ///< each without a full stop
+};
+
+/// Returns metres in one of the unit: "mm", "cm", "m", "in".
+/// @throws std::invalid_argument for any other
+double MetresPer(const std::string& unit);
+
+}  // namespace halvorn::engine
+
+#endif

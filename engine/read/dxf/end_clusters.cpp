@@ -1,0 +1,110 @@
+#include "read/dxf/end_clusters.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <numeric>
+#include <utility>
+
+namespace halvorn::engine::dxf {
+
+namespace {
+
+using Cell = std::pair<std::int64_t, std::int64_t>;
+
+class Clusters {
+public:
+    explicit Clusters(std::size_t count) : parent_(count) {
+        std::iota(parent_.begin(), parent_.end(), std::size_t{0});
+    }
+
+    std::size_t Root(std::size_t i) {
+        while (parent_[i] != i) i = parent_[i] = parent_[parent_[i]];
+        return i;
+    }
+
+    void Link(std::size_t i, std::size_t j) { parent_[Root(i)] = Root(j); }
+
+private:
+    std::vector<std::size_t> parent_;
+};
+
+// The points of one cell of a grid: a part of a list that is sorted by cells.
+struct CellPoints {
+    Cell cell;
+    std::size_t begin;
+    std::size_t end;
+};
+
+// A cell of half the reach has no two points farther apart than that. More than this many in one,
+// and its neighbours count as linked without a look at every pair.
+constexpr std::size_t kCrowd = 64;
+
+std::vector<std::pair<Cell, std::size_t>> SortedByCells(const Points& points, double side) {
+    std::vector<std::pair<Cell, std::size_t>> sorted;
+    sorted.reserve(points.size());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        sorted.push_back({{static_cast<std::int64_t>(std::floor(points[i].first / side)),
+                           static_cast<std::int64_t>(std::floor(points[i].second / side))},
+                          i});
+    }
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+}
+
+double Reach(const Points& points, double tolerance) {
+    double largest = 0.0;
+    for (const auto& [x, y] : points) largest = std::max({largest, std::abs(x), std::abs(y)});
+    return std::max({tolerance, 1e-12 * largest, 1e-300});
+}
+
+}  // namespace
+
+std::vector<std::size_t> ClusterPoints(const Points& points, double tolerance) {
+    const double reach = Reach(points, tolerance);
+    const auto sorted = SortedByCells(points, 0.5 * reach);
+    Clusters clusters(points.size());
+    std::vector<CellPoints> cells;
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        if (cells.empty() || cells.back().cell != sorted[i].first) {
+            cells.push_back({sorted[i].first, i, i});
+        }
+        cells.back().end = i + 1;
+        clusters.Link(sorted[i].second, sorted[cells.back().begin].second);
+    }
+    const auto linkIfNear = [&](const CellPoints& one, const CellPoints& other) {
+        const bool isCrowded = (one.end - one.begin) * (other.end - other.begin) > kCrowd * kCrowd;
+        for (std::size_t i = one.begin; i < one.end; ++i) {
+            const auto& p = points[sorted[i].second];
+            for (std::size_t j = other.begin; j < other.end; ++j) {
+                const auto& q = points[sorted[j].second];
+                if (isCrowded || std::hypot(p.first - q.first, p.second - q.second) <= reach) {
+                    clusters.Link(sorted[i].second, sorted[j].second);
+                    return;
+                }
+            }
+        }
+    };
+    // Points in reach of each other lie at most two cells apart; each pair of cells is seen once.
+    for (const CellPoints& one : cells) {
+        for (std::int64_t dx = 0; dx <= 2; ++dx) {
+            for (std::int64_t dy = dx == 0 ? 1 : -2; dy <= 2; ++dy) {
+                const Cell wanted{one.cell.first + dx, one.cell.second + dy};
+                const auto found = std::lower_bound(
+                    cells.begin(), cells.end(), wanted,
+                    [](const CellPoints& have, const Cell& cell) { return have.cell < cell; });
+                if (found != cells.end() && found->cell == wanted) linkIfNear(one, *found);
+            }
+        }
+    }
+    std::vector<std::size_t> numbers(points.size()), numberOfRoot(points.size(), points.size());
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        std::size_t& number = numberOfRoot[clusters.Root(i)];
+        if (number == points.size()) number = count++;
+        numbers[i] = number;
+    }
+    return numbers;
+}
+
+}  // namespace halvorn::engine::dxf

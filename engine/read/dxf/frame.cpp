@@ -1,0 +1,78 @@
+#include "read/dxf/frame.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "geometry/crossings.h"
+#include "geometry/ring_sides.h"
+#include "read/dxf/group_reader.h"
+
+namespace halvorn::engine::dxf {
+
+namespace {
+
+// Sine of the angle by which sides may differ from right angles and straight lines [-]: drawings
+// of three decimals stay far below it.
+constexpr double kSquare = 1e-3;
+
+// Every corner is straight or square, and four of them are square.
+bool IsRectangle(const Points& ring) {
+    int corners = 0;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const auto& [px, py] = ring[(i + ring.size() - 1) % ring.size()];
+        const auto& [x, y] = ring[i];
+        const auto& [qx, qy] = ring[(i + 1) % ring.size()];
+        const double inX = x - px, inY = y - py, outX = qx - x, outY = qy - y;
+        const double lengths = std::hypot(inX, inY) * std::hypot(outX, outY);
+        const double along = inX * outX + inY * outY, across = inX * outY - inY * outX;
+        if (std::fabs(along) <= kSquare * lengths) {
+            ++corners;
+        } else if (along < 0.0 || std::fabs(across) > kSquare * lengths) {
+            return false;
+        }
+    }
+    return corners == 4;
+}
+
+// A rectangle, its corners perhaps rounded, in the middle of another one.
+bool IsTube(const Box& outer, const Element& inner) {
+    constexpr double leastFilled =
+        0.9;                            // of the box, by corners as round as rolled tubes have them
+    constexpr double offCentre = 0.01;  // of the diagonal
+    const Box box(inner.ring);
+    const double filled =
+        0.5 * std::fabs(TwiceArea(inner.ring)) / ((box.right - box.left) * (box.top - box.bottom));
+    const double dx = 0.5 * (box.left + box.right - outer.left - outer.right);
+    const double dy = 0.5 * (box.bottom + box.top - outer.bottom - outer.top);
+    return filled >= leastFilled && std::hypot(dx, dy) <= offCentre * outer.Diagonal();
+}
+
+}  // namespace
+
+std::string FrameRemark(const std::vector<Element>& elements) {
+    if (elements.size() < 2) return "";
+    const Element& largest =
+        *std::max_element(elements.begin(), elements.end(), [](const auto& one, const auto& other) {
+            return std::fabs(TwiceArea(one.ring)) < std::fabs(TwiceArea(other.ring));
+        });
+    if (!IsRectangle(largest.ring)) return "";
+    const Box box(largest.ring);
+    const StripedRing striped(largest.ring);
+    for (const Element& element : elements) {
+        if (&element == &largest) continue;
+        // The rings do not cross: one point clear of the sides tells.
+        const auto isInside = [&](const auto& point) {
+            return striped.Locate(point, kSquare * box.Diagonal()) == StripedRing::Location::Inside;
+        };
+        if (std::none_of(element.ring.begin(), element.ring.end(), isInside)) return "";
+        if (elements.size() == 2 && IsTube(box, element)) return "";
+    }
+    return "the rectangle " + Shown(box.right - box.left) + " x " + Shown(box.top - box.bottom) +
+           " at " + largest.label +
+           " holds all other outlines, so it is a solid and the next ones within are holes: right "
+           "for "
+           "a plate with openings; if it is the frame of the drawing, hide its layer or name the "
+           "section's with --layer";
+}
+
+}  // namespace halvorn::engine::dxf

@@ -1,0 +1,294 @@
+#include "read/dxf/join_curves.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "read/dxf/end_clusters.h"
+#include "read/dxf/lengths.h"
+#include "read/dxf/open_outlines.h"
+
+namespace halvorn::engine::dxf {
+
+namespace {
+
+// The remarks name this many open chains, and count the others.
+constexpr std::size_t kNamedChains = 5;
+
+// Far above any section; every outline is compared with the others.
+constexpr std::size_t kMostOutlines = 10000;
+
+// Returns whether two lists of equally many points agree when the second is read from `start` on,
+// round, forwards or backwards.
+bool Agree(const Points& one, const Points& other, std::size_t start, bool isBackwards,
+           double tolerance) {
+    const std::size_t n = one.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::size_t k = (start + (isBackwards ? n - i : i)) % n;
+        if (Distance(one[i], other[k]) > tolerance) return false;
+    }
+    return true;
+}
+
+bool IsSameOpen(const Curve& one, const Curve& other, double tolerance) {
+    const std::size_t n = one.points.size();
+    return other.points.size() == n && (Agree(one.points, other.points, 0, false, tolerance) ||
+                                        Agree(one.points, other.points, n - 1, true, tolerance));
+}
+
+bool IsSameClosed(const Curve& one, const Curve& other, double tolerance) {
+    const std::size_t n = one.points.size();
+    if (other.points.size() != n) return false;
+    // More points than this at one place: no outline of a section.
+    int attempts = 16;
+    for (std::size_t start = 0; start < n && attempts > 0; ++start) {
+        if (Distance(one.points[0], other.points[start]) > tolerance) continue;
+        if (Agree(one.points, other.points, start, false, tolerance)) return true;
+        if (Agree(one.points, other.points, start, true, tolerance)) return true;
+        --attempts;
+    }
+    return false;
+}
+
+// Twice the area counts as none below this share of the square of the perimeter: what rounding
+// leaves of a line that goes forth and back.
+bool EnclosesNothing(const Points& ring) {
+    constexpr double rounding = 1e-12;
+    if (ring.size() < 3) return true;
+    double doubleArea = 0.0;
+    for (std::size_t i = 1; i + 1 < ring.size(); ++i) {
+        doubleArea += (ring[i].first - ring[0].first) * (ring[i + 1].second - ring[0].second) -
+                      (ring[i + 1].first - ring[0].first) * (ring[i].second - ring[0].second);
+    }
+    const double perimeter = Length(ring) + Distance(ring.back(), ring.front());
+    return std::abs(doubleArea) <= rounding * perimeter * perimeter;
+}
+
+// End 2 i is the first point of the open curve i, end 2 i + 1 its last one.
+class Joiner {
+public:
+    Joiner(std::vector<Curve> curves, double tolerance, const std::string& source, Notes& notes)
+        : curves_(std::move(curves)), tolerance_(tolerance), source_(source), notes_(notes) {}
+
+    // Returns the closed chains, and appends the open ones to `leftOut`.
+    std::vector<Curve> Join(std::vector<LeftOutChain>& leftOut) {
+        Points ends;
+        for (const Curve& curve : curves_) {
+            ends.insert(ends.end(), {curve.points.front(), curve.points.back()});
+        }
+        cluster_ = ClusterPoints(ends, tolerance_);
+        isUsed_.assign(curves_.size(), false);
+        DropShortOnes();
+        DropRepeated();
+        CollectEnds();
+        std::vector<Curve> rings;
+        for (std::size_t end = 0; end < ends.size(); ++end) {
+            if (isUsed_[end / 2] || ends_[cluster_[end]].size() != 1) continue;
+            const std::vector<std::size_t> chain = Walk(end);
+            NoteOpen(chain);
+            leftOut.push_back(LeftOut(chain));
+        }
+        for (std::size_t i = 0; i < curves_.size(); ++i) {
+            if (!isUsed_[i]) rings.push_back(Closed(Walk(2 * i)));
+        }
+        NoteGaps();
+        return rings;
+    }
+
+private:
+    const Point& PointAt(std::size_t end) const {
+        const Points& points = curves_[end / 2].points;
+        return end % 2 == 0 ? points.front() : points.back();
+    }
+
+    void DropShortOnes() {
+        for (std::size_t i = 0; i < curves_.size(); ++i) {
+            if (cluster_[2 * i] != cluster_[2 * i + 1] || Length(curves_[i].points) > tolerance_) {
+                continue;
+            }
+            isUsed_[i] = true;
+            notes_.Count("curves no longer than the join tolerance left out", curves_[i].line);
+        }
+    }
+
+    void DropRepeated() {
+        std::map<std::pair<std::size_t, std::size_t>, std::vector<std::size_t>> kept;
+        for (std::size_t i = 0; i < curves_.size(); ++i) {
+            if (isUsed_[i]) continue;
+            auto& others = kept[std::minmax(cluster_[2 * i], cluster_[2 * i + 1])];
+            isUsed_[i] = std::any_of(others.begin(), others.end(), [&](std::size_t other) {
+                return IsSameOpen(curves_[i], curves_[other], tolerance_);
+            });
+            if (isUsed_[i]) {
+                notes_.Count("curves drawn twice, taken once", curves_[i].line);
+            } else if (others.size() < 3) {
+                // Three different ones between the same ends are refused whatever follows.
+                others.push_back(i);
+            }
+        }
+    }
+
+    void CollectEnds() {
+        ends_.resize(cluster_.size());
+        for (std::size_t end = 0; end < cluster_.size(); ++end) {
+            if (!isUsed_[end / 2]) ends_[cluster_[end]].push_back(end);
+        }
+        for (const std::vector<std::size_t>& meeting : ends_) {
+            if (meeting.size() > 2) RefuseMeeting(meeting);
+        }
+    }
+
+    [[noreturn]] void RefuseMeeting(const std::vector<std::size_t>& meeting) const {
+        constexpr std::size_t mostNamed = 6;
+        std::string lines;
+        for (std::size_t i = 0; i < std::min(meeting.size(), mostNamed); ++i) {
+            lines += (i == 0 ? "" : ", ") + std::to_string(curves_[meeting[i] / 2].line);
+        }
+        const auto [x, y] = PointAt(meeting[0]);
+        Refuse(source_, curves_[meeting[0] / 2].line,
+               std::to_string(meeting.size()) + " curve ends meet at " + ShownPoint(x, y) +
+                   " (of the curves at the lines " + lines + "), so it is not clear which belong " +
+                   "together",
+               "draw each outline as one closed polyline, or hide what is no outline on a layer "
+               "that is off");
+    }
+
+    // Returns the ends at which a chain is entered, curve by curve, from `end` on to where it stops
+    // or comes back.
+    std::vector<std::size_t> Walk(std::size_t end) {
+        std::vector<std::size_t> chain;
+        while (!isUsed_[end / 2]) {
+            isUsed_[end / 2] = true;
+            chain.push_back(end);
+            const std::size_t exit = end ^ 1U;
+            const std::vector<std::size_t>& meeting = ends_[cluster_[exit]];
+            if (meeting.size() < 2) break;
+            end = meeting[0] == exit ? meeting[1] : meeting[0];
+        }
+        return chain;
+    }
+
+    Point Join(std::size_t exit, std::size_t entry) {
+        const Point &p = PointAt(exit), &q = PointAt(entry);
+        const double gap = Distance(p, q);
+        // Curves within the tolerance were dropped between them: one, but not a row of them.
+        if (gap > 3.0 * tolerance_ && gap > 1e-9 * (std::abs(p.first) + std::abs(p.second))) {
+            Refuse(source_, curves_[exit / 2].line,
+                   "several curves at " + ShownPoint(p.first, p.second) +
+                       " are shorter than the join tolerance",
+                   "give a smaller join tolerance, or the right unit");
+        }
+        if (gap > widestGap_) widestGap_ = gap, lineOfWidest_ = curves_[exit / 2].line;
+        return {0.5 * (p.first + q.first), 0.5 * (p.second + q.second)};
+    }
+
+    Curve Closed(const std::vector<std::size_t>& chain) {
+        Curve ring;
+        ring.isClosed = true;
+        ring.line = curves_[chain.front() / 2].line;
+        std::size_t exit = chain.back() ^ 1U;
+        for (const std::size_t entry : chain) {
+            Points points = std::move(curves_[entry / 2].points);
+            curves_[entry / 2].points = {points.front(), points.back()};
+            const Point corner = Join(exit, entry);
+            if (entry % 2 != 0) std::reverse(points.begin(), points.end());
+            ring.points.push_back(corner);
+            ring.points.insert(ring.points.end(), points.begin() + 1, points.end() - 1);
+            exit = entry ^ 1U;
+        }
+        return ring;
+    }
+
+    void NoteOpen(const std::vector<std::size_t>& chain) {
+        const std::size_t first = chain.front(), last = chain.back() ^ 1U;
+        const int line = curves_[first / 2].line;
+        if (++openChains_ > kNamedChains) {
+            notes_.Count("further open chains left out", line);
+            return;
+        }
+        const Point &p = PointAt(first), &q = PointAt(last);
+        notes_.Say("an open chain of " + std::to_string(chain.size()) +
+                   (chain.size() == 1 ? " curve" : " curves") + " left out: from " +
+                   ShownPoint(p.first, p.second) + " at line " + std::to_string(line) + " to " +
+                   ShownPoint(q.first, q.second) + " at line " +
+                   std::to_string(curves_[last / 2].line) + ", a gap of " + Shown(Distance(p, q)));
+    }
+
+    LeftOutChain LeftOut(const std::vector<std::size_t>& chain) const {
+        LeftOutChain leftOut;
+        leftOut.firstLine = curves_[chain.front() / 2].line;
+        leftOut.lastLine = curves_[chain.back() / 2].line;
+        for (const std::size_t entry : chain) {
+            Points points = curves_[entry / 2].points;
+            if (entry % 2 != 0) std::reverse(points.begin(), points.end());
+            leftOut.points.insert(leftOut.points.end(), points.begin(), points.end());
+        }
+        return leftOut;
+    }
+
+    void NoteGaps() {
+        constexpr double worthNaming = 1e-3;  // of the tolerance; below, it is rounding
+        if (widestGap_ <= worthNaming * tolerance_) return;
+        notes_.Say("gaps between curve ends were closed, the widest of " + Shown(widestGap_) +
+                   " at line " + std::to_string(lineOfWidest_));
+    }
+
+    std::vector<Curve> curves_;
+    double tolerance_;
+    const std::string& source_;
+    Notes& notes_;
+    std::vector<std::size_t> cluster_;            // by end
+    std::vector<bool> isUsed_;                    // by curve
+    std::vector<std::vector<std::size_t>> ends_;  // by cluster
+    std::size_t openChains_ = 0;
+    double widestGap_ = 0.0;
+    int lineOfWidest_ = 0;
+};
+
+void RemoveRepeatedPoints(Points& ring) {
+    ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
+    while (ring.size() > 1 && ring.back() == ring.front()) ring.pop_back();
+}
+
+}  // namespace
+
+std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, double millimetre,
+                              const std::string& source, Notes& notes) {
+    std::vector<Curve> rings, open;
+    std::vector<LeftOutChain> leftOut;
+    for (Curve& curve : curves) {
+        if (curve.isAslant) {
+            leftOut.push_back({curve.points, curve.isClosed, true, curve.line, curve.line});
+            continue;
+        }
+        std::vector<Curve>& kind = curve.isClosed ? rings : open;
+        kind.push_back(std::move(curve));
+    }
+    Joiner joiner(std::move(open), tolerance, source, notes);
+    std::vector<Curve> joined = joiner.Join(leftOut);
+    rings.insert(rings.end(), std::make_move_iterator(joined.begin()),
+                 std::make_move_iterator(joined.end()));
+    std::sort(rings.begin(), rings.end(),
+              [](const Curve& one, const Curve& other) { return one.line < other.line; });
+    std::vector<Curve> kept;
+    for (Curve& ring : rings) {
+        RemoveRepeatedPoints(ring.points);
+        if (EnclosesNothing(ring.points)) {
+            notes.Count("closed curves that enclose nothing left out", ring.line);
+        } else if (std::any_of(kept.begin(), kept.end(), [&](const Curve& other) {
+                       return IsSameClosed(ring, other, tolerance);
+                   })) {
+            notes.Count("outlines drawn twice, taken once", ring.line);
+        } else {
+            kept.push_back(std::move(ring));
+        }
+        if (kept.size() > kMostOutlines) {
+            Refuse(source, kept.back().line, "more than 10000 outlines",
+                   "keep only the section in the drawing");
+        }
+    }
+    RefuseOpenOutlines(std::move(leftOut), kept, millimetre, source);
+    return kept;
+}
+
+}  // namespace halvorn::engine::dxf

@@ -1,0 +1,79 @@
+#include "read/dxf/layers.h"
+
+#include <map>
+
+#include "base/input_error.h"
+#include "base/text.h"
+#include "read/dxf/placed_entities.h"
+
+namespace halvorn::engine::dxf {
+
+namespace {
+
+// A message names this many layers, and counts the others.
+constexpr std::size_t kNamedLayers = 20;
+
+std::string NamesOf(const Drawing& drawing) {
+    std::string names;
+    std::size_t count = 0;
+    for (const auto& [key, layer] : drawing.layers) {
+        if (++count > kNamedLayers) continue;
+        names += (names.empty() ? "" : ", ") + Excerpt(layer.name);
+    }
+    if (count > kNamedLayers) names += " and " + std::to_string(count - kNamedLayers) + " others";
+    return names;
+}
+
+using Counts = std::map<std::string_view, std::size_t>;  // by kind
+
+std::string CountsText(const Counts& counts) {
+    std::string text;
+    for (const auto& [kind, count] : counts) {
+        text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + Excerpt(kind);
+    }
+    return text.empty() ? "nothing" : text;
+}
+
+}  // namespace
+
+bool IsHiddenLayer(const Drawing& drawing, std::string_view layer) {
+    const auto found = drawing.layers.find(Capitals(layer));
+    return found != drawing.layers.end() && found->second.isHidden;
+}
+
+LayerChoice::LayerChoice(const Drawing& drawing, const std::vector<std::string>& names,
+                         const std::string& source) {
+    for (const std::string& name : names) {
+        if (!drawing.layers.contains(Capitals(name))) {
+            throw InputError(source, "it has no layer \"" + Excerpt(name) + "\"",
+                             drawing.layers.empty() ? "it has none at all; leave out --layer"
+                                                    : "its layers: " + NamesOf(drawing));
+        }
+        chosen_.insert(Capitals(name));
+    }
+}
+
+bool LayerChoice::Has(std::string_view layer) const {
+    return chosen_.empty() || chosen_.contains(Capitals(layer));
+}
+
+std::string LayersText(const Drawing& drawing, const std::string& source) {
+    std::map<std::string, Counts> counts;
+    EntityVisitor visitor;
+    visitor.wants = [&](const Entity& entity, std::string_view layer) {
+        const bool isShown = !entity.isInPaperSpace && !entity.isInvisible;
+        if (isShown) ++counts[Capitals(layer)][entity.kind];
+        return isShown;
+    };
+    visitor.take = [](const Entity&, std::span<const Entity>, const Placement&) {};
+    visitor.leaveOut = [](const std::string&, int) {};
+    VisitPlaced(drawing, source, visitor);
+    std::string text;
+    for (const auto& [key, layer] : drawing.layers) {
+        text += SingleLine(layer.name) + (layer.isHidden ? " (off or frozen): " : ": ") +
+                CountsText(counts[key]) + '\n';
+    }
+    return text;
+}
+
+}  // namespace halvorn::engine::dxf

@@ -1,0 +1,212 @@
+#include "read/dxf/open_outlines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <utility>
+
+#include "geometry/ring_sides.h"
+#include "read/dxf/lengths.h"
+
+namespace halvorn::engine::dxf {
+
+namespace {
+
+// Gaps together, of the length of what they interrupt [-]: a stroke that stays open on purpose has
+// its ends farther apart.
+constexpr double kOpenOnPurpose = 0.05;
+
+// Each is compared with every outline; of more chains the longest are looked at.
+constexpr std::size_t kMostChains = 1000;
+
+// Every end is compared with every other. A drawing with more loose chains than this is looked at
+// for outlines of several among the longest.
+constexpr std::size_t kMostLinked = 300;
+
+// Of the diagonal of the smaller box [-], as nearness counts among outlines.
+constexpr double kTouching = 1e-4;
+
+// Returns a length in millimetres rounded up to two digits, a little more than it is.
+std::string RoundedUp(double length) {
+    const double least = 1.001 * length;
+    const double digit = std::pow(10.0, std::floor(std::log10(least)) - 1.0);
+    return Shown(std::ceil(least / digit) * digit);
+}
+
+// A gap between two ends of chains. End 2 i is the first point of the chain i, end 2 i + 1 its last
+// one.
+struct Gap {
+    double width = 0.0;
+    std::size_t from = 0;
+    std::size_t to = 0;
+
+    bool operator<(const Gap& other) const {
+        return std::tie(width, from, to) < std::tie(other.width, other.from, other.to);
+    }
+};
+
+class Search {
+public:
+    Search(std::vector<LeftOutChain> chains, const std::vector<Curve>& outlines, double millimetre,
+           const std::string& source)
+        : chains_(std::move(chains)), millimetre_(millimetre), source_(source) {
+        std::stable_sort(chains_.begin(), chains_.end(), [](const auto& one, const auto& other) {
+            return Length(one.points) > Length(other.points);
+        });
+        if (chains_.size() > kMostChains) chains_.resize(kMostChains);
+        for (const LeftOutChain& chain : chains_) lengths_.push_back(Length(chain.points));
+        for (const Curve& outline : outlines) {
+            outlines_.push_back({&outline, Box(outline.points)});
+        }
+    }
+
+    // Another end may lie nearer to that of a chain than its own other one, so each chain is looked
+    // at alone too: first, unless an aslant curve may be what fills its gap.
+    void Run() const {
+        const bool hasAslant =
+            std::any_of(chains_.begin(), chains_.end(), [](const auto& c) { return c.isAslant; });
+        if (hasAslant) LinkNearestEnds();
+        for (std::size_t i = 0; i < chains_.size(); ++i) LookAt({{0.0, 2 * i + 1, 2 * i}});
+        if (!hasAslant) LinkNearestEnds();
+    }
+
+private:
+    struct Outline {
+        const Curve* curve;
+        Box box;
+    };
+
+    const Point& PointAt(std::size_t end) const {
+        const Points& points = chains_[end / 2].points;
+        return end % 2 == 0 || chains_[end / 2].isClosed ? points.front() : points.back();
+    }
+
+    int LineAt(std::size_t end) const {
+        return end % 2 == 0 ? chains_[end / 2].firstLine : chains_[end / 2].lastLine;
+    }
+
+    Gap GapBetween(std::size_t from, std::size_t to) const {
+        return {Distance(PointAt(from), PointAt(to)), from, to};
+    }
+
+    // Joins the two nearest ends, then the next nearest, until rings close.
+    void LinkNearestEnds() const {
+        const std::size_t ends = 2 * std::min(chains_.size(), kMostLinked);
+        std::vector<std::size_t> farEnd(ends), mate(ends, ends);
+        for (std::size_t end = 0; end < ends; ++end) farEnd[end] = end ^ 1U;
+        for (const Gap& gap : GapsAmong(ends)) {
+            if (mate[gap.from] != ends || mate[gap.to] != ends) continue;
+            mate[gap.from] = gap.to;
+            mate[gap.to] = gap.from;
+            const std::size_t one = farEnd[gap.from], other = farEnd[gap.to];
+            if (one == gap.to) LookAt(GapsOfRing(gap.to, mate));
+            farEnd[one] = other;
+            farEnd[other] = one;
+        }
+    }
+
+    std::vector<Gap> GapsAmong(std::size_t ends) const {
+        double total = 0.0;
+        for (std::size_t i = 0; i < ends / 2; ++i) total += lengths_[i];
+        std::vector<Gap> gaps;
+        for (std::size_t from = 0; from < ends; ++from) {
+            if (chains_[from / 2].isClosed) continue;
+            for (std::size_t to = from + 1; to < ends; ++to) {
+                const Gap gap = GapBetween(from, to);
+                const bool isNear = gap.width < kOpenOnPurpose * total;
+                if (isNear && !chains_[to / 2].isClosed) gaps.push_back(gap);
+            }
+        }
+        std::sort(gaps.begin(), gaps.end());
+        return gaps;
+    }
+
+    // The gaps of the ring that enters a chain at `entry`, one after each of its chains.
+    static std::vector<Gap> GapsOfRing(std::size_t entry, const std::vector<std::size_t>& mate) {
+        std::vector<Gap> gaps;
+        for (std::size_t at = entry;;) {
+            const std::size_t exit = at ^ 1U;
+            gaps.push_back({0.0, exit, mate[exit]});
+            at = mate[exit];
+            if (at == entry) return gaps;
+        }
+    }
+
+    // Refuses the ring of the chains before each gap when it holds an outline.
+    void LookAt(std::vector<Gap> gaps) const {
+        double open = 0.0, length = 0.0;
+        Points ring;
+        for (Gap& gap : gaps) {
+            gap = GapBetween(gap.from, gap.to);
+            open += gap.width;
+            length += lengths_[gap.from / 2];
+        }
+        if (open >= kOpenOnPurpose * length) return;
+        for (const Gap& gap : gaps) {
+            Points points = chains_[gap.from / 2].points;
+            if (gap.from % 2 == 0) std::reverse(points.begin(), points.end());
+            ring.insert(ring.end(), points.begin(), points.end());
+        }
+        ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
+        if (const Curve* const held = HeldBy(ring)) RefuseRing(gaps, *held);
+    }
+
+    // Returns an outline within a ring; none also when the ring runs along an outline, which then
+    // goes round what it holds.
+    const Curve* HeldBy(const Points& ring) const {
+        const Box box(ring);
+        const auto isWithin = [&](const Outline& outline) {
+            return outline.box.left >= box.left && outline.box.right <= box.right &&
+                   outline.box.bottom >= box.bottom && outline.box.top <= box.top;
+        };
+        if (std::none_of(outlines_.begin(), outlines_.end(), isWithin)) return nullptr;
+        const StripedRing striped(ring);
+        const Curve* held = nullptr;
+        for (const Outline& outline : outlines_) {
+            const double touching = kTouching * std::min(box.Diagonal(), outline.box.Diagonal());
+            if (box.IsApartFrom(outline.box, touching)) continue;
+            const Sides sides = SidesOf(StripedRing(outline.curve->points), striped, touching);
+            if (sides.LieOn()) return nullptr;
+            if (!sides.outside && held == nullptr) held = outline.curve;
+        }
+        return held;
+    }
+
+    [[noreturn]] void RefuseRing(const std::vector<Gap>& gaps, const Curve& held) const {
+        const std::string holds = "goes round the outline at line " + std::to_string(held.line);
+        for (const Gap& gap : gaps) {
+            if (!chains_[gap.from / 2].isAslant) continue;
+            Refuse(source_, chains_[gap.from / 2].firstLine,
+                   "a curve that is not parallel to the x-y plane " + holds +
+                       (gaps.size() > 1 ? " with the chains that it joins" : ""),
+                   std::string("give all its points the same z; ") + kNoOutline);
+        }
+        const Gap& gap = *std::max_element(gaps.begin(), gaps.end());
+        const Point &from = PointAt(gap.from), &to = PointAt(gap.to);
+        Refuse(source_, LineAt(gap.from),
+               (gaps.size() == 1 ? "an open chain " : "a ring of open chains ") + holds +
+                   ", with a gap of " + Shown(gap.width) + " from " +
+                   ShownPoint(from.first, from.second) + " to " + ShownPoint(to.first, to.second) +
+                   " at line " + std::to_string(LineAt(gap.to)),
+               "close it in the drawing or give --join-tolerance " +
+                   RoundedUp(gap.width / millimetre_) + "; " + kNoOutline);
+    }
+
+    static constexpr const char* kNoOutline =
+        "if it is no outline, hide its layer or name the section's with --layer";
+
+    std::vector<LeftOutChain> chains_;  // the longest first
+    std::vector<double> lengths_;
+    std::vector<Outline> outlines_;
+    double millimetre_;
+    const std::string& source_;
+};
+
+}  // namespace
+
+void RefuseOpenOutlines(std::vector<LeftOutChain> chains, const std::vector<Curve>& outlines,
+                        double millimetre, const std::string& source) {
+    Search(std::move(chains), outlines, millimetre, source).Run();
+}
+
+}  // namespace halvorn::engine::dxf

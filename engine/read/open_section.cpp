@@ -1,0 +1,107 @@
+#include "read/open_section.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "base/input_error.h"
+#include "base/text.h"
+#include "catalogue/catalogue.h"
+#include "geometry/ring_sides.h"
+#include "read/dxf/read_drawing.h"
+#include "read/points_csv.h"
+#include "read/section_file.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+// In small letters: ".json".
+std::string Ending(const std::string& path) {
+    return InSmallLetters(std::filesystem::path(path).extension().string());
+}
+
+bool IsFileName(const std::string& argument) {
+    std::error_code error;
+    const bool isFile =
+        std::filesystem::exists(argument, error) &&
+        !(std::filesystem::is_directory(argument, error) && IsCatalogueProfile(argument));
+    return argument.empty() || argument == "-" || isFile ||
+           argument.find_first_of("/\\") != std::string::npos || Ending(argument) == ".json" ||
+           Ending(argument) == ".dxf" || Ending(argument) == ".csv";
+}
+
+SectionModel CatalogueSection(const std::string& name, const InputOptions& options) {
+    if (!IsCatalogueProfile(name)) {
+        std::string remedy = "halvorn-section --list-profiles prints the catalogue";
+        std::string similar;
+        for (const std::string& other : SimilarProfiles(name)) {
+            similar += (similar.empty() ? "" : ", ") + other;
+        }
+        if (!similar.empty()) remedy = "similar profiles: " + similar;
+        throw InputError(Excerpt(name), "neither a file nor a profile of the catalogue", remedy);
+    }
+    SectionModel section;
+    section.unit = options.unit.value_or("mm");
+    const double chordTolerance =
+        options.chordTolerance * MetresPer("mm") / MetresPer(section.unit);
+    section.elements =
+        CatalogueElements(name, section.unit, shapes::ArcDivision::ChordError(chordTolerance),
+                          options.wantsPublishedValues);
+    section.source = section.name = section.elements.front().label;
+    return section;
+}
+
+SectionModel FileSection(const std::string& path, const InputOptions& options) {
+    const std::string source = SourceName(path);
+    const std::string text = ReadInput(path);
+    if (IsDrawing(path)) return ReadDrawing(text, source, options);
+    if (path != "-" && Ending(path) == ".csv") return ReadPointsCsv(text, source, options);
+    return ReadSectionText(text, source, options);
+}
+
+void RefuseUnlessDrawing(const std::string& argument, const char* option) {
+    if (IsDrawing(argument)) return;
+    throw InputError("command line",
+                     std::string(option) + " is for DXF drawings, and " +
+                         Excerpt(SourceName(argument)) + " is none",
+                     "leave it out");
+}
+
+// Sections of structures are neither larger nor smaller; a wrong unit makes them so.
+void DoubtUnit(SectionModel& section) {
+    constexpr double largest = 5.0, smallest = 1e-3;  // larger side of the box [m]
+    Points points;
+    for (const Element& element : section.elements) {
+        points.insert(points.end(), element.ring.begin(), element.ring.end());
+    }
+    const Box box(points);
+    const double metres =
+        std::max(box.right - box.left, box.top - box.bottom) * MetresPer(section.unit);
+    if (metres >= smallest && metres <= largest) return;
+    section.remarks.push_back(
+        "the section is " +
+        std::string(metres > largest ? "larger than 5 m" : "smaller than 1 mm") +
+        " if its unit, taken for granted, is " + section.unit +
+        "; --unit mm, cm, m or in says which it is");
+}
+
+}  // namespace
+
+bool IsDrawing(const std::string& argument) {
+    return argument != "-" && Ending(argument) == ".dxf";
+}
+
+std::string ListLayers(const std::string& argument) {
+    RefuseUnlessDrawing(argument, "--list-layers");
+    return DrawingLayers(ReadInput(argument), SourceName(argument));
+}
+
+SectionModel OpenSection(const std::string& argument, const InputOptions& options) {
+    if (!options.layers.empty()) RefuseUnlessDrawing(argument, "--layer");
+    if (!IsFileName(argument)) return CatalogueSection(argument, options);
+    SectionModel section = FileSection(argument, options);
+    if (section.isUnitAssumed) DoubtUnit(section);
+    return section;
+}
+
+}  // namespace halvorn::engine

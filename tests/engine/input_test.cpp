@@ -1,0 +1,355 @@
+#include <CSectionTools.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <regex>
+#include <string>
+#include <tuple>
+
+#include "model/placement.h"
+#include "model/push_element.h"
+#include "read/section_file.h"
+
+namespace {
+
+using namespace halvorn::engine;
+using std::numbers::pi;
+
+SectionModel Read(const std::string& parts, const std::string& unit = "mm",
+                  const std::string& more = "") {
+    return ReadSectionText(
+        "{\"version\": 1, \"unit\": \"" + unit + "\"" + more + ", \"parts\": [" + parts + "]}",
+        "test", InputOptions{});
+}
+
+struct Values {
+    double area, x, y, inertiaX, inertiaY, inertiaXY;
+};
+
+Values Evaluate(const SectionModel& section) {
+    CSectionTools tools;
+    for (const Element& element : section.elements) PushElement(tools, element);
+    std::array<double, 17> out{};
+    tools.GetCalculValues(0.0, 0.0, &out[0], &out[1], &out[2], &out[3], &out[4], &out[5], &out[6],
+                          &out[7], &out[8], &out[9], &out[10], &out[11], &out[12], &out[13],
+                          &out[14], &out[15], &out[16]);
+    return {out[3], out[1], out[2], out[7], out[6], out[8]};
+}
+
+// Lengths within the tolerance of the root of the area, moments within that of its square.
+void ExpectNear(const Values& found, const Values& expected, double tolerance) {
+    const double length = tolerance * std::sqrt(expected.area);
+    const double moment = tolerance * expected.area * expected.area;
+    EXPECT_NEAR(found.area, expected.area, tolerance * expected.area);
+    EXPECT_NEAR(found.x, expected.x, length);
+    EXPECT_NEAR(found.y, expected.y, length);
+    EXPECT_NEAR(found.inertiaX, expected.inertiaX, moment);
+    EXPECT_NEAR(found.inertiaY, expected.inertiaY, moment);
+    EXPECT_NEAR(found.inertiaXY, expected.inertiaXY, moment);
+}
+
+// A rectangle by its middle; of a hole the width is negative, its cube with it.
+struct Plate {
+    double width, height, x, y;
+};
+
+Values Sum(std::initializer_list<Plate> plates) {
+    Values sum{};
+    for (const auto& [b, h, x, y] : plates) {
+        sum.area += b * h;
+        sum.x += b * h * x;
+        sum.y += b * h * y;
+    }
+    sum.x /= sum.area;
+    sum.y /= sum.area;
+    for (const auto& [b, h, x, y] : plates) {
+        sum.inertiaX += b * h * (h * h / 12.0 + std::pow(y - sum.y, 2));
+        sum.inertiaY += b * h * (b * b / 12.0 + std::pow(x - sum.x, 2));
+        sum.inertiaXY += b * h * (x - sum.x) * (y - sum.y);
+    }
+    return sum;
+}
+
+TEST(Parts, HaveTheClosedFormsOfTheirRectanglesAndCirclesWhereTheyArePlaced) {
+    const double disc = pi * 2500.0;
+    const double tube = pi * (2500.0 - 1600.0);
+    const double tubeInertia = pi * (6.25e6 - 2.56e6) / 4.0;
+    const std::string l = R"("shape": "angle", "height": 100, "width": 60, "thickness": 10)";
+    const struct {
+        std::string parts;
+        Values expected;
+        double tolerance = 1e-12;
+    } cases[] = {
+        {R"({"shape": "plate", "width": 10, "height": 30, "rotate": 90, "move": [50, 7]})",
+         Sum({{30, 10, 35, 12}})},
+        {R"({"shape": "plate", "width": 100, "height": 400, "at": "centroid", "rotate": 30})",
+         {4e4, 0, 0, 4e4 * (0.75 * 1.6e5 + 0.25 * 1e4) / 12.0,
+          4e4 * (0.25 * 1.6e5 + 0.75 * 1e4) / 12.0, -4e4 * (1.5e5 * std::sqrt(3.0) / 4.0) / 12.0}},
+        {R"({"shape": "i_mono", "height": 100, "web": 6, "top_width": 40, "top_flange": 8,
+             "bottom_width": 80, "bottom_flange": 12})",
+         Sum({{80, 12, 40, 6}, {6, 80, 40, 52}, {40, 8, 40, 96}})},
+        {R"({"shape": "tee", "height": 100, "width": 60, "web": 6, "flange": 10, "mirror": "x"})",
+         Sum({{60, 10, 30, -95}, {6, 90, 30, -45}})},
+        {R"({"shape": "channel", "height": 100, "width": 60, "web": 6, "flange": 10,
+             "mirror": "y", "move": [-5, 0]})",
+         Sum({{60, 10, -35, 5}, {60, 10, -35, 95}, {6, 80, -8, 50}})},
+        {"{" + l + "}", Sum({{60, 10, 30, 5}, {10, 90, 5, 55}})},
+        {"{" + l + R"(, "mirror": "x", "rotate": 180})", Sum({{60, 10, -30, 5}, {10, 90, -5, 55}})},
+        {R"({"shape": "rhs", "height": 100, "width": 60, "thickness": 5, "outer_radius": 0},
+            {"points": [[0, 0], [0, 10], [10, 10], [10, 0]], "kind": "hole", "move": [55, 0]},
+            {"points": [[60, 0], [65, 0], [65, 10], [60, 10]]})",
+         Sum({{60, 100, 30, 50}, {-50, 90, 30, 50}, {-10, 10, 60, 5}, {5, 10, 62.5, 5}})},
+        {R"({"shape": "plate", "width": 200, "height": 200, "at": "centroid"},
+            {"shape": "rhs", "height": 100, "width": 60, "thickness": 5, "outer_radius": 0,
+             "at": "centroid", "kind": "hole", "rotate": -90})",
+         Sum({{200, 200, 0, 0}, {-100, 60, 0, 0}, {90, 50, 0, 0}})},
+        {R"({"points": [[5, 7], [15, 7], [15, 27], [5, 27]], "at": "corner", "rotate": 90})",
+         Sum({{20, 10, -10, 5}})},
+        {R"({"shape": "round", "diameter": 100, "move": [1, 2]})",
+         {disc, 51, 52, disc * 625, disc * 625, 0},
+         1e-8},
+        {R"({"shape": "chs", "diameter": 100, "thickness": 10, "at": "centroid", "rotate": 17})",
+         {tube, 0, 0, tubeInertia, tubeInertia, 0},
+         1e-8},
+    };
+    for (const auto& [parts, expected, tolerance] : cases) {
+        SCOPED_TRACE(parts);
+        ExpectNear(Evaluate(Read(parts)), expected, tolerance);
+    }
+}
+
+constexpr const char* kRounded = R"("shape": "angle", "height": 101.3, "width": 60.7,
+    "thickness": 9.1, "root_radius": 11.7, "toe_radius": 4.3)";
+
+TEST(Placement, TurnsByQuartersExactly) {
+    const Points points = Read(std::string("{") + kRounded + "}").elements[0].ring;
+    for (const int degrees : {90, 180, 270, 360, -90, -450, 1170}) {
+        SCOPED_TRACE(degrees);
+        const Points turned =
+            Read(std::string("{") + kRounded + ", \"rotate\": " + std::to_string(degrees) + "}")
+                .elements[0]
+                .ring;
+        Points expected = points;
+        for (int k = 0; k < ((degrees / 90) % 4 + 4) % 4; ++k) {
+            for (auto& [x, y] : expected) std::tie(x, y) = std::make_pair(-y, x);
+        }
+        EXPECT_EQ(turned, expected);
+    }
+}
+
+TEST(Placement, UndoesAMirrorByMirroringAgainBitForBit) {
+    const std::string wall = R"({"wall": {"kind": "open", "thickness": 3, "radii": [0, 4, 0, 0],
+        "points": [[1.1, 2.3], [40.7, 2.3], [40.7, 31.9], [70.3, 40.1]]}})";
+    for (const Mirror mirror : {Mirror::AboutX, Mirror::AboutY}) {
+        const SectionModel section = Read(std::string("{") + kRounded + "}, " + wall);
+        std::vector<Element> elements = section.elements;
+        Placement placement;
+        placement.mirror = mirror;
+        Place(placement, elements);
+        EXPECT_NE(elements[0].ring, section.elements[0].ring);
+        EXPECT_EQ(elements[1].given->angle, -section.elements[1].given->angle);
+        Place(placement, elements);
+        for (std::size_t i = 0; i < 2; ++i) EXPECT_EQ(elements[i].ring, section.elements[i].ring);
+        EXPECT_EQ(elements[1].given->angle, section.elements[1].given->angle);
+        EXPECT_EQ(elements[1].given->centroidX, section.elements[1].given->centroidX);
+    }
+}
+
+TEST(Walls, AreTheSameSectionsDrawnAsContours) {
+    const struct {
+        std::string wall;
+        std::string contours;
+    } cases[] = {
+        {R"("kind": "open", "thickness": 4, "points": [[-2, 0], [50, 0], [50, 80], [90, 80]])",
+         R"({"points": [[-2, -2], [52, -2], [52, 78], [90, 78], [90, 82], [48, 82], [48, 2], [-2, 2]],
+             PLACE})"},
+        {R"("kind": "open", "thickness": 10, "points": [[5, 100], [5, 5], [60, 5]])",
+         R"({"shape": "angle", "height": 100, "width": 60, "thickness": 10, PLACE})"},
+        {R"("kind": "closed", "thickness": 5, "radii": [5, 5, 5, 5],
+            "points": [[2.5, 2.5], [2.5, 97.5], [57.5, 97.5], [57.5, 2.5]])",
+         R"({"shape": "rhs", "height": 100, "width": 60, "thickness": 5, "outer_radius": 10, PLACE})"},
+        {R"("kind": "closed", "thickness": 10, "radii": [40, 40, 40, 40],
+            "points": [[5, 5], [95, 5], [95, 95], [5, 95]])",
+         R"({"shape": "chs", "diameter": 100, "thickness": 10, PLACE})"},
+        // An L-shaped box, whose inner corner bends the other way.
+        {R"("kind": "closed", "thickness": 2,
+            "points": [[0, 0], [60, 0], [60, 20], [20, 20], [20, 80], [0, 80]])",
+         R"({"points": [[-1, -1], [61, -1], [61, 21], [21, 21], [21, 81], [-1, 81]], PLACE},
+            {"points": [[1, 1], [59, 1], [59, 19], [19, 19], [19, 79], [1, 79]], "kind": "hole",
+             PLACE})"},
+    };
+    for (const char* place : {R"("rotate": 0)", R"("mirror": "y", "rotate": 25, "move": [30, -7])",
+                              R"("mirror": "x", "rotate": -90)"}) {
+        for (const auto& [wall, contours] : cases) {
+            SCOPED_TRACE(wall + place);
+            std::string drawn = contours;
+            for (std::size_t at = 0; (at = drawn.find("PLACE")) != std::string::npos;) {
+                drawn.replace(at, 5, place);
+            }
+            const SectionModel section = Read("{\"wall\": {" + wall + "}, " + place + "}");
+            ExpectNear(Evaluate(section), Evaluate(Read(drawn)), 1e-12);
+        }
+    }
+}
+
+// A box with round corners is as wide and high as the box of their centres, turned, and the corner
+// radius on either side.
+TEST(Parts, KeepTheExtentOfTheirArcsHoweverTurned) {
+    const struct {
+        const char* part;
+        double width, height, radius;
+    } cases[] = {
+        {R"("shape": "round", "diameter": 0.7)", 0, 0, 0.35},
+        {R"("profile": "CHS 114.3x5")", 0, 0, 57.15},
+        {R"("shape": "rhs", "height": 60, "width": 100, "thickness": 5, "outer_radius": 10)", 80,
+         40, 10},
+        {R"("wall": {"kind": "closed", "thickness": 4, "radii": [8, 8, 8, 8],
+            "points": [[2, 2], [98, 2], [98, 58], [2, 58]]})",
+         76, 36, 12},
+    };
+    for (const auto& [part, width, height, radius] : cases) {
+        for (const char* mirror : {"", R"(, "mirror": "x")", R"(, "mirror": "y")"}) {
+            SCOPED_TRACE(std::string(part) + mirror);
+            const SectionModel section = Read(std::string("{") + part +
+                                              R"(, "at": "centroid", "rotate": 37)" + mirror + "}");
+            double right = 0.0, top = 0.0;
+            for (const auto& [x, y] : section.elements[0].ring) {
+                right = std::max(right, x);
+                top = std::max(top, y);
+            }
+            const double c = std::cos(37.0 * pi / 180.0), s = std::sin(37.0 * pi / 180.0);
+            EXPECT_NEAR(right, radius + 0.5 * (c * width + s * height), 1e-11);
+            EXPECT_NEAR(top, radius + 0.5 * (s * width + c * height), 1e-11);
+        }
+    }
+}
+
+TEST(Walls, CutOpenEndsOffSquareWhateverTheirRadius) {
+    const auto read = [](const std::string& place, const std::string& radii) {
+        return Read(place + R"("thickness": 3, "points": [[0, 0], [30, 0], [50, 60]], "radii": )" +
+                    radii + "}}");
+    };
+    const std::string wall = R"({"wall": {"kind": "open", )";
+    const SectionModel square = read(wall, "[0, 4, 0]"), rounded = read(wall, "[70, 4, 90]");
+    EXPECT_EQ(square.elements[0].ring, rounded.elements[0].ring);
+    EXPECT_EQ(square.elements[0].given->torsionConstant,
+              rounded.elements[0].given->torsionConstant);
+    EXPECT_EQ(square.elements[0].thinWall->constant, rounded.elements[0].thinWall->constant);
+    const double turn = std::atan2(60, 20);
+    const double middle = 30.0 + std::hypot(20, 60) - 5.5 * (2.0 * std::tan(turn / 2.0) - turn);
+    EXPECT_NEAR(square.elements[0].given->area, 3.0 * middle, 1e-9);
+}
+
+TEST(Walls, HaveTheTorsionOfTheirBentMidLine) {
+    // A quarter bend of mid-line radius 20 between straights of 30, and a tube of radius 45.
+    const double length = 60.0 + 10.0 * pi;
+    const SectionModel bent = Read(R"({"wall": {"kind": "open", "thickness": 4,
+        "points": [[0, 0], [50, 0], [50, 50]], "radii": [0, 18, 0]}})");
+    const SectionModel tube = Read(R"({"wall": {"kind": "closed", "thickness": 10,
+        "points": [[5, 5], [95, 5], [95, 95], [5, 95]], "radii": [40, 40, 40, 40]}})");
+    const Element& open = bent.elements[0];
+    const Element& closed = tube.elements[0];
+    const double mean = pi * (2500.0 + 1600.0) / 2.0;
+    const struct {
+        const char* name;
+        double found, expected;
+    } cases[] = {
+        {"open", *open.given->torsionConstant, (2.0 * length + 8.0) * 64.0 / 3.0},
+        {"open modulus", *open.given->torsionModulus, 8.0 * length * 4.0},
+        {"open shear", *open.given->shearArea1, 2.0 * length},
+        {"open textbook", open.thinWall->constant, length * 64.0 / 3.0},
+        {"closed", *closed.given->torsionConstant, 4.0 * mean * mean * 10.0 / (100.0 * pi)},
+        {"closed modulus", *closed.given->torsionModulus, 20.0 * mean},
+        {"closed textbook", closed.thinWall->constant, 2.0 * pi * std::pow(45.0, 3) * 10.0},
+    };
+    for (const auto& [name, found, expected] : cases) {
+        EXPECT_NEAR(found, expected, 1e-4 * expected) << name;
+    }
+}
+
+TEST(Parts, BringTheirThinWallTorsionAlong) {
+    const double taper = 8.5 + 0.08 * (22.5 - 25.0);  // the mean thickness of the overhang
+    const struct {
+        const char* part;
+        double expected;  // 0: none
+    } cases[] = {
+        {R"("shape": "i", "height": 300, "width": 150, "web": 7, "flange": 10, "root_radius": 15)",
+         (300.0 * 1000.0 + 280.0 * 343.0) / 3.0},
+        // The flanges have 10 + 0.1 (23 - 20) in the middle of their overhangs of 46.
+        {R"("shape": "i", "height": 200, "width": 100, "web": 8, "flange": 10, "root_radius": 9,
+            "flange_slope": 0.1, "flange_at_from_toe": 20, "toe_radius": 5)",
+         (2.0 * 100.0 * 1092.727 + 179.4 * 512.0) / 3.0},
+        {R"("shape": "i_mono", "height": 100, "web": 6, "top_width": 40, "top_flange": 8,
+            "bottom_width": 80, "bottom_flange": 12)",
+         (40.0 * 512.0 + 80.0 * 1728.0 + 80.0 * 216.0) / 3.0},
+        {R"("shape": "channel", "height": 100, "width": 50, "web": 5, "flange": 8.5,
+            "flange_slope": 0.08, "flange_at_from_toe": 25)",
+         (100.0 * std::pow(taper, 3) + (100.0 - 2.0 * taper) * 125.0) / 3.0},
+        {R"("shape": "tee", "height": 100, "width": 60, "web": 6, "flange": 10)",
+         (60.0 * 1000.0 + 90.0 * 216.0) / 3.0},
+        {R"("shape": "angle", "height": 100, "width": 60, "thickness": 10)", 150.0 * 1000.0 / 3.0},
+        {R"("shape": "chs", "diameter": 110, "thickness": 10)", 2.0 * pi * 1.25e5 * 10.0},
+        {R"("shape": "rhs", "height": 105, "width": 105, "thickness": 5, "outer_radius": 0)", 5e6},
+        {R"("shape": "rhs", "height": 110, "width": 110, "thickness": 10, "outer_radius": 55)",
+         2.0 * pi * 1.25e5 * 10.0},
+        {R"("shape": "plate", "width": 100, "height": 10)", 1e5 / 3.0},
+        {R"("shape": "plate", "width": 100, "height": 11)", 0.0},
+        {R"("shape": "round", "diameter": 100)", 0.0},
+        {R"("shape": "plate", "width": 100, "height": 10, "kind": "hole")", 0.0},
+    };
+    for (const auto& [part, expected] : cases) {
+        SCOPED_TRACE(part);
+        const SectionModel section = Read(std::string("{") + part + "}");
+        const auto& thinWall = section.elements[0].thinWall;
+        EXPECT_NEAR(thinWall ? thinWall->constant : 0.0, expected, 1e-12 * expected);
+        EXPECT_FALSE(section.elements.size() == 2 && section.elements[1].thinWall);
+    }
+}
+
+// The default chord tolerance is a length of the world, not of the file's unit; the file's own is
+// in its unit, also for what comes from the catalogue.
+TEST(Parts, AreTheSameInMetresAndMillimetres) {
+    const std::string parts =
+        R"({"shape": "i", "height": 300e, "width": 150e, "web": 7.1e, "flange": 10.7e,
+            "root_radius": 15e, "rotate": 30, "move": [12e, -7e]},
+           {"wall": {"kind": "open", "thickness": 3e, "radii": [0, 4e, 0],
+                     "points": [[0, 0], [30e, 0], [50e, 60e]]}},
+           {"profile": "IPE300", "rotate": 30})";
+    const auto read = [&](const char* unit, const std::string& tolerance) {
+        const std::string exponent = *unit == 'm' && unit[1] == 0 ? "e-3" : "e0";
+        const auto with = [&](const std::string& text) {
+            return std::regex_replace(text, std::regex("([0-9])e"), "$1" + exponent);
+        };
+        return Read(with(parts), unit, with(tolerance));
+    };
+    std::size_t points = 0;
+    for (const std::string tolerance :
+         {R"(, "chord_tolerance": 1e)", "", R"(, "chord_tolerance": 0.0001e, "density": 7850)"}) {
+        SCOPED_TRACE(tolerance);
+        const SectionModel inMillimetres = read("mm", tolerance), inMetres = read("m", tolerance);
+        EXPECT_EQ(inMetres.density.value_or(0.0), tolerance.size() > 30 ? 7850.0 : 0.0);
+        ASSERT_EQ(inMetres.elements.size(), 3U);
+        for (std::size_t i = 0; i < 3; ++i) {
+            const Points& small = inMetres.elements[i].ring;
+            const Points& large = inMillimetres.elements[i].ring;
+            ASSERT_EQ(small.size(), large.size());
+            for (std::size_t k = 0; k < small.size(); ++k) {
+                EXPECT_NEAR(1e3 * small[k].first, large[k].first, 1e-9);
+                EXPECT_NEAR(1e3 * small[k].second, large[k].second, 1e-9);
+            }
+        }
+        const GivenValues& small = *inMetres.elements[1].given;
+        const GivenValues& large = *inMillimetres.elements[1].given;
+        EXPECT_NEAR(small.inertia1 * 1e12 / large.inertia1, 1.0, 1e-9);
+        EXPECT_NEAR(*small.torsionConstant * 1e12 / *large.torsionConstant, 1.0, 1e-9);
+        EXPECT_NEAR(small.angle, large.angle, 1e-9);
+        // Finer from case to case, in the file's own shape and in the profile alike.
+        EXPECT_GT(inMetres.elements[0].ring.size(), points);
+        EXPECT_EQ(inMetres.elements[0].ring.size(), inMetres.elements[2].ring.size());
+        points = inMetres.elements[0].ring.size();
+    }
+}
+
+}  // namespace

@@ -1,0 +1,340 @@
+// Of every value its unit, its method or the reason why it is missing; and one table as a whole.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "read/section_file.h"
+#include "ring_sections.h"
+#include "values/evaluate.h"
+#include "write/table.h"
+
+namespace {
+
+using namespace halvorn::engine;
+
+using test_support::Rectangle;
+using test_support::Section;
+
+SectionModel Read(const std::string& rest) {
+    return ReadSectionText(R"({"version": 1, "unit": "mm", )" + rest + "}", "test", {});
+}
+
+const char* UnitOf(const std::string& key) {
+    const std::pair<const char*, const char*> units[] = {
+        {"area", "mm^2"},        {"centroid_", "mm"},         {"inertia_", "mm^4"},
+        {"elastic_", "mm^3"},    {"plastic_modulus", "mm^3"}, {"plastic_axis", "mm"},
+        {"torsion_con", "mm^4"}, {"torsion_mod", "mm^3"},     {"shear_area", "mm^2"},
+        {"radius_of", "mm"},     {"principal_in", "mm^4"},    {"principal_angle", "deg"},
+        {"mass_per_", "kg/m"},   {"shape_factor", ""},        {"extra_sum", ""}};
+    for (const auto& [start, unit] : units) {
+        if (key.starts_with(start)) return unit;
+    }
+    return "no unit is known";
+}
+
+TEST(Polylines, SayHowEachValueIsFound) {
+    const std::string faces = "exact integrals over both faces", tube = "tube formulas",
+                      thin = "thin-wall formulas", half = "half of the area";
+    const struct {
+        const char* kind;
+        std::string centroid, area, constant, modulus, shear;
+        bool hasNote;
+    } cases[] = {
+        {R"("solid")", "exact integrals over the outline", "exact integrals over the outline",
+         "equivalent ellipse", "equivalent ellipse", "equivalent ellipse", false},
+        {R"("closed_wall", "thickness": 2, "torsion": "tube")",
+         "exact integrals over all inside the outer face", faces, tube, tube, half, true},
+        {R"("closed_wall", "thickness": 2, "torsion": "general")",
+         "exact integrals over all inside the outer face", faces, thin, thin, half, true},
+        {R"("open_wall", "thickness": 2, "torsion": "tube")", faces, faces, thin, tube, half,
+         false},
+        {R"("open_wall", "thickness": 2, "torsion": "general")", faces, faces, thin, thin, half,
+         false},
+    };
+    for (const auto& c : cases) {
+        const Report report = Evaluate(
+            Read(std::string(R"("polyline": {"points": [[0, 0], [60, 0], [60, 80]], "kind": )") +
+                 c.kind + "}"),
+            {});
+        ASSERT_EQ(report.values.size(), 10U);
+        for (const Value& value : report.values) {
+            SCOPED_TRACE(c.kind + value.key);
+            EXPECT_EQ(value.method, value.key.starts_with("centroid")     ? c.centroid
+                                    : value.key == "torsion_constant"     ? c.constant
+                                    : value.key == "torsion_modulus"      ? c.modulus
+                                    : value.key.starts_with("shear_area") ? c.shear
+                                                                          : c.area);
+            EXPECT_EQ(value.unit, UnitOf(value.key));
+            EXPECT_EQ(value.whyMissing, "");
+        }
+        EXPECT_EQ(report.notes.size(), c.hasNote ? 1U : 0U);
+        EXPECT_TRUE(!c.hasNote || report.notes[0].find("of all that the outer face encloses") == 14)
+            << report.notes[0];
+    }
+}
+
+// What the method and the note of a closed wall say: an L-shaped box by its two faces.
+TEST(Polylines, GiveTheCentreOfAllThatAClosedWallEncloses) {
+    const std::string line = R"("points": [[0, 0], [60, 0], [60, 20], [20, 20], [20, 80], [0, 80]],
+                                "thickness": 4)";
+    const Report asked = Evaluate(
+        Read(R"("polyline": {"kind": "closed_wall", "torsion": "general", )" + line + "}"), {});
+    const Report wall =
+        Evaluate(Read(R"("parts": [{"wall": {"kind": "closed", )" + line + "}}]"), {});
+    const auto contours = [](bool hasInside) {
+        test_support::Rings rings = {
+            {true, {{-2, -2}, {62, -2}, {62, 22}, {22, 22}, {22, 82}, {-2, 82}}},
+            {false, {{2, 2}, {58, 2}, {58, 18}, {18, 18}, {18, 78}, {2, 78}}}};
+        if (!hasInside) rings.pop_back();
+        return Evaluate(Section(rings), {});
+    };
+    const auto near = [](const Report& a, const char* key, double expected) {
+        EXPECT_NEAR(a.Find(key)->number, expected, 1e-9 * expected) << key;
+    };
+    const Report outside = contours(false), net = contours(true);
+    for (const char* const key : {"centroid_x", "centroid_y"}) {
+        near(asked, key, outside.Find(key)->number);
+        near(wall, key, net.Find(key)->number);
+        EXPECT_GT(net.Find(key)->number, outside.Find(key)->number + 1);
+    }
+    const double yG = net.Find("centroid_y")->number, area = net.Find("area")->number;
+    near(asked, "inertia_x_origin", net.Find("inertia_x")->number + area * yG * yG);
+    near(wall, "inertia_x", net.Find("inertia_x")->number);
+}
+
+GivenValues Given(double area) {
+    GivenValues given;
+    given.area = area;
+    given.inertia1 = given.inertia2 = 1e6;
+    given.method = "published values";
+    return given;
+}
+
+TEST(Values, SayWhyTheyAreMissing) {
+    const auto withGiven = [](void (*change)(GivenValues&)) {
+        SectionModel section = Section({{true, Rectangle(0, 0, 100, 10)}});
+        GivenValues& given = section.elements[0].given.emplace(Given(1000));
+        given.centroidX = 50;
+        given.centroidY = 5;
+        given.shearArea1 = given.shearArea2 = given.torsionConstant = given.torsionModulus = 0.0;
+        change(given);
+        return section;
+    };
+    const auto wall = [](const char* points) {
+        return Read(R"("polyline": {"kind": "closed_wall", "thickness": 5, "torsion": "general",
+                        "points": )" +
+                    std::string(points) + "}");
+    };
+    const std::set<std::string> allButArea = {"centroid_x",
+                                              "centroid_y",
+                                              "inertia_x",
+                                              "inertia_y",
+                                              "inertia_xy",
+                                              "elastic_modulus_bottom",
+                                              "elastic_modulus_top",
+                                              "elastic_modulus_left",
+                                              "elastic_modulus_right",
+                                              "plastic_modulus_x",
+                                              "plastic_modulus_y",
+                                              "torsion_constant",
+                                              "torsion_modulus",
+                                              "shear_area_1",
+                                              "shear_area_2",
+                                              "extra_sum"};
+    const std::set<std::string> elastic = {"elastic_modulus_bottom",
+                                           "elastic_modulus_top",
+                                           "elastic_modulus_left",
+                                           "elastic_modulus_right",
+                                           "plastic_modulus_x",
+                                           "plastic_modulus_y",
+                                           "extra_sum"};
+    const std::set<std::string> polyline = {"area",
+                                            "centroid_x",
+                                            "centroid_y",
+                                            "inertia_x_origin",
+                                            "inertia_y_origin",
+                                            "inertia_xy_origin",
+                                            "torsion_constant",
+                                            "torsion_modulus",
+                                            "shear_area_x",
+                                            "shear_area_y"};
+    const struct {
+        const char* name;
+        SectionModel section;
+        Shift shift;
+        const char* reason;
+        std::set<std::string> missing;  // of `values`; all with this reason
+    } cases[] = {
+        {"no area",
+         Section({{true, {{0, 0}, {1, 1}, {3, 3}}}}),
+         {},
+         "the section encloses no area: its points lie on one line or in one place, or holes take "
+         "it",
+         allButArea},
+        {"hole as large as the solid",
+         Section({{true, Rectangle(0, 0, 9, 9)}, {false, Rectangle(0, 0, 9, 9)}}),
+         {},
+         "the section encloses no area: its points lie on one line or in one place, or holes take "
+         "it",
+         allButArea},
+        {"edge",
+         Section({{true, Rectangle(0, 0, 200, 400)}}),
+         {100, 0},
+         "a fibre distance is 0: the reference point lies on the edge of the bounding box (change "
+         "--dx or --dy) or the section has no extent",
+         elastic},
+        {"small",
+         Section({{true, Rectangle(0, 0, 0.003, 0.003)}}),
+         {},
+         "the area is too small for the library's fixed tolerance; use a smaller unit, such as mm",
+         {"torsion_constant"}},
+        {"far in y",
+         Section({{true, Rectangle(0, 1e9, 100, 100)}}),
+         {},
+         "no digit is left of it at this distance from the origin; move the origin to the section",
+         {"inertia_x", "inertia_xy", "elastic_modulus_bottom", "elastic_modulus_top"}},
+        {"far in x",
+         Section({{true, Rectangle(1e9, 0, 100, 100)}}),
+         {},
+         "no digit is left of it at this distance from the origin; move the origin to the section",
+         {"inertia_y", "inertia_xy", "elastic_modulus_left", "elastic_modulus_right"}},
+        {"torsion constant",
+         withGiven([](GivenValues& v) { v.torsionConstant.reset(); }),
+         {},
+         "the values of ring 0 have no torsion constant",
+         {"torsion_constant"}},
+        {"torsion modulus",
+         withGiven([](GivenValues& v) { v.torsionModulus.reset(); }),
+         {},
+         "the values of ring 0 have no torsion modulus",
+         {"torsion_modulus"}},
+        {"shear area",
+         withGiven([](GivenValues& v) { v.shearArea2.reset(); }),
+         {},
+         "the values of ring 0 have no shear areas",
+         {"shear_area_1", "shear_area_2"}},
+        {"zeros", withGiven([](GivenValues&) {}), {}, "", {}},
+        {"crossing wall",
+         wall("[[0, 0], [100, 100], [100, 0], [0, 90]]"),
+         {},
+         "the wall crosses itself, so that its formulas give impossible values; make it thinner or "
+         "draw its line without crossings",
+         polyline},
+        {"huge",
+         wall("[[0, 0], [1e200, 0], [1e200, 1e200], [0, 1e200]]"),
+         {},
+         "the result is not a finite number: the area is 0 or the coordinates are too large",
+         polyline},
+    };
+    for (const auto& c : cases) {
+        const Report report = Evaluate(c.section, c.shift);
+        std::set<std::string> missing;
+        for (const Value& value : report.values) {
+            SCOPED_TRACE(std::string(c.name) + ": " + value.key);
+            EXPECT_EQ(value.unit, UnitOf(value.key));
+            EXPECT_NE(value.method, "");
+            if (value.IsComputed()) continue;
+            EXPECT_EQ(value.whyMissing, c.reason);
+            missing.insert(value.key);
+        }
+        EXPECT_EQ(missing, c.missing) << c.name;
+        for (const Value& value : report.derived) {
+            SCOPED_TRACE(std::string(c.name) + ": " + value.key);
+            EXPECT_EQ(value.unit, UnitOf(value.key));
+            EXPECT_NE(value.method, "");
+            EXPECT_TRUE(value.IsComputed() || value.whyMissing == c.reason ||
+                        value.whyMissing.starts_with("the outlines enclose no area to halve") ||
+                        value.whyMissing.find("does not lie in one solid") != std::string::npos)
+                << value.whyMissing;
+        }
+    }
+}
+
+// Angle, extra, reserved and name may be left out, and a torsion constant may be 0.
+TEST(Values, OfAProfileWithoutItsOptionalKeys) {
+    const std::string keys = R"("kind": "solid", "outline": [[0, 0], [50, 0], [50, 30], [0, 30]],
+        "centroid": [25, 14], "area": 1200, "shear_area_1": 700, "shear_area_2": 400,
+        "torsion_constant": 0, "inertia_1": 9e5, "inertia_2": 4e5, "torsion_modulus": 0,
+        "plastic_modulus_x": 1, "plastic_modulus_y": 2)";
+    const std::map<std::string, double> least = {
+        {"area", 1200},         {"centroid_x", 25},    {"centroid_y", 14},
+        {"inertia_x", 9e5},     {"inertia_y", 4e5},    {"inertia_xy", 0},
+        {"shear_area_1", 700},  {"shear_area_2", 400}, {"torsion_constant", 0},
+        {"torsion_modulus", 0}, {"extra_sum", 0},      {"plastic_modulus_x", 50 * 900 / 4.0}};
+    std::map<std::string, double> turned = least;
+    turned["inertia_x"] = 4e5, turned["inertia_y"] = 9e5, turned["extra_sum"] = -7;
+    turned["shear_area_1"] = 400, turned["shear_area_2"] = 700;
+    for (const auto& [more, expected] : {std::pair{std::string(), least},
+                                         {R"(, "angle_radians": 1.5707963267948966, "extra": -7,
+                                             "reserved": 99, "name": "a")",
+                                          turned}}) {
+        const Report report = Evaluate(Read("\"profiles\": [{" + keys + more + "}]"), {});
+        for (const auto& [key, number] : expected) {
+            ASSERT_NE(report.Find(key), nullptr) << key;
+            EXPECT_NEAR(report.Find(key)->number, number, 1e-9 * std::fabs(number)) << key;
+        }
+    }
+}
+
+TEST(Table, IsWrittenAsAWhole) {
+    SectionModel section =
+        Read(R"("name": "Beam", "description": "with a\tduct", "density": 2500, "contours": [
+            {"kind": "solid", "points": [[0, 0], [200, 0], [200, 400], [0, 400]]},
+            {"kind": "hole", "points": [[50, 150], [150, 150], [150, 250], [50, 250]]}])");
+    section.remarks = {"1 text was\nleft out"};
+    EXPECT_EQ(TableText(Evaluate(section, {-50, 200})), R"table(Beam
+with a duct
+Reference point of the elastic moduli: (xG - 50, yG + 200) mm
+
+Property                              Symbol       Value              Unit  Method
+Area                                  A                 70000         mm^2  exact integrals over the outlines
+Centre of gravity, x                  xG                  100         mm    exact integrals over the outlines
+Centre of gravity, y                  yG                  200         mm    exact integrals over the outlines
+Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals over the outlines
+Second moment, vertical axis          Iy            258333333         mm^4  exact integrals over the outlines
+Product moment                        Ixy                   0         mm^4  exact integrals over the outlines
+Elastic modulus, lowest fibre         Wel,bottom   not computed       mm^3
+Elastic modulus, highest fibre        Wel,top      not computed       mm^3
+Elastic modulus, leftmost fibre       Wel,left     not computed       mm^3
+Elastic modulus, rightmost fibre      Wel,right    not computed       mm^3
+Plastic modulus, horizontal axis      Wpl,x        not computed       mm^3
+Plastic modulus, vertical axis        Wpl,y        not computed       mm^3
+Torsion constant                      It            762948513         mm^4  equivalent ellipse of each contour
+Torsion modulus                       Wt              4349511         mm^3  equivalent ellipse of each contour
+Shear area, first                     Av1               55839.48      mm^2  equivalent ellipse of each contour
+Shear area, second                    Av2               55839.48      mm^2  equivalent ellipse of each contour
+Sum of the profiles' extra values     extra        not computed
+
+Derived
+Principal second moment, larger       I1           1058333333         mm^4  Mohr's circle
+Principal second moment, smaller      I2            258333333         mm^4  Mohr's circle
+Angle of principal axis 1 from x      alpha                 0         deg   Mohr's circle
+Radius of gyration, horizontal axis   ix                  122.9595    mm    sqrt(Ix / A)
+Radius of gyration, vertical axis     iy                   60.74929   mm    sqrt(Iy / A)
+Radius of gyration, principal axis 1  i1                  122.9595    mm    sqrt(I1 / A)
+Radius of gyration, principal axis 2  i2                   60.74929   mm    sqrt(I2 / A)
+Horizontal plastic axis, y            ypl                 200         mm    halves the gross area: holes added
+Vertical plastic axis, x              xpl                 100         mm    halves the gross area: holes added
+Net plastic modulus, horizontal axis  Wpl,x,net       7750000         mm^3  [1]
+Net plastic modulus, vertical axis    Wpl,y,net       3750000         mm^3  [1]
+Horizontal plastic axis, net, y       ypl,net             200         mm    halves the net area
+Vertical plastic axis, net, x         xpl,net             100         mm    halves the net area
+Shape factor, horizontal axis         Wpl,x/Wel,x           1.464567        net Wpl / smaller Wel
+Shape factor, vertical axis           Wpl,y/Wel,y           1.451613        net Wpl / smaller Wel
+Mass per metre                        m                   175         kg/m  density x A
+
+[1] net: solids with holes joined as keyholes
+
+Not computed: a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx or --dy) or the section has no extent.
+
+Note: It, Wt and the shear areas of free contours are those of the ellipse with each contour's area and polar moment: an estimate for compact outlines, rough for thin-walled ones, useless for a hollow section drawn as one contour (give it as a closed_wall polyline).
+
+Note: Wpl,x and Wpl,y are gross values: holes count in the search for the axis that halves the area and have weight 0 in the moduli; Wpl,x,net and Wpl,y,net are those of the section as it is.
+
+Remark: 1 text was left out.
+)table");
+}
+
+}  // namespace

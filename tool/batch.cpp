@@ -1,0 +1,152 @@
+#include "tool/batch.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <mutex>
+#include <thread>
+
+#include "base/input_error.h"
+#include "values/evaluate.h"
+#include "write/csv.h"
+#include "write/json.h"
+
+namespace halvorn::tool {
+
+using namespace engine;
+
+namespace {
+
+// What became of one section.
+struct Outcome {
+    bool isDone = false;
+    bool isLeftOut = false;
+    std::string text;  // the line of the table, or the reason why there is none
+};
+
+Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
+    try {
+        // Layers are those of the drawings in the batch; nothing else has any.
+        SectionOptions section = options.section;
+        if (!IsDrawing(argument)) section.input.layers.clear();
+        const Report report = EvaluateInput(argument, section);
+        return {true, false,
+                options.format == BatchFormat::Csv ? CsvRow(report) : JsonLine(report)};
+    } catch (const std::exception& error) {
+        return {true, true, error.what()};
+    }
+}
+
+// Sections in work: workers take the next one, the owner waits for each in turn.
+class Queue {
+public:
+    Queue(const std::vector<std::string>& arguments, const BatchOptions& options)
+        : arguments_(arguments), options_(options), outcomes_(arguments.size()) {
+        const std::size_t wanted = options.threads > 0
+                                       ? options.threads
+                                       : std::max(1U, std::thread::hardware_concurrency());
+        for (std::size_t i = 0; i < std::min(wanted, arguments.size()); ++i) {
+            workers_.emplace_back([this](const std::stop_token& stop) { Work(stop); });
+        }
+    }
+
+    // Waits for section `i`, calling `tick` several times a second; its outcome is given away.
+    Outcome Take(std::size_t i, const std::function<void(std::size_t finished)>& tick) {
+        std::unique_lock lock(mutex_);
+        while (!changed_.wait_for(lock, std::chrono::milliseconds(100),
+                                  [&] { return outcomes_[i].isDone; })) {
+            tick(finished_);
+        }
+        tick(finished_);
+        return std::move(outcomes_[i]);
+    }
+
+private:
+    void Work(const std::stop_token& stop) {
+        while (!stop.stop_requested()) {
+            const std::size_t i = next_++;
+            if (i >= arguments_.size()) return;
+            Outcome outcome = EvaluateOne(arguments_[i], options_);
+            const std::lock_guard lock(mutex_);
+            outcomes_[i] = std::move(outcome);
+            ++finished_;
+            changed_.notify_one();
+        }
+    }
+
+    const std::vector<std::string>& arguments_;
+    const BatchOptions& options_;
+    std::vector<Outcome> outcomes_;
+    std::size_t finished_ = 0;
+    std::mutex mutex_;  // of the two above
+    std::condition_variable changed_;
+    std::atomic<std::size_t> next_ = 0;
+    std::vector<std::jthread> workers_;  // last, so that they end before what they use
+};
+
+// One line on standard error, written over and over; nothing where nobody watches.
+class ProgressBar {
+public:
+    ProgressBar(bool isShown, std::size_t total) : isShown_(isShown), total_(total) {}
+    ~ProgressBar() { Clear(); }
+    ProgressBar(const ProgressBar&) = delete;
+    ProgressBar& operator=(const ProgressBar&) = delete;
+
+    void Show(std::size_t finished) {
+        if (!isShown_ || finished == shown_) return;
+        constexpr std::size_t kWidth = 40;
+        const std::string done(kWidth * finished / total_, '#');
+        std::fprintf(stderr, "\r[%-*s] %zu of %zu", static_cast<int>(kWidth), done.c_str(),
+                     finished, total_);
+        std::fflush(stderr);
+        shown_ = finished;
+    }
+
+    // Before a message, which then has the line for itself.
+    void Clear() {
+        if (shown_ > 0) std::fputs("\r\x1b[K", stderr);
+        shown_ = 0;
+    }
+
+private:
+    bool isShown_;
+    std::size_t total_;
+    std::size_t shown_ = 0;
+};
+
+}  // namespace
+
+Report EvaluateInput(const std::string& argument, const SectionOptions& options) {
+    SectionModel section = OpenSection(argument, options.input);
+    if (options.density) section.density = options.density;
+    const Shift& shift = options.shift;
+    if (section.polyline && (shift.dx != 0.0 || shift.dy != 0.0)) {
+        throw InputError(section.source + ": /polyline",
+                         "a polyline has no reference point to shift", "leave out --dx and --dy");
+    }
+    return Evaluate(section, shift);
+}
+
+std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,
+                     const std::function<void(const std::string& line)>& write,
+                     const std::function<void(const std::string& message)>& complain) {
+    ProgressBar bar(options.showsProgress, arguments.size());
+    Queue queue(arguments, options);
+    if (options.format == BatchFormat::Csv) write(CsvHeader());
+    std::size_t leftOut = 0;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const Outcome outcome = queue.Take(i, [&](std::size_t finished) { bar.Show(finished); });
+        if (!outcome.isLeftOut) {
+            write(outcome.text);
+            continue;
+        }
+        bar.Clear();
+        complain(outcome.text);
+        ++leftOut;
+    }
+    return leftOut;
+}
+
+}  // namespace halvorn::tool

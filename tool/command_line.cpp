@@ -1,0 +1,204 @@
+#include "tool/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
+#include <sstream>
+
+#include "base/input_error.h"
+#include "base/text.h"
+#include "figure/figure.h"
+
+namespace halvorn::tool {
+
+using namespace engine;
+
+namespace {
+
+constexpr const char* kDescription =
+    "Prints the properties of a cross-section: of a file (JSON, DXF or CSV) or of a catalogue "
+    "profile.";
+
+constexpr const char* kFooter = R"(Examples:
+  halvorn-section IPE300                           a catalogue profile
+  halvorn-section drawing.dxf --figure drawing.svg table and figure of a drawing
+  halvorn-section --json section.json > results.json
+  halvorn-section --check section.json             what is doubtful about it
+  halvorn-section --batch sections/ > table.csv    a folder to one table
+  halvorn-section --batch --json IPE200 IPE300     one JSON object a line
+
+  with section.json, a welded beam of three plates:
+  { "version": 1, "unit": "mm",
+    "parts": [ { "shape": "plate", "width": 200, "height": 20 },
+               { "shape": "plate", "width": 10, "height": 360, "move": [95, 20] },
+               { "shape": "plate", "width": 200, "height": 20, "move": [0, 380] } ] }
+
+Exit codes:
+  0  the results were written
+  1  the results could not be computed or written (full disk, exhausted memory)
+  2  the command line or a section is wrong; one line on standard error for
+     each says where and how to mend it; a batch writes the other sections
+  3  --check found more than remarks
+
+The formats of files and results: docs/file-format.md; man halvorn-section.)";
+
+// A plain decimal number. The command-line library would take "" for 0, as a script with an unset
+// variable gives it, and 0x10 for 16.
+std::string IsPlainNumber(const std::string& text) {
+    const char* const begin =
+        text.data() + (text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
+    const char* const end = text.data() + text.size();
+    double number = 0.0;
+    const auto [last, error] = std::from_chars(begin, end, number);
+    const bool isPlain = begin != end && last == end && error == std::errc();
+    return isPlain ? "" : Excerpt(text) + " is not a number";
+}
+
+[[noreturn]] void Fail(const std::string& problem, const std::string& remedy) {
+    throw InputError("command line", problem, remedy);
+}
+
+// Nothing for an option that was not given.
+std::optional<double> PositiveNumber(const CLI::Option* option, const char* remedy) {
+    if (option->count() == 0) return std::nullopt;
+    const double number = option->as<double>();
+    if (!(number > 0.0) || !std::isfinite(number)) {
+        Fail(option->get_name() + " must be greater than 0 and finite", remedy);
+    }
+    return number;
+}
+
+// The program's options; values that need checks of their own are read from the option.
+struct Parser {
+    CLI::App app{kDescription, "halvorn-section"};
+    CommandLine line;
+    bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false,
+         isLayers = false;
+    std::string unit;
+    CLI::Option *density, *chordTolerance, *joinTolerance;
+
+    Parser() {
+        app.set_version_flag("--version", "halvorn-section " HALVORN_VERSION);
+        app.footer(kFooter);
+        app.add_option("INPUT", line.inputs,
+                       "A section file (.json, .dxf, .csv; - for JSON on standard input) or the "
+                       "name of a catalogue profile; with --batch any number of them, folders, and "
+                       "lists (.txt, one name or file a line; .csv with a column called name)");
+        AddOutput();
+        AddInput();
+        AddValues();
+    }
+
+    void AddOutput() {
+        CLI::Option* const json = app.add_flag("--json", isJson, "Print JSON instead of a table");
+        app.add_flag("--csv", isCsv, "Print comma-separated values instead of a table")
+            ->excludes(json);
+        app.add_option("--figure", line.figurePath, "Draw the section to a .svg, .png or .pdf file")
+            ->type_name("FILE");
+        app.add_flag("--check", isCheck, "Look for doubtful input instead of computing values");
+        app.add_flag("--batch", isBatch,
+                     "Many sections to one table: CSV, or with --json one object a line");
+        app.add_option("--threads", line.threads, "Threads of a batch; one for each core if 0")
+            ->check(CLI::Range(0U, 1024U));
+        app.add_flag("--list-profiles", isList, "Print the names of the catalogue and stop");
+        app.add_flag("--list-layers", isLayers,
+                     "Print the layers of a drawing with their entities and stop");
+    }
+
+    void AddInput() {
+        app.add_option("--unit", unit, "Unit of files that do not say theirs")
+            ->check(CLI::IsMember({"mm", "cm", "m", "in"}));
+        // One name an option, so that the INPUT may follow it.
+        app.add_option("--layer", line.section.input.layers,
+                       "Read only this layer of a drawing; may be given several times")
+            ->type_name("NAME")
+            ->expected(1)
+            ->take_all()
+            ->allow_extra_args(false);
+        app.add_flag("--published", line.section.input.wantsPublishedValues,
+                     "Take the published values of a catalogue profile instead of its outline's");
+        chordTolerance = AddNumber("--chord-tolerance",
+                                   "Greatest distance from an arc to its chords, in mm; 0.001 "
+                                   "if not given");
+        joinTolerance = AddNumber("--join-tolerance",
+                                  "Ends of lines in a drawing this close are joined, in mm; 0.01 "
+                                  "if not given");
+    }
+
+    void AddValues() {
+        app.add_option("--dx", line.section.shift.dx,
+                       "Shift of the elastic moduli's reference point from xG, in the unit of the "
+                       "section")
+            ->check(IsPlainNumber);
+        app.add_option("--dy", line.section.shift.dy, "Likewise from yG; both 0 if not given")
+            ->check(IsPlainNumber);
+        density = AddNumber("--density", "Density in kg/m^3, for the mass per metre");
+    }
+
+    CLI::Option* AddNumber(const std::string& name, const std::string& description) {
+        return app.add_option(name, description)->type_name("NUMBER")->check(IsPlainNumber);
+    }
+
+    void TakeNumbers() {
+        const Shift& shift = line.section.shift;
+        if (!std::isfinite(shift.dx) || !std::isfinite(shift.dy)) {
+            Fail("--dx and --dy must be finite", "give plain numbers");
+        }
+        InputOptions& input = line.section.input;
+        if (!unit.empty()) input.unit = unit;
+        line.section.density = PositiveNumber(density, "give kg/m^3, for steel 7850");
+        input.chordTolerance = PositiveNumber(chordTolerance, "give millimetres, such as 0.001")
+                                   .value_or(input.chordTolerance);
+        input.joinTolerance = PositiveNumber(joinTolerance, "give millimetres, such as 0.01")
+                                  .value_or(input.joinTolerance);
+    }
+
+    void TakeTask() {
+        line.format = isJson ? Format::Json : isCsv ? Format::Csv : Format::Table;
+        if (isList) line.task = Task::ListProfiles;
+        if (isBatch) line.task = Task::Batch;
+        if (isCheck) line.task = Task::Check;
+        if (isLayers) line.task = Task::ListLayers;
+        if (isList + isBatch + isCheck + isLayers > 1) {
+            Fail("--check, --batch, --list-profiles and --list-layers are different tasks",
+                 "give one of them");
+        }
+        if (isLayers && !line.section.input.layers.empty()) {
+            Fail("--list-layers prints all layers", "leave out --layer");
+        }
+        const bool isOne = line.task != Task::Batch && line.task != Task::ListProfiles;
+        if (isOne && line.inputs.size() > 1) {
+            Fail("one section is expected, found " + std::to_string(line.inputs.size()),
+                 isLayers ? "give one drawing" : "add --batch for a table of several");
+        }
+        if (line.inputs.empty() && line.task != Task::ListProfiles) {
+            Fail("INPUT is missing", "name a section file or a profile such as IPE300");
+        }
+        if (!line.inputs.empty() && line.task == Task::ListProfiles) {
+            Fail("--list-profiles takes no INPUT", "leave it out");
+        }
+        if (line.figurePath.empty()) return;
+        if (line.task != Task::Report) Fail("--figure draws one section", "leave it out");
+        CheckFigurePath(line.figurePath);
+    }
+};
+
+}  // namespace
+
+std::optional<CommandLine> ReadCommandLine(int argc, char** argv, std::string* text) {
+    Parser parser;
+    try {
+        parser.app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != 0) Fail(error.what(), "see halvorn-section --help");
+        std::ostringstream stream;
+        parser.app.exit(error, stream);
+        *text = stream.str();
+        return std::nullopt;
+    }
+    parser.TakeNumbers();
+    parser.TakeTask();
+    return parser.line;
+}
+
+}  // namespace halvorn::tool

@@ -1,0 +1,42 @@
+/// @file command_line.h
+/// The command line of halvorn-section.
+#ifndef HALVORN_TOOL_COMMAND_LINE_H
+#define HALVORN_TOOL_COMMAND_LINE_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tool/batch.h"
+
+namespace halvorn::tool {
+
+/// How the program ends.
+enum ExitCode {
+    kDone = 0,
+    kNotWritten = 1,  ///< computed or not: nothing wrong with the input
+    kBadInput = 2,    ///< the command line or a section; of a batch, at least one section
+    kDoubtful = 3     ///< `--check` found more than remarks
+};
+
+enum class Task { Report, Check, Batch, ListProfiles, ListLayers };
+enum class Format { Table, Json, Csv };
+
+struct CommandLine {
+    Task task = Task::Report;
+    std::vector<std::string> inputs;
+    Format format = Format::Table;
+    std::string figurePath;  ///< empty: no figure
+    SectionOptions section;
+    unsigned threads = 0;
+};
+
+/// Reads the arguments of `main`.
+/// @param text  set to what is to be printed instead of anything else, for --help and --version
+/// @returns nothing when `text` was set
+/// @throws InputError for a command line that makes no sense
+std::optional<CommandLine> ReadCommandLine(int argc, char** argv, std::string* text);
+
+}  // namespace halvorn::tool
+
+#endif

@@ -1,0 +1,146 @@
+// halvorn-section: the properties of cross-sections on the command line.
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+#include "base/input_error.h"
+#include "base/text.h"
+#include "catalogue/catalogue.h"
+#include "figure/figure.h"
+#include "tool/batch.h"
+#include "tool/command_line.h"
+#include "values/diagnosis.h"
+#include "write/csv.h"
+#include "write/json.h"
+#include "write/table.h"
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace {
+
+using namespace halvorn::tool;
+using namespace halvorn::engine;
+
+void Complain(const std::string& message) {
+    std::fprintf(stderr, "halvorn-section: %s\n", SingleLine(message).c_str());
+}
+
+// Ends the program where memory runs out: an exception could not pass through every destructor of
+// the libraries that this program uses.
+[[noreturn]] void OutOfMemory() {
+    std::fputs("halvorn-section: memory is exhausted; give a smaller section or free memory\n",
+               stderr);
+    std::_Exit(kNotWritten);
+}
+
+void Print(const std::string& text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() ||
+        std::fflush(stdout) != 0) {
+        throw std::runtime_error(
+            "standard output cannot be written: check the disk or the receiving program");
+    }
+}
+
+bool IsTerminal(FILE* stream) {
+#if defined(_WIN32)
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) != 0;
+#endif
+}
+
+// All or an error: nothing is written before everything is known.
+ExitCode PrintReport(const CommandLine& line) {
+    const Report report = EvaluateInput(line.inputs.front(), line.section);
+    if (!line.figurePath.empty()) WriteFigure(report, line.figurePath);
+    switch (line.format) {
+        case Format::Table:
+            Print(TableText(report));
+            break;
+        case Format::Json:
+            Print(JsonText(report));
+            break;
+        case Format::Csv:
+            Print(CsvHeader() + CsvRow(report));
+            break;
+    }
+    return kDone;
+}
+
+ExitCode PrintFindings(const CommandLine& line) {
+    const std::vector<Finding> findings =
+        Diagnose(OpenSection(line.inputs.front(), line.section.input));
+    Print(FindingsText(findings));
+    for (const Finding& finding : findings) {
+        if (finding.severity != Severity::Remark) return kDoubtful;
+    }
+    return kDone;
+}
+
+ExitCode PrintBatch(const CommandLine& line) {
+    BatchOptions options;
+    options.section = line.section;
+    options.format = line.format == Format::Json ? BatchFormat::JsonLines : BatchFormat::Csv;
+    options.threads = line.threads;
+    options.showsProgress = IsTerminal(stderr);
+    std::size_t faults = 0;
+    const auto complain = [&faults](const std::string& message) {
+        ++faults;
+        Complain(message);
+    };
+    const std::vector<std::string> arguments = ExpandBatch(line.inputs, complain);
+    if (!arguments.empty()) RunBatch(arguments, options, Print, complain);
+    return faults > 0 ? kBadInput : kDone;
+}
+
+ExitCode Run(int argc, char** argv) {
+    std::string text;
+    const std::optional<CommandLine> line = ReadCommandLine(argc, argv, &text);
+    if (!line) {
+        Print(text);
+        return kDone;
+    }
+    switch (line->task) {
+        case Task::Report:
+            return PrintReport(*line);
+        case Task::Check:
+            return PrintFindings(*line);
+        case Task::Batch:
+            return PrintBatch(*line);
+        case Task::ListLayers:
+            Print(ListLayers(line->inputs.front()));
+            return kDone;
+        case Task::ListProfiles:
+            break;
+    }
+    for (const std::string& name : CatalogueNames()) text += name + '\n';
+    Print(text);
+    return kDone;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::set_new_handler(OutOfMemory);
+#if defined(SIGPIPE)
+    // A reader that goes away is an error like a full disk, not the end of the program.
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
+    try {
+        return Run(argc, argv);
+    } catch (const InputError& error) {
+        Complain(error.what());
+        return kBadInput;
+    } catch (const std::exception& error) {
+        Complain(error.what());
+        return kNotWritten;
+    }
+}
