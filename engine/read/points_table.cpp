@@ -32,6 +32,7 @@ std::vector<std::string> CellsOf(const std::string& line, char separator) {
 
 std::vector<Title> TitlesIn(const std::vector<std::string>& cells) {
     std::vector<Title> titles;
+    titles.reserve(cells.size());
     for (const std::string& cell : cells) titles.push_back(TitleIn(cell));
     return titles;
 }
