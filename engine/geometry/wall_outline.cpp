@@ -15,14 +15,14 @@ struct Vector {
 };
 
 // An edge of the mid-line; without length it has no direction.
-struct Edge {
+struct WallEdge {
     Vector along;
     double length;
 };
 
-std::vector<Edge> EdgesOf(const WallLine& line) {
+std::vector<WallEdge> EdgesOf(const WallLine& line) {
     const std::size_t n = line.points.size();
-    std::vector<Edge> edges;
+    std::vector<WallEdge> edges;
     for (std::size_t i = 0; i < n - (line.isClosed ? 0 : 1); ++i) {
         const auto& [fromX, fromY] = line.points[i];
         const auto& [toX, toY] = line.points[(i + 1) % n];
@@ -35,7 +35,7 @@ std::vector<Edge> EdgesOf(const WallLine& line) {
 
 // The turn at every point, counter-clockwise positive [rad]; 0 at ends and beside edges without
 // length.
-std::vector<double> TurnsOf(const std::vector<Edge>& edges, const WallLine& line) {
+std::vector<double> TurnsOf(const std::vector<WallEdge>& edges, const WallLine& line) {
     const std::size_t n = line.points.size();
     std::vector<double> turns(n, 0.0);
     for (std::size_t i = line.isClosed ? 0 : 1; i < edges.size(); ++i) {
@@ -59,7 +59,7 @@ double NeededLength(double turn, double radius, double thickness, double offset,
 
 // Corners of the face at `side` (+1 left, -1 right) times half the thickness from the mid-line.
 std::vector<Corner> FaceCorners(const WallLine& line, double side) {
-    const std::vector<Edge> edges = EdgesOf(line);
+    const std::vector<WallEdge> edges = EdgesOf(line);
     const std::vector<double> turns = TurnsOf(edges, line);
     const std::size_t n = line.points.size();
     const double offset = side * 0.5 * line.thickness;
@@ -98,7 +98,7 @@ double TwiceArea(const WallLine& line) {
 
 std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs) {
     using Kind = WallFault::Kind;
-    const std::vector<Edge> edges = EdgesOf(line);
+    const std::vector<WallEdge> edges = EdgesOf(line);
     const std::vector<double> turns = TurnsOf(edges, line);
     for (std::size_t i = 0; i < edges.size(); ++i) {
         const std::size_t next = (i + 1) % line.points.size();
