@@ -1,4 +1,4 @@
-/// @file input_text.h
+/// @file text.h
 /// Whole text files in, safe single lines out.
 #ifndef HALVORN_ENGINE_BASE_TEXT_H
 #define HALVORN_ENGINE_BASE_TEXT_H

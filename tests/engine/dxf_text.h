@@ -1,6 +1,6 @@
 // DXF texts made in tests, and what becomes of them.
-#ifndef HALVORN_TESTS_HOST_DXF_TEXT_H
-#define HALVORN_TESTS_HOST_DXF_TEXT_H
+#ifndef HALVORN_TESTS_ENGINE_DXF_TEXT_H
+#define HALVORN_TESTS_ENGINE_DXF_TEXT_H
 
 #include <sstream>
 #include <string>

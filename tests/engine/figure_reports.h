@@ -1,7 +1,7 @@
 /// @file figure_reports.h
 /// Reports for tests of figures, and their pages with letters of one width.
-#ifndef HALVORN_TESTS_HOST_FIGURE_REPORTS_H
-#define HALVORN_TESTS_HOST_FIGURE_REPORTS_H
+#ifndef HALVORN_TESTS_ENGINE_FIGURE_REPORTS_H
+#define HALVORN_TESTS_ENGINE_FIGURE_REPORTS_H
 
 #include <algorithm>
 #include <string>

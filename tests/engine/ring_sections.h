@@ -1,7 +1,7 @@
 /// @file ring_sections.h
 /// Sections of plain rings for tests.
-#ifndef HALVORN_TESTS_HOST_RING_SECTIONS_H
-#define HALVORN_TESTS_HOST_RING_SECTIONS_H
+#ifndef HALVORN_TESTS_ENGINE_RING_SECTIONS_H
+#define HALVORN_TESTS_ENGINE_RING_SECTIONS_H
 
 #include <string>
 #include <utility>

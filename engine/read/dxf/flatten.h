@@ -1,6 +1,6 @@
 /// @file flatten.h
 /// Curves as points, so close that no chord is farther from its piece of the curve than a tolerance
-/// [L]. Arcs keep their area and extent (shapes/arc_division.h), those of ellipses too.
+/// [L]. Arcs keep their area and extent (geometry/arc_division.h), those of ellipses too.
 #ifndef HALVORN_ENGINE_READ_DXF_FLATTEN_H
 #define HALVORN_ENGINE_READ_DXF_FLATTEN_H
 
