@@ -1,5 +1,5 @@
 # HALVORN_SANITIZE, for example "address,undefined", instruments every target of this build, tests
-# and host included: a sanitizer that covers only a part of a program misses faults between the parts.
+# and tool included: a sanitizer that covers only a part of a program misses faults between the parts.
 set(HALVORN_SANITIZE "" CACHE STRING "Sanitizers of this build, separated by commas")
 if(HALVORN_SANITIZE MATCHES "[; ]")
   message(FATAL_ERROR "HALVORN_SANITIZE is \"${HALVORN_SANITIZE}\": separate by commas alone")

@@ -1,5 +1,5 @@
 /// @file input_error.h
-/// The one way in which bad input leaves every routine of the host.
+/// The one way in which bad input leaves every routine of the engine and the tool.
 #ifndef HALVORN_ENGINE_BASE_INPUT_ERROR_H
 #define HALVORN_ENGINE_BASE_INPUT_ERROR_H
 

@@ -1,5 +1,5 @@
 /// @file profile_table.h
-/// The table of published values, profiles.csv, as part of the program.
+/// The table of published values, profiles.csv, compiled in.
 #ifndef HALVORN_ENGINE_CATALOGUE_PROFILE_TABLE_H
 #define HALVORN_ENGINE_CATALOGUE_PROFILE_TABLE_H
 

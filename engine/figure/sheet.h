@@ -1,5 +1,5 @@
 /// @file sheet.h
-/// A page in the making: its frame, its scale, and the parts that are put on it one by one.
+/// A page in the making: its frame, its scale, and what is put on it piece by piece.
 #ifndef HALVORN_ENGINE_FIGURE_SHEET_H
 #define HALVORN_ENGINE_FIGURE_SHEET_H
 

@@ -1,5 +1,5 @@
 /// @file section_model.h
-/// One section as the host understands it, whatever it was read from: what is pushed into a
+/// One section as the engine understands it, whatever it was read from: what is pushed into a
 /// `CSectionTools`, in push order, or one polyline.
 #ifndef HALVORN_ENGINE_MODEL_SECTION_MODEL_H
 #define HALVORN_ENGINE_MODEL_SECTION_MODEL_H
@@ -74,7 +74,7 @@ struct SectionModel {
     std::string name;
     std::string description;
     std::string unit;               ///< "mm", "cm", "m" or "in": of every length here
-    bool isUnitAssumed = false;     ///< neither the input nor the command line states it
+    bool isUnitAssumed = false;     ///< neither the input nor the caller states it
     std::optional<double> density;  ///< [kg/m^3]
     std::vector<Element> elements;
     std::optional<Polyline> polyline;

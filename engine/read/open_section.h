@@ -11,7 +11,7 @@
 
 namespace halvorn::engine {
 
-/// What the command line says about reading.
+/// What the caller says about reading.
 struct InputOptions {
     std::optional<std::string> unit;  ///< of files that do not say theirs (CSV, DXF)
     /// Greatest distance between an arc and its chords, in millimetres [mm].

@@ -1,5 +1,5 @@
 /// @file section_nodes.h
-/// What several parts of a section file have in common.
+/// What several places of a section file have in common.
 #ifndef HALVORN_ENGINE_READ_SECTION_NODES_H
 #define HALVORN_ENGINE_READ_SECTION_NODES_H
 

@@ -13,7 +13,7 @@ namespace halvorn::engine {
 enum class Severity {
     Remark,   ///< harmless: a straight vertex
     Warning,  ///< the values may not be what is meant: a hole outside its solid
-    Error     ///< the values are wrong: a contour crosses itself
+    Error     ///< the values are wrong: a ring crosses itself
 };
 
 struct Finding {
@@ -24,7 +24,7 @@ struct Finding {
 };
 
 /// Looks for repeated points, straight vertices, self-intersections, holes outside their solid,
-/// overlapping solids, lost digits, contours without area, and sections without one or without
+/// overlapping solids, lost digits, rings without area, and sections without one or without
 /// values.
 std::vector<Finding> Diagnose(const SectionModel& section);
 

@@ -1,5 +1,5 @@
 /// @file values.h
-/// The one table of everything the host reports.
+/// The one table of everything the engine reports.
 #ifndef HALVORN_ENGINE_VALUES_VALUES_H
 #define HALVORN_ENGINE_VALUES_VALUES_H
 
@@ -33,7 +33,7 @@ struct DerivedDescription {
     const char* unit;  // "deg", "kg/m" or none, when the power is 0
 };
 
-/// What the host derives from a section of elements, in reading order.
+/// What the engine derives from a section of elements, in reading order.
 extern const std::array<DerivedDescription, 17> kDerivedValues;
 
 /// Returns the unit of a value: "mm", "mm^2", ...; empty for power 0.

@@ -33,8 +33,8 @@ inline constexpr std::array<Property, 10> properties = {{{"area", 2},
 /// One value for each entry of `properties`.
 using PropertyValues = std::array<double, properties.size()>;
 
-/// Chords per quarter turn of the outlines, the fewest that the tool draws. Areas are exact, second
-/// moments of a full circle hold to 1e-8.
+/// Chords per quarter turn of the outlines, the fewest that the engine draws. Areas are exact,
+/// second moments of a full circle hold to 1e-8.
 inline constexpr int arcStepsPerQuarter = 48;
 
 /// Returns the library's values for an outline enlarged by `scale`, brought back to the outline's

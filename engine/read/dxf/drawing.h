@@ -1,5 +1,5 @@
 /// @file drawing.h
-/// The parts of a DXF file that a section needs, found but not yet understood.
+/// What of a DXF file a section needs, found but not yet understood.
 #ifndef HALVORN_ENGINE_READ_DXF_DRAWING_H
 #define HALVORN_ENGINE_READ_DXF_DRAWING_H
 
