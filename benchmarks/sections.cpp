@@ -8,6 +8,7 @@ namespace halvorn::benchmarks {
 
 namespace {
 
+namespace shapes = engine::shapes;
 using shapes::ArcDivision;
 
 std::vector<double> Placed(std::vector<double> ring, double scale, double dx, double dy) {
