@@ -77,10 +77,10 @@ private:
 }  // namespace
 
 void CheckFigurePath(const std::string& path) {
-    FormatOf(path);
-    if (!figure::CanPaint()) {
-        throw InputError(path, "this build draws no figures",
-                         "install libcairo2-dev and pkg-config, then configure and build again");
+    if (!figure::CanPaint(FormatOf(path))) {
+        throw InputError(path, "this build draws .svg files only",
+                         "name one, or install libcairo2-dev and pkg-config, then configure and "
+                         "build again");
     }
     const fs::path folder = fs::path(path).parent_path();
     std::error_code ignored;
@@ -94,8 +94,9 @@ void CheckFigurePath(const std::string& path) {
 
 void WriteFigure(const Report& report, const std::string& path) {
     CheckFigurePath(path);
-    const figure::Page page = figure::LayOut(report, figure::FontMeasure());
-    const std::string bytes = figure::Paint(page, FormatOf(path));
+    const figure::Format format = FormatOf(path);
+    const figure::Page page = figure::LayOut(report, figure::FontMeasure(format));
+    const std::string bytes = figure::Paint(page, format);
     PartFile file(path);
     file.Write(bytes);
     file.MoveToTarget();

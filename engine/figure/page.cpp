@@ -4,6 +4,24 @@
 
 namespace halvorn::engine::figure {
 
+namespace {
+
+double SignedArea(const std::vector<Spot>& ring) {
+    double sum = 0.0;
+    for (std::size_t i = 2; i < ring.size(); ++i) {
+        sum += (ring[i - 1].x - ring[0].x) * (ring[i].y - ring[0].y) -
+               (ring[i].x - ring[0].x) * (ring[i - 1].y - ring[0].y);
+    }
+    return sum;
+}
+
+}  // namespace
+
+std::vector<Spot> Wound(const Area& area) {
+    if ((SignedArea(area.spots) > 0.0) == area.isSolid) return area.spots;
+    return {area.spots.rbegin(), area.spots.rend()};
+}
+
 double WidthOf(const Label& label, const MeasureText& measure) {
     double width = 0.0;
     for (const Run& run : label.runs) {

@@ -90,6 +90,10 @@ struct Page {
 /// Returns the width of a text of one size, in points. From the painter, which knows its font.
 using MeasureText = std::function<double(const std::string& text, double size, bool isBold)>;
 
+/// Returns the corners of an area, a solid's one way round and a hole's the other, so that their
+/// winding numbers add up to what the library counts.
+std::vector<Spot> Wound(const Area& area);
+
 /// Returns the width of a text along its baseline.
 double WidthOf(const Label& label, const MeasureText& measure);
 

@@ -1,14 +1,15 @@
 #include <cairo-pdf.h>
-#include <cairo-svg.h>
 #include <cairo.h>
 
-#include <array>
 #include <cmath>
 #include <memory>
 #include <numbers>
 #include <stdexcept>
 
+#include "figure/font_widths.h"
 #include "figure/paint.h"
+#include "figure/paint_svg.h"
+#include "figure/pens.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -83,75 +84,34 @@ void Trace(cairo_t* context, const std::vector<Spot>& spots, bool isClosed) {
     if (isClosed) cairo_close_path(context);
 }
 
-double SignedArea(const std::vector<Spot>& ring) {
-    double sum = 0.0;
-    for (std::size_t i = 2; i < ring.size(); ++i) {
-        sum += (ring[i - 1].x - ring[0].x) * (ring[i].y - ring[0].y) -
-               (ring[i].x - ring[0].x) * (ring[i - 1].y - ring[0].y);
-    }
-    return sum;
+void UseGrey(cairo_t* context, int grey) {
+    const double share = grey / 255.0;
+    cairo_set_source_rgb(context, share, share, share);
 }
 
-void TraceTurned(cairo_t* context, const Area& area, bool isPositive) {
-    std::vector<Spot> spots = area.spots;
-    if ((SignedArea(spots) > 0.0) != isPositive)
-        spots.assign(area.spots.rbegin(), area.spots.rend());
-    Trace(context, spots, true);
-}
-
-// Solids turn one way and holes the other, so that the winding number is what the library counts;
-// holes outside of solids stay white.
+// Holes outside of solids stay white.
 void PaintAreas(cairo_t* context, const std::vector<Area>& areas) {
-    constexpr double kLightGrey = 0.85;
     cairo_save(context);
     cairo_set_fill_rule(context, CAIRO_FILL_RULE_WINDING);
     bool hasHole = false;
     for (const Area& area : areas) {
-        if (area.isSolid) TraceTurned(context, area, true);
+        if (area.isSolid) Trace(context, Wound(area), true);
         hasHole = hasHole || !area.isSolid;
     }
-    cairo_set_source_rgb(context, kLightGrey, kLightGrey, kLightGrey);
+    UseGrey(context, kSolidGrey);
     if (hasHole) {
         cairo_clip(context);
-        for (const Area& area : areas) TraceTurned(context, area, area.isSolid);
+        for (const Area& area : areas) Trace(context, Wound(area), true);
     }
     cairo_fill(context);
     cairo_restore(context);
-}
-
-struct Pen {
-    double weight;  // [pt]
-    std::array<double, 4> dashes{};
-    int dashCount = 0;
-};
-
-Pen PenOf(LineKind kind) {
-    switch (kind) {
-        case LineKind::Outline:
-            return {1.1};
-        case LineKind::Elastic:
-            return {0.7, {9.0, 3.0}, 2};
-        case LineKind::Plastic:
-            return {0.9, {2.2, 2.2}, 2};
-        case LineKind::Principal:
-            return {0.7, {12.0, 2.5, 1.8, 2.5}, 4};
-        case LineKind::Arrow:
-            return {1.0};
-        case LineKind::Hatch:
-        case LineKind::Leader:
-            return {0.4};
-        case LineKind::Dimension:
-        case LineKind::Rule:
-            break;
-    }
-    return {0.5};
 }
 
 void PaintLine(cairo_t* context, const Line& line) {
     const Pen pen = PenOf(line.kind);
     cairo_set_line_width(context, pen.weight);
     cairo_set_dash(context, pen.dashes.data(), pen.dashCount, 0.0);
-    // Bevels: a mitre would show a sharp toe longer than it is.
+    // Round: a mitre would show a sharp toe longer than it is.
     cairo_set_line_join(
         context, line.kind == LineKind::Outline ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
     cairo_set_line_cap(context,
@@ -162,19 +122,18 @@ void PaintLine(cairo_t* context, const Line& line) {
 
 // A circle with two opposite quarters filled.
 void PaintCentroid(cairo_t* context, const Spot& spot) {
-    constexpr double kRadius = 3.6;
     constexpr double kQuarter = std::numbers::pi / 2.0;
     cairo_new_path(context);
-    cairo_arc(context, spot.x, spot.y, kRadius, 0.0, 4.0 * kQuarter);
+    cairo_arc(context, spot.x, spot.y, kCentroidRadius, 0.0, 4.0 * kQuarter);
     cairo_set_source_rgb(context, 1.0, 1.0, 1.0);
     cairo_fill_preserve(context);
     cairo_set_source_rgb(context, 0.0, 0.0, 0.0);
-    cairo_set_line_width(context, 0.7);
+    cairo_set_line_width(context, kCentroidWeight);
     cairo_set_dash(context, nullptr, 0, 0.0);
     cairo_stroke(context);
     for (const double start : {0.0, 2.0 * kQuarter}) {
         cairo_move_to(context, spot.x, spot.y);
-        cairo_arc(context, spot.x, spot.y, kRadius, start, start + kQuarter);
+        cairo_arc(context, spot.x, spot.y, kCentroidRadius, start, start + kQuarter);
         cairo_close_path(context);
     }
     cairo_fill(context);
@@ -194,8 +153,6 @@ void ForRuns(cairo_t* context, const Label& label, Show show) {
 
 // Every text has a white edge, which keeps it legible over lines and grey.
 void PaintLabel(cairo_t* context, const Label& label, const MeasureText& measure) {
-    constexpr double kEdge = 2.4;
-    constexpr double kDarkGrey = 0.3;
     cairo_save(context);
     cairo_translate(context, label.at.x, label.at.y);
     if (label.isUpright) cairo_rotate(context, -std::numbers::pi / 2.0);
@@ -204,12 +161,11 @@ void PaintLabel(cairo_t* context, const Label& label, const MeasureText& measure
     if (label.anchor == Anchor::Right) cairo_translate(context, -width, 0.0);
     ForRuns(context, label, [&](const char* text) { cairo_text_path(context, text); });
     cairo_set_source_rgb(context, 1.0, 1.0, 1.0);
-    cairo_set_line_width(context, kEdge);
+    cairo_set_line_width(context, kTextEdge);
     cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
     cairo_set_dash(context, nullptr, 0, 0.0);
     cairo_stroke(context);
-    const double ink = label.isGrey ? kDarkGrey : 0.0;
-    cairo_set_source_rgb(context, ink, ink, ink);
+    UseGrey(context, label.isGrey ? kTextGrey : 0);
     ForRuns(context, label, [&](const char* text) { cairo_show_text(context, text); });
     cairo_restore(context);
 }
@@ -226,41 +182,9 @@ void PaintPage(cairo_t* context, const Page& page) {
     }
     cairo_fill(context);
     for (const Spot& spot : page.centroids) PaintCentroid(context, spot);
-    const MeasureText measure = FontMeasure();
+    const MeasureText measure = FontMeasure(Format::Png);
     for (const Label& label : page.labels) PaintLabel(context, label, measure);
     Check(cairo_status(context));
-}
-
-std::string Escaped(const std::string& text) {
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '&') {
-            escaped += "&amp;";
-        } else if (c == '<') {
-            escaped += "&lt;";
-        } else if (c == '>') {
-            escaped += "&gt;";
-        } else {
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
-// Cairo draws letters as curves. Title and description give readers and searches the words, and
-// the group's number, which counts all surfaces of the process, goes.
-std::string WithWords(std::string svg, const Page& page) {
-    constexpr std::string_view kGroup = "<g id=\"surface";
-    if (const std::size_t group = svg.find(kGroup); group != std::string::npos) {
-        const std::size_t digits = group + kGroup.size();
-        svg.erase(digits, svg.find('"', digits) - digits);
-    }
-    const std::size_t start = svg.find("<svg");
-    const std::size_t end = start == std::string::npos ? start : svg.find('>', start);
-    if (end == std::string::npos) throw std::runtime_error("the figure cannot be drawn: no SVG");
-    svg.insert(end + 1, "\n<title>" + Escaped(page.title) + "</title>\n<desc>" +
-                            Escaped(page.summary) + "</desc>");
-    return svg;
 }
 
 void PaintOn(cairo_surface_t* surface, const Page& page, double dotsPerPoint) {
@@ -282,11 +206,12 @@ std::string PaintPng(const Page& page) {
 
 }  // namespace
 
-bool CanPaint() {
+bool CanPaint(Format /*format*/) {
     return true;
 }
 
-MeasureText FontMeasure() {
+MeasureText FontMeasure(Format format) {
+    if (format == Format::Svg) return TextWidth;
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
     const std::shared_ptr<cairo_t> context(cairo_create(surface.get()), Release{});
     return [context](const std::string& text, double size, bool isBold) {
@@ -296,21 +221,18 @@ MeasureText FontMeasure() {
 }
 
 std::string Paint(const Page& page, Format format) {
+    if (format == Format::Svg) return PaintSvg(page);
     if (format == Format::Png) return PaintPng(page);
     std::string bytes;
     const Surface surface(
-        format == Format::Svg
-            ? cairo_svg_surface_create_for_stream(Append, &bytes, page.width, page.height)
-            : cairo_pdf_surface_create_for_stream(Append, &bytes, page.width, page.height));
-    if (format == Format::Pdf) {
-        cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, page.title.c_str());
-        cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE,
-                                       "2000-01-01T00:00:00Z");
-    }
+        cairo_pdf_surface_create_for_stream(Append, &bytes, page.width, page.height));
+    cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, page.title.c_str());
+    cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE,
+                                   "2000-01-01T00:00:00Z");
     PaintOn(surface.get(), page, 1.0);
     cairo_surface_finish(surface.get());
     Check(cairo_surface_status(surface.get()));
-    return format == Format::Svg ? WithWords(std::move(bytes), page) : bytes;
+    return bytes;
 }
 
 }  // namespace halvorn::engine::figure

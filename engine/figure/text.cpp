@@ -36,7 +36,7 @@ bool IsContinuation(char byte) {
 }
 
 // Bytes of the character at the start of a text, 0 where there is none (RFC 3629: no overlong
-// form, no surrogate, nothing beyond U+10FFFF).
+// form, no surrogate, nothing beyond U+10FFFF; nor U+FFFE and U+FFFF, which XML excludes).
 std::size_t CharacterLength(std::string_view text) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned lead = byte(0);
@@ -48,7 +48,8 @@ std::size_t CharacterLength(std::string_view text) {
         if (!IsContinuation(text[i])) return 0;
     }
     const bool isBad = (lead == 0xE0U && byte(1) < 0xA0U) || (lead == 0xEDU && byte(1) > 0x9FU) ||
-                       (lead == 0xF0U && byte(1) < 0x90U) || (lead == 0xF4U && byte(1) > 0x8FU);
+                       (lead == 0xF0U && byte(1) < 0x90U) || (lead == 0xF4U && byte(1) > 0x8FU) ||
+                       (lead == 0xEFU && byte(1) == 0xBFU && byte(2) >= 0xBEU);
     return isBad ? 0 : length;
 }
 

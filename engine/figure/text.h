@@ -27,7 +27,8 @@ Runs Joined(Runs first, const Runs& second);
 /// Returns the text without its levels, for readers that show none.
 std::string PlainText(const Runs& runs);
 
-/// Returns foreign text as one line of valid UTF-8: whatever is none becomes U+FFFD.
+/// Returns foreign text as one line of valid UTF-8 that XML may hold: whatever is none becomes
+/// U+FFFD.
 std::string ValidText(std::string_view text);
 
 /// Returns the text, or as much of it as fits into `room` points, with an ellipsis; never cut

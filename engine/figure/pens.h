@@ -1,0 +1,32 @@
+/// @file pens.h
+/// How lines, areas and texts look, whatever paints them.
+#ifndef HALVORN_ENGINE_FIGURE_PENS_H
+#define HALVORN_ENGINE_FIGURE_PENS_H
+
+#include <array>
+
+#include "figure/page.h"
+
+namespace halvorn::engine::figure {
+
+/// Weight and dashes of a line [pt].
+struct Pen {
+    double weight;
+    std::array<double, 4> dashes{};
+    int dashCount = 0;
+};
+
+Pen PenOf(LineKind kind);
+
+constexpr double kCentroidRadius = 3.6;  // of the mark of the centre of gravity [pt]
+constexpr double kCentroidWeight = 0.7;  // of its circle [pt]
+
+constexpr double kTextEdge = 2.4;  // weight of the white edge that keeps texts legible [pt]
+
+// Greys from 0, black, to 255.
+constexpr int kSolidGrey = 217;
+constexpr int kTextGrey = 76;
+
+}  // namespace halvorn::engine::figure
+
+#endif
