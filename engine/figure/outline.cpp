@@ -11,30 +11,17 @@ namespace halvorn::engine::figure {
 
 namespace {
 
-using Point = std::pair<double, double>;
 using Edge = std::pair<Point, Point>;
 
-Point Minus(const Point& a, const Point& b) {
-    return {a.first - b.first, a.second - b.second};
-}
-
 Point Along(const Point& start, const Point& direction, double distance) {
-    return {start.first + distance * direction.first, start.second + distance * direction.second};
+    return {start.x + distance * direction.x, start.y + distance * direction.y};
 }
 
 // The direction from one point to another, (0, 0) between equal ones.
 Point UnitTo(const Point& from, const Point& to) {
-    const Point step = Minus(to, from);
-    const double length = std::hypot(step.first, step.second);
-    return length > 0.0 ? Point{step.first / length, step.second / length} : Point{0.0, 0.0};
-}
-
-double Cross(const Point& a, const Point& b) {
-    return a.first * b.second - a.second * b.first;
-}
-
-double Dot(const Point& a, const Point& b) {
-    return a.first * b.first + a.second * b.second;
+    const Point step = to - from;
+    const double length = std::hypot(step.x, step.y);
+    return length > 0.0 ? Point{step.x / length, step.y / length} : Point{0.0, 0.0};
 }
 
 // The points of the arc that rounds a corner, the tangent points included; the corner itself where
@@ -48,17 +35,17 @@ Points Rounded(const Point& previous, const Point& corner, const Point& next, do
     if (radius <= 0.0 || half < kStraight || half > std::numbers::pi / 2 - kStraight) {
         return {corner};
     }
-    const Point bisector = UnitTo({0.0, 0.0}, {back.first + on.first, back.second + on.second});
+    const Point bisector = UnitTo({0.0, 0.0}, {back.x + on.x, back.y + on.y});
     const Point centre = Along(corner, bisector, radius / std::sin(half));
-    const Point arm = Minus(Along(corner, back, radius / std::tan(half)), centre);
-    const Point lastArm = Minus(Along(corner, on, radius / std::tan(half)), centre);
+    const Point arm = Along(corner, back, radius / std::tan(half)) - centre;
+    const Point lastArm = Along(corner, on, radius / std::tan(half)) - centre;
     const double sweep = std::atan2(Cross(arm, lastArm), Dot(arm, lastArm));
     Points arc;
     for (int k = 0; k <= kChords; ++k) {
         const double cosine = std::cos(sweep * k / kChords);
         const double sine = std::sin(sweep * k / kChords);
-        arc.emplace_back(centre.first + cosine * arm.first - sine * arm.second,
-                         centre.second + sine * arm.first + cosine * arm.second);
+        arc.emplace_back(centre.x + cosine * arm.x - sine * arm.y,
+                         centre.y + sine * arm.x + cosine * arm.y);
     }
     return arc;
 }
@@ -88,8 +75,8 @@ Points Offset(const Points& line, double distance, bool isOpen) {
         if (isOpen && i + 1 == n) out = in;
         if (in == Point{0.0, 0.0}) in = out;
         if (out == Point{0.0, 0.0}) out = in;
-        const Point sum = {-in.second - out.second, in.first + out.first};
-        const double square = sum.first * sum.first + sum.second * sum.second;
+        const Point sum = {-in.y - out.y, in.x + out.x};
+        const double square = sum.x * sum.x + sum.y * sum.y;
         // Where the line turns back there is no mitre.
         constexpr double kReversal = 1e-12;
         face.push_back(square > kReversal ? Along(line[i], sum, 2.0 * distance / square) : line[i]);
@@ -134,8 +121,7 @@ std::vector<Stretch> WithoutBridges(const Points& ring) {
     std::vector<Edge> sorted = edges;
     std::sort(sorted.begin(), sorted.end());
     const auto isBridge = [&](std::size_t i) {
-        return std::binary_search(sorted.begin(), sorted.end(),
-                                  Edge{edges[i].second, edges[i].first});
+        return std::binary_search(sorted.begin(), sorted.end(), Edge{edges[i].second, edges[i].first});
     };
     std::size_t first = 0;
     while (first < n && !isBridge(first)) ++first;

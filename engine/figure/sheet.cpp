@@ -23,7 +23,7 @@ std::vector<Spot> OnPage(const Sheet& sheet, const Points& points) {
     }
     // The last vertex counts: a stretch ends there, a ring may have no other one.
     if (!points.empty()) {
-        const Spot last = sheet.ToPage(points.back().first, points.back().second);
+        const Spot last = sheet.ToPage(points.back().x, points.back().y);
         if (spots.size() > 1) spots.back() = last;
         if (spots.size() == 1) spots.push_back(last);
     }

@@ -64,7 +64,7 @@ int Chords(double sweep, double step) {
 }
 
 double Along(const Point& direction, const Point& v) {
-    return direction.first * v.first + direction.second * v.second;
+    return direction.x * v.x + direction.y * v.y;
 }
 
 // The point after the angle t, the part `excess` of the radius outside. From the start and by half
@@ -73,8 +73,8 @@ Point At(const Arc& arc, double t, double excess) {
     const double half = 2.0 * std::sin(0.5 * t);
     const double ahead = half * std::cos(0.5 * t) + excess * std::sin(t);
     const double spoke = excess * std::cos(t) - half * std::sin(0.5 * t);
-    return {arc.start.first + ahead * arc.ahead.first + spoke * arc.spoke.first,
-            arc.start.second + ahead * arc.ahead.second + spoke * arc.spoke.second};
+    return {arc.start.x + ahead * arc.ahead.x + spoke * arc.spoke.x,
+            arc.start.y + ahead * arc.ahead.y + spoke * arc.spoke.y};
 }
 
 }  // namespace

@@ -11,10 +11,9 @@
 #include <utility>
 #include <vector>
 
-namespace halvorn::engine::shapes {
+#include "geometry/point.h"
 
-/// x to the right, y up [L].
-using Point = std::pair<double, double>;
+namespace halvorn::engine::shapes {
 
 /// The points start + (cos t - 1) spoke + sin t ahead for t from 0 to `sweep`: an arc of a circle
 /// or, as its image under an affine map, of an ellipse.

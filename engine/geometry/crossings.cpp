@@ -9,26 +9,24 @@ namespace halvorn::engine {
 
 namespace {
 
-using Point = std::pair<double, double>;
-
 struct Edge {
     std::size_t index;
     Point from, to;
 
-    double Left() const { return std::min(from.first, to.first); }
-    double Right() const { return std::max(from.first, to.first); }
-    double Bottom() const { return std::min(from.second, to.second); }
-    double Top() const { return std::max(from.second, to.second); }
+    double Left() const { return std::min(from.x, to.x); }
+    double Right() const { return std::max(from.x, to.x); }
+    double Bottom() const { return std::min(from.y, to.y); }
+    double Top() const { return std::max(from.y, to.y); }
     bool HasEnd(const Point& point) const { return from == point || to == point; }
 };
 
 // Twice the area to the left of a -> b on the side of c; 0 when that is no more than rounding.
 double Side(const Point& a, const Point& b, const Point& c) {
     constexpr double kRounding = 8.0 * 2.2e-16;
-    const double dx = b.first - a.first, dy = b.second - a.second;
-    const double ex = c.first - a.first, ey = c.second - a.second;
-    const double largest = std::max(
-        {std::fabs(a.first), std::fabs(a.second), std::fabs(c.first), std::fabs(c.second)});
+    const double dx = b.x - a.x, dy = b.y - a.y;
+    const double ex = c.x - a.x, ey = c.y - a.y;
+    const double largest =
+        std::max({std::fabs(a.x), std::fabs(a.y), std::fabs(c.x), std::fabs(c.y)});
     const double bound = kRounding * (std::fabs(dx * ey) + std::fabs(dy * ex) +
                                       largest * (std::fabs(dx) + std::fabs(dy)));
     const double cross = dx * ey - dy * ex;
@@ -36,8 +34,8 @@ double Side(const Point& a, const Point& b, const Point& c) {
 }
 
 bool IsWithin(const Edge& edge, const Point& point) {
-    return point.first >= edge.Left() && point.first <= edge.Right() &&
-           point.second >= edge.Bottom() && point.second <= edge.Top();
+    return point.x >= edge.Left() && point.x <= edge.Right() && point.y >= edge.Bottom() &&
+           point.y <= edge.Top();
 }
 
 // The place where the edges meet, if they do.
@@ -47,8 +45,7 @@ std::optional<Crossing> Meeting(const Edge& a, const Edge& b) {
     Crossing crossing{a.index, b.index, {}, false};
     if (fromSide * toSide < 0.0 && backFrom * backTo < 0.0) {
         const double t = fromSide / (fromSide - toSide);
-        crossing.place = {b.from.first + t * (b.to.first - b.from.first),
-                          b.from.second + t * (b.to.second - b.from.second)};
+        crossing.place = {b.from.x + t * (b.to.x - b.from.x), b.from.y + t * (b.to.y - b.from.y)};
         crossing.isProper = true;
         return crossing;
     }
@@ -66,9 +63,8 @@ std::optional<Crossing> Meeting(const Edge& a, const Edge& b) {
 // Edges that follow each other meet in their common point; they are at fault only when the second
 // runs back over the first.
 bool RunsBack(const Edge& first, const Edge& second) {
-    const double dot =
-        (first.to.first - first.from.first) * (second.to.first - second.from.first) +
-        (first.to.second - first.from.second) * (second.to.second - second.from.second);
+    const double dot = (first.to.x - first.from.x) * (second.to.x - second.from.x) +
+                       (first.to.y - first.from.y) * (second.to.y - second.from.y);
     return dot < 0.0 && Side(first.from, first.to, second.to) == 0.0;
 }
 
@@ -90,8 +86,7 @@ std::vector<Point> BridgeEnds(const std::vector<Edge>& edges) {
 
 // Twice the area of the triangle, positive when it runs counter-clockwise.
 double Cross(const Point& a, const Point& b, const Point& c) {
-    return (b.first - a.first) * (c.second - a.second) -
-           (b.second - a.second) * (c.first - a.first);
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
 // Twice the area between a point and the vertices from one to another.
@@ -151,7 +146,7 @@ std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t
     return found;
 }
 
-std::optional<std::pair<double, double>> FindLoop(const Points& ring) {
+std::optional<Point> FindLoop(const Points& ring) {
     constexpr std::size_t kMostPoints = 20000;
     constexpr std::size_t kMostCrossings = 1000;
     constexpr double kNegligible = 1e-6;
@@ -172,9 +167,9 @@ std::optional<std::pair<double, double>> FindLoop(const Points& ring) {
     return std::nullopt;
 }
 
-std::string PlaceText(const std::pair<double, double>& point) {
+std::string PlaceText(const Point& point) {
     std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "(%.6g, %.6g)", point.first, point.second);
+    std::snprintf(buffer.data(), buffer.size(), "(%.6g, %.6g)", point.x, point.y);
     return buffer.data();
 }
 

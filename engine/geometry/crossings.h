@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/points.h"
+#include "geometry/point.h"
 
 namespace halvorn::engine {
 
@@ -21,7 +21,7 @@ double TwiceArea(const Points& ring);
 struct Crossing {
     std::size_t firstEdge = 0;
     std::size_t secondEdge = 0;
-    std::pair<double, double> place;
+    Point place;
     bool isProper = false;  ///< the edges cross; otherwise they touch or run along each other
 };
 
@@ -36,10 +36,10 @@ std::vector<Crossing> FindCrossings(const Points& ring, bool isOpen, std::size_t
 /// area: the integrals count one of both parts negatively or twice. Less is what rounding does to
 /// curves that meet at a tangent. The points may repeat; rings of more than 20000 points are not
 /// looked at.
-std::optional<std::pair<double, double>> FindLoop(const Points& ring);
+std::optional<Point> FindLoop(const Points& ring);
 
 /// Returns "(x, y)" in six digits.
-std::string PlaceText(const std::pair<double, double>& point);
+std::string PlaceText(const Point& point);
 
 }  // namespace halvorn::engine
 

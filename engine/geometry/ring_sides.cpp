@@ -7,11 +7,9 @@ namespace halvorn::engine {
 
 namespace {
 
-using Point = std::pair<double, double>;
-
 double DistanceToEdge(const Point& point, const Point& from, const Point& to) {
-    const double dx = to.first - from.first, dy = to.second - from.second;
-    const double ex = point.first - from.first, ey = point.second - from.second;
+    const double dx = to.x - from.x, dy = to.y - from.y;
+    const double ex = point.x - from.x, ey = point.y - from.y;
     const double square = dx * dx + dy * dy;
     const double t = square > 0.0 ? std::clamp((ex * dx + ey * dy) / square, 0.0, 1.0) : 0.0;
     return std::hypot(ex - t * dx, ey - t * dy);
@@ -22,7 +20,7 @@ double DistanceToEdge(const Point& point, const Point& from, const Point& to) {
 std::size_t StripCount(const Points& ring, const Box& box) {
     double travel = 0.0;
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        travel += std::fabs(ring[(i + 1) % ring.size()].second - ring[i].second);
+        travel += std::fabs(ring[(i + 1) % ring.size()].y - ring[i].y);
     }
     const auto points = static_cast<double>(ring.size());
     const double runs = travel / (box.top - box.bottom);
@@ -34,23 +32,23 @@ std::size_t StripCount(const Points& ring, const Box& box) {
 std::vector<double> Meetings(const Point& from, const Point& to, const StripedRing& ring,
                              double touching, bool* touches) {
     std::vector<double> meetings = {0.0, 1.0};
-    const double dx = to.first - from.first, dy = to.second - from.second;
+    const double dx = to.x - from.x, dy = to.y - from.y;
     const double square = dx * dx + dy * dy;
     if (!(square > 0.0)) return meetings;
     const auto add = [&](double t) {
         *touches = *touches || (t >= 0.0 && t <= 1.0);
         if (t > 0.0 && t < 1.0) meetings.push_back(t);
     };
-    const double left = std::min(from.first, to.first), right = std::max(from.first, to.first);
-    const double low = std::min(from.second, to.second), high = std::max(from.second, to.second);
+    const double left = std::min(from.x, to.x), right = std::max(from.x, to.x);
+    const double low = std::min(from.y, to.y), high = std::max(from.y, to.y);
     ring.VisitEdges(low - touching, high + touching, [&](std::size_t edge) {
         const Point &start = ring.From(edge), &end = ring.To(edge);
-        if (std::max(start.first, end.first) < left - touching ||
-            std::min(start.first, end.first) > right + touching) {
+        if (std::max(start.x, end.x) < left - touching ||
+            std::min(start.x, end.x) > right + touching) {
             return;
         }
-        const double ex = start.first - from.first, ey = start.second - from.second;
-        const double fx = end.first - start.first, fy = end.second - start.second;
+        const double ex = start.x - from.x, ey = start.y - from.y;
+        const double fx = end.x - start.x, fy = end.y - start.y;
         if (DistanceToEdge(start, from, to) <= touching) {
             add(std::clamp((ex * dx + ey * dy) / square, 0.0, 1.0));
         }
@@ -64,8 +62,7 @@ std::vector<double> Meetings(const Point& from, const Point& to, const StripedRi
 
 }  // namespace
 
-Box::Box(const Points& ring)
-    : left(ring[0].first), bottom(ring[0].second), right(left), top(bottom) {
+Box::Box(const Points& ring) : left(ring[0].x), bottom(ring[0].y), right(left), top(bottom) {
     for (const auto& [x, y] : ring) {
         left = std::min(left, x);
         right = std::max(right, x);
@@ -75,10 +72,10 @@ Box::Box(const Points& ring)
 }
 
 Box::Box(const Point& a, const Point& b)
-    : left(std::min(a.first, b.first)),
-      bottom(std::min(a.second, b.second)),
-      right(std::max(a.first, b.first)),
-      top(std::max(a.second, b.second)) {}
+    : left(std::min(a.x, b.x)),
+      bottom(std::min(a.y, b.y)),
+      right(std::max(a.x, b.x)),
+      top(std::max(a.y, b.y)) {}
 
 double Box::Diagonal() const {
     return std::hypot(right - left, top - bottom);
@@ -87,7 +84,7 @@ double Box::Diagonal() const {
 StripedRing::StripedRing(const Points& ring)
     : ring_(ring), box_(ring), strips_(StripCount(ring, box_)) {
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        const auto [low, high] = std::minmax(From(i).second, To(i).second);
+        const auto [low, high] = std::minmax(From(i).y, To(i).y);
         for (std::size_t k = StripAt(low); k <= StripAt(high); ++k) strips_[k].push_back(i);
     }
 }
@@ -128,8 +125,7 @@ Sides SidesOf(const StripedRing& outline, const StripedRing& ring, double touchi
         const std::vector<double> meetings = Meetings(from, to, ring, touching, &sides.touches);
         for (std::size_t k = 0; k + 1 < meetings.size(); ++k) {
             const double t = 0.5 * (meetings[k] + meetings[k + 1]);
-            const Point middle = {from.first + t * (to.first - from.first),
-                                  from.second + t * (to.second - from.second)};
+            const Point middle = {from.x + t * (to.x - from.x), from.y + t * (to.y - from.y)};
             const Location location = ring.Locate(middle, touching);
             sides.inside = sides.inside || location == Location::Inside;
             sides.outside = sides.outside || location == Location::Outside;

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/points.h"
+#include "geometry/point.h"
 
 namespace halvorn::engine {
 
@@ -17,7 +17,7 @@ struct Box {
 
     /// @pre the ring has a point
     explicit Box(const Points& ring);
-    Box(const std::pair<double, double>& a, const std::pair<double, double>& b);
+    Box(const Point& a, const Point& b);
     double Diagonal() const;
     bool IsApartFrom(const Box& other, double distance) const {
         return left > other.right + distance || other.left > right + distance ||
@@ -36,10 +36,8 @@ public:
 
     const Points& Ring() const { return ring_; }
     const Box& Bounds() const { return box_; }
-    const std::pair<double, double>& From(std::size_t edge) const { return ring_[edge]; }
-    const std::pair<double, double>& To(std::size_t edge) const {
-        return ring_[(edge + 1) % ring_.size()];
-    }
+    const Point& From(std::size_t edge) const { return ring_[edge]; }
+    const Point& To(std::size_t edge) const { return ring_[(edge + 1) % ring_.size()]; }
 
     /// Calls back with every edge that reaches between two heights, and perhaps with others or
     /// twice.
@@ -52,7 +50,7 @@ public:
     }
 
     /// Inside and outside by the even-odd rule, on the ring within a distance of it.
-    Location Locate(const std::pair<double, double>& point, double touching) const;
+    Location Locate(const Point& point, double touching) const;
 
 private:
     std::size_t StripAt(double y) const;

@@ -75,8 +75,8 @@ std::vector<Corner> FaceCorners(const WallLine& line, double side) {
         const double radius = isStart || isEnd ? 0.0 : line.radii[i];
         const double outerRadius = radius + line.thickness;
         const bool isInner = turns[i] * side > 0.0;
-        corners.push_back({line.points[i].first - (in.y + out.y) * scale,
-                           line.points[i].second + (in.x + out.x) * scale,
+        corners.push_back({line.points[i].x - (in.y + out.y) * scale,
+                           line.points[i].y + (in.x + out.x) * scale,
                            radius == 0.0 || isInner ? radius : outerRadius, outerRadius});
     }
     return corners;
@@ -153,7 +153,7 @@ std::vector<double> MidLine(const WallLine& line, const ArcDivision& division) {
     corners.reserve(line.points.size());
     for (std::size_t i = 0; i < line.points.size(); ++i) {
         const double radius = line.radii[i];
-        corners.push_back({line.points[i].first, line.points[i].second,
+        corners.push_back({line.points[i].x, line.points[i].y,
                            radius == 0.0 ? 0.0 : radius + 0.5 * line.thickness,
                            radius + line.thickness});
     }

@@ -9,13 +9,14 @@
 #include <vector>
 
 #include "geometry/outline.h"
+#include "geometry/point.h"
 #include "geometry/rounded_polygon.h"
 
 namespace halvorn::engine::shapes {
 
 /// A wall by its mid-line, whose corners are sharp or bent.
 struct WallLine {
-    std::vector<std::pair<double, double>> points;  ///< x to the right, y up [L]
+    std::vector<Point> points;  ///< x to the right, y up [L]
     /// One per point: the radius of the inner face of a bend [L], so that the mid-line's is half a
     /// thickness larger and the outer face's a whole one; 0: a corner sharp on both faces. The ends
     /// of an open line are cut off square, whatever their radius.

@@ -53,10 +53,10 @@ double PlacedAngle(double angle, const Placement& placement) {
 void Place(const Placement& placement, std::vector<Element>& elements) {
     const Map map = MapOf(placement);
     const auto place = [&](double& x, double& y) {
-        const double fromX = x - placement.origin.first;
-        const double fromY = y - placement.origin.second;
-        x = map.xx * fromX + map.xy * fromY + placement.move.first;
-        y = map.yx * fromX + map.yy * fromY + placement.move.second;
+        const double fromX = x - placement.origin.x;
+        const double fromY = y - placement.origin.y;
+        x = map.xx * fromX + map.xy * fromY + placement.move.x;
+        y = map.yx * fromX + map.yy * fromY + placement.move.y;
     };
     for (Element& element : elements) {
         for (auto& [x, y] : element.ring) place(x, y);
@@ -66,27 +66,27 @@ void Place(const Placement& placement, std::vector<Element>& elements) {
     }
 }
 
-std::array<std::pair<double, double>, 2> AxesOfSection(const Placement& placement) {
+std::array<Point, 2> AxesOfSection(const Placement& placement) {
     // The rows of an orthogonal map are the columns of its inverse.
     const Map map = MapOf(placement);
     return {{{map.xx, map.xy}, {map.yx, map.yy}}};
 }
 
-std::pair<double, double> LowerLeftCorner(const std::vector<Element>& elements) {
-    std::pair<double, double> corner = elements.front().ring.front();
+Point LowerLeftCorner(const std::vector<Element>& elements) {
+    Point corner = elements.front().ring.front();
     for (const Element& element : elements) {
         for (const auto& [x, y] : element.ring) {
-            corner = {std::min(corner.first, x), std::min(corner.second, y)};
+            corner = {std::min(corner.x, x), std::min(corner.y, y)};
         }
     }
     return corner;
 }
 
-std::pair<double, double> CentreOfGravity(const std::vector<Element>& elements) {
+Point CentreOfGravity(const std::vector<Element>& elements) {
     CSectionTools tools;
     for (const Element& element : elements) PushElement(tools, element);
-    std::pair<double, double> centre;
-    tools.GetCDG(&centre.first, &centre.second);
+    Point centre;
+    tools.GetCDG(&centre.x, &centre.y);
     return centre;
 }
 

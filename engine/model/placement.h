@@ -16,10 +16,10 @@ enum class Mirror { None, AboutX, AboutY };
 
 /// Where a part goes: its origin becomes (0, 0), it is mirrored, rotated and moved, in this order.
 struct Placement {
-    std::pair<double, double> origin = {0.0, 0.0};  ///< in the part's own coordinates [L]
+    Point origin = {0.0, 0.0};  ///< in the part's own coordinates [L]
     Mirror mirror = Mirror::None;
-    double rotation = 0.0;                        ///< counter-clockwise [degrees]
-    std::pair<double, double> move = {0.0, 0.0};  ///< [L]
+    double rotation = 0.0;    ///< counter-clockwise [degrees]
+    Point move = {0.0, 0.0};  ///< [L]
 };
 
 /// Moves rings and given values. Multiples of 90 degrees are exact: no sine or cosine touches the
@@ -29,15 +29,15 @@ void Place(const Placement& placement, std::vector<Element>& elements);
 
 /// Returns the directions, in the part's own coordinates, that come to lie along the x and the y
 /// axis of the section.
-std::array<std::pair<double, double>, 2> AxesOfSection(const Placement& placement);
+std::array<Point, 2> AxesOfSection(const Placement& placement);
 
 /// Returns the lower left corner of the box around the points of all rings.
 /// @pre there is a point
-std::pair<double, double> LowerLeftCorner(const std::vector<Element>& elements);
+Point LowerLeftCorner(const std::vector<Element>& elements);
 
 /// Returns the centre of gravity as the library finds it, holes subtracted; not finite when the
 /// areas cancel.
-std::pair<double, double> CentreOfGravity(const std::vector<Element>& elements);
+Point CentreOfGravity(const std::vector<Element>& elements);
 
 }  // namespace halvorn::engine
 

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/points.h"
+#include "geometry/point.h"
 
 namespace halvorn::engine {
 

@@ -57,20 +57,17 @@ GivenValues FaceValues(const shapes::Outline& outline) {
 // Torsion and shear by the library's general wall formulas. The bends of the mid-line go in as
 // chords: as corner radii they would round both faces with one radius in five chords.
 void AddWallFormulas(const shapes::WallLine& line, const Points& midLine, GivenValues& values) {
-    double torsion = 0.0;
-    double modulus = 0.0;
-    double shearX = 0.0;
-    double shearY = 0.0;
-    double unused = 0.0;
-    std::pair<double, double> unusedPoint;
-    CSectionTools().CalculContourQuelconqueTOOL(
-        1, line.isClosed ? 0 : 1, 1, static_cast<int>(midLine.size()), line.thickness, midLine,
-        std::vector<double>(midLine.size(), 0.0), unused, unusedPoint, torsion, modulus, shearX,
-        shearY, unused, unused, unused);
-    values.torsionConstant = torsion;
-    values.torsionModulus = modulus;
-    values.shearArea1 = shearX;
-    values.shearArea2 = shearY;
+    Polyline wall;
+    wall.kind = line.isClosed ? PolylineKind::ClosedWall : PolylineKind::OpenWall;
+    wall.torsion = TorsionFormulas::General;
+    wall.thickness = line.thickness;
+    wall.points = midLine;
+    wall.radii.assign(midLine.size(), 0.0);
+    const std::array<double, 10> out = PolylineOutputs(wall);
+    values.torsionConstant = out[3];
+    values.torsionModulus = out[4];
+    values.shearArea1 = out[5];
+    values.shearArea2 = out[6];
     values.torsionMethod =
         line.isClosed ? "closed wall: It = 4 Am^2 t / outer perimeter, Wt = 2 t Am, Av = A / 2"
                       : "open wall: It = perimeter t^3 / 3, Wt = 2 t A, Av = A / 2";

@@ -104,13 +104,12 @@ Placement ReadTurn(const Node& part) {
     return placement;
 }
 
-std::pair<double, double> OriginOf(const Node& part, std::string_view source,
-                                   const std::vector<Element>& elements) {
+Point OriginOf(const Node& part, std::string_view source, const std::vector<Element>& elements) {
     const Origin origin = ReadOrigin(part, source);
     if (origin == Origin::OwnCoordinates) return {0.0, 0.0};
     if (origin == Origin::Corner) return LowerLeftCorner(elements);
     const auto centre = CentreOfGravity(elements);
-    if (!std::isfinite(centre.first) || !std::isfinite(centre.second)) {
+    if (!std::isfinite(centre.x) || !std::isfinite(centre.y)) {
         part.At("at").Fail("the part has no area and so no centroid", "write \"corner\"");
     }
     return centre;

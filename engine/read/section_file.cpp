@@ -74,7 +74,9 @@ Element ReadProfile(const Node& node) {
     element.ring = ReadPoints(node.At("outline"), kFewestRingPoints);
     GivenValues given;
     given.method = "given in the file";
-    std::tie(given.centroidX, given.centroidY) = ReadPoint(node.At("centroid"));
+    const Point centroid = ReadPoint(node.At("centroid"));
+    given.centroidX = centroid.x;
+    given.centroidY = centroid.y;
     for (const ProfileNumber& number : kProfileNumbers) {
         if (number.isRequired || node.Has(number.key)) {
             number.set(given, node.At(number.key).Number(number.sign));

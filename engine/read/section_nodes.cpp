@@ -2,7 +2,7 @@
 
 namespace halvorn::engine {
 
-std::pair<double, double> ReadPoint(const Node& node) {
+Point ReadPoint(const Node& node) {
     const std::size_t size = node.Size("two numbers, a point [x, y]");
     if (size != 2) {
         node.Fail("a point needs exactly two numbers, found " + std::to_string(size),

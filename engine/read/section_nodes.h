@@ -16,7 +16,7 @@ namespace halvorn::engine {
 constexpr std::size_t kFewestRingPoints = 3;
 constexpr std::size_t kFewestLinePoints = 2;
 
-std::pair<double, double> ReadPoint(const Node& node);
+Point ReadPoint(const Node& node);
 
 /// Reads a list of at least `fewest` points.
 Points ReadPoints(const Node& node, std::size_t fewest);

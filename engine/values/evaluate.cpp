@@ -223,16 +223,7 @@ bool IsImpossible(const Polyline& polyline, const std::array<double, 10>& out) {
 
 void EvaluatePolyline(const SectionModel& section, Report* report) {
     const Polyline& polyline = *section.polyline;
-    std::array<double, 10> out{};
-    std::pair<double, double> centroid;
-    CSectionTools().CalculContourQuelconqueTOOL(
-        polyline.kind == PolylineKind::Solid ? 0 : 1,
-        polyline.kind == PolylineKind::OpenWall ? 1 : 0,
-        polyline.torsion == TorsionFormulas::Tube ? 0 : 1, static_cast<int>(polyline.points.size()),
-        polyline.thickness, polyline.points, polyline.radii, out[0], centroid, out[3], out[4],
-        out[5], out[6], out[7], out[8], out[9]);
-    out[1] = centroid.first;
-    out[2] = centroid.second;
+    const std::array<double, 10> out = PolylineOutputs(polyline);
     report->values = Describe(kPolylineValues, out, section.unit, false);
     DescribePolylineMethods(polyline, &report->values);
     const double rounding =

@@ -12,12 +12,9 @@ namespace halvorn::engine {
 
 namespace {
 
-using Point = std::pair<double, double>;
-
 // Twice the area of a triangle, positive when it runs counter-clockwise.
 double Turn(const Point& a, const Point& b, const Point& c) {
-    return (b.first - a.first) * (c.second - a.second) -
-           (c.first - a.first) * (b.second - a.second);
+    return (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
 }
 
 Points Oriented(const Points& ring, bool isCounterClockwise) {
@@ -43,10 +40,9 @@ std::optional<std::pair<std::size_t, double>> EdgeToTheRight(const Points& ring,
     std::optional<std::pair<std::size_t, double>> nearest;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const Point &a = ring[i], &b = ring[(i + 1) % ring.size()];
-        if (a.second > from.second || from.second >= b.second) continue;
-        const double x =
-            a.first + (from.second - a.second) / (b.second - a.second) * (b.first - a.first);
-        if (x >= from.first && (!nearest || x < nearest->second)) nearest = {i, x};
+        if (a.y > from.y || from.y >= b.y) continue;
+        const double x = a.x + (from.y - a.y) / (b.y - a.y) * (b.x - a.x);
+        if (x >= from.x && (!nearest || x < nearest->second)) nearest = {i, x};
     }
     return nearest;
 }
@@ -57,16 +53,16 @@ std::optional<Point> VisibleVertex(const Points& ring, const Point& from) {
     const auto hit = EdgeToTheRight(ring, from);
     if (!hit) return std::nullopt;
     const Point &low = ring[hit->first], &high = ring[(hit->first + 1) % ring.size()];
-    const Point corner = high.first > low.first ? high : low;
-    const double side = corner.second > from.second ? 1.0 : -1.0;
+    const Point corner = high.x > low.x ? high : low;
+    const double side = corner.y > from.y ? 1.0 : -1.0;
     Point best = corner;
     for (const Point& vertex : ring) {
-        const double dx = vertex.first - from.first, dy = side * (vertex.second - from.second);
+        const double dx = vertex.x - from.x, dy = side * (vertex.y - from.y);
         const bool isInTriangle = dx > 0.0 && dy >= 0.0 &&
                                   side * Turn(from, corner, vertex) <= 0.0 &&
                                   Turn(low, high, vertex) >= 0.0;
         if (!isInTriangle) continue;
-        const double bestX = best.first - from.first, bestY = side * (best.second - from.second);
+        const double bestX = best.x - from.x, bestY = side * (best.y - from.y);
         const double steeper = dy * bestX - bestY * dx;
         if (steeper < 0.0 || (steeper == 0.0 && dx < bestX)) best = vertex;
     }
@@ -193,7 +189,7 @@ NetRings JoinHoles(const std::vector<Element>& elements) {
         Points ring = Oriented(elements[i].ring, true);
         // From right to left, so that no bridge meets a hole that is still to be joined.
         const auto right = [](const Points& hole) {
-            return std::max_element(hole.begin(), hole.end())->first;
+            return std::max_element(hole.begin(), hole.end())->x;
         };
         std::sort(holes[i].begin(), holes[i].end(),
                   [&](const Points& a, const Points& b) { return right(a) > right(b); });

@@ -71,7 +71,7 @@ struct Box {
     double left, right, bottom, top;
 
     explicit Box(const Points& ring)
-        : left(ring[0].first), right(left), bottom(ring[0].second), top(bottom) {
+        : left(ring[0].x), right(left), bottom(ring[0].y), top(bottom) {
         for (const auto& [x, y] : ring) {
             left = std::min(left, x);
             right = std::max(right, x);

@@ -75,9 +75,9 @@ std::optional<double> HalvingLine(const std::vector<Element>& elements, AxisDire
     for (const Element& element : elements) {
         Points& ring = rings.emplace_back(element.ring);
         for (auto& point : ring) {
-            if (direction == AxisDirection::Vertical) std::swap(point.first, point.second);
-            lowest = std::min(lowest, point.second);
-            highest = std::max(highest, point.second);
+            if (direction == AxisDirection::Vertical) std::swap(point.x, point.y);
+            lowest = std::min(lowest, point.y);
+            highest = std::max(highest, point.y);
         }
     }
     std::vector<Strip> strips;

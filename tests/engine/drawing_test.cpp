@@ -39,7 +39,7 @@ std::set<std::pair<long, long>> Middles(const SectionModel& section) {
     std::set<std::pair<long, long>> middles;
     for (const Element& element : section.elements) {
         double x = 0.0, y = 0.0;
-        for (const auto& point : element.ring) x += point.first, y += point.second;
+        for (const auto& point : element.ring) x += point.x, y += point.y;
         const auto count = static_cast<double>(element.ring.size());
         middles.emplace(std::lround(10 * x / count), std::lround(10 * y / count));
     }

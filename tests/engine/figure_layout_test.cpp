@@ -118,7 +118,7 @@ TEST(FigureLayout, SaysWidthHeightAndScale) {
             return l.anchor == Anchor::Centre && std::fabs(l.at.x - bar.right) < 1e-9;
         });
         ASSERT_NE(text, page.labels.end());
-        const double extent = c.ring[2].first - c.ring[0].first;
+        const double extent = c.ring[2].x - c.ring[0].x;
         const double length = 2.0 * bar.Width() * extent / section.Width();
         EXPECT_NEAR(std::stod(PlainText(text->runs)) / length, 1.0, 1e-9);
         EXPECT_TRUE(PlainText(text->runs).ends_with(std::string(" ") + c.unit));

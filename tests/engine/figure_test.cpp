@@ -91,7 +91,7 @@ TEST(FigureLayout, KeepsEverythingOnThePageAndLabelsApart) {
                 Report report = WithDerived(plain, "principal_angle", angle);
                 for (const std::string axis : {"x", "y"}) {
                     const Value* const centre = report.Find("centroid_" + axis);
-                    const double extent = item.ring[2].first - item.ring[0].first;
+                    const double extent = item.ring[2].x - item.ring[0].x;
                     report = WithDerived(report, "plastic_axis_" + axis,
                                          centre->number + share * extent);
                 }

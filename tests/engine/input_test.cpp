@@ -336,8 +336,8 @@ TEST(Parts, AreTheSameInMetresAndMillimetres) {
             const Points& large = inMillimetres.elements[i].ring;
             ASSERT_EQ(small.size(), large.size());
             for (std::size_t k = 0; k < small.size(); ++k) {
-                EXPECT_NEAR(1e3 * small[k].first, large[k].first, 1e-9);
-                EXPECT_NEAR(1e3 * small[k].second, large[k].second, 1e-9);
+                EXPECT_NEAR(1e3 * small[k].x, large[k].x, 1e-9);
+                EXPECT_NEAR(1e3 * small[k].y, large[k].y, 1e-9);
             }
         }
         const GivenValues& small = *inMetres.elements[1].given;

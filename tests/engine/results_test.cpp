@@ -372,10 +372,10 @@ private:
         for (const auto& [isSolid, ring] : rings) {
             for (std::size_t i = 0; i < ring.size(); ++i) {
                 auto from = ring[i], to = ring[(i + 1) % ring.size()];
-                if (isAcross) std::swap(from.first, from.second), std::swap(to.first, to.second);
-                const long double x0 = from.first, y0 = from.second;
-                if ((y0 > y) == (to.second > y)) continue;
-                crossings.push_back(x0 + (y - y0) / (to.second - y0) * (to.first - x0));
+                if (isAcross) std::swap(from.x, from.y), std::swap(to.x, to.y);
+                const long double x0 = from.x, y0 = from.y;
+                if ((y0 > y) == (to.y > y)) continue;
+                crossings.push_back(x0 + (y - y0) / (to.y - y0) * (to.x - x0));
             }
         }
         std::sort(crossings.begin(), crossings.end());

@@ -35,10 +35,10 @@ std::array<long double, 5> SumsOf(const Rings& rings, double x0, double y0) {
         long double a = 0, ax = 0, ay = 0, ayy = 0, axx = 0, axy = 0;
         for (std::size_t i = 0; i < ring.size(); ++i) {
             const auto &o = ring[0], &p = ring[i], &q = ring[(i + 1) % ring.size()];
-            const long double px = static_cast<long double>(p.first) - o.first,
-                              py = static_cast<long double>(p.second) - o.second,
-                              qx = static_cast<long double>(q.first) - o.first,
-                              qy = static_cast<long double>(q.second) - o.second,
+            const long double px = static_cast<long double>(p.x) - o.x,
+                              py = static_cast<long double>(p.y) - o.y,
+                              qx = static_cast<long double>(q.x) - o.x,
+                              qy = static_cast<long double>(q.y) - o.y,
                               cross = px * qy - qx * py;
             a += cross / 2;
             ax += cross * (px + qx) / 6;
@@ -47,8 +47,8 @@ std::array<long double, 5> SumsOf(const Rings& rings, double x0, double y0) {
             axx += cross * (px * px + px * qx + qx * qx) / 12;
             axy += cross * (px * qy + 2 * px * py + 2 * qx * qy + qx * py) / 24;
         }
-        const long double dx = static_cast<long double>(ring[0].first) - x0,
-                          dy = static_cast<long double>(ring[0].second) - y0;
+        const long double dx = static_cast<long double>(ring[0].x) - x0,
+                          dy = static_cast<long double>(ring[0].y) - y0;
         sum[0] += a;
         sum[1] += ax + dx * a;
         sum[2] += ay + dy * a;

@@ -44,8 +44,8 @@ std::vector<std::pair<Cell, std::size_t>> SortedByCells(const Points& points, do
     std::vector<std::pair<Cell, std::size_t>> sorted;
     sorted.reserve(points.size());
     for (std::size_t i = 0; i < points.size(); ++i) {
-        sorted.push_back({{static_cast<std::int64_t>(std::floor(points[i].first / side)),
-                           static_cast<std::int64_t>(std::floor(points[i].second / side))},
+        sorted.push_back({{static_cast<std::int64_t>(std::floor(points[i].x / side)),
+                           static_cast<std::int64_t>(std::floor(points[i].y / side))},
                           i});
     }
     std::sort(sorted.begin(), sorted.end());
@@ -78,7 +78,7 @@ std::vector<std::size_t> ClusterPoints(const Points& points, double tolerance) {
             const auto& p = points[sorted[i].second];
             for (std::size_t j = other.begin; j < other.end; ++j) {
                 const auto& q = points[sorted[j].second];
-                if (isCrowded || std::hypot(p.first - q.first, p.second - q.second) <= reach) {
+                if (isCrowded || std::hypot(p.x - q.x, p.y - q.y) <= reach) {
                     clusters.Link(sorted[i].second, sorted[j].second);
                     return;
                 }

@@ -108,7 +108,7 @@ private:
 
     void AppendTurn(Point centre, Point major, Point minor, double start, double sweep,
                     const shapes::ArcDivision& division) {
-        if (std::hypot(major.first, major.second) == 0.0 || sweep <= 0.0) return;
+        if (std::hypot(major.x, major.y) == 0.0 || sweep <= 0.0) return;
         curve_.isClosed = sweep == kFullTurn;
         AppendEllipse(curve_.points, centre, major, minor, start, sweep, division);
     }
@@ -143,7 +143,7 @@ private:
         SeeHeight(fields.RealOr(30, 0.0));
         if (!reading_.problem.empty()) return;
         const double start = fields.RealOr(41, 0.0);
-        AppendTurn(centre, major, {-major.second * ratio, major.first * ratio}, start,
+        AppendTurn(centre, major, {-major.y * ratio, major.x * ratio}, start,
                    Sweep(start, fields.RealOr(42, kFullTurn)), DivisionUnder(placement_));
     }
 
@@ -203,7 +203,7 @@ private:
 
     static void SetOrdinate(const Fields& fields, Points& points, std::size_t count, double value) {
         if (points.size() != count) fields.Fail("a point lacks its x or y", kExportAnew);
-        points.back().second = value;
+        points.back().y = value;
     }
 
     static void CheckOrdinates(const Fields& fields, const Points& points, std::size_t count) {
@@ -247,7 +247,7 @@ private:
                 line.back().bulge = value;
             } else {
                 if (line.size() != ++ordinates) fields.Fail("a point lacks its x", kExportAnew);
-                line.back().at.second = value;
+                line.back().at.y = value;
             }
         }
         if (line.size() != ordinates) fields.Fail("a point lacks its y", kExportAnew);
@@ -314,7 +314,7 @@ void Place(Curve& curve, const PlaneMap& placement, const Entity& entity,
            const std::string& source) {
     for (Point& point : curve.points) {
         point = placement(point);
-        if (!(std::abs(point.first) <= kFarthest && std::abs(point.second) <= kFarthest)) {
+        if (!(std::abs(point.x) <= kFarthest && std::abs(point.y) <= kFarthest)) {
             Refuse(source, entity.line, std::string(entity.kind) + ": it reaches beyond 1e12",
                    "draw the section near the origin");
         }

@@ -32,8 +32,8 @@ WeightedPoint Middle(const WeightedPoint& p, const WeightedPoint& q) {
 }
 
 double DistanceToSegment(Point p, Point from, Point to) {
-    const double alongX = to.first - from.first, alongY = to.second - from.second;
-    const double x = p.first - from.first, y = p.second - from.second;
+    const double alongX = to.x - from.x, alongY = to.y - from.y;
+    const double x = p.x - from.x, y = p.y - from.y;
     const double length2 = alongX * alongX + alongY * alongY;
     const double at =
         length2 > 0.0 ? std::clamp((x * alongX + y * alongY) / length2, 0.0, 1.0) : 0.0;
@@ -46,11 +46,11 @@ double TurnOf(const std::vector<WeightedPoint>& control) {
     std::optional<Point> before;
     for (std::size_t i = 1; i < control.size(); ++i) {
         const Point from = Cartesian(control[i - 1]), to = Cartesian(control[i]);
-        const Point leg = {to.first - from.first, to.second - from.second};
+        const Point leg = {to.x - from.x, to.y - from.y};
         if (leg == Point{0.0, 0.0}) continue;
         if (before) {
-            sum += std::abs(std::atan2(before->first * leg.second - before->second * leg.first,
-                                       before->first * leg.first + before->second * leg.second));
+            sum += std::abs(std::atan2(before->x * leg.y - before->y * leg.x,
+                                       before->x * leg.x + before->y * leg.y));
         }
         before = leg;
     }
@@ -97,7 +97,7 @@ void Bisect(Points& points, std::vector<WeightedPoint> control, double tolerance
 // sets out in the direction of its chord turned back by half the swept angle.
 void AppendBulge(Points& points, Point end, double bulge, const shapes::ArcDivision& division) {
     const Point start = points.back();
-    const double chordX = end.first - start.first, chordY = end.second - start.second;
+    const double chordX = end.x - start.x, chordY = end.y - start.y;
     if (std::hypot(chordX, chordY) == 0.0) return;
     const double sweep = 4.0 * std::atan(bulge);
     if (std::abs(sweep) >= kStraightTurn) {
@@ -105,8 +105,8 @@ void AppendBulge(Points& points, Point end, double bulge, const shapes::ArcDivis
         const double cosine = ratio * std::cos(0.5 * sweep), sine = ratio * std::sin(0.5 * sweep);
         const Point ahead = {cosine * chordX + sine * chordY, cosine * chordY - sine * chordX};
         const double side = sweep < 0.0 ? -1.0 : 1.0;
-        const Point spoke = {side * ahead.second, -side * ahead.first};
-        const double radius = std::hypot(spoke.first, spoke.second);
+        const Point spoke = {side * ahead.y, -side * ahead.x};
+        const double radius = std::hypot(spoke.x, spoke.y);
         const auto inner =
             division.PointsBetweenEnds({start, spoke, ahead, std::abs(sweep), radius});
         points.insert(points.end(), inner.begin(), inner.end());
@@ -118,15 +118,14 @@ void AppendBulge(Points& points, Point end, double bulge, const shapes::ArcDivis
 // the chords that serve the circle serve the ellipse.
 void AppendEllipse(Points& points, Point centre, Point major, Point minor, double start,
                    double sweep, const shapes::ArcDivision& division) {
-    const double radius =
-        std::max(std::hypot(major.first, major.second), std::hypot(minor.first, minor.second));
+    const double radius = std::max(std::hypot(major.x, major.y), std::hypot(minor.x, minor.y));
     const auto combine = [&](double alongMajor, double alongMinor) -> Point {
-        return {alongMajor * major.first + alongMinor * minor.first,
-                alongMajor * major.second + alongMinor * minor.second};
+        return {alongMajor * major.x + alongMinor * minor.x,
+                alongMajor * major.y + alongMinor * minor.y};
     };
     const auto on = [&](double angle) -> Point {
         const auto [x, y] = combine(std::cos(angle), std::sin(angle));
-        return {centre.first + x, centre.second + y};
+        return {centre.x + x, centre.y + y};
     };
     const auto inner =
         division.PointsBetweenEnds({on(start), combine(std::cos(start), std::sin(start)),

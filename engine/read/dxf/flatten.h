@@ -13,8 +13,6 @@
 
 namespace halvorn::engine::dxf {
 
-using Point = std::pair<double, double>;
-
 /// The sweep of a whole circle or ellipse [rad].
 inline constexpr double kFullTurn = 2.0 * std::numbers::pi;
 

@@ -47,8 +47,8 @@ Insertion ReadInsertion(const Entity& entity, const std::string& source) {
 
 PlaneMap Insertion::Copy(int column, int row) const {
     PlaneMap copy = placement;
-    copy.dx += column * toColumn.first + row * toRow.first;
-    copy.dy += column * toColumn.second + row * toRow.second;
+    copy.dx += column * toColumn.x + row * toRow.x;
+    copy.dy += column * toColumn.y + row * toRow.y;
     return toDrawing.After(copy);
 }
 

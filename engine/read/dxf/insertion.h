@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "geometry/point.h"
 #include "read/dxf/drawing.h"
 #include "read/dxf/plane_map.h"
 
@@ -22,10 +23,10 @@ struct Insertion {
     /// those of the drawing; of a block aslant what is seen along z of its x-y plane.
     PlaneMap Copy(int column, int row) const;
 
-    std::pair<double, double> toColumn;  ///< step to the next column, in the entity's coordinates
-    std::pair<double, double> toRow;     ///< likewise to the next row
-    PlaneMap placement;                  ///< of the first copy, likewise
-    PlaneMap toDrawing;                  ///< from the entity's coordinates to the drawing's
+    Point toColumn;      ///< step to the next column, in the entity's coordinates
+    Point toRow;         ///< likewise to the next row
+    PlaneMap placement;  ///< of the first copy, likewise
+    PlaneMap toDrawing;  ///< from the entity's coordinates to the drawing's
 };
 
 /// Reads an INSERT. Rows and columns turn with the block, their distances do not stretch with it.

@@ -57,8 +57,8 @@ bool EnclosesNothing(const Points& ring) {
     if (ring.size() < 3) return true;
     double doubleArea = 0.0;
     for (std::size_t i = 1; i + 1 < ring.size(); ++i) {
-        doubleArea += (ring[i].first - ring[0].first) * (ring[i + 1].second - ring[0].second) -
-                      (ring[i + 1].first - ring[0].first) * (ring[i].second - ring[0].second);
+        doubleArea += (ring[i].x - ring[0].x) * (ring[i + 1].y - ring[0].y) -
+                      (ring[i + 1].x - ring[0].x) * (ring[i].y - ring[0].y);
     }
     const double perimeter = Length(ring) + Distance(ring.back(), ring.front());
     return std::abs(doubleArea) <= rounding * perimeter * perimeter;
@@ -172,14 +172,14 @@ private:
         const Point &p = PointAt(exit), &q = PointAt(entry);
         const double gap = Distance(p, q);
         // Curves within the tolerance were dropped between them: one, but not a row of them.
-        if (gap > 3.0 * tolerance_ && gap > 1e-9 * (std::abs(p.first) + std::abs(p.second))) {
+        if (gap > 3.0 * tolerance_ && gap > 1e-9 * (std::abs(p.x) + std::abs(p.y))) {
             Refuse(source_, curves_[exit / 2].line,
-                   "several curves at " + ShownPoint(p.first, p.second) +
+                   "several curves at " + ShownPoint(p.x, p.y) +
                        " are shorter than the join tolerance",
                    "give a smaller join tolerance, or the right unit");
         }
         if (gap > widestGap_) widestGap_ = gap, lineOfWidest_ = curves_[exit / 2].line;
-        return {0.5 * (p.first + q.first), 0.5 * (p.second + q.second)};
+        return {0.5 * (p.x + q.x), 0.5 * (p.y + q.y)};
     }
 
     Curve Closed(const std::vector<std::size_t>& chain) {
@@ -209,9 +209,9 @@ private:
         const Point &p = PointAt(first), &q = PointAt(last);
         notes_.Say("an open chain of " + std::to_string(chain.size()) +
                    (chain.size() == 1 ? " curve" : " curves") + " left out: from " +
-                   ShownPoint(p.first, p.second) + " at line " + std::to_string(line) + " to " +
-                   ShownPoint(q.first, q.second) + " at line " +
-                   std::to_string(curves_[last / 2].line) + ", a gap of " + Shown(Distance(p, q)));
+                   ShownPoint(p.x, p.y) + " at line " + std::to_string(line) + " to " +
+                   ShownPoint(q.x, q.y) + " at line " + std::to_string(curves_[last / 2].line) +
+                   ", a gap of " + Shown(Distance(p, q)));
     }
 
     LeftOutChain LeftOut(const std::vector<std::size_t>& chain) const {

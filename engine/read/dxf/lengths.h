@@ -10,7 +10,7 @@
 namespace halvorn::engine::dxf {
 
 inline double Distance(const Point& p, const Point& q) {
-    return std::hypot(p.first - q.first, p.second - q.second);
+    return std::hypot(p.x - q.x, p.y - q.y);
 }
 
 /// Returns the length of an open line through points.

@@ -185,9 +185,8 @@ private:
         const Point &from = PointAt(gap.from), &to = PointAt(gap.to);
         Refuse(source_, LineAt(gap.from),
                (gaps.size() == 1 ? "an open chain " : "a ring of open chains ") + holds +
-                   ", with a gap of " + Shown(gap.width) + " from " +
-                   ShownPoint(from.first, from.second) + " to " + ShownPoint(to.first, to.second) +
-                   " at line " + std::to_string(LineAt(gap.to)),
+                   ", with a gap of " + Shown(gap.width) + " from " + ShownPoint(from.x, from.y) +
+                   " to " + ShownPoint(to.x, to.y) + " at line " + std::to_string(LineAt(gap.to)),
                "close it in the drawing or give --join-tolerance " +
                    RoundedUp(gap.width / millimetre_) + "; " + kNoOutline);
     }

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "geometry/point.h"
+
 namespace halvorn::engine::dxf {
 
 /// (x, y) -> (xx x + xy y + dx, yx x + yy y + dy). The default changes nothing.
@@ -13,7 +15,7 @@ struct PlaneMap {
     double xx = 1.0, xy = 0.0, dx = 0.0;
     double yx = 0.0, yy = 1.0, dy = 0.0;
 
-    std::pair<double, double> operator()(const std::pair<double, double>& point) const {
+    Point operator()(const Point& point) const {
         const auto [x, y] = point;
         return {xx * x + xy * y + dx, yx * x + yy * y + dy};
     }

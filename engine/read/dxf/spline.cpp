@@ -91,16 +91,16 @@ void SolveTridiagonal(const std::vector<double>& lower, std::vector<double> diag
     for (std::size_t i = 1; i < n; ++i) {
         const double factor = lower[i] / diagonal[i - 1];
         diagonal[i] -= factor * upper[i - 1];
-        values[i].first -= factor * values[i - 1].first;
-        values[i].second -= factor * values[i - 1].second;
+        values[i].x -= factor * values[i - 1].x;
+        values[i].y -= factor * values[i - 1].y;
     }
     for (std::size_t i = n; i-- > 0;) {
         if (i + 1 < n) {
-            values[i].first -= upper[i] * values[i + 1].first;
-            values[i].second -= upper[i] * values[i + 1].second;
+            values[i].x -= upper[i] * values[i + 1].x;
+            values[i].y -= upper[i] * values[i + 1].y;
         }
-        values[i].first /= diagonal[i];
-        values[i].second /= diagonal[i];
+        values[i].x /= diagonal[i];
+        values[i].y /= diagonal[i];
     }
 }
 
@@ -112,29 +112,28 @@ Points Derivatives(const Points& fit, const std::vector<double>& steps,
                    const std::optional<Point>& start, const std::optional<Point>& end) {
     const std::size_t last = fit.size() - 1;
     const auto slope = [&](std::size_t i) -> Point {
-        return {(fit[i + 1].first - fit[i].first) / steps[i],
-                (fit[i + 1].second - fit[i].second) / steps[i]};
+        return {(fit[i + 1].x - fit[i].x) / steps[i], (fit[i + 1].y - fit[i].y) / steps[i]};
     };
     std::vector<double> lower(last + 1, 1.0), diagonal(last + 1, 2.0), upper(last + 1, 1.0);
     Points values(last + 1);
     for (std::size_t i = 0; i <= last; ++i) {
         const Point before = slope(i == 0 ? 0 : i - 1), after = slope(i == last ? last - 1 : i);
         if (i == 0 || i == last) {
-            values[i] = {3.0 * before.first, 3.0 * before.second};
+            values[i] = {3.0 * before.x, 3.0 * before.y};
             continue;
         }
         lower[i] = steps[i];
         upper[i] = steps[i - 1];
         diagonal[i] = 2.0 * (steps[i - 1] + steps[i]);
-        values[i] = {3.0 * (steps[i] * before.first + steps[i - 1] * after.first),
-                     3.0 * (steps[i] * before.second + steps[i - 1] * after.second)};
+        values[i] = {3.0 * (steps[i] * before.x + steps[i - 1] * after.x),
+                     3.0 * (steps[i] * before.y + steps[i - 1] * after.y)};
     }
     const auto clamp = [&](std::size_t i, const std::optional<Point>& tangent, double& neighbour) {
-        const double length = tangent ? std::hypot(tangent->first, tangent->second) : 0.0;
+        const double length = tangent ? std::hypot(tangent->x, tangent->y) : 0.0;
         if (length == 0.0) return;
         diagonal[i] = 1.0;
         neighbour = 0.0;
-        values[i] = {tangent->first / length, tangent->second / length};
+        values[i] = {tangent->x / length, tangent->y / length};
     };
     clamp(0, start, upper[0]);
     clamp(last, end, lower[last]);
@@ -158,8 +157,8 @@ Points FlattenThroughFitPoints(const Spline& spline, double tolerance) {
     }
     std::vector<double> steps;
     for (std::size_t i = 0; i + 1 < extended.size(); ++i) {
-        steps.push_back(std::hypot(extended[i + 1].first - extended[i].first,
-                                   extended[i + 1].second - extended[i].second));
+        steps.push_back(
+            std::hypot(extended[i + 1].x - extended[i].x, extended[i + 1].y - extended[i].y));
     }
     const std::optional<Point> none;
     const Points slopes = Derivatives(extended, steps, extra == 0 ? spline.startTangent : none,
@@ -169,10 +168,10 @@ Points FlattenThroughFitPoints(const Spline& spline, double tolerance) {
         const double third = steps[i] / 3.0;
         const Point &p = extended[i], &q = extended[i + 1], &m = slopes[i], &n = slopes[i + 1];
         AppendBezier(points,
-                     {{p.first, p.second, 1.0},
-                      {p.first + third * m.first, p.second + third * m.second, 1.0},
-                      {q.first - third * n.first, q.second - third * n.second, 1.0},
-                      {q.first, q.second, 1.0}},
+                     {{p.x, p.y, 1.0},
+                      {p.x + third * m.x, p.y + third * m.y, 1.0},
+                      {q.x - third * n.x, q.y - third * n.y, 1.0},
+                      {q.x, q.y, 1.0}},
                      tolerance);
     }
     return points;

@@ -1,0 +1,43 @@
+/// @file faces.h
+/// The faces of an arrangement: which outlines run round each.
+#ifndef HALVORN_ENGINE_GEOMETRY_FACES_H
+#define HALVORN_ENGINE_GEOMETRY_FACES_H
+
+#include <utility>
+#include <vector>
+
+#include "geometry/arrangement.h"
+#include "geometry/point.h"
+
+namespace halvorn::engine {
+
+/// A stretch of the plane that no outline divides.
+struct Face {
+    double area = 0.0;  ///< in the frame
+    Point place;        ///< a point well within, in the frame
+    int sum = 0;        ///< of the weighted winding numbers
+    /// Outlines that run round it and how often, counter-clockwise positive; sorted.
+    std::vector<std::pair<Index, int>> windings;
+};
+
+/// Returns all faces but the one outside. Cost: the number of triangles, and for each face the
+/// number of outlines round it.
+std::vector<Face> FacesOf(const Arrangement& arrangement);
+
+/// How the insides of two outlines lie to each other, in the frame.
+struct CommonArea {
+    Index first = kNone;
+    Index second = kNone;
+    double area = 0.0;
+    Point place;  ///< within the largest common face
+};
+
+/// Returns the common areas of all pairs of outlines that have one, sorted by their numbers.
+std::vector<CommonArea> CommonAreas(const std::vector<Face>& faces);
+
+/// Returns the area inside each of `count` outlines: where its winding number is not 0.
+std::vector<double> AreasInside(const std::vector<Face>& faces, std::size_t count);
+
+}  // namespace halvorn::engine
+
+#endif

@@ -1,0 +1,43 @@
+/// @file point.h
+/// The point of the engine, and rows of them.
+#ifndef HALVORN_ENGINE_GEOMETRY_POINT_H
+#define HALVORN_ENGINE_GEOMETRY_POINT_H
+
+#include <vector>
+
+namespace halvorn::engine {
+
+/// A point or a vector in the plane: x to the right, y up [L]. The order is that of x, then of y.
+struct Point {
+    double x = 0.0;
+    double y = 0.0;
+
+    constexpr Point() = default;
+    constexpr Point(double abscissa, double ordinate) : x(abscissa), y(ordinate) {}
+
+    friend bool operator==(const Point& a, const Point& b) { return a.x == b.x && a.y == b.y; }
+    friend bool operator<(const Point& a, const Point& b) {
+        return a.x < b.x || (a.x == b.x && a.y < b.y);
+    }
+    friend Point operator+(const Point& a, const Point& b) { return {a.x + b.x, a.y + b.y}; }
+    friend Point operator-(const Point& a, const Point& b) { return {a.x - b.x, a.y - b.y}; }
+    friend Point operator*(double factor, const Point& p) { return {factor * p.x, factor * p.y}; }
+};
+
+/// Returns the z component of a x b: positive when b lies counter-clockwise of a [L^2].
+inline double Cross(const Point& a, const Point& b) {
+    return a.x * b.y - a.y * b.x;
+}
+
+/// Returns the scalar product [L^2].
+inline double Dot(const Point& a, const Point& b) {
+    return a.x * b.x + a.y * b.y;
+}
+
+/// The vertices of a line or a ring in their order; a ring's last joins its first, which is not
+/// repeated.
+using Points = std::vector<Point>;
+
+}  // namespace halvorn::engine
+
+#endif

@@ -1,0 +1,187 @@
+#include "region/region.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "region/material_rings.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+// Odd places smaller than this part of the size squared are what merged and moved points leave.
+constexpr double kLeastOddArea = 1e-12;
+
+// Parts smaller than this part of the size squared are slivers of rounding where outlines cross.
+constexpr double kLeastPart = 1e-15;
+
+// How often a ring runs round a point, counter-clockwise positive.
+int Winding(const Points& ring, const Point& point) {
+    int winding = 0;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const Point& a = ring[i];
+        const Point& b = ring[i + 1 == ring.size() ? 0 : i + 1];
+        if ((a.y <= point.y) == (b.y <= point.y)) continue;
+        const double side = Cross(b - a, point - a);
+        if (b.y > a.y && side > 0.0) ++winding;
+        if (b.y < a.y && side < 0.0) --winding;
+    }
+    return winding;
+}
+
+class RegionBuilder {
+public:
+    explicit RegionBuilder(std::span<const WeightedRing> outlines)
+        : outlines_(outlines), arrangement_(outlines), mesh_(arrangement_.Mesh()) {
+        region_.frame = arrangement_.Coordinates();
+        region_.size = arrangement_.Size();
+        region_.crossings = arrangement_.Crossings();
+        region_.moved = arrangement_.Moved();
+        region_.nearMisses = arrangement_.NearMisses();
+        FindParts();
+        TraceRings();
+        FindOddPlaces();
+        SortParts();
+    }
+
+    Region Take() { return std::move(region_); }
+
+private:
+    bool IsMaterial(Index triangle) const {
+        return triangle != kNone && arrangement_.SumAt(triangle) >= 1;
+    }
+    double AreaOf(Index triangle) const {
+        const auto& [a, b, c] = mesh_.At(triangle).vertices;
+        return 0.5 *
+               Cross(mesh_.PointAt(b) - mesh_.PointAt(a), mesh_.PointAt(c) - mesh_.PointAt(a));
+    }
+
+    // Calls back with every triangle that hangs together with this one by edges between triangles
+    // of one kind, and marks it.
+    template <typename IsOfKind, typename Visit>
+    void Flood(Index start, std::vector<Index>& marks, Index mark, const IsOfKind& isOfKind,
+               const Visit& visit) const {
+        std::vector<Index> stack = {start};
+        marks[Slot(start)] = mark;
+        while (!stack.empty()) {
+            const Index triangle = stack.back();
+            stack.pop_back();
+            visit(triangle);
+            for (const Index beyond : mesh_.At(triangle).neighbours) {
+                if (beyond == kNone || marks[Slot(beyond)] != kNone || !isOfKind(beyond)) continue;
+                marks[Slot(beyond)] = mark;
+                stack.push_back(beyond);
+            }
+        }
+    }
+
+    void FindParts() {
+        partOf_.assign(mesh_.Triangles().size(), kNone);
+        for (Index t = 0; Slot(t) < partOf_.size(); ++t) {
+            if (!IsMaterial(t) || partOf_[Slot(t)] != kNone) continue;
+            const auto part = static_cast<Index>(region_.parts.size());
+            double area = 0.0;
+            Flood(
+                t, partOf_, part, [&](Index other) { return IsMaterial(other); },
+                [&](Index triangle) { area += AreaOf(triangle); });
+            region_.parts.emplace_back().area = area;
+        }
+    }
+
+    void TraceRings() {
+        const MaterialRings rings(arrangement_);
+        region_.partsOf.resize(outlines_.size());
+        for (const MaterialRing& ring : rings.Rings()) {
+            const std::size_t number = Slot(partOf_[Slot(ring.triangle)]);
+            Part& part = region_.parts[number];
+            for (const Index outline : ring.edges) region_.partsOf[Slot(outline)].push_back(number);
+            if (ring.isVoid) {
+                part.voids.push_back(ring.points);
+            } else {
+                part.outline = ring.points;
+            }
+        }
+        for (MaterialRing& ring : rings.Joined()) {
+            region_.parts[Slot(partOf_[Slot(ring.triangle)])].joined = std::move(ring.points);
+        }
+        for (const Index vertex : rings.Pinches()) {
+            region_.pinches.push_back(region_.frame.FromFrame(mesh_.PointAt(vertex)));
+        }
+    }
+
+    void FindOddPlaces() {
+        std::vector<Index> marks(mesh_.Triangles().size(), kNone);
+        for (Index t = 0; Slot(t) < marks.size(); ++t) {
+            const int sum = arrangement_.SumAt(t);
+            if ((sum == 0 || sum == 1) || marks[Slot(t)] != kNone) continue;
+            OddPlace odd{sum, 0.0, {}, {}};
+            double largest = -1.0;
+            Flood(
+                t, marks, t, [&](Index other) { return arrangement_.SumAt(other) == sum; },
+                [&](Index triangle) {
+                    const double area = AreaOf(triangle);
+                    odd.area += area;
+                    if (area <= largest) return;
+                    largest = area;
+                    const auto& [a, b, c] = mesh_.At(triangle).vertices;
+                    odd.place =
+                        (1.0 / 3.0) * (mesh_.PointAt(a) + mesh_.PointAt(b) + mesh_.PointAt(c));
+                });
+            if (odd.area <= kLeastOddArea * region_.size * region_.size) continue;
+            odd.place = region_.frame.FromFrame(odd.place);
+            odd.area = std::ldexp(odd.area, 2 * region_.frame.exponent);
+            for (std::size_t i = 0; i < outlines_.size(); ++i) {
+                if (Winding(*outlines_[i].ring, odd.place) != 0) odd.outlines.push_back(i);
+            }
+            region_.oddPlaces.push_back(std::move(odd));
+        }
+    }
+
+    // Drops slivers, and puts the parts into an order that does not depend on the triangulation.
+    void SortParts() {
+        const double least = kLeastPart * region_.size * region_.size;
+        std::vector<std::pair<Point, std::size_t>> order;
+        for (std::size_t i = 0; i < region_.parts.size(); ++i) {
+            const Part& part = region_.parts[i];
+            if (part.area <= least || part.outline.size() < 3) continue;
+            order.emplace_back(*std::min_element(part.outline.begin(), part.outline.end(), IsLower),
+                               i);
+        }
+        std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
+            return IsLower(a.first, b.first) || (!IsLower(b.first, a.first) && a.second < b.second);
+        });
+        std::vector<Part> sorted;
+        std::vector<std::size_t> places(region_.parts.size(), order.size());
+        for (const auto& [point, i] : order) {
+            places[i] = sorted.size();
+            region_.area += region_.parts[i].area;
+            sorted.push_back(std::move(region_.parts[i]));
+        }
+        region_.parts = std::move(sorted);
+        for (std::vector<std::size_t>& parts : region_.partsOf) {
+            for (std::size_t& part : parts) part = places[part];
+            std::erase(parts, order.size());
+            std::sort(parts.begin(), parts.end());
+            parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+        }
+    }
+
+    static bool IsLower(const Point& a, const Point& b) {
+        return a.y < b.y || (a.y == b.y && a.x < b.x);
+    }
+
+    std::span<const WeightedRing> outlines_;
+    Arrangement arrangement_;
+    const Triangulation& mesh_;
+    Region region_;
+    std::vector<Index> partOf_;  // of each triangle
+};
+
+}  // namespace
+
+Region RegionOf(std::span<const WeightedRing> outlines) {
+    return RegionBuilder(outlines).Take();
+}
+
+}  // namespace halvorn::engine

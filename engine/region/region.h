@@ -1,0 +1,60 @@
+/// @file region.h
+/// What the outlines of a section mean: where there is material, once, and in which parts.
+#ifndef HALVORN_ENGINE_REGION_REGION_H
+#define HALVORN_ENGINE_REGION_REGION_H
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "geometry/arrangement.h"
+#include "geometry/point.h"
+
+namespace halvorn::engine {
+
+/// A connected piece of material. Its rings are simple: where two places of it meet in one point
+/// only, each ring passes by the point on its own side of the material. The outline runs
+/// counter-clockwise, the voids clockwise; voids that meet in a point are one ring.
+struct Part {
+    Points outline;
+    std::vector<Points> voids;
+    Points joined;      ///< outline and voids as one ring, joined by bridges, there and back
+    double area = 0.0;  ///< net
+};
+
+/// A stretch of the plane where the outlines say something else than one solid or nothing.
+struct OddPlace {
+    int sum = 0;        ///< solids less holes there: 2 or more overlap, -1 or less: a hole outside
+    double area = 0.0;  ///< [L^2]
+    Point place;        ///< a point within [L]
+    std::vector<std::size_t> outlines;  ///< those that run around the point
+};
+
+/// The material of a section. Rings are in the coordinates of `frame`, whose size is about 1.
+///
+/// There is material where the winding numbers of the solids less those of the holes sum to 1 or
+/// more; what overlaps counts once.
+struct Region {
+    Frame frame;
+    std::vector<Part> parts;  ///< in the order of their lowest, then leftmost points
+    double area = 0.0;        ///< of all parts, in the frame
+    double size = 0.0;        ///< longer side of the box around all outlines, in the frame
+
+    std::vector<OddPlace> oddPlaces;
+    std::vector<Point> pinches;  ///< where material meets in one point only [L]
+    std::vector<OutlineCrossing> crossings;
+    std::vector<OutlineContact> moved;
+    std::vector<OutlineContact> nearMisses;
+    /// Of each outline: the parts that it borders.
+    std::vector<std::vector<std::size_t>> partsOf;
+
+    bool IsEmpty() const { return parts.empty(); }
+};
+
+/// Returns the region of the outlines of a section.
+/// @throws ArrangementError for outlines that cannot be arranged
+Region RegionOf(std::span<const WeightedRing> outlines);
+
+}  // namespace halvorn::engine
+
+#endif
