@@ -96,7 +96,7 @@ if(HALVORN_BUILD_TESTS)
 endif()
 halvorn_decide(TESTS "the tests" ${missing})
 
-# GEOS finds overlaps for the tool's --check and tests the kernel. The tests that are asked for are
+# GEOS tests the kernel. The tests that are asked for are
 # not built without it, but for another platform, where Debian has none.
 find_library(HALVORN_GEOS_C geos_c)
 find_path(HALVORN_GEOS_INCLUDE geos_c.h)
@@ -105,6 +105,6 @@ if(HALVORN_GEOS_C AND HALVORN_GEOS_INCLUDE)
   set(HALVORN_WITH_GEOS ON)
 elseif(HALVORN_WITH_TESTS AND NOT HALVORN_BUILD_TESTS STREQUAL "AUTO" AND NOT CMAKE_CROSSCOMPILING)
   message(FATAL_ERROR "HALVORN_BUILD_TESTS is ON, but the tests would lack GEOS (libgeos-dev)")
-elseif(HALVORN_WITH_TOOL OR HALVORN_WITH_TESTS)
-  message(STATUS "Not built: overlaps in --check, tests beside GEOS, for want of GEOS (libgeos-dev)")
+elseif(HALVORN_WITH_TESTS)
+  message(STATUS "Not built: tests beside GEOS, for want of GEOS (libgeos-dev)")
 endif()

@@ -121,7 +121,8 @@ std::vector<Stretch> WithoutBridges(const Points& ring) {
     std::vector<Edge> sorted = edges;
     std::sort(sorted.begin(), sorted.end());
     const auto isBridge = [&](std::size_t i) {
-        return std::binary_search(sorted.begin(), sorted.end(), Edge{edges[i].second, edges[i].first});
+        return std::binary_search(sorted.begin(), sorted.end(),
+                                  Edge{edges[i].second, edges[i].first});
     };
     std::size_t first = 0;
     while (first < n && !isBridge(first)) ++first;

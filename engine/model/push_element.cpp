@@ -43,12 +43,12 @@ std::array<double, 10> PolylineOutputs(const Polyline& polyline) {
     for (const auto& [x, y] : polyline.points) points.emplace_back(x, y);
     std::array<double, 10> out{};
     std::pair<double, double> centroid;
-    CSectionTools().CalculContourQuelconqueTOOL(
-        polyline.kind == PolylineKind::Solid ? 0 : 1,
-        polyline.kind == PolylineKind::OpenWall ? 1 : 0,
-        polyline.torsion == TorsionFormulas::Tube ? 0 : 1, static_cast<int>(points.size()),
-        polyline.thickness, points, polyline.radii, out[0], centroid, out[3], out[4], out[5],
-        out[6], out[7], out[8], out[9]);
+    CSectionTools().CalculContourQuelconqueTOOL(polyline.kind == PolylineKind::Solid ? 0 : 1,
+                                                polyline.kind == PolylineKind::OpenWall ? 1 : 0,
+                                                polyline.torsion == TorsionFormulas::Tube ? 0 : 1,
+                                                static_cast<int>(points.size()), polyline.thickness,
+                                                points, polyline.radii, out[0], centroid, out[3],
+                                                out[4], out[5], out[6], out[7], out[8], out[9]);
     out[1] = centroid.first;
     out[2] = centroid.second;
     return out;

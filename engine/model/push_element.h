@@ -22,9 +22,9 @@ Points PointsOf(const std::vector<double>& coordinates);
 /// that are not known are pushed as 0; no sum with them is a result.
 void PushElement(CSectionTools& tools, const Element& element);
 
-/// Returns the outputs of `CSectionTools::CalculContourQuelconqueTOOL` for a polyline, in its order:
-/// area, both coordinates of the centre of gravity, torsion constant and modulus, shear areas,
-/// second moments and product moment about the origin.
+/// Returns the outputs of `CSectionTools::CalculContourQuelconqueTOOL` for a polyline, in its
+/// order: area, both coordinates of the centre of gravity, torsion constant and modulus, shear
+/// areas, second moments and product moment about the origin.
 std::array<double, 10> PolylineOutputs(const Polyline& polyline);
 
 }  // namespace halvorn::engine

@@ -1,15 +1,15 @@
 #include "values/derived.h"
 
-#include <CSectionTools.h>
-
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 
+#include "geometry/crossings.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
-#include "values/keyhole.h"
+#include "region/region.h"
 #include "values/methods.h"
+#include "values/net_plastic.h"
 #include "values/plastic_axis.h"
 #include "values/rounding.h"
 #include "values/values.h"
@@ -127,33 +127,66 @@ void AddRadiiOfGyration(Deriver& deriver) {
     add("2", "principal_inertia_2", "sqrt(I2 / A)");
 }
 
-Result AxisResult(const SectionModel& section, AxisDirection direction, HoleArea holes) {
-    const auto line = HalvingLine(section.elements, direction, holes);
-    return line ? Result{*line, ""}
-                : Result::Missing(
-                      "the outlines enclose no area to halve, or their coordinates are too large");
+constexpr const char* kNothingToHalve =
+    "the outlines enclose no area to halve, or their coordinates are too large";
+
+// A region, or why there is none of which net values could be told.
+struct NetRegion {
+    Region region;
+    std::string whyMissing;
+};
+
+std::string WhyOdd(const OddPlace& odd, const std::vector<Element>& elements) {
+    std::string names;
+    for (const std::size_t i : odd.outlines) {
+        if (elements[i].isSolid != (odd.sum > 1)) continue;
+        names += (names.empty() ? "" : " and ") + elements[i].label;
+    }
+    const std::string place = " at " + PlaceText(odd.place);
+    if (odd.sum > 1) return "the material of " + names + " overlaps" + place;
+    return (names.empty() ? "an outline that crosses itself" : "the hole " + names) +
+           " takes away what is not there" + place;
+}
+
+NetRegion NetRegionOf(const std::vector<Element>& elements) {
+    std::vector<WeightedRing> rings;
+    for (const Element& element : elements) {
+        rings.push_back({&element.ring, element.isSolid ? 1 : -1});
+    }
+    NetRegion net;
+    try {
+        net.region = RegionOf(rings);
+    } catch (const ArrangementError& error) {
+        net.whyMissing = error.what();
+        return net;
+    }
+    if (net.region.IsEmpty()) net.whyMissing = kNothingToHalve;
+    if (!net.region.oddPlaces.empty()) {
+        net.whyMissing = WhyOdd(net.region.oddPlaces.front(), elements);
+    }
+    return net;
 }
 
 void AddNetPlasticValues(Deriver& deriver) {
-    const SectionModel& section = deriver.Section();
-    NetRings net;
+    NetRegion net;
     net.whyMissing = deriver.Get("plastic_axis_y").whyMissing;
-    if (net.whyMissing.empty()) net = JoinHoles(section.elements);
-    CSectionTools tools;
-    for (const Points& ring : net.rings) {
-        std::vector<double> coordinates = CoordinatesOf(ring);
-        tools.PushContour(static_cast<int>(ring.size()), coordinates.data(), 1);
-    }
-    double x = 0.0;
-    double y = 0.0;
-    if (net.whyMissing.empty()) tools.ComputeWplasticValues(x, y);
-    const char* const method = "net: solids with holes joined as keyholes";
-    deriver.Add("plastic_modulus_x_net", method, {x, net.whyMissing});
-    deriver.Add("plastic_modulus_y_net", method, {y, net.whyMissing});
+    if (net.whyMissing.empty()) net = NetRegionOf(deriver.Section().elements);
+    const auto missing = Result::Missing(net.whyMissing);
+    const bool isKnown = net.whyMissing.empty();
+    const PlasticModuli moduli = isKnown ? NetPlasticModuli(net.region) : PlasticModuli{};
+    const char* const method = "net: the material as it is, about halving axes";
+    deriver.Add("plastic_modulus_x_net", method, isKnown ? Result{moduli.x, ""} : missing);
+    deriver.Add("plastic_modulus_y_net", method, isKnown ? Result{moduli.y, ""} : missing);
     const auto addAxis = [&](const char* key, AxisDirection direction) {
-        deriver.Add(key, "halves the net area",
-                    net.whyMissing.empty() ? AxisResult(section, direction, HoleArea::Subtracted)
-                                           : Result::Missing(net.whyMissing));
+        Result result = missing;
+        if (isKnown) {
+            const auto line = PlasticAxis(net.region, direction);
+            const double value = line.value_or(0.0);
+            const Point at = net.region.frame.FromFrame({value, value});
+            result = {direction == AxisDirection::Horizontal ? at.y : at.x,
+                      line ? "" : kNothingToHalve};
+        }
+        deriver.Add(key, "halves the net area", result);
     };
     addAxis("plastic_axis_y_net", AxisDirection::Horizontal);
     addAxis("plastic_axis_x_net", AxisDirection::Vertical);
@@ -163,10 +196,14 @@ void AddPlasticValues(Deriver& deriver) {
     const SectionModel& section = deriver.Section();
     const bool hasHole = HasHole(section);
     const char* const method = hasHole ? "halves the gross area: holes added" : "halves the area";
-    deriver.Add("plastic_axis_y", method,
-                AxisResult(section, AxisDirection::Horizontal, HoleArea::Added));
-    deriver.Add("plastic_axis_x", method,
-                AxisResult(section, AxisDirection::Vertical, HoleArea::Added));
+    std::vector<Points> rings;
+    for (const Element& element : section.elements) rings.push_back(element.ring);
+    const auto addAxis = [&](const char* key, AxisDirection direction) {
+        const auto line = HalvingLine(rings, direction);
+        deriver.Add(key, method, line ? Result{*line, ""} : Result::Missing(kNothingToHalve));
+    };
+    addAxis("plastic_axis_y", AxisDirection::Horizontal);
+    addAxis("plastic_axis_x", AxisDirection::Vertical);
     if (hasHole) AddNetPlasticValues(deriver);
 }
 

@@ -17,7 +17,7 @@ namespace halvorn::engine {
 ///   I2 of which rounding leaves no digit is missing for `whyNoDigits`.
 /// - Radii of gyration about the axes x, y, 1 and 2.
 /// - Plastic axes; gross ones where there is a hole, and then the net axes and moduli too, of the
-///   solids with their holes joined by bridges (`JoinHoles`).
+///   material as it is (`Region`).
 /// - Shape factors: plastic modulus, net where there is a hole, over the smaller elastic modulus
 ///   from the centre of gravity, whatever the shift.
 /// - The sum of the thin-wall torsion constants when every solid has one.

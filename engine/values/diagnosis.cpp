@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "geometry/arrangement.h"
 #include "geometry/crossings.h"
 #include "values/evaluate.h"
 #include "values/overlaps.h"
@@ -224,16 +225,17 @@ void LookAtGivenValues(const Element& element, Findings* findings) {
                   "both, and their unit");
 }
 
-void LookForOverlaps(const SectionModel& section, Findings* findings) {
-    if (section.elements.empty()) return;
-    if (!CanFindOverlaps()) {
-        findings->Add(Severity::Remark, section.source, "this build does not look for overlaps",
-                      "build it with libgeos-dev");
-        return;
-    }
+// Returns why overlaps could not be looked for; empty when they were.
+std::string LookForOverlaps(const SectionModel& section, Findings* findings) {
+    if (section.elements.empty()) return "";
     const std::vector<Element>& elements = section.elements;
     const auto amount = [&](double area) { return Digits(area) + " " + section.unit + "^2"; };
-    const Overlaps overlaps = FindOverlaps(elements);
+    Overlaps overlaps;
+    try {
+        overlaps = FindOverlaps(elements);
+    } catch (const ArrangementError& error) {
+        return error.what();
+    }
     for (const Overlap& overlap : overlaps.solids) {
         findings->Add(Severity::Warning, elements[overlap.first].label,
                       "it overlaps \"" + elements[overlap.second].label +
@@ -259,6 +261,7 @@ void LookForOverlaps(const SectionModel& section, Findings* findings) {
                           "subtracted all the same",
                       "move it inside, or give the solid around it");
     }
+    return "";
 }
 
 void LookAtLine(Line line, Findings* findings) {
@@ -295,8 +298,14 @@ std::vector<Finding> Diagnose(const SectionModel& section) {
         LookForLostDigits(line, &findings);
         LookAtLine(line, &findings);
     }
-    LookForOverlaps(section, &findings);
+    const std::string whyNoOverlaps = LookForOverlaps(section, &findings);
     LookAtValues(section, &findings);
+    const auto isError = [](const Finding& finding) { return finding.severity == Severity::Error; };
+    if (!whyNoOverlaps.empty() &&
+        std::none_of(findings.list.begin(), findings.list.end(), isError)) {
+        findings.Add(Severity::Error, section.source, whyNoOverlaps,
+                     "correct the coordinates, or bring the outlines into order");
+    }
     for (const std::string& remark : section.remarks) {
         findings.Add(Severity::Remark, section.source, remark, "");
     }

@@ -1,8 +1,11 @@
 #include "values/net_plastic.h"
 
+#include <CSectionTools.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "kernel/cut_polygon.h"
 
@@ -10,62 +13,9 @@ namespace halvorn::engine {
 
 namespace {
 
-// The part of a ring between two heights above the lowest point of all. `width` is its extent along
-// the line, signed so that the area of material comes out positive.
-struct Strip {
-    double low;
-    double high;
-    double width;
-
-    double Middle() const { return 0.5 * (low + high); }
-    double AreaAbove(double height) const {
-        if (height >= high) return 0.0;
-        if (height <= low) return width * (Middle() - height);
-        return width * (high - height) * (high - height) / (2.0 * (high - low));
-    }
-};
-
 // Along the line and across it.
 Point AcrossAxis(const Point& point, AxisDirection direction) {
-    return direction == AxisDirection::Horizontal ? point : Point{-point.y, point.x};
-}
-
-std::vector<Strip> StripsOf(const Region& region, AxisDirection direction, double lowest) {
-    std::vector<Strip> strips;
-    for (const Part& part : region.parts) {
-        const Points& ring = part.joined;
-        for (std::size_t i = 0; i < ring.size(); ++i) {
-            const Point a = AcrossAxis(ring[i], direction);
-            const Point b = AcrossAxis(ring[i + 1 == ring.size() ? 0 : i + 1], direction);
-            strips.push_back({std::min(a.y, b.y) - lowest, std::max(a.y, b.y) - lowest, a.x - b.x});
-        }
-    }
-    return strips;
-}
-
-// The height above which the strips have an area. Strips on one side of the bracket stay there:
-// below it they count no more, above it as two sums.
-double HeightWithAreaAbove(std::vector<Strip> strips, double area, double low, double high) {
-    double widthAbove = 0.0;
-    double momentAbove = 0.0;
-    for (;;) {
-        const double middle = 0.5 * (low + high);
-        if (!(low < middle && middle < high)) return middle;
-        double above = momentAbove - widthAbove * middle;
-        for (const Strip& strip : strips) above += strip.AreaAbove(middle);
-        if (above > area) {
-            low = middle;
-            std::erase_if(strips, [&](const Strip& strip) { return strip.high <= low; });
-            continue;
-        }
-        high = middle;
-        std::erase_if(strips, [&](const Strip& strip) {
-            if (strip.low < high) return false;
-            widthAbove += strip.width;
-            momentAbove += strip.width * strip.Middle();
-            return true;
-        });
-    }
+    return direction == AxisDirection::Horizontal ? point : Point(-point.y, point.x);
 }
 
 // The pieces of a ring on both sides of a line, in the coordinates along and across it.
@@ -118,30 +68,26 @@ struct AreaMoment {
 }  // namespace
 
 std::optional<double> PlasticAxis(const Region& region, AxisDirection direction) {
-    constexpr double kRounding = 1e-13;  // of the sum of all strips [-]
-    double lowest = std::numeric_limits<double>::infinity();
-    double highest = -lowest;
+    std::vector<Points> rings;
+    for (const Part& part : region.parts) rings.push_back(part.joined);
+    return HalvingLine(std::move(rings), direction);
+}
+
+PlasticModuli NetPlasticModuli(const Region& region) {
+    constexpr int kScale = 10;  // a power of two: 1024 in place of 1
+    CSectionTools tools;
     for (const Part& part : region.parts) {
-        for (const Point& point : part.outline) {
-            const double height = AcrossAxis(point, direction).y;
-            lowest = std::min(lowest, height);
-            highest = std::max(highest, height);
+        std::vector<double> coordinates;
+        for (const Point& point : part.joined) {
+            coordinates.push_back(std::ldexp(point.x, kScale));
+            coordinates.push_back(std::ldexp(point.y, kScale));
         }
+        tools.PushContour(static_cast<int>(part.joined.size()), coordinates.data(), 1);
     }
-    if (!(lowest < highest)) return std::nullopt;
-    const std::vector<Strip> strips = StripsOf(region, direction, lowest);
-    double area = 0.0;
-    double sum = 0.0;
-    for (const Strip& strip : strips) {
-        area += strip.width * strip.Middle();
-        sum += std::fabs(strip.width * strip.Middle());
-    }
-    const double rounding = kRounding * sum;
-    if (!(area > rounding)) return std::nullopt;
-    const double height = highest - lowest;
-    const double from = HeightWithAreaAbove(strips, 0.5 * area + rounding, 0.0, height);
-    const double to = HeightWithAreaAbove(strips, 0.5 * area - rounding, 0.0, height);
-    return lowest + 0.5 * (from + to);
+    PlasticModuli moduli;
+    tools.ComputeWplasticValues(moduli.x, moduli.y);
+    const int power = 3 * (region.frame.exponent - kScale);
+    return {std::ldexp(moduli.x, power), std::ldexp(moduli.y, power)};
 }
 
 PlasticHalves HalvesOf(const Region& region, AxisDirection direction) {

@@ -10,21 +10,23 @@
 
 #include "geometry/point.h"
 #include "region/region.h"
+#include "values/plastic_axis.h"
 
 namespace halvorn::engine {
 
-/// Of a plastic axis: horizontal for bending about x, vertical for bending about y.
-enum class AxisDirection { Horizontal, Vertical };
-
-/// Returns the height y of the horizontal line, or the abscissa x of the vertical one, that halves
-/// the area of a region, in its frame; empty when there is no area. Where a gap halves it, such as
-/// between two equal plates, it is the middle of the gap.
-///
-/// The area beyond a line is the sum over the edges of the strips between them and the line; it is
-/// bisected to the last bit. Areas closer than 1e-13 of the sum of all strips are taken as equal,
-/// so that the line is off by no more than this over the width of the section there.
-/// Cost: a few passes over the edges.
+/// Returns where a line halves the area of a region, as `HalvingLine` does, in its frame; empty
+/// when there is no area.
 std::optional<double> PlasticAxis(const Region& region, AxisDirection direction);
+
+/// The plastic moduli of a region [L^3]: the integral of the distance from the plastic axis.
+struct PlasticModuli {
+    double x = 0.0;  ///< about the horizontal axis
+    double y = 0.0;  ///< about the vertical axis
+};
+
+/// Returns the moduli by `CSectionTools::ComputeWplasticValues` of the parts' joined rings, scaled
+/// so that the library's fixed tolerance is 1e-13 of the size squared.
+PlasticModuli NetPlasticModuli(const Region& region);
 
 /// One side of a plastic axis, in the section's coordinates.
 struct PlasticHalf {

@@ -1,5 +1,5 @@
 /// @file overlaps.h
-/// Areas that several elements share, through the geometry library GEOS.
+/// Areas that several elements share.
 #ifndef HALVORN_ENGINE_VALUES_OVERLAPS_H
 #define HALVORN_ENGINE_VALUES_OVERLAPS_H
 
@@ -9,9 +9,6 @@
 #include "model/section_model.h"
 
 namespace halvorn::engine {
-
-/// Whether this build can tell overlaps.
-bool CanFindOverlaps();
 
 /// Area of an element that another one, or none, has. All areas in the square of the unit.
 struct Overlap {
@@ -30,7 +27,7 @@ struct Overlaps {
 /// Returns the overlaps of more than the 1e-9th part of the smaller element. Where solids less
 /// holes count 1 or 0, as on an island within a hole, nothing overlaps. Rings that cross themselves
 /// count as what an even-odd filling shows.
-/// @pre CanFindOverlaps()
+/// @throws ArrangementError for outlines that cannot be arranged
 Overlaps FindOverlaps(const std::vector<Element>& elements);
 
 }  // namespace halvorn::engine

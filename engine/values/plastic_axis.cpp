@@ -24,8 +24,7 @@ struct Strip {
 };
 
 // @param ring    points as (along the line, across it)
-// @param weight  1 or -1
-void AddStrips(const Points& ring, double lowest, double weight, std::vector<Strip>& strips) {
+void AddStrips(const Points& ring, double lowest, std::vector<Strip>& strips) {
     const std::size_t first = strips.size();
     double area = 0.0;
     for (std::size_t i = 0; i < ring.size(); ++i) {
@@ -35,7 +34,7 @@ void AddStrips(const Points& ring, double lowest, double weight, std::vector<Str
         area += strip.width * strip.Middle();
         strips.push_back(strip);
     }
-    if (area * weight >= 0.0) return;
+    if (area >= 0.0) return;
     for (std::size_t i = first; i < strips.size(); ++i) strips[i].width = -strips[i].width;
 }
 
@@ -66,25 +65,19 @@ double HeightWithAreaAbove(std::vector<Strip> strips, double area, double low, d
 
 }  // namespace
 
-std::optional<double> HalvingLine(const std::vector<Element>& elements, AxisDirection direction,
-                                  HoleArea holes) {
+std::optional<double> HalvingLine(std::vector<Points> rings, AxisDirection direction) {
     constexpr double kRounding = 1e-13;  // of the sum of all strips [-]
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -lowest;
-    std::vector<Points> rings;
-    for (const Element& element : elements) {
-        Points& ring = rings.emplace_back(element.ring);
-        for (auto& point : ring) {
+    for (Points& ring : rings) {
+        for (Point& point : ring) {
             if (direction == AxisDirection::Vertical) std::swap(point.x, point.y);
             lowest = std::min(lowest, point.y);
             highest = std::max(highest, point.y);
         }
     }
     std::vector<Strip> strips;
-    for (std::size_t i = 0; i < rings.size(); ++i) {
-        const bool isSubtracted = holes == HoleArea::Subtracted && !elements[i].isSolid;
-        AddStrips(rings[i], lowest, isSubtracted ? -1.0 : 1.0, strips);
-    }
+    for (const Points& ring : rings) AddStrips(ring, lowest, strips);
     double area = 0.0;
     double sum = 0.0;
     for (const Strip& strip : strips) {

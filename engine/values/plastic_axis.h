@@ -6,29 +6,22 @@
 #include <optional>
 #include <vector>
 
-#include "model/section_model.h"
+#include "geometry/point.h"
 
 namespace halvorn::engine {
 
 enum class AxisDirection { Horizontal, Vertical };
 
-/// How the area of a hole counts.
-enum class HoleArea {
-    Added,      ///< gross, as the library looks for the axis of the plastic moduli
-    Subtracted  ///< net
-};
-
 /// Returns the height y of the horizontal line, or the abscissa x of the vertical one, that halves
-/// the area of all rings [L]; empty when the area is not positive. Where a gap halves it, such as
-/// between two equal plates, it is the middle of the gap.
+/// the area of all rings, each counted as positive [L]; empty when there is none. Where a gap
+/// halves it, such as between two equal plates, it is the middle of the gap.
 ///
 /// The area beyond a line is the sum over the edges of the strips between them and the line; it is
 /// bisected to the last bit. Areas closer than 1e-13 of the sum of all strips are taken as equal,
 /// so that the line is off by no more than this over the width of the section there; a line that is
 /// no farther than that from the origin is at 0.
 /// Cost: a few passes over the edges.
-std::optional<double> HalvingLine(const std::vector<Element>& elements, AxisDirection direction,
-                                  HoleArea holes);
+std::optional<double> HalvingLine(std::vector<Points> rings, AxisDirection direction);
 
 }  // namespace halvorn::engine
 

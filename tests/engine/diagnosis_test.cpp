@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "ring_sections.h"
-#include "values/overlaps.h"
 
 namespace {
 
@@ -94,11 +93,6 @@ TEST(Diagnosis, FindsEachKindOfFaultAndItsPlace) {
         {"far, but not too far", {{true, Rectangle(1e4, 1e4, 10, 10)}}, ""}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        const bool isOverlap = c.rings.size() > 1;
-        if (isOverlap && !CanFindOverlaps()) {
-            GTEST_LOG_(INFO) << c.name << " left out: this build has no GEOS";
-            continue;
-        }
         const std::vector<Finding> found = Diagnose(Section(c.rings));
         const std::string text = FindingsText(found);
         if (*c.expected == '\0') {
@@ -118,7 +112,7 @@ TEST(Diagnosis, NamesTheWorstFirstAndTellsWhatGivenValuesContradict) {
     section.elements[0].given = given;
     section.remarks = {"1 text was left out"};
     const std::vector<Finding> found = Diagnose(section);
-    ASSERT_EQ(found.size(), CanFindOverlaps() ? 3U : 4U) << FindingsText(found);
+    ASSERT_EQ(found.size(), 3U) << FindingsText(found);
     EXPECT_EQ(found[0].severity, Severity::Error);
     EXPECT_EQ(found[1].element, "ring 0");
     EXPECT_NE(found[1].problem.find("encloses 100, the area given is 1"), std::string::npos);

@@ -10,9 +10,10 @@
 #include "catalogue/csv_table.h"
 #include "geometry/crossings.h"
 #include "read/section_file.h"
+#include "region/region.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
-#include "values/keyhole.h"
+#include "values/net_plastic.h"
 #include "write/csv.h"
 
 namespace {
@@ -22,6 +23,12 @@ using namespace halvorn::engine;
 using test_support::Rectangle;
 using test_support::Rings;
 using test_support::Section;
+
+Region RegionOfRings(const Rings& rings) {
+    std::vector<WeightedRing> weighted;
+    for (const auto& [isSolid, ring] : rings) weighted.push_back({&ring, isSolid ? 1 : -1});
+    return RegionOf(weighted);
+}
 
 Points Turned(Points ring, double degrees) {
     const double angle = degrees * std::numbers::pi / 180.0;
@@ -191,15 +198,14 @@ TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
 
 TEST(Derived, SaysWhyThereAreNoNetValues) {
     const std::pair<const char*, Rings> cases[] = {
-        {"does not lie in one solid", {{true, kSquare}, {false, Rectangle(200, 0, 9, 9)}}},
-        {"reaches the outline", {{true, kSquare}, {false, Rectangle(95, 10, 9, 9)}}},
-        {"reaches the outline", {{true, kSquare}, {false, Rectangle(0, 10, 9, 9)}}},
-        {"does not lie in one solid", {{true, kSquare}, {false, kSquare}}},
-        {"touch or overlap",
+        {"the hole ring 1 takes away what is not there at (20",
+         {{true, kSquare}, {false, Rectangle(200, 0, 9, 9)}}},
+        {"the hole ring 1 takes away what is not there at (10",
+         {{true, kSquare}, {false, Rectangle(96, 10, 8, 9)}}},
+        {"no area to halve", {{true, kSquare}, {false, kSquare}}},
+        {"the hole ring 1 and ring 2 takes away",
          {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(15, 15, 9, 9)}}},
-        {"touch or overlap",
-         {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(19, 12, 9, 2)}}},
-        {"does not lie in one solid",
+        {"the hole ring 1 and ring 2 takes away",
          {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(12, 12, 2, 2)}}},
         {"overlap",
          {{true, kSquare}, {true, Rectangle(90, 0, 50, 50)}, {false, Rectangle(9, 9, 9, 9)}}},
@@ -422,8 +428,10 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         const Report report = Evaluate(Section(rings), {});
         if (rings.size() == 2) continue;
         // No integral tells where a bridge runs.
-        const Points joined = JoinHoles(Section(rings).elements).rings.at(0);
-        EXPECT_TRUE(FindCrossings(joined, false, 1).empty());
+        const Region region = RegionOfRings(rings);
+        for (const Part& part : region.parts) {
+            EXPECT_TRUE(FindCrossings(part.joined, false, 1).empty());
+        }
         holes += rings.size() - 2;
         for (const bool isAcross : {false, true}) {
             const Scan scan(rings, isAcross);
@@ -440,14 +448,52 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
     EXPECT_GT(holes, 500U);
 }
 
+// A hole on the outline, holes that share an edge or a corner, an island in a hole, a hole that
+// cuts the solid in two, and a plate that touches the solid along a hole's edge.
+TEST(NetPlasticValues, OfHolesThatTouch) {
+    const std::pair<const char*, Rings> cases[] = {
+        {"outline", {{true, kSquare}, {false, Rectangle(0, 10, 9, 9)}}},
+        {"edge",
+         {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(19, 12, 9, 2)}}},
+        {"corner",
+         {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(19, 19, 30, 20)}}},
+        {"island",
+         {{true, kSquare}, {false, Rectangle(10, 10, 50, 60)}, {true, Rectangle(20, 10, 9, 30)}}},
+        {"cut in two", {{true, kSquare}, {false, Rectangle(0, 60, 100, 7)}}},
+        {"beside",
+         {{true, kSquare}, {false, Rectangle(70, 20, 30, 40)}, {true, Rectangle(100, 5, 7, 70)}}}};
+    for (const auto& [name, rings] : cases) {
+        const Report report = Evaluate(Section(rings), {});
+        for (const bool isAcross : {false, true}) {
+            SCOPED_TRACE(std::string(name) + (isAcross ? ", about y" : ", about x"));
+            const Scan scan(rings, isAcross);
+            const long double height = scan.HalvingHeight();
+            const auto modulus =
+                static_cast<double>(scan.Moment(height, 1, -1) + scan.Moment(height, 1, 1));
+            const Value line =
+                Entry(report, isAcross ? "plastic_axis_x_net" : "plastic_axis_y_net");
+            const Value net =
+                Entry(report, isAcross ? "plastic_modulus_y_net" : "plastic_modulus_x_net");
+            EXPECT_NEAR(line.number, static_cast<double>(height), 1e-7) << line.whyMissing;
+            EXPECT_NEAR(net.number, modulus, 1e-10 * modulus) << net.whyMissing;
+            const PlasticHalves halves =
+                HalvesOf(RegionOfRings(rings),
+                         isAcross ? AxisDirection::Vertical : AxisDirection::Horizontal);
+            EXPECT_EQ(halves.whyMissing, "");
+            double sum = 0.0;
+            for (const PlasticHalf& half : halves.sides) sum += half.area * half.leverArm;
+            EXPECT_NEAR(sum, modulus, 1e-9 * modulus);
+        }
+    }
+}
+
 TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
     Rings rings = {{true, kSquare}};
     for (int i = 0; i < 100; ++i) {
         const int column = i % 10, row = i / 10;
         rings.emplace_back(false, Rectangle(10 * column + 3, 10 * row + 3, 4, 4));
     }
-    const NetRings net = JoinHoles(Section(rings).elements);
-    EXPECT_TRUE(FindCrossings(net.rings.at(0), false, 1).empty());
+    EXPECT_TRUE(FindCrossings(RegionOfRings(rings).parts.at(0).joined, false, 1).empty());
     // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
     const Report report = Evaluate(Section(rings), {});
     for (const char* const key : {"plastic_modulus_x_net", "plastic_modulus_y_net"}) {

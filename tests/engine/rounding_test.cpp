@@ -38,8 +38,7 @@ std::array<long double, 5> SumsOf(const Rings& rings, double x0, double y0) {
             const long double px = static_cast<long double>(p.x) - o.x,
                               py = static_cast<long double>(p.y) - o.y,
                               qx = static_cast<long double>(q.x) - o.x,
-                              qy = static_cast<long double>(q.y) - o.y,
-                              cross = px * qy - qx * py;
+                              qy = static_cast<long double>(q.y) - o.y, cross = px * qy - qx * py;
             a += cross / 2;
             ax += cross * (px + qx) / 6;
             ay += cross * (py + qy) / 6;

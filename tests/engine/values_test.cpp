@@ -325,7 +325,7 @@ Shape factor, horizontal axis         Wpl,x/Wel,x           1.464567        net 
 Shape factor, vertical axis           Wpl,y/Wel,y           1.451613        net Wpl / smaller Wel
 Mass per metre                        m                   175         kg/m  density x A
 
-[1] net: solids with holes joined as keyholes
+[1] net: the material as it is, about halving axes
 
 Not computed: a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx or --dy) or the section has no extent.
 
