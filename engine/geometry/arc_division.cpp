@@ -109,13 +109,7 @@ double ArcDivision::LargestStep(double radius) const {
     if (chordError_ == 0.0) return step;
     // A chord is r (1 - cos(step / 2)) = 2 r sin^2(step / 4) from its arc.
     const double ratio = std::min(1.0, chordError_ / (2.0 * radius));
-    const double allowed = 4.0 * std::asin(std::sqrt(ratio));
-    if (allowed * mostStepsPerQuarter < quarterTurn) {
-        throw DimensionError("the chord error " + ShortNumber(chordError_) +
-                                 " is too small for the radius " + ShortNumber(radius),
-                             "chord_tolerance", "make \"chord_tolerance\" larger");
-    }
-    return std::min(step, allowed);
+    return std::min(step, 4.0 * std::asin(std::sqrt(ratio)));
 }
 
 // The angles of both ends and of the points on the arc between them, rising.
@@ -138,6 +132,12 @@ std::vector<double> ArcDivision::Bounds(const Arc& arc) const {
 
 std::vector<Point> ArcDivision::PointsBetweenEnds(const Arc& arc) const {
     const double step = LargestStep(arc.radius);
+    // Of the whole arc: a flat one of a huge radius takes few chords.
+    if (!(arc.sweep <= 4.0 * mostStepsPerQuarter * step)) {
+        throw DimensionError("the chord error " + ShortNumber(chordError_) +
+                                 " is too small for the radius " + ShortNumber(arc.radius),
+                             "chord_tolerance", "make \"chord_tolerance\" larger");
+    }
     const std::vector<double> bounds = Bounds(arc);
     std::vector<Point> points;
     for (std::size_t i = 1; i < bounds.size(); ++i) {

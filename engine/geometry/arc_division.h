@@ -50,7 +50,7 @@ public:
     /// Returns the points of an arc's polygon between its ends, which are points of it too.
     /// Farthest points nearer than 1e-6 rad to an end or to another are not kept: they would add
     /// less than 1e-12 of the radius to the extent.
-    /// @throws DimensionError for more than 100000 chords per quarter turn
+    /// @throws DimensionError for an arc of more than 400000 chords
     std::vector<Point> PointsBetweenEnds(const Arc& arc) const;
 
 private:

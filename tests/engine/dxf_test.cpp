@@ -98,6 +98,9 @@ std::vector<Shape> Shapes() {
         // A flat one lies c^2 b / 3 outside its chord c, here far within the tolerance.
         {"flat bulge", "0 LWPOLYLINE 70 1 10 0 20 0 42 1e-5 10 2 20 0 10 2 20 1 10 0 20 1",
          2 + 4e-5 / 3, 1, (1 - 1.6e-10 / 15) / (2 + 4e-5 / 3)},
+        // As editors leave them where an arc was made straight: of a radius of 5e11.
+        {"bulge of rounding", "0 LWPOLYLINE 70 1 10 0 20 0 42 1e-12 10 2 20 0 10 2 20 1 10 0 20 1",
+         2, 1, 0.5},
         {"old polyline",
          "0 POLYLINE 66 1 70 0 0 VERTEX 10 0 20 0 0 VERTEX 10 10 20 0 42 1 0 VERTEX 10 10 20 10 "
          "0 VERTEX 10 0 20 10 0 VERTEX 10 0 20 0 0 SEQEND",
