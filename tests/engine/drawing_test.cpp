@@ -170,7 +170,7 @@ TEST(Drawing, ReadsTheNamedLayersAloneAndListsAll) {
     };
     const Case cases[] = {{{}, {{0, 0}, {90, 0}, {200, 0}, {240, 0}, {300, 0}, {340, 0}}},
                           {{"Steel"}, {{0, 0}, {200, 0}, {300, 0}}},
-                          {{"bOLTS", "0"}, {{90, 0}, {240, 0}, {340, 0}}}};
+                          {{"bOLTS ", "0"}, {{90, 0}, {240, 0}, {340, 0}}}};
     for (const Case& each : cases) {
         InputOptions options;
         options.layers = each.layers;
@@ -210,6 +210,7 @@ TEST(Drawing, RemarksThatARectangleHoldsAllTheRest) {
         {"bored bar", Rectangle(0, 0, 50, 50) + Circle(25, 25, 9), true},
         {"tube", Rectangle(0, 0, 100, 50) + Rectangle(5, 5, 90, 40), false},
         {"bar off the middle", Rectangle(0, 0, 420, 297) + Rectangle(30, 30, 300, 200), true},
+        {"bar in the middle", Rectangle(0, 0, 420, 297) + Rectangle(160, 99, 100, 99), true},
         {"beside", Rectangle(0, 0, 100, 50) + Rectangle(100, 0, 20, 50) + Circle(20, 25, 9), false},
         {"no rectangle", Circle(50, 50, 90) + angle, false},
         {"alone", Rectangle(0, 0, 100, 50), false}};

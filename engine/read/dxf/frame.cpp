@@ -34,17 +34,22 @@ bool IsRectangle(const Points& ring) {
     return corners == 4;
 }
 
-// A rectangle, its corners perhaps rounded, in the middle of another one.
+// A rectangle, its corners perhaps rounded, in the middle of another one whose walls are thin: a
+// section in the middle of its frame leaves more around it.
 bool IsTube(const Box& outer, const Element& inner) {
     constexpr double leastFilled =
         0.9;                            // of the box, by corners as round as rolled tubes have them
     constexpr double offCentre = 0.01;  // of the diagonal
+    constexpr double thickestWall = 0.2;  // of the side across it
     const Box box(inner.ring);
     const double filled =
         0.5 * std::fabs(TwiceArea(inner.ring)) / ((box.right - box.left) * (box.top - box.bottom));
     const double dx = 0.5 * (box.left + box.right - outer.left - outer.right);
     const double dy = 0.5 * (box.bottom + box.top - outer.bottom - outer.top);
-    return filled >= leastFilled && std::hypot(dx, dy) <= offCentre * outer.Diagonal();
+    const double hollow = 1.0 - 2.0 * thickestWall;
+    const bool isThin = box.right - box.left >= hollow * (outer.right - outer.left) &&
+                        box.top - box.bottom >= hollow * (outer.top - outer.bottom);
+    return isThin && filled >= leastFilled && std::hypot(dx, dy) <= offCentre * outer.Diagonal();
 }
 
 }  // namespace
