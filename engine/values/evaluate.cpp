@@ -131,6 +131,21 @@ void MarkTooSmall(std::vector<Value>& values) {
     }
 }
 
+// A contour this small has its centre of gravity at the origin as far as the library knows [L^2].
+constexpr double kNoCentroid = 1e-15;
+
+// Whether such contours make out a part of the section.
+bool IsWithoutCentroid(const std::vector<Element>& elements, double area) {
+    constexpr double kNegligible = 1e-9;  // of the section's area
+    double lost = 0.0;
+    for (const Element& element : elements) {
+        if (element.given) continue;
+        const double own = 0.5 * std::fabs(TwiceArea(element.ring));
+        if (own <= kNoCentroid) lost += own;
+    }
+    return lost > kNegligible * std::fabs(area);
+}
+
 bool IsNoArea(const std::vector<Element>& elements, double area) {
     double rounding = 0.0;
     for (const Element& element : elements) {
@@ -181,6 +196,10 @@ void EvaluateElements(const SectionModel& section, const Shift& shift, Report* r
     DigitLosses losses;
     if (IsNoArea(section.elements, out[3])) {
         MarkNoArea(report->values);
+    } else if (IsWithoutCentroid(section.elements, out[3])) {
+        for (Value& value : report->values) {
+            if (value.key != "area") value.whyMissing = kTooSmall;
+        }
     } else {
         losses = DigitLossesOf(section.elements, {out[7], out[6], out[8]});
         if (!HasGiven(section.elements)) {
