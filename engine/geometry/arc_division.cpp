@@ -118,9 +118,10 @@ double ArcDivision::LargestStep(double radius) const {
 std::vector<double> ArcDivision::Bounds(const Arc& arc) const {
     std::vector<double> bounds = {0.0};
     for (const Point& direction : directions_) {
-        double t = std::atan2(Along(direction, arc.ahead), Along(direction, arc.spoke));
-        for (t -= 2.0 * quarterTurn; t < arc.sweep - sameAngle; t += 2.0 * quarterTurn) {
-            if (t > sameAngle) bounds.push_back(t);
+        const double first = std::atan2(Along(direction, arc.ahead), Along(direction, arc.spoke));
+        for (const double quarters : {0.0, 2.0, 4.0}) {
+            const double t = first + quarters * quarterTurn;
+            if (t > sameAngle && t < arc.sweep - sameAngle) bounds.push_back(t);
         }
     }
     std::sort(bounds.begin(), bounds.end());
