@@ -4,8 +4,10 @@
 #ifndef HALVORN_NUMERIC_IEEE_ARITHMETIC_H
 #define HALVORN_NUMERIC_IEEE_ARITHMETIC_H
 
-#if defined(__FAST_MATH__) || defined(_M_FP_FAST) || \
-    (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__ != 0)
+// GCC tells of parts of -ffast-math that are given alone by __ASSOCIATIVE_MATH__ and
+// __RECIPROCAL_MATH__; Clang tells nothing of them.
+#if defined(__FAST_MATH__) || defined(_M_FP_FAST) || defined(__ASSOCIATIVE_MATH__) || \
+    defined(__RECIPROCAL_MATH__) || (defined(__FINITE_MATH_ONLY__) && __FINITE_MATH_ONLY__ != 0)
 #error "HalvornSectionTools wants IEEE arithmetic: compile it without -ffast-math, -Ofast, /fp:fast"
 #endif
 
