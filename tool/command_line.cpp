@@ -106,7 +106,9 @@ struct Parser {
     }
 
     void AddInput() {
-        app.add_option("--unit", unit, "Unit of files that do not say theirs")
+        app.add_option("--unit", unit,
+                       "Unit of points in CSV that state none; of a drawing's numbers, whatever "
+                       "it states")
             ->check(CLI::IsMember({"mm", "cm", "m", "in"}));
         // One name an option, so that the INPUT may follow it.
         app.add_option("--layer", line.section.input.layers,

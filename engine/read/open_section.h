@@ -11,13 +11,17 @@
 
 namespace halvorn::engine {
 
+/// The join tolerance of drawings when none is given, in millimetres [mm]: what their rounded
+/// coordinates leave between ends that are meant to be one.
+inline constexpr double kDefaultJoinTolerance = 0.01;
+
 /// What the caller says about reading.
 struct InputOptions {
-    std::optional<std::string> unit;  ///< of files that do not say theirs (CSV, DXF)
+    std::optional<std::string> unit;  ///< of CSV that states none; goes before a drawing's own
     /// Greatest distance between an arc and its chords, in millimetres [mm].
     double chordTolerance = 0.001;
     /// Ends of lines in a drawing that are no farther apart are joined, in millimetres [mm].
-    double joinTolerance = 0.01;
+    double joinTolerance = kDefaultJoinTolerance;
     /// Only these layers of a drawing are read; none: all. In letters of either case.
     std::vector<std::string> layers;
     /// A catalogue profile is pushed as a standard profile with its published values.

@@ -42,6 +42,11 @@ public:
     explicit TableReader(const std::string& source) : source_(source) {}
 
     PointsTable Read(const std::string& text) {
+        // As spreadsheets write "Unicode text": with a byte order mark, and a zero in every digit.
+        if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
+            text.find('\0') != std::string::npos) {
+            throw InputError(source_, "it is UTF-16 text or no text at all", "save it as UTF-8");
+        }
         std::istringstream stream(WithLineFeeds(text));
         std::string line;
         while (std::getline(stream, line)) {

@@ -67,6 +67,11 @@ TEST(Drawing, RepeatsBlocksInRowsAndColumnsThatTurnWithThemAndDoNotStretch) {
                   .find("its 2000000000 columns and 2000000000 rows are more than 10000 copies"),
               std::string::npos);
     const std::string grid = " 0 INSERT 10 0 20 0 70 100 71 100 2 ", two = " 0 ENDBLK 0 BLOCK 2 C";
+    // However large the chord tolerance is: 192 points a circle.
+    InputOptions coarse;
+    coarse.chordTolerance = 50;
+    EXPECT_NE(ErrorOf(File(grid + "B", block), coarse).find("only the section in the drawing, or"),
+              std::string::npos);
     EXPECT_NE(ErrorOf(File(grid + "B", Block(grid + "C" + two))).find("more than 500000"),
               std::string::npos);
 }
@@ -77,9 +82,15 @@ std::string OpenRectangle(double end, const std::string& z = "") {
            Line(0, 60, 0, end);
 }
 
-TEST(Drawing, RefusesWhatWouldGoRoundAnOutlineIfItWereClosed) {
+TEST(Drawing, RefusesWhatWouldHoldAnOutlineOrLieInOneIfItWereClosed) {
     const std::string holes = Circle(30, 30, 10) + Circle(70, 30, 10);
-    const std::string tilted = " 210 0 220 .01 230 1";
+    const std::string tilted = " 210 0 220 .01 230 1", square = Rectangle(200, 0, 50, 50);
+    const auto arc = [](double x, double from, double to) {
+        std::ostringstream text;
+        text << " 0 ARC 10 " << x << " 20 30 40 10 50 " << from << " 51 " << to;
+        return text.str();
+    };
+    const std::string plate = Rectangle(0, 0, 100, 60), hole = arc(50, 0, 355);
     struct Case {
         const char* name;
         std::string entities;
@@ -112,7 +123,29 @@ TEST(Drawing, RefusesWhatWouldGoRoundAnOutlineIfItWereClosed) {
          "line 16: a curve that is not"},
         {"an upright circle", Circle(0, 30, 40) + " 210 1 220 0 230 0" + holes, "", "ss"},
         {"a sloping block", "0 INSERT 2 B 10 0 20 0" + tilted + holes,
-         "line 24: a curve that is not", "", Block(Rectangle(0, 0, 100, 60))}};
+         "line 24: a curve that is not", "", Block(plate)},
+        {"a hole", plate + hole,
+         "line 36: an open chain lies within the outline at line 16, with a gap of 0.872387747 "
+         "from "
+         "(59.961947, 29.1284426) to (60, 30) at line 36; close it in the drawing or give "
+         "--join-tolerance 0.88; "},
+        {"a hole in two", plate + arc(50, 0, 175) + arc(50, 180, 355),
+         "a ring of open chains lies within the outline at line 16, with a gap of 0.872387"},
+        {"in a hole", plate + Circle(50, 30, 20) + hole, "lies within the outline at line 16"},
+        {"closed besides, within", plate + Circle(50, 30, 10) + arc(50, 0, 359.9), "", "sh"},
+        {"far open within", plate + arc(50, 0, 270), "", "s"},
+        {"across the edge", plate + arc(100, 0, 355), "", "s"},
+        {"outside", plate + arc(150, 0, 355), "", "s"},
+        {"lines near each other", plate + Line(9, 30, 90, 30) + Line(90, 32, 9, 32), "", "s"},
+        {"forth and back", plate + " 0 LWPOLYLINE 10 9 20 9 10 30 20 9 10 9.1 20 9", "", "s"},
+        {"open in open", OpenRectangle(0.5) + hole,
+         "line 46: an open chain goes round the open chain at line 56, with a gap of 0.5 from "},
+        {"open in open beside a square", OpenRectangle(0.5) + hole + square,
+         "line 46: an open chain goes round the open chain at line 56, with a gap of 0.5 from "},
+        {"open in two open ones",
+         Line(0.5, 0, 100, 0) + Line(100, 0, 100, 60) + Line(99.5, 60, 0, 60) + Line(0, 60, 0, 0) +
+             hole + square,
+         "a ring of open chains goes round the open chain at line 56, with a gap of 0.5"}};
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);
         const std::string text = File(each.entities, each.block);
@@ -194,29 +227,34 @@ TEST(Drawing, RemarksThatARectangleHoldsAllTheRest) {
         " 0 LWPOLYLINE 70 1 10 30 20 30 10 80 20 30 10 80 20 40 10 40 20 40 10 40 "
         "20 80 10 30 20 80";
     const std::string turned =
-        " 0 LWPOLYLINE 70 1 10 50 20 -50 10 100 20 0 10 150 20 50 10 50 20 150 10 "
-        "-50 20 50";
+        " 0 LWPOLYLINE 70 1 10 40 20 -30 10 120 20 30 10 200 20 90 10 140 20 170 10 "
+        "-20 20 50";
     struct Case {
         const char* name;
         std::string entities;
-        bool isNamed;
+        const char* rectangle;  // nothing: no remark
     };
     const Case cases[] = {
-        {"frame", Rectangle(0, 0, 420, 297) + angle, true},
-        {"turned frame with a point more", turned + angle, true},
-        {"double frame", Rectangle(0, 0, 420, 297) + Rectangle(9, 9, 402, 279) + angle, true},
+        {"frame", Rectangle(0, 0, 420, 297) + angle, "420 x 297"},
+        {"turned frame with a point more", turned + angle, "200 x 100"},
+        {"double frame", Rectangle(0, 0, 420, 297) + Rectangle(9, 9, 402, 279) + angle,
+         "420 x 297"},
         {"plate with two openings", Rectangle(0, 0, 90, 50) + Circle(20, 25, 9) + Circle(70, 25, 9),
-         true},
-        {"bored bar", Rectangle(0, 0, 50, 50) + Circle(25, 25, 9), true},
-        {"tube", Rectangle(0, 0, 100, 50) + Rectangle(5, 5, 90, 40), false},
-        {"bar off the middle", Rectangle(0, 0, 420, 297) + Rectangle(30, 30, 300, 200), true},
-        {"bar in the middle", Rectangle(0, 0, 420, 297) + Rectangle(160, 99, 100, 99), true},
-        {"beside", Rectangle(0, 0, 100, 50) + Rectangle(100, 0, 20, 50) + Circle(20, 25, 9), false},
-        {"no rectangle", Circle(50, 50, 90) + angle, false},
-        {"alone", Rectangle(0, 0, 100, 50), false}};
+         "90 x 50"},
+        {"bored bar", Rectangle(0, 0, 50, 50) + Circle(25, 25, 9), "50 x 50"},
+        {"tube", Rectangle(0, 0, 100, 50) + Rectangle(5, 5, 90, 40), ""},
+        {"bar off the middle", Rectangle(0, 0, 420, 297) + Rectangle(30, 30, 300, 200),
+         "420 x 297"},
+        {"bar in the middle", Rectangle(0, 0, 420, 297) + Rectangle(160, 99, 100, 99), "420 x 297"},
+        {"beside", Rectangle(0, 0, 100, 50) + Rectangle(100, 0, 20, 50) + Circle(20, 25, 9), ""},
+        {"no rectangle", Circle(50, 50, 90) + angle, ""},
+        {"alone", Rectangle(0, 0, 100, 50), ""}};
     for (const Case& each : cases) {
         const std::string remarks = Joined(Read(File(each.entities)).remarks);
-        EXPECT_EQ(remarks.find("holds all other outlines") != std::string::npos, each.isNamed)
+        const bool isNamed = *each.rectangle != 0;
+        const std::string named =
+            isNamed ? std::string("the rectangle ") + each.rectangle + " at line 16 " : "";
+        EXPECT_EQ(remarks.find(named + "holds all other outlines") != std::string::npos, isNamed)
             << each.name << ": " << remarks;
     }
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <filesystem>
 #include <numbers>
@@ -269,6 +270,54 @@ TEST(DxfDrawing, ClosesGapsUpToTheJoinTolerance) {
     // The tolerance is in millimetres whatever the unit of the drawing.
     wide.unit = "cm";
     EXPECT_NE(ErrorOf(triangle(0.0101), wide).find("gap"), std::string::npos);
+}
+
+// A plate 100 x 50 whose lower edge, given here, and the start of its right edge leave gaps.
+TEST(DxfDrawing, KeepsTheEdgesBesideWideGaps) {
+    struct Case {
+        const char* name;
+        std::vector<std::array<double, 4>> edges;
+        double right;  // where the right edge begins, y
+        double area, length;
+        const char* remark;
+    };
+    const Case cases[] = {
+        {"gap at a corner", {{2, 0, 100, 0}}, 0, 5000, 300, "bridged by straight edges: 1, the"},
+        {"gap in an edge", {{0, 0, 40, 0}, {43, 0, 100, 0}}, 0, 5000, 300, "straight edges: 1, "},
+        {"a corner cut off", {{0, 0, 97, 0}}, 1, 4998.5, 296 + std::sqrt(10), "straight edges: 1"},
+        {"two gaps", {{2, 0, 98.5, 0}}, 0, 5000, 300, "edges: 2, the widest of 2 at line 16"},
+        {"past each other", {{0, 0, 102, 0}}, -2.5, 5000, 300, "cut where they meet: 1, the"},
+        {"past the corner", {{102, 0, 0, 0}}, 0, 5000, 300, "they meet: 1, the widest of 2 at"},
+        {"before the corner", {{0, 0, 100, 0}}, -2, 5000, 300, "cut where they meet: 1, the"},
+        {"one over the other", {{0, 0, 51, 0}, {49, 0, 100, 0}}, 0, 5000, 300, "they meet: 1"},
+    };
+    for (const Case& each : cases) {
+        for (const double scale : {1.0, 1e-3}) {
+            SCOPED_TRACE(std::string(each.name) + " times " + std::to_string(scale));
+            const auto line = [&](double a, double b, double c, double d) {
+                return Line(scale * a, scale * b, scale * c, scale * d);
+            };
+            std::string entities = line(0, 50, 0, 0) + line(0, 50, 100, 50);
+            for (const auto& [a, b, c, d] : each.edges) entities += line(a, b, c, d);
+            InputOptions options;
+            options.joinTolerance = 3.5;
+            options.unit = scale == 1.0 ? "mm" : "m";
+            const SectionModel section =
+                Read(File(entities + line(100, 50, 100, each.right)), options);
+            ASSERT_EQ(section.elements.size(), 1U);
+            const Moments moments = MomentsOf(section);
+            EXPECT_NEAR(std::abs(moments.area), each.area * scale * scale, 1e-9 * scale * scale);
+            EXPECT_NEAR(moments.length, each.length * scale, 1e-9 * scale);
+            const std::string remarks = Joined(section.remarks);
+            EXPECT_TRUE(scale != 1.0 || remarks.find(each.remark) != std::string::npos) << remarks;
+        }
+    }
+    // Edges that cross farther from their ends than the tolerance keep all that was drawn.
+    InputOptions options;
+    options.joinTolerance = 2;
+    const SectionModel crossed =
+        Read(File(Line(0, 0, 100, 0) + Line(0, 10, 100, -10 / 9.0) + Line(0, 0, 0, 10)), options);
+    EXPECT_NEAR(std::abs(MomentsOf(crossed).area), 450 - 50 / 9.0, 1e-9);
 }
 
 TEST(DxfDrawing, TakesTheUnitFromTheFileOrTheCommandLine) {

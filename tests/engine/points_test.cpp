@@ -85,13 +85,16 @@ TEST(PointsCsv, ReadsTheUnitThatItStates) {
 }
 
 TEST(PointsCsv, RefusesWhatItCannotReadAndSaysWhere) {
-    const std::pair<const char*, const char*> cases[] = {
+    const std::pair<std::string, const char*> cases[] = {
         {"", "there are no points"},
         {"0,0\n1,0\n", "line 1: a contour needs at least 3 points, found 2"},
         {"0,0\n1,0\n1,nan\n", "line 3: \"nan\" is not a finite number"},
         {"0,0\n1,0\n1,1e999\n", "line 3: \"1e999\" is not a finite number"},
         {"0,0\n1\n", "line 2: expected x and y, found 1 cell"},
         {"0;0\n1;0\n1,5;0,5,5\n", "line 3: \"0,5,5\" is not a finite number"},
+        {"\xFF\xFE,1,2\n", "UTF-16 text or no text at all; save it as UTF-8"},
+        {"\xFE\xFF,1,2\n", "save it as UTF-8"},
+        {std::string("1\0,\0002\0", 6), "save it as UTF-8"},
         {"x;y\n0;0\n1,000;2.5\n", "line 3: \"2.5\" has a decimal point, numbers above have"},
         {"0,0\n+-1,0\n", "line 2: \"+-1\" is not a finite number"},
         {"0,0,a,solid\n1,0,a\n", "line 2: the contour is a solid above and nothing here"},

@@ -62,8 +62,10 @@ private:
         if (placement.clipped != nullptr) RefuseClipped(*placement.clipped);
         points_ += reading.curve->points.size();
         if (points_ > kMostPoints) {
-            Refuse(source_, entity.line, "the curves up to here take more than a million points",
-                   "give a larger chord tolerance, or keep only the section in the drawing");
+            Refuse(
+                source_, entity.line, "the curves up to here take more than a million points",
+                "keep only the section in the drawing, or name its layers with --layer; a larger "
+                "chord tolerance helps only where circles take more than 192 points");
         }
         curves_.push_back(std::move(*reading.curve));
     }

@@ -5,6 +5,8 @@
 #include <optional>
 #include <stdexcept>
 
+#include "read/dxf/lengths.h"
+
 namespace halvorn::engine::dxf {
 
 namespace {
@@ -29,15 +31,6 @@ Point Cartesian(const WeightedPoint& p) {
 
 WeightedPoint Middle(const WeightedPoint& p, const WeightedPoint& q) {
     return {0.5 * (p.wx + q.wx), 0.5 * (p.wy + q.wy), 0.5 * (p.w + q.w)};
-}
-
-double DistanceToSegment(Point p, Point from, Point to) {
-    const double alongX = to.x - from.x, alongY = to.y - from.y;
-    const double x = p.x - from.x, y = p.y - from.y;
-    const double length2 = alongX * alongX + alongY * alongY;
-    const double at =
-        length2 > 0.0 ? std::clamp((x * alongX + y * alongY) / length2, 0.0, 1.0) : 0.0;
-    return std::hypot(x - at * alongX, y - at * alongY);
 }
 
 // How much the polygon of the control points turns, and its curve no more [rad].

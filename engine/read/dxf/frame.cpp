@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
+#include "read/dxf/group_reader.h"
+#include "read/dxf/lengths.h"
 #include "geometry/crossings.h"
 #include "geometry/ring_sides.h"
-#include "read/dxf/group_reader.h"
 
 namespace halvorn::engine::dxf {
 
@@ -15,9 +18,9 @@ namespace {
 // of three decimals stay far below it.
 constexpr double kSquare = 1e-3;
 
-// Every corner is straight or square, and four of them are square.
-bool IsRectangle(const Points& ring) {
-    int corners = 0;
+// Returns the four square corners of a rectangle whose other points lie on its sides, or nothing.
+std::optional<Points> CornersOfRectangle(const Points& ring) {
+    Points corners;
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const auto& [px, py] = ring[(i + ring.size() - 1) % ring.size()];
         const auto& [x, y] = ring[i];
@@ -26,12 +29,21 @@ bool IsRectangle(const Points& ring) {
         const double lengths = std::hypot(inX, inY) * std::hypot(outX, outY);
         const double along = inX * outX + inY * outY, across = inX * outY - inY * outX;
         if (std::fabs(along) <= kSquare * lengths) {
-            ++corners;
+            corners.push_back(ring[i]);
         } else if (along < 0.0 || std::fabs(across) > kSquare * lengths) {
-            return false;
+            return std::nullopt;
         }
     }
-    return corners == 4;
+    if (corners.size() != 4) return std::nullopt;
+    return corners;
+}
+
+// Returns the lengths of the sides, first that of the one nearer to the horizontal.
+std::string SidesText(const Points& corners) {
+    double first = Distance(corners[0], corners[1]), second = Distance(corners[1], corners[2]);
+    const double dx = std::fabs(corners[1].first - corners[0].first);
+    if (dx < std::fabs(corners[1].second - corners[0].second)) std::swap(first, second);
+    return Shown(first) + " x " + Shown(second);
 }
 
 // A rectangle, its corners perhaps rounded, in the middle of another one whose walls are thin: a
@@ -60,7 +72,8 @@ std::string FrameRemark(const std::vector<Element>& elements) {
         *std::max_element(elements.begin(), elements.end(), [](const auto& one, const auto& other) {
             return std::fabs(TwiceArea(one.ring)) < std::fabs(TwiceArea(other.ring));
         });
-    if (!IsRectangle(largest.ring)) return "";
+    const auto corners = CornersOfRectangle(largest.ring);
+    if (!corners) return "";
     const Box box(largest.ring);
     const StripedRing striped(largest.ring);
     for (const Element& element : elements) {
@@ -72,8 +85,7 @@ std::string FrameRemark(const std::vector<Element>& elements) {
         if (std::none_of(element.ring.begin(), element.ring.end(), isInside)) return "";
         if (elements.size() == 2 && IsTube(box, element)) return "";
     }
-    return "the rectangle " + Shown(box.right - box.left) + " x " + Shown(box.top - box.bottom) +
-           " at " + largest.label +
+    return "the rectangle " + SidesText(*corners) + " at " + largest.label +
            " holds all other outlines, so it is a solid and the next ones within are holes: right "
            "for "
            "a plate with openings; if it is the frame of the drawing, hide its layer or name the "

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
 
 #include "read/dxf/end_clusters.h"
 #include "read/dxf/lengths.h"
 #include "read/dxf/open_outlines.h"
+#include "read/open_section.h"
 
 namespace halvorn::engine::dxf {
 
@@ -64,11 +66,59 @@ bool EnclosesNothing(const Points& ring) {
     return std::abs(doubleArea) <= rounding * perimeter * perimeter;
 }
 
+// The last edge of a curve on its way to an end.
+struct EndEdge {
+    Point before;
+    Point end;
+};
+
+double Cross(const Point& origin, const Point& p, const Point& q) {
+    return (p.first - origin.first) * (q.second - origin.second) -
+           (q.first - origin.first) * (p.second - origin.second);
+}
+
+// Returns where two curves meet that run past each other, if their last edges do: an end that lies
+// on the other edge within `touching`, else the point in which the edges cross.
+std::optional<Point> MeetingPoint(const EndEdge& one, const EndEdge& other, double touching) {
+    if (DistanceToSegment(other.end, one.before, one.end) <= touching) return other.end;
+    if (DistanceToSegment(one.end, other.before, other.end) <= touching) return one.end;
+    const double before = Cross(other.before, other.end, one.before);
+    const double after = Cross(other.before, other.end, one.end);
+    const double left = Cross(one.before, one.end, other.before);
+    const double right = Cross(one.before, one.end, other.end);
+    if (before * after >= 0.0 || left * right >= 0.0) return std::nullopt;
+    const double at = before / (before - after);
+    return Point{one.before.first + at * (one.end.first - one.before.first),
+                 one.before.second + at * (one.end.second - one.before.second)};
+}
+
+// Gaps that were treated alike: how many, and the widest.
+struct Gaps {
+    int count = 0;
+    double widest = 0.0;
+    int line = 0;  // of the curve before the widest
+
+    void Add(double width, int at) {
+        ++count;
+        if (width > widest) widest = width, line = at;
+    }
+
+    std::string Text() const {
+        return std::to_string(count) + ", the widest of " + Shown(widest) + " at line " +
+               std::to_string(line);
+    }
+};
+
 // End 2 i is the first point of the open curve i, end 2 i + 1 its last one.
 class Joiner {
 public:
-    Joiner(std::vector<Curve> curves, double tolerance, const std::string& source, Notes& notes)
-        : curves_(std::move(curves)), tolerance_(tolerance), source_(source), notes_(notes) {}
+    Joiner(std::vector<Curve> curves, double tolerance, double millimetre,
+           const std::string& source, Notes& notes)
+        : curves_(std::move(curves)),
+          tolerance_(tolerance),
+          merged_(kDefaultJoinTolerance * millimetre),
+          source_(source),
+          notes_(notes) {}
 
     // Returns the closed chains, and appends the open ones to `leftOut`.
     std::vector<Curve> Join(std::vector<LeftOutChain>& leftOut) {
@@ -168,18 +218,40 @@ private:
         return chain;
     }
 
-    Point Join(std::size_t exit, std::size_t entry) {
-        const Point &p = PointAt(exit), &q = PointAt(entry);
+    EndEdge EdgeAt(std::size_t end) const {
+        const Points& points = curves_[end / 2].points;
+        if (end % 2 == 0) return {points[1], points[0]};
+        return {points[points.size() - 2], points.back()};
+    }
+
+    // Appends to `ring` what leads from one curve to the next. Far ends keep their places: a point
+    // between them would turn the edges that lead to it and change the area by half their length
+    // times the gap.
+    void Join(std::size_t exit, std::size_t entry, Points& ring) {
+        const EndEdge one = EdgeAt(exit), other = EdgeAt(entry);
+        const Point &p = one.end, &q = other.end;
         const double gap = Distance(p, q);
+        const int line = curves_[exit / 2].line;
         // Curves within the tolerance were dropped between them: one, but not a row of them.
         if (gap > 3.0 * tolerance_ && gap > 1e-9 * (std::abs(p.x) + std::abs(p.y))) {
-            Refuse(source_, curves_[exit / 2].line,
+            Refuse(source_, line,
                    "several curves at " + ShownPoint(p.x, p.y) +
                        " are shorter than the join tolerance",
                    "give a smaller join tolerance, or the right unit");
         }
-        if (gap > widestGap_) widestGap_ = gap, lineOfWidest_ = curves_[exit / 2].line;
-        return {0.5 * (p.x + q.x), 0.5 * (p.y + q.y)};
+        if (gap <= merged_) {
+            closed_.Add(gap, line);
+            ring.emplace_back(0.5 * (p.x + q.x), 0.5 * (p.y + q.y));
+            return;
+        }
+        const auto meeting = MeetingPoint(one, other, merged_);
+        if (meeting && std::max(Distance(p, *meeting), Distance(q, *meeting)) <= tolerance_) {
+            cut_.Add(gap, line);
+            ring.push_back(*meeting);
+        } else {
+            bridged_.Add(gap, line);
+            ring.insert(ring.end(), {p, q});
+        }
     }
 
     Curve Closed(const std::vector<std::size_t>& chain) {
@@ -188,11 +260,9 @@ private:
         ring.line = curves_[chain.front() / 2].line;
         std::size_t exit = chain.back() ^ 1U;
         for (const std::size_t entry : chain) {
-            Points points = std::move(curves_[entry / 2].points);
-            curves_[entry / 2].points = {points.front(), points.back()};
-            const Point corner = Join(exit, entry);
+            Join(exit, entry, ring.points);
+            Points points = curves_[entry / 2].points;
             if (entry % 2 != 0) std::reverse(points.begin(), points.end());
-            ring.points.push_back(corner);
             ring.points.insert(ring.points.end(), points.begin() + 1, points.end() - 1);
             exit = entry ^ 1U;
         }
@@ -228,21 +298,28 @@ private:
 
     void NoteGaps() {
         constexpr double worthNaming = 1e-3;  // of the tolerance; below, it is rounding
-        if (widestGap_ <= worthNaming * tolerance_) return;
-        notes_.Say("gaps between curve ends were closed, the widest of " + Shown(widestGap_) +
-                   " at line " + std::to_string(lineOfWidest_));
+        if (closed_.widest > worthNaming * std::min(tolerance_, merged_)) {
+            notes_.Say("gaps between curve ends were closed, the widest of " +
+                       Shown(closed_.widest) + " at line " + std::to_string(closed_.line));
+        }
+        if (bridged_.count > 0) {
+            notes_.Say("gaps between curve ends bridged by straight edges: " + bridged_.Text());
+        }
+        if (cut_.count > 0) {
+            notes_.Say("curves that run past each other cut where they meet: " + cut_.Text());
+        }
     }
 
     std::vector<Curve> curves_;
     double tolerance_;
+    double merged_;  // ends no farther apart become one point between them [L]
     const std::string& source_;
     Notes& notes_;
     std::vector<std::size_t> cluster_;            // by end
     std::vector<bool> isUsed_;                    // by curve
     std::vector<std::vector<std::size_t>> ends_;  // by cluster
     std::size_t openChains_ = 0;
-    double widestGap_ = 0.0;
-    int lineOfWidest_ = 0;
+    Gaps closed_, bridged_, cut_;
 };
 
 void RemoveRepeatedPoints(Points& ring) {
@@ -264,7 +341,7 @@ std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, doubl
         std::vector<Curve>& kind = curve.isClosed ? rings : open;
         kind.push_back(std::move(curve));
     }
-    Joiner joiner(std::move(open), tolerance, source, notes);
+    Joiner joiner(std::move(open), tolerance, millimetre, source, notes);
     std::vector<Curve> joined = joiner.Join(leftOut);
     rings.insert(rings.end(), std::make_move_iterator(joined.begin()),
                  std::make_move_iterator(joined.end()));

@@ -12,8 +12,9 @@
 namespace halvorn::engine::dxf {
 
 /// Returns the closed curves among `curves` and the closed chains that the others form, in any
-/// order and direction, by their first lines. Ends no farther apart than `tolerance` [L] are joined
-/// midway between them.
+/// order and direction, by their first lines. Ends no farther apart than `tolerance` [L] are
+/// joined: midway between them up to the default tolerance; farther apart, in the point where the
+/// curves run past each other or by a straight edge that keeps both ends.
 ///
 /// Named in `notes` and left out are curves that lie on another from end to end, those that are no
 /// longer than the tolerance, chains that stay open and outlines that enclose nothing. Aslant

@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_READ_DXF_LENGTHS_H
 #define HALVORN_ENGINE_READ_DXF_LENGTHS_H
 
+#include <algorithm>
 #include <cmath>
 
 #include "read/dxf/flatten.h"
@@ -11,6 +12,16 @@ namespace halvorn::engine::dxf {
 
 inline double Distance(const Point& p, const Point& q) {
     return std::hypot(p.x - q.x, p.y - q.y);
+}
+
+/// Returns the distance of a point from the segment between two others.
+inline double DistanceToSegment(const Point& p, const Point& from, const Point& to) {
+    const double alongX = to.first - from.first, alongY = to.second - from.second;
+    const double x = p.first - from.first, y = p.second - from.second;
+    const double length2 = alongX * alongX + alongY * alongY;
+    const double at =
+        length2 > 0.0 ? std::clamp((x * alongX + y * alongY) / length2, 0.0, 1.0) : 0.0;
+    return std::hypot(x - at * alongX, y - at * alongY);
 }
 
 /// Returns the length of an open line through points.

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <numbers>
 #include <tuple>
 #include <utility>
 
-#include "geometry/ring_sides.h"
 #include "read/dxf/lengths.h"
+#include "geometry/crossings.h"
+#include "geometry/ring_sides.h"
 
 namespace halvorn::engine::dxf {
 
@@ -25,6 +28,12 @@ constexpr std::size_t kMostLinked = 300;
 
 // Of the diagonal of the smaller box [-], as nearness counts among outlines.
 constexpr double kTouching = 1e-4;
+
+// Area over that of the circle of the same perimeter [-]. A single chain below the first encloses
+// nothing but what rounding leaves; a ring of several below the second may be parallel lines, as
+// hatches are drawn: they reach pi / 4 times kOpenOnPurpose * 4 = 0.16 at most.
+constexpr double kLeastFilledByOne = 1e-6;
+constexpr double kLeastFilledBySeveral = 0.2;
 
 // Returns a length in millimetres rounded up to two digits, a little more than it is.
 std::string RoundedUp(double length) {
@@ -54,9 +63,17 @@ public:
             return Length(one.points) > Length(other.points);
         });
         if (chains_.size() > kMostChains) chains_.resize(kMostChains);
-        for (const LeftOutChain& chain : chains_) lengths_.push_back(Length(chain.points));
         for (const Curve& outline : outlines) {
-            outlines_.push_back({&outline, Box(outline.points)});
+            outlines_.push_back({outline.line, kRead, StripedRing(outline.points)});
+        }
+        for (std::size_t i = 0; i < chains_.size(); ++i) {
+            Points& points = chains_[i].points;
+            points.erase(std::unique(points.begin(), points.end()), points.end());
+            lengths_.push_back(Length(points));
+            const Gap gap = GapBetween(2 * i + 1, 2 * i);
+            if (chains_[i].isAslant || gap.width >= kOpenOnPurpose * lengths_[i]) continue;
+            if (!IsFilled(points, 1)) continue;
+            outlines_.push_back({chains_[i].firstLine, i, StripedRing(points)});
         }
     }
 
@@ -71,10 +88,20 @@ public:
     }
 
 private:
+    static constexpr std::size_t kRead = std::numeric_limits<std::size_t>::max();
+
+    // What a ring may go round.
     struct Outline {
-        const Curve* curve;
-        Box box;
+        int line;
+        std::size_t chain;  // nearly closed and left out; kRead: none, it is read
+        StripedRing striped;
     };
+
+    static bool IsFilled(const Points& ring, std::size_t chains) {
+        const double perimeter = Length(ring) + Distance(ring.back(), ring.front());
+        const double least = chains == 1 ? kLeastFilledByOne : kLeastFilledBySeveral;
+        return 2.0 * std::numbers::pi * std::abs(TwiceArea(ring)) >= least * perimeter * perimeter;
+    }
 
     const Point& PointAt(std::size_t end) const {
         const Points& points = chains_[end / 2].points;
@@ -132,7 +159,7 @@ private:
         }
     }
 
-    // Refuses the ring of the chains before each gap when it holds an outline.
+    // Refuses the ring of the chains before each gap when it holds an outline or lies within one.
     void LookAt(std::vector<Gap> gaps) const {
         double open = 0.0, length = 0.0;
         Points ring;
@@ -148,45 +175,81 @@ private:
             ring.insert(ring.end(), points.begin(), points.end());
         }
         ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
-        if (const Curve* const held = HeldBy(ring)) RefuseRing(gaps, *held);
+        if (const Outline* const held = HeldBy(ring, gaps)) {
+            RefuseRing(gaps, (held->chain == kRead ? "goes round the outline at line "
+                                                   : "goes round the open chain at line ") +
+                                 std::to_string(held->line));
+        }
+        const bool isAslant = std::any_of(gaps.begin(), gaps.end(), [this](const Gap& gap) {
+            return chains_[gap.from / 2].isAslant;
+        });
+        if (isAslant || !IsFilled(ring, gaps.size())) return;
+        if (const Outline* const holder = HolderOf(ring)) {
+            RefuseRing(gaps, "lies within the outline at line " + std::to_string(holder->line));
+        }
     }
 
-    // Returns an outline within a ring; none also when the ring runs along an outline, which then
-    // goes round what it holds.
-    const Curve* HeldBy(const Points& ring) const {
+    // Returns an outline within a ring, a read one first; none also when the ring runs along a read
+    // one, which then goes round what it holds.
+    const Outline* HeldBy(const Points& ring, const std::vector<Gap>& gaps) const {
         const Box box(ring);
+        const auto isOwn = [&](const Outline& outline) {
+            return std::any_of(gaps.begin(), gaps.end(),
+                               [&](const Gap& gap) { return gap.from / 2 == outline.chain; });
+        };
         const auto isWithin = [&](const Outline& outline) {
-            return outline.box.left >= box.left && outline.box.right <= box.right &&
-                   outline.box.bottom >= box.bottom && outline.box.top <= box.top;
+            const Box& other = outline.striped.Bounds();
+            return other.left >= box.left && other.right <= box.right &&
+                   other.bottom >= box.bottom && other.top <= box.top && !isOwn(outline);
         };
         if (std::none_of(outlines_.begin(), outlines_.end(), isWithin)) return nullptr;
         const StripedRing striped(ring);
-        const Curve* held = nullptr;
+        const Outline* held = nullptr;
         for (const Outline& outline : outlines_) {
-            const double touching = kTouching * std::min(box.Diagonal(), outline.box.Diagonal());
-            if (box.IsApartFrom(outline.box, touching)) continue;
-            const Sides sides = SidesOf(StripedRing(outline.curve->points), striped, touching);
-            if (sides.LieOn()) return nullptr;
-            if (!sides.outside && held == nullptr) held = outline.curve;
+            if (isOwn(outline)) continue;
+            const double touching = Touching(striped, outline);
+            if (box.IsApartFrom(outline.striped.Bounds(), touching)) continue;
+            const Sides sides = SidesOf(outline.striped, striped, touching);
+            if (sides.LieOn() && outline.chain == kRead) return nullptr;
+            if (sides.inside && !sides.outside && held == nullptr) held = &outline;
         }
         return held;
     }
 
-    [[noreturn]] void RefuseRing(const std::vector<Gap>& gaps, const Curve& held) const {
-        const std::string holds = "goes round the outline at line " + std::to_string(held.line);
+    // Returns a read outline round a ring; none also when the ring runs along one.
+    const Outline* HolderOf(const Points& ring) const {
+        const StripedRing striped(ring);
+        const Outline* holder = nullptr;
+        for (const Outline& outline : outlines_) {
+            if (outline.chain != kRead) break;
+            const double touching = Touching(striped, outline);
+            if (striped.Bounds().IsApartFrom(outline.striped.Bounds(), touching)) continue;
+            const Sides sides = SidesOf(striped, outline.striped, touching);
+            if (sides.LieOn()) return nullptr;
+            if (!sides.outside && holder == nullptr) holder = &outline;
+        }
+        return holder;
+    }
+
+    static double Touching(const StripedRing& ring, const Outline& outline) {
+        return kTouching * std::min(ring.Bounds().Diagonal(), outline.striped.Bounds().Diagonal());
+    }
+
+    [[noreturn]] void RefuseRing(const std::vector<Gap>& gaps, const std::string& lies) const {
         for (const Gap& gap : gaps) {
             if (!chains_[gap.from / 2].isAslant) continue;
             Refuse(source_, chains_[gap.from / 2].firstLine,
-                   "a curve that is not parallel to the x-y plane " + holds +
+                   "a curve that is not parallel to the x-y plane " + lies +
                        (gaps.size() > 1 ? " with the chains that it joins" : ""),
                    std::string("give all its points the same z; ") + kNoOutline);
         }
         const Gap& gap = *std::max_element(gaps.begin(), gaps.end());
         const Point &from = PointAt(gap.from), &to = PointAt(gap.to);
         Refuse(source_, LineAt(gap.from),
-               (gaps.size() == 1 ? "an open chain " : "a ring of open chains ") + holds +
-                   ", with a gap of " + Shown(gap.width) + " from " + ShownPoint(from.x, from.y) +
-                   " to " + ShownPoint(to.x, to.y) + " at line " + std::to_string(LineAt(gap.to)),
+               (gaps.size() == 1 ? "an open chain " : "a ring of open chains ") + lies +
+                   ", with a gap of " + Shown(gap.width) + " from " +
+                   ShownPoint(from.x, from.y) + " to " + ShownPoint(to.x, to.y) +
+                   " at line " + std::to_string(LineAt(gap.to)),
                "close it in the drawing or give --join-tolerance " +
                    RoundedUp(gap.width / millimetre_) + "; " + kNoOutline);
     }
@@ -196,7 +259,7 @@ private:
 
     std::vector<LeftOutChain> chains_;  // the longest first
     std::vector<double> lengths_;
-    std::vector<Outline> outlines_;
+    std::vector<Outline> outlines_;  // the read ones first
     double millimetre_;
     const std::string& source_;
 };
@@ -205,7 +268,7 @@ private:
 
 void RefuseOpenOutlines(std::vector<LeftOutChain> chains, const std::vector<Curve>& outlines,
                         double millimetre, const std::string& source) {
-    Search(std::move(chains), outlines, millimetre, source).Run();
+    if (!chains.empty()) Search(std::move(chains), outlines, millimetre, source).Run();
 }
 
 }  // namespace halvorn::engine::dxf

@@ -21,8 +21,9 @@ struct LeftOutChain {
 };
 
 /// Refuses a drawing in which one of `chains`, or several of them, would go round one of `outlines`
-/// if they were closed: without them its holes would be read as solids. Chains whose gaps are 5 %
-/// of their length or more are no outlines, but centre lines, dimension lines and the like.
+/// or round another nearly closed chain, or lie within one of `outlines`, if they were closed:
+/// without them holes would be read as solids or be missing. Chains whose gaps are 5 % of their
+/// length or more are no outlines, but centre lines, dimension lines and the like.
 /// @param millimetre one millimetre in the unit of the drawing
 /// @throws InputError naming the ends at the widest gap
 void RefuseOpenOutlines(std::vector<LeftOutChain> chains, const std::vector<Curve>& outlines,
