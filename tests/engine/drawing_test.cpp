@@ -138,6 +138,7 @@ TEST(Drawing, RefusesWhatWouldHoldAnOutlineOrLieInOneIfItWereClosed) {
         {"outside", plate + arc(150, 0, 355), "", "s"},
         {"lines near each other", plate + Line(9, 30, 90, 30) + Line(90, 32, 9, 32), "", "s"},
         {"forth and back", plate + " 0 LWPOLYLINE 10 9 20 9 10 30 20 9 10 9.1 20 9", "", "s"},
+        {"a piece in its gap", OpenRectangle(0.5) + Line(-.1, .48, -.1, .02) + square, "", "s"},
         {"open in open", OpenRectangle(0.5) + hole,
          "line 46: an open chain goes round the open chain at line 56, with a gap of 0.5 from "},
         {"open in open beside a square", OpenRectangle(0.5) + hole + square,

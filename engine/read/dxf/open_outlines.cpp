@@ -200,7 +200,7 @@ private:
         const auto isWithin = [&](const Outline& outline) {
             const Box& other = outline.striped.Bounds();
             return other.left >= box.left && other.right <= box.right &&
-                   other.bottom >= box.bottom && other.top <= box.top && !isOwn(outline);
+                   other.bottom >= box.bottom && other.top <= box.top;
         };
         if (std::none_of(outlines_.begin(), outlines_.end(), isWithin)) return nullptr;
         const StripedRing striped(ring);
