@@ -41,8 +41,8 @@ std::optional<Points> CornersOfRectangle(const Points& ring) {
 // Returns the lengths of the sides, first that of the one nearer to the horizontal.
 std::string SidesText(const Points& corners) {
     double first = Distance(corners[0], corners[1]), second = Distance(corners[1], corners[2]);
-    const double dx = std::fabs(corners[1].first - corners[0].first);
-    if (dx < std::fabs(corners[1].second - corners[0].second)) std::swap(first, second);
+    const double dx = std::fabs(corners[1].x - corners[0].x);
+    if (dx < std::fabs(corners[1].y - corners[0].y)) std::swap(first, second);
     return Shown(first) + " x " + Shown(second);
 }
 

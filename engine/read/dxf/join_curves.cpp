@@ -73,8 +73,8 @@ struct EndEdge {
 };
 
 double Cross(const Point& origin, const Point& p, const Point& q) {
-    return (p.first - origin.first) * (q.second - origin.second) -
-           (q.first - origin.first) * (p.second - origin.second);
+    return (p.x - origin.x) * (q.y - origin.y) -
+           (q.x - origin.x) * (p.y - origin.y);
 }
 
 // Returns where two curves meet that run past each other, if their last edges do: an end that lies
@@ -88,8 +88,8 @@ std::optional<Point> MeetingPoint(const EndEdge& one, const EndEdge& other, doub
     const double right = Cross(one.before, one.end, other.end);
     if (before * after >= 0.0 || left * right >= 0.0) return std::nullopt;
     const double at = before / (before - after);
-    return Point{one.before.first + at * (one.end.first - one.before.first),
-                 one.before.second + at * (one.end.second - one.before.second)};
+    return Point{one.before.x + at * (one.end.x - one.before.x),
+                 one.before.y + at * (one.end.y - one.before.y)};
 }
 
 // Gaps that were treated alike: how many, and the widest.

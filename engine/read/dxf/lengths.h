@@ -16,8 +16,8 @@ inline double Distance(const Point& p, const Point& q) {
 
 /// Returns the distance of a point from the segment between two others.
 inline double DistanceToSegment(const Point& p, const Point& from, const Point& to) {
-    const double alongX = to.first - from.first, alongY = to.second - from.second;
-    const double x = p.first - from.first, y = p.second - from.second;
+    const double alongX = to.x - from.x, alongY = to.y - from.y;
+    const double x = p.x - from.x, y = p.y - from.y;
     const double length2 = alongX * alongX + alongY * alongY;
     const double at =
         length2 > 0.0 ? std::clamp((x * alongX + y * alongY) / length2, 0.0, 1.0) : 0.0;
