@@ -55,7 +55,7 @@ std::string FindFault(const std::vector<std::int64_t>& offsets, std::size_t end,
            std::to_string(end) + " " + words.parts;
 }
 
-void ComputeSection(Batch& batch, std::size_t section, double* values) {
+void ComputeSection(Batch& batch, std::size_t section, double* values, double* losses) {
     CSectionTools tools;
     SectionRounding rounding;
     std::vector<Outline> outlines;
@@ -65,12 +65,16 @@ void ComputeSection(Batch& batch, std::size_t section, double* values) {
         const auto count = static_cast<std::size_t>(batch.contourOffsets[i + 1] - first);
         double* const points = batch.coordinates.data() + 2 * first;
         tools.PushContour(static_cast<int>(count), points, batch.flags[i]);
-        rounding.AddContour(points, count);
+        rounding.AddContour(points, count, batch.flags[i] != 0);
         outlines.push_back({points, count, batch.flags[i] != 0});
     }
-    Values row = ReadingOrder(tools, batch.dx[section], batch.dy[section], rounding).values;
-    if (FindMisplacedHole(outlines)) row.fill(std::numeric_limits<double>::quiet_NaN());
-    std::copy(row.begin(), row.end(), values + section * kValueCount);
+    SectionValues row = ReadingOrder(tools, batch.dx[section], batch.dy[section], rounding);
+    if (FindMisplacedHole(outlines)) {
+        row.values.fill(std::numeric_limits<double>::quiet_NaN());
+        row.loss = {};
+    }
+    std::copy(row.values.begin(), row.values.end(), values + section * kValueCount);
+    losses[section] = row.loss.relative;
 }
 
 }  // namespace
@@ -111,7 +115,7 @@ std::size_t ChooseThreadCount(const Batch& batch) {
     return std::min({processors, worth, batch.SectionCount()});
 }
 
-void ComputeBatch(Batch& batch, std::size_t threadCount, double* values) {
+void ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double* losses) {
     const std::size_t count = batch.SectionCount();
     // Some parts for each thread, so that one with large sections does not leave the others idle.
     const std::size_t part = std::max<std::size_t>(1, count / (16 * threadCount));
@@ -122,7 +126,7 @@ void ComputeBatch(Batch& batch, std::size_t threadCount, double* values) {
             for (std::size_t first = next.fetch_add(part); first < count;
                  first = next.fetch_add(part)) {
                 for (std::size_t i = first; i < std::min(first + part, count); ++i) {
-                    ComputeSection(batch, i, values);
+                    ComputeSection(batch, i, values, losses);
                 }
             }
         } catch (...) {

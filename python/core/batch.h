@@ -40,8 +40,10 @@ std::size_t ChooseThreadCount(const Batch& batch);
 /// @param threadCount at least 1; the calling thread is one of them. When the system gives fewer,
 ///                    fewer do the work.
 /// @param values      17 per section
+/// @param losses      one per section: the relative error of its inertias where rounding leaves
+///                    fewer than seven digits of them, else 0
 /// @throws std::bad_alloc when memory runs out on any thread
-void ComputeBatch(Batch& batch, std::size_t threadCount, double* values);
+void ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double* losses);
 
 }  // namespace halvorn::python
 

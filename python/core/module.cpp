@@ -47,7 +47,7 @@ void PushContour(GuardedSection& section, py::handle points, py::handle flag) {
     section.CountVertices(count);
     section.Use(count, [&](CSectionTools& tools) {
         tools.PushContour(static_cast<int>(count), coordinates.data(), solid);
-        section.Rounding().AddContour(coordinates.data(), count);
+        section.Rounding().AddContour(coordinates.data(), count, solid != 0);
     });
 }
 
@@ -79,8 +79,8 @@ void PushContourStandard(GuardedSection& section, py::handle points, py::handle 
                                   given[2], given[3], given[4], given[5], given[6], given[7],
                                   given[8], given[9], given[10], given[11], given[12], given[13],
                                   solid);
-        section.Rounding().AddProfile(coordinates.data(), count, given[1], given[2], given[3],
-                                      given[8], given[7]);
+        section.Rounding().AddProfile(coordinates.data(), count, solid != 0,
+                                      {given[1], given[2], given[3], given[8], given[7]});
     });
 }
 
@@ -126,7 +126,7 @@ py::tuple ValuesOf(GuardedSection& section, py::handle dx, py::handle dy) {
         const double value = row.values[i];
         fields[i] = std::isnan(value) ? py::none() : py::object(py::float_(value));
     }
-    return fields;
+    return py::make_tuple(fields, row.loss.relative, row.loss.isByDistance);
 }
 
 // Of pairs of points and whether they are a solid's.
@@ -198,9 +198,8 @@ std::vector<double> ReadShifts(py::handle object, const char* place, std::size_t
     return shifts;
 }
 
-py::array_t<double> BatchValues(py::handle points, py::handle contourOffsets, py::handle flags,
-                                py::handle sectionOffsets, py::handle dx, py::handle dy,
-                                py::handle threads) {
+py::tuple BatchValues(py::handle points, py::handle contourOffsets, py::handle flags,
+                      py::handle sectionOffsets, py::handle dx, py::handle dy, py::handle threads) {
     constexpr int kMostThreads = 1024;
     Batch batch;
     batch.contourOffsets = ReadIndices(contourOffsets, "contour_offsets");
@@ -220,12 +219,14 @@ py::array_t<double> BatchValues(py::handle points, py::handle contourOffsets, py
     const auto wanted = static_cast<std::size_t>(ReadWhole(threads, "threads", 0, kMostThreads));
     const std::size_t count = wanted == 0 ? ChooseThreadCount(batch) : std::min(wanted, sections);
     py::array_t<double> values({sections, kValueCount});
+    py::array_t<double> losses(static_cast<py::ssize_t>(sections));
     double* const rows = values.mutable_data();
+    double* const errors = losses.mutable_data();
     {
         const py::gil_scoped_release released;
-        ComputeBatch(batch, count, rows);
+        ComputeBatch(batch, count, rows, errors);
     }
-    return values;
+    return py::make_tuple(values, losses);
 }
 
 void RefusePickling(const GuardedSection&, int) {
@@ -343,8 +344,10 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
         "checked_numbers(numbers, place)\n\nReturns finite floats in an array of shape (n,).");
     module.def("section_values", &ValuesOf, arg("section"), arg("dx"), arg("dy"),
                "section_values(section, dx, dy)\n\nReturns the values of a CSectionTools in the "
-               "order of VALUE_NAMES; None for what was not\ncomputed. Raises ValueError for a "
-               "section that cannot be.");
+               "order of VALUE_NAMES, None for what was not\ncomputed; the relative error of its "
+               "inertias where rounding leaves fewer than seven digits,\nelse 0; and whether the "
+               "distance from the origin takes them. Raises ValueError for a\nsection that cannot "
+               "be.");
     module.def("misplaced_hole", &MisplacedHole, arg("contours"),
                "misplaced_hole(contours)\n\nReturns (index, x, y) of a hole and of its point where "
                "there is nothing to subtract; None when\nevery hole is in its place. contours is a "
@@ -352,5 +355,6 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
     module.def("batch_values", &BatchValues, arg("points"), arg("contour_offsets"), arg("flags"),
                arg("section_offsets"), arg("dx"), arg("dy"), arg("threads"),
                "batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads)\n\n"
-               "Returns an array of shape (k, 17), columns as VALUE_NAMES, for compute_batch.");
+               "Returns an array of shape (k, 17), columns as VALUE_NAMES, and of shape (k,) the "
+               "relative error\nof inertias as section_values, for compute_batch.");
 }

@@ -19,29 +19,44 @@ struct ValueRounding {
     double inertiaXY = 0.0;  // [L^4]
 };
 
+/// What is given with a profile.
+struct GivenProfile {
+    double x;         // centre of gravity [L]
+    double y;         // [L]
+    double area;      // [L^2]
+    double inertia1;  // principal inertias [L^4]
+    double inertia2;  // [L^4]
+};
+
 /// Collects of every part of a section what the rounding of its values grows with.
 class SectionRounding {
 public:
     /// Adds a free contour of `count` points x0, y0, x1, y1, ... [L].
-    void AddContour(const double* coordinates, std::size_t count);
+    void AddContour(const double* coordinates, std::size_t count, bool isSolid);
 
-    /// Adds a profile with its given centre of gravity [L], area [L^2] and principal inertias
-    /// [L^4].
-    void AddProfile(const double* coordinates, std::size_t count, double x, double y, double area,
-                    double inertia1, double inertia2);
+    /// Adds a profile with the points of its outline.
+    void AddProfile(const double* coordinates, std::size_t count, bool isSolid,
+                    const GivenProfile& given);
 
     /// Returns the bounds for a section of the net area `area`, not 0.
     ///
-    /// A contour is integrated about its first point, where its terms are as large as P = box width
-    /// times the path of its edges in y + box height times that in x. The sums are moved to the
-    /// origin, at most X and Y away, and the inertias back from there. With the gross area G and
-    /// the box W x H of the section the errors stay below
-    ///   16 u (G Y^2 + H^2 P) for the inertia about the horizontal axis, u = 2^-53, and alike for
-    /// the others. P is no more than the area but for slender contours at an angle.
+    /// They are those of `halvorn-section`: a contour of n points adds (8 + sqrt(n) / 2) u a X^i
+    /// Y^k to the bound of the integral of x^i y^k, with u = 2^-53, the area a of its box and its
+    /// reach from the origin, X = largest |x| + width and Y likewise (docs/theory.md, Derived
+    /// values).
     ValueRounding Bounds(double area) const;
 
-    /// Whether there is a free contour.
+    /// Whether an origin in the middle of the section would give a digit or more of an inertia
+    /// back; else an outline that is thin for its size takes them.
+    bool IsByDistance(const ValueRounding& bounds, double ValueRounding::*inertia) const;
+
+    /// Whether a point lies outside the box around all outlines, by more than the centre of gravity
+    /// may be off.
+    bool IsOutside(double x, double y, const ValueRounding& bounds) const;
+
     bool HasContour() const { return hasContour_; }
+    bool HasProfile() const { return hasProfile_; }
+    bool HasHole() const { return hasHole_; }
 
     /// The principal inertias given with profiles, summed [L^4].
     double GivenInertia() const { return givenInertia_; }
@@ -64,14 +79,23 @@ private:
         double Farthest() const { return std::max(-low, high); }
     };
 
-    Range x_;
-    Range y_;
-    double grossArea_ = 0.0;     // G
-    double contourScale_ = 0.0;  // P, summed
+    void AddShare(const Range& x, const Range& y, double area);
+    void AddToBox(const Range& x, const Range& y);
+
+    Range boxX_;  // of all outlines
+    Range boxY_;
+    double shares_ = 0.0;  // [L^2], and with the powers of the reach:
+    double firstX_ = 0.0;  // [L^3]
+    double firstY_ = 0.0;
+    double inertiaX_ = 0.0;  // [L^4]
+    double inertiaY_ = 0.0;
+    double inertiaXY_ = 0.0;
     double areaRounding_ = 0.0;
     double neglectedArea_ = 0.0;
     double givenInertia_ = 0.0;
     bool hasContour_ = false;
+    bool hasProfile_ = false;
+    bool hasHole_ = false;
 };
 
 }  // namespace halvorn::python

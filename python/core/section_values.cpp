@@ -1,5 +1,6 @@
 #include "section_values.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -39,9 +40,13 @@ constexpr const char* kNoArea =
     "has no properties: its area is 0, because its points lie on a line or its holes take all";
 constexpr const char* kNegativeArea =
     "has no properties: its area is negative, because its holes take more than its solids give";
-constexpr const char* kNegativeInertia =
-    "has no properties: its inertias are impossible, because its holes take more than its solids "
-    "give";
+constexpr const char* kImpossible =
+    "has no properties: its inertias or its centre of gravity are impossible, because a contour "
+    "crosses itself, so that parts of it count negatively; bring its points into order, or draw "
+    "each part as a contour";
+constexpr const char* kImpossibleWithHoles =
+    "has no properties: its inertias or its centre of gravity are impossible, because its holes "
+    "take more than its solids give, or a contour crosses itself";
 constexpr const char* kTooSmall =
     "has no properties: its area is below the library's fixed tolerance; use a smaller unit, such "
     "as mm";
@@ -49,6 +54,12 @@ constexpr const char* kOverflow = "has no properties: its coordinates are too la
 constexpr const char* kNoDigits =
     "has no inertias: so far from the origin rounding leaves no digit of them; move the origin to "
     "the section";
+constexpr const char* kTooThin =
+    "has no inertias: rounding leaves no digit of them, the outline is too thin for its size; turn "
+    "it, or draw its straight pieces as contours of their own, parallel to the axes";
+
+// Of inertias [-], as in halvorn-section: beyond it the seven digits of a table are not all right.
+constexpr double kTooFewDigits = 1e-7;
 
 // Of the area; the centre of gravity moves as much, relative to its distance from (0, 0).
 constexpr double kNegligible = 1e-9;
@@ -65,7 +76,11 @@ const char* FindImpossible(const Values& values, const SectionRounding& rounding
     const double y = values[kInertiaY] + bounds.inertiaY;
     const double product = std::fabs(values[kInertiaXY]) - bounds.inertiaXY;
     const bool isProductTooLarge = product > 0.0 && product > std::sqrt(x) * std::sqrt(y);
-    return x < 0.0 || y < 0.0 || isProductTooLarge ? kNegativeInertia : nullptr;
+    if (!(x < 0.0 || y < 0.0 || isProductTooLarge ||
+          rounding.IsOutside(values[kCentroidX], values[kCentroidY], bounds))) {
+        return nullptr;
+    }
+    return rounding.HasHole() ? kImpossibleWithHoles : kImpossible;
 }
 
 // Says that a value which every section has is not finite; null when all are.
@@ -91,10 +106,10 @@ constexpr AxisRows kAxes[] = {
 };
 
 // Makes inertias that are no more than their rounding NaN, with what follows from them; 0 where
-// only what was given with profiles counts, which may be 0. Returns whether any is NaN.
-bool MarkLostInertias(const SectionRounding& rounding, const ValueRounding& bounds,
-                      Values* values) {
-    bool isAnyLost = false;
+// only what was given with profiles counts, which may be 0. Returns why any is NaN, or null.
+const char* MarkLostInertias(const SectionRounding& rounding, const ValueRounding& bounds,
+                             Values* values) {
+    const char* fault = nullptr;
     for (const AxisRows& axis : kAxes) {
         const double bound = bounds.*axis.bound;
         if (!(std::fabs((*values)[axis.inertia]) <= bound)) continue;
@@ -103,10 +118,25 @@ bool MarkLostInertias(const SectionRounding& rounding, const ValueRounding& boun
         for (const Place row : {axis.inertia, axis.modulusLow, axis.modulusHigh}) {
             if (!std::isnan((*values)[row])) (*values)[row] = isLost ? kNotComputed : 0.0;
         }
-        isAnyLost = isAnyLost || isLost;
+        if (isLost) fault = rounding.IsByDistance(bounds, axis.bound) ? kNoDigits : kTooThin;
     }
-    if (isAnyLost) (*values)[kInertiaXY] = kNotComputed;
-    return isAnyLost;
+    if (fault != nullptr) (*values)[kInertiaXY] = kNotComputed;
+    return fault;
+}
+
+// Of the inertias that are there. A small one of profiles is given small, or loses by distance.
+DigitLoss FindLoss(const SectionRounding& rounding, const ValueRounding& bounds,
+                   const Values& values) {
+    DigitLoss loss;
+    for (const AxisRows& axis : kAxes) {
+        const double inertia = std::fabs(values[axis.inertia]);
+        const double relative = inertia > 0.0 ? bounds.*axis.bound / inertia : 0.0;
+        if (!(relative > std::max(kTooFewDigits, loss.relative))) continue;
+        const bool isByDistance = rounding.IsByDistance(bounds, axis.bound);
+        if (rounding.HasProfile() && !isByDistance) continue;
+        loss = {std::min(1.0, relative), isByDistance};
+    }
+    return loss;
 }
 
 void ZeroIfRounding(double bound, double* value) {
@@ -170,9 +200,9 @@ SectionValues ReadingOrder(CSectionTools& tools, double dx, double dy,
         row.values[kTorsionConstant] = kNotComputed;
     }
     row.fault = FindOverflow(row.values);
-    if (MarkLostInertias(rounding, bounds, &row.values) && row.fault == nullptr) {
-        row.fault = kNoDigits;
-    }
+    const char* const lost = MarkLostInertias(rounding, bounds, &row.values);
+    if (row.fault == nullptr) row.fault = lost;
+    if (row.fault == nullptr) row.loss = FindLoss(rounding, bounds, row.values);
     ZeroIfRounding(bounds.centroidX, &row.values[kCentroidX]);
     ZeroIfRounding(bounds.centroidY, &row.values[kCentroidY]);
     ZeroIfRounding(bounds.inertiaXY, &row.values[kInertiaXY]);

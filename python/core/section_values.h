@@ -32,18 +32,25 @@ constexpr std::size_t kFirstUnwritten = 14;
 /// @returns whether it wrote every output; if not, those from `kFirstUnwritten` on are NaN
 bool GetOutputs(CSectionTools& tools, double dx, double dy, Values* outputs);
 
+/// What rounding took of inertias.
+struct DigitLoss {
+    double relative = 0.0;      // error of the worse one; 0 while a table's seven digits are right
+    bool isByDistance = false;  // from the origin; else the outline is thin for its size
+};
+
 /// The values of a section in reading order.
 struct SectionValues {
     Values values{};              // NaN for what was not computed or is no finite number
     const char* fault = nullptr;  // why a section like this has no properties, after "the section "
+    DigitLoss loss;               // of inertias that are given
 };
 
 /// Computes the values in reading order.
 ///
 /// All are NaN when the section cannot be: without area or with a negative one, with inertias that
-/// no section has, or when the library takes its contours for nothing. Inertias without a digit
-/// left, and what follows from them, are NaN. A centre of gravity and a product moment that are no
-/// more than their rounding are 0.
+/// no section has or a centre of gravity outside its box, or when the library takes its contours
+/// for nothing. Inertias without a digit left, and what follows from them, are NaN. A centre of
+/// gravity and a product moment that are no more than their rounding are 0.
 SectionValues ReadingOrder(CSectionTools& tools, double dx, double dy,
                            const SectionRounding& rounding);
 

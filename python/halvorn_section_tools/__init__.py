@@ -14,7 +14,7 @@ the C++ class member by member.
 
 from ._batch import BatchProperties, compute_batch
 from ._core import CalculValues, ContourValues, CSectionTools, __version__
-from ._results import PolylineProperties, SectionProperties
+from ._results import LostDigitsWarning, PolylineProperties, SectionProperties
 from ._section import Section
 
 __all__ = [
@@ -22,6 +22,7 @@ __all__ = [
     "CSectionTools",
     "CalculValues",
     "ContourValues",
+    "LostDigitsWarning",
     "PolylineProperties",
     "Section",
     "SectionProperties",

@@ -2,12 +2,14 @@
 
 from __future__ import annotations
 
+import warnings
 from dataclasses import dataclass
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
 from ._core import VALUE_NAMES, batch_values
+from ._results import LostDigitsWarning, digits_left
 from ._types import Points
 
 
@@ -57,7 +59,8 @@ def compute_batch(
 
     Other Python threads run meanwhile; the arrays are copied first, so they may change. Where
     `Section.properties` raises ValueError a section gives nan and no error: all values of one that
-    cannot be, the inertias and elastic moduli of one too far from the origin.
+    cannot be, the inertias and elastic moduli of one too far from the origin. One `LostDigitsWarning`
+    says how many sections have fewer than seven digits of their inertias left.
 
     Raises ValueError or TypeError for arrays that do not fit, naming section and contour, and
     MemoryError.
@@ -71,6 +74,12 @@ def compute_batch(
     >>> batch["area"]
     array([70000.,  3000.])
     """
-    return BatchProperties(
-        batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads)
-    )
+    values, losses = batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads)
+    few = np.flatnonzero(losses)
+    if len(few):
+        worst = few[np.argmax(losses[few])]
+        warnings.warn(
+            f"{len(few)} of {len(losses)} sections lie so far from the origin, or are so thin for their "
+            f"size, {digits_left(losses[worst])} in the worst, section {worst}; move the origin to them",
+            LostDigitsWarning, stacklevel=2)
+    return BatchProperties(values)

@@ -2,8 +2,19 @@
 
 from __future__ import annotations
 
+import math
 from dataclasses import dataclass, fields
 from typing import Any
+
+
+class LostDigitsWarning(UserWarning):
+    """Rounding leaves fewer than seven digits of inertias."""
+
+
+def digits_left(relative: float) -> str:
+    """What is left of the 16 digits of inertias and of what follows, by their relative error."""
+    return ("that of 16 digits of the inertias, and of what follows, about "
+            f"{max(0, int(-math.log10(relative)))} are left")
 
 
 def _table(record: Any) -> str:

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import copy
 import threading
+import warnings
 from dataclasses import dataclass
 from typing import TYPE_CHECKING, Any, Sequence
 
@@ -18,7 +19,7 @@ from ._core import (
     misplaced_hole,
     section_values,
 )
-from ._results import PolylineProperties, SectionProperties
+from ._results import LostDigitsWarning, PolylineProperties, SectionProperties, digits_left
 from ._types import Number, Points
 from ._walls import checked_properties, require_room
 
@@ -126,7 +127,8 @@ class Section:
         """Adds a profile whose properties are known, for example from a catalogue.
 
         outline           shape (n, 2), n at least 3, where the profile lies in the section [L];
-                          for the bounding box and the plastic moduli, not checked against the rest
+                          for the bounding box and the plastic moduli; its box must hold the centroid,
+                          else it is not checked against the rest
         centroid          (x, y), likewise [L]
         area              greater than 0 [L^2]
         inertia_1, _2     second moments about the first and second principal axis [L^4]
@@ -138,7 +140,8 @@ class Section:
         solid             False: a hole, its properties are subtracted
 
         Of an upright I the first principal axis is the horizontal, strong one. Raises as `add`, and
-        ValueError for an area that is not positive and for other values below 0.
+        ValueError for an area that is not positive, for other values below 0 and for a centroid
+        outside the outline's box, which would make elastic moduli negative.
         """
         place = checked_numbers(centroid, "centroid")
         if len(place) != 2:
@@ -156,7 +159,13 @@ class Section:
             "plastic_modulus_x": 0.0, "plastic_modulus_y": 0.0, "extra": extra,
         }
         given = tuple(checked_number(value, name) for name, value in named.items())
-        return self._add(Element(checked_points(outline, "outline", 3), solid, given))
+        points = checked_points(outline, "outline", 3)
+        low, high = points.min(axis=0), points.max(axis=0)
+        if (place < low).any() or (place > high).any():
+            raise ValueError(f"centroid: ({x:.6g}, {y:.6g}) lies outside the box of the outline, "
+                             f"({low[0]:.6g}, {low[1]:.6g}) to ({high[0]:.6g}, {high[1]:.6g}); "
+                             "give both in the section's coordinates")
+        return self._add(Element(points, solid, given))
 
     def properties(self, dx: Number = 0.0, dy: Number = 0.0) -> SectionProperties:
         """Returns the seventeen values.
@@ -166,13 +175,21 @@ class Section:
 
         Raises ValueError for an empty section, for one that cannot be (without area, or with a hole
         that is not within its solids), for one so far from the origin that rounding leaves no digit
-        of its inertias, and when the coordinates are so large that a result overflows. A centre of
+        of its inertias, and when the coordinates are so large that a result overflows. Where fewer
+        than seven digits of the inertias are left, a `LostDigitsWarning` says how many. A centre of
         gravity and an `inertia_xy` that are no more than rounding are 0.
         """
         if not self._elements:
             raise ValueError("the section is empty: add a contour or a profile first")
         self._require_holes_in_place()
-        return SectionProperties(*section_values(self._tools, dx, dy))  # type: ignore[arg-type]
+        values, loss, by_distance = section_values(self._tools, dx, dy)
+        if loss > 0.0:
+            why, cure = (("the section lies so far from the origin", "move the origin to the section")
+                         if by_distance else
+                         ("the outline is so thin for its size", "turn it, or draw its straight pieces "
+                          "as contours of their own, parallel to the axes"))
+            warnings.warn(f"{why} {digits_left(loss)}; {cure}", LostDigitsWarning, stacklevel=2)
+        return SectionProperties(*values)  # type: ignore[arg-type]
 
     def _require_holes_in_place(self) -> None:
         """Raises ValueError for a hole that is not within the solids."""

@@ -3,12 +3,13 @@
 import numpy as np
 import pytest
 
-from halvorn_section_tools import CSectionTools, Section, compute_batch
+from halvorn_section_tools import CSectionTools, LostDigitsWarning, Section, compute_batch
 
 NAN = float("nan")
 TRIANGLE = [(0, 0), (4, 0), (0, 3)]
 SQUARE = np.array([(0.0, 0.0), (100.0, 0.0), (100.0, 100.0), (0.0, 100.0)])
 CHANNEL = [(0, 0), (80, 0), (80, 12), (8, 12), (8, 188), (80, 188), (80, 200), (0, 200)]
+ANGLE = np.array([(0, 0), (100, 0), (100, 10), (10, 10), (10, 100), (0, 100)])
 PENTAGON = [(94 + 30 * np.cos(0.3 + k * 0.4 * np.pi), 30 * np.sin(0.3 + k * 0.4 * np.pi)) for k in range(5)]
 GIVEN = dict(centroid=(1, 1), area=1, inertia_1=1, inertia_2=1, shear_area_1=1, shear_area_2=1,
              torsion_constant=1, torsion_modulus=1)
@@ -81,15 +82,31 @@ def test_points_that_do_not_fit(points, kind, message):
     (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 7}, solid=False)
      .properties(), ValueError, "its area is negative"),
     (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "inertia_1": 9}, solid=False)
-     .properties(), ValueError, "its inertias are impossible"),
+     .properties(), ValueError,
+     "its inertias or its centre of gravity are impossible"),
     (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 1e-6, "inertia_1": 5,
      "inertia_2": 0, "angle_radians": -np.pi / 4}, solid=False).properties(), ValueError, "impossible"),
-    (lambda: Section().add(SQUARE).add_profile(np.add(TRIANGLE, 200), **GIVEN, solid=False)
-     .properties(), ValueError, "number 2 reaches to (200, 200)"),
+    (lambda: Section().add(SQUARE).add_profile(np.add(TRIANGLE, 200), **{**GIVEN, "centroid": (201, 201)},
+     solid=False).properties(), ValueError, "number 2 reaches to (200, 200)"),
+    # Lobes of 35.7 and 5.7.
+    (lambda: Section().add([(0, 0), (10, 10), (10, 0), (0, 4)]).properties(), ValueError,
+     "because a contour crosses itself"),
+    # The centre of gravity is at (100 * 50 - 90 * 1) / 10 = 491.
+    (lambda: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (50, 50), "area": 100, "inertia_1": 1e9,
+     "inertia_2": 1e9}).add_profile(SQUARE, **{**GIVEN, "area": 90}, solid=False).properties(), ValueError,
+     "its holes take more than its solids give, or a contour crosses itself"),
+    (lambda: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (50, 104)}), ValueError,
+     "centroid: (50, 104) lies outside the box of the outline, (0, 0) to (100, 100)"),
+    (lambda: Section().add(ANGLE + (3.9e8, 4.29e8)).properties(), ValueError,
+     "move the origin to the section"),
+    (lambda: Section().add([(0, 0), (1e7, 1e7), (1e7, 1e7 + 2e-7), (0, 2e-7)]).properties(), ValueError,
+     "too thin"),
+    (lambda: wall(points=SQUARE, kind="closed_wall", thickness=100.1), ValueError,
+     "the corners need 100.1 of this edge, which is 100 long"),
     (lambda: Section().add(SQUARE * 1e-10 + 1).properties(), ValueError, "use a smaller unit"),
     (lambda: Section().add(SQUARE + 1e10).properties(), ValueError, "move the origin to the section"),
-    (lambda: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (1e9, 0)}).properties(), ValueError,
-     "move the origin to the section"),
+    (lambda: Section().add_profile(SQUARE + (1e9, 0), **{**GIVEN, "centroid": (1e9, 0)}).properties(),
+     ValueError, "move the origin to the section"),
     (lambda: wall(points=[(0, 0), (10, 0), (0, 12), (10, 10)], kind="closed_wall", thickness=2),
      ValueError, "it crosses itself"),
     (lambda: Section.polyline([(.1, .3), (.2, .6), (.7, 2.1)]), ValueError, "lie on a line"),
@@ -199,6 +216,27 @@ def test_holes_in_their_place_are_subtracted(parts, area):
     assert section(*parts).properties().area == pytest.approx(area)
 
 
+STRIP = np.array([(0, 0), (1000, 0), (1000, 1), (0, 1)])
+THIN = [(0, 0), (1e4, 3000), (1e4, 3000 + 1e-5), (0, 1e-5)]
+
+
+@pytest.mark.parametrize("points, told", [
+    # 9.2 u 1e4 (1.1 d)^2 of 1.8e6, and 9 u 1e3 d^2 of 83.3: relative errors of 1e-2, 6e-7 and 1e-2.
+    (ANGLE + (3.9e7, 4.29e7), "far from the origin that .* about 1 are left; move the origin"),
+    (ANGLE + (3e5, 3.3e5), "about 6 are left"), (STRIP + (0, 1e6), "about 1 are left"),
+    (THIN, "thin for its size that .* about 4 are left; turn it")])
+def test_few_digits_are_told(points, told):
+    with pytest.warns(LostDigitsWarning, match=told) as caught:
+        Section().add(points).properties()
+    assert [warning.filename for warning in caught] == [__file__], "once, and where the call is"
+    near, none = Section().add(ANGLE + 3e4).properties(), ANGLE + 1e9
+    with pytest.warns(LostDigitsWarning, match="1 of 3 sections") as caught:
+        ends = np.cumsum([0, 6, len(points), 6])
+        values = compute_batch([*ANGLE + 3e4, *points, *none], ends, [1] * 3, range(4))
+    assert len(caught) == 1 and values["inertia_x"][0] == near.inertia_x
+    assert np.isnan(values.values[2, 3:10]).all() and not np.isnan(values.values[:2]).any()
+
+
 class Raising:
     def __init__(self, error):
         self.error = error
@@ -220,3 +258,6 @@ def test_objects_without_init_are_refused():
 
 def test_corners_may_touch():
     assert wall(radii=[0, 55.99, 0]).area == pytest.approx(560)
+    # A hole of 1 x 1 is left, and none.
+    for thickness, area in ((99, 199**2 - 1), (100, 200**2)):
+        assert wall(points=SQUARE, kind="closed_wall", thickness=thickness).area == pytest.approx(area)

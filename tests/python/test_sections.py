@@ -10,6 +10,7 @@ import subprocess
 import sys
 import threading
 import time
+import warnings
 from fractions import Fraction
 
 import numpy as np
@@ -17,7 +18,7 @@ import pytest
 
 import halvorn_section_tools
 from halvorn_section_tools import (
-    CSectionTools, Section, SectionProperties, _batch, _core, _section, compute_batch)
+    CSectionTools, LostDigitsWarning, Section, SectionProperties, _batch, _core, _section, compute_batch)
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 CHANNEL = [(0, 0), (80, 0), (80, 12), (8, 12), (8, 188), (80, 188), (80, 200), (0, 200)]
@@ -146,7 +147,7 @@ def exact_values(points):
     return [inertia_x - y * y / area, inertia_y - x * x / area, product - x * y / area]
 
 
-def test_a_digit_is_left_of_every_inertia_and_only_rounding_is_zero():
+def test_a_digit_is_left_of_every_inertia_and_only_rounding_is_zero_and_lost_ones_are_told():
     random, raised = np.random.default_rng(3), 0
     for case in range(400):
         star = ring(random.integers(3, 20), 1.0) * random.uniform(0.3, 1.0, (1, 2))
@@ -160,7 +161,9 @@ def test_a_digit_is_left_of_every_inertia_and_only_rounding_is_zero():
         bound_x, bound_y, bound_xy = (
             16 * 2.0**-53 * np.prod(size) * arms2 for arms2 in (arms[1]**2, arms[0]**2, np.prod(arms)))
         try:
-            found = Section().add(points).properties()
+            with warnings.catch_warnings(record=True) as caught:
+                warnings.simplefilter("always")
+                found = Section().add(points).properties()
         except ValueError as error:
             assert "rounding leaves no digit" in str(error)
             raised += 1
@@ -169,6 +172,9 @@ def test_a_digit_is_left_of_every_inertia_and_only_rounding_is_zero():
         assert abs(found.inertia_x - exact[0]) < 0.5 * exact[0], "no digit is left"
         assert abs(found.inertia_y - exact[1]) < 0.5 * exact[1], "no digit is left"
         assert abs(found.inertia_xy - exact[2]) <= bound_xy
+        lost = max(abs(found.inertia_x / exact[0] - 1), abs(found.inertia_y / exact[1] - 1))
+        assert len(caught) == 1 if lost > 1e-7 else len(caught) <= 1, "digits go without a word"
+        assert not caught or max(bound_x / exact[0], bound_y / exact[1]) > 1e-7, "nothing is lost"
     assert 40 < raised < 300
 
 
@@ -180,7 +186,8 @@ def test_rounding_is_zero_in_every_output():
     batch = compute_batch(CHANNEL, [0, 8], [1], [0, 1])
     assert (channel.properties().inertia_xy, batch["inertia_xy"][0]) == (0.0, 0.0)
     assert "inertia_xy              0\n" in str(channel.properties())
-    round_bar, profile = Section().add(tube).properties(), Section().add_profile(HOLE, **given).properties()
+    round_bar = Section().add(tube).properties()
+    profile = Section().add_profile(np.subtract(HOLE, 50), **given).properties()
     assert (round_bar.centroid_x, round_bar.centroid_y, round_bar.inertia_xy) == (0.0, 0.0, 0.0)
     assert (profile.inertia_x, profile.inertia_y, profile.inertia_xy) == (0.0, 1e9, 0.0)
     assert profile.elastic_modulus_top == 0.0
