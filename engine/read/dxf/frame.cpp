@@ -5,10 +5,10 @@
 #include <optional>
 #include <utility>
 
-#include "read/dxf/group_reader.h"
-#include "read/dxf/lengths.h"
 #include "geometry/crossings.h"
 #include "geometry/ring_sides.h"
+#include "read/dxf/group_reader.h"
+#include "read/dxf/lengths.h"
 
 namespace halvorn::engine::dxf {
 

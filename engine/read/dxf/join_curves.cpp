@@ -73,8 +73,7 @@ struct EndEdge {
 };
 
 double Cross(const Point& origin, const Point& p, const Point& q) {
-    return (p.x - origin.x) * (q.y - origin.y) -
-           (q.x - origin.x) * (p.y - origin.y);
+    return (p.x - origin.x) * (q.y - origin.y) - (q.x - origin.x) * (p.y - origin.y);
 }
 
 // Returns where two curves meet that run past each other, if their last edges do: an end that lies

@@ -7,9 +7,9 @@
 #include <tuple>
 #include <utility>
 
-#include "read/dxf/lengths.h"
 #include "geometry/crossings.h"
 #include "geometry/ring_sides.h"
+#include "read/dxf/lengths.h"
 
 namespace halvorn::engine::dxf {
 
@@ -247,9 +247,8 @@ private:
         const Point &from = PointAt(gap.from), &to = PointAt(gap.to);
         Refuse(source_, LineAt(gap.from),
                (gaps.size() == 1 ? "an open chain " : "a ring of open chains ") + lies +
-                   ", with a gap of " + Shown(gap.width) + " from " +
-                   ShownPoint(from.x, from.y) + " to " + ShownPoint(to.x, to.y) +
-                   " at line " + std::to_string(LineAt(gap.to)),
+                   ", with a gap of " + Shown(gap.width) + " from " + ShownPoint(from.x, from.y) +
+                   " to " + ShownPoint(to.x, to.y) + " at line " + std::to_string(LineAt(gap.to)),
                "close it in the drawing or give --join-tolerance " +
                    RoundedUp(gap.width / millimetre_) + "; " + kNoOutline);
     }
