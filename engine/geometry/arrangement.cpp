@@ -159,13 +159,16 @@ private:
         std::vector<std::vector<Point>> framed;
         Extent x;
         Extent y;
+        framed.reserve(rings.size());
         for (const WeightedRing& ring : rings) {
-            std::vector<Point>& points = framed.emplace_back();
+            std::vector<Point> points;
+            points.reserve(ring.ring->size());
             for (const Point& point : *ring.ring) {
                 points.push_back(result_.frame_.ToFrame(point));
                 x.Add(points.back().x);
                 y.Add(points.back().y);
             }
+            framed.push_back(std::move(points));
         }
         result_.size_ = std::max(x.Length(), y.Length());
         return framed;
@@ -281,6 +284,7 @@ private:
 
     std::vector<OutlineContact> Told(const std::vector<Contact>& contacts) const {
         std::vector<OutlineContact> told;
+        told.reserve(contacts.size());
         for (const Contact& contact : contacts) {
             told.push_back({contact.of, contact.to, result_.frame_.FromFrame(contact.place),
                             result_.frame_.LengthFromFrame(contact.distance)});

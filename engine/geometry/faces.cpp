@@ -1,6 +1,5 @@
 #include "geometry/faces.h"
 
-#include <algorithm>
 #include <map>
 
 namespace halvorn::engine {
@@ -74,40 +73,6 @@ std::vector<Face> FacesOf(const Arrangement& arrangement) {
     }
     faces.erase(faces.begin());  // the one outside, where the search began
     return faces;
-}
-
-std::vector<CommonArea> CommonAreas(const std::vector<Face>& faces) {
-    struct Sum {
-        CommonArea common;
-        double largest = -1.0;
-    };
-    std::map<std::pair<Index, Index>, Sum> sums;
-    for (const Face& face : faces) {
-        for (std::size_t i = 0; i < face.windings.size(); ++i) {
-            for (std::size_t k = i + 1; k < face.windings.size(); ++k) {
-                const std::pair pair(face.windings[i].first, face.windings[k].first);
-                Sum& sum = sums[pair];
-                sum.common.area += face.area;
-                if (face.area > sum.largest) {
-                    sum.largest = face.area;
-                    sum.common.place = face.place;
-                }
-            }
-        }
-    }
-    std::vector<CommonArea> common;
-    for (const auto& [pair, sum] : sums) {
-        common.push_back({pair.first, pair.second, sum.common.area, sum.common.place});
-    }
-    return common;
-}
-
-std::vector<double> AreasInside(const std::vector<Face>& faces, std::size_t count) {
-    std::vector<double> areas(count, 0.0);
-    for (const Face& face : faces) {
-        for (const auto& [outline, winding] : face.windings) areas[Slot(outline)] += face.area;
-    }
-    return areas;
 }
 
 }  // namespace halvorn::engine

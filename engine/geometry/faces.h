@@ -24,20 +24,6 @@ struct Face {
 /// number of outlines round it.
 std::vector<Face> FacesOf(const Arrangement& arrangement);
 
-/// How the insides of two outlines lie to each other, in the frame.
-struct CommonArea {
-    Index first = kNone;
-    Index second = kNone;
-    double area = 0.0;
-    Point place;  ///< within the largest common face
-};
-
-/// Returns the common areas of all pairs of outlines that have one, sorted by their numbers.
-std::vector<CommonArea> CommonAreas(const std::vector<Face>& faces);
-
-/// Returns the area inside each of `count` outlines: where its winding number is not 0.
-std::vector<double> AreasInside(const std::vector<Face>& faces, std::size_t count);
-
 }  // namespace halvorn::engine
 
 #endif

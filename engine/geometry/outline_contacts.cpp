@@ -70,7 +70,6 @@ struct FatSegment {
 
     FatSegment(const Point& a, const Point& b, double around)
         : from(a),
-          along{},
           length(Length(b - a)),
           distance(around),
           box(KBoxOfSegment({a.x, a.y}, {b.x, b.y}, around)) {

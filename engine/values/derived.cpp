@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "geometry/crossings.h"
+#include "model/outlines.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
 #include "region/region.h"
@@ -149,13 +150,9 @@ std::string WhyOdd(const OddPlace& odd, const std::vector<Element>& elements) {
 }
 
 NetRegion NetRegionOf(const std::vector<Element>& elements) {
-    std::vector<WeightedRing> rings;
-    for (const Element& element : elements) {
-        rings.push_back({&element.ring, element.isSolid ? 1 : -1});
-    }
     NetRegion net;
     try {
-        net.region = RegionOf(rings);
+        net.region = RegionOf(OutlinesOf(elements));
     } catch (const ArrangementError& error) {
         net.whyMissing = error.what();
         return net;

@@ -7,6 +7,7 @@
 
 #include "geometry/crossings.h"
 #include "geometry/faces.h"
+#include "model/outlines.h"
 
 namespace halvorn::engine {
 
@@ -19,11 +20,7 @@ class Overlay {
 public:
     explicit Overlay(const std::vector<Element>& elements)
         : elements_(elements), areas_(elements.size(), 0.0), outside_(elements.size(), 0.0) {
-        std::vector<WeightedRing> rings;
-        for (const Element& element : elements) {
-            rings.push_back({&element.ring, element.isSolid ? 1 : -1});
-        }
-        const Arrangement arrangement(rings);
+        const Arrangement arrangement(OutlinesOf(elements));
         exponent_ = arrangement.Coordinates().exponent;
         for (const Face& face : FacesOf(arrangement)) Add(face);
     }

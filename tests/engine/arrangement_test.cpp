@@ -108,10 +108,10 @@ long double AreaBySlabs(const Rings& rings) {
 // Rings on grids of three widths, turned, far away and in another unit: vertices and edges meet
 // often.
 Rings RandomRings(std::mt19937& random, int round) {
-    const int grid = round % 3 == 0 ? 6 : round % 3 == 1 ? 30 : 1000000;
+    const unsigned grid = round % 3 == 0 ? 6 : round % 3 == 1 ? 30 : 1000000;
     const double angle = round % 4 == 1 ? 0.3 : 0.0, scale = round % 7 == 3 ? 1e-3 : 1.0;
     const double away = round % 5 == 2 ? 1000.0 * grid : 0.0;
-    const auto coordinate = [&] { return static_cast<double>(random() % (grid + 1U)); };
+    const auto coordinate = [&] { return static_cast<double>(random() % (grid + 1)); };
     Rings rings;
     const auto count = 1 + random() % 5;
     for (std::size_t r = 0; r < count; ++r) {
