@@ -23,7 +23,7 @@ constexpr double kSmallestSize = 1e-150;
 constexpr double kFarFromOrigin = 16.0;
 
 // No section has as many crossings; outlines that have are noise.
-constexpr std::size_t kMostCrossings = 100000;
+constexpr std::size_t kMostOutlineCrossings = 100000;
 
 struct Extent {
     double low = std::numeric_limits<double>::infinity();
@@ -211,9 +211,9 @@ private:
     // Leads both outlines through their common point. Winding sums stay consistent whatever
     // rounding does to it, since both stay closed.
     void Cross(const Segment& segment, EdgeRef crossed) {
-        if (++crossings_ > kMostCrossings) {
+        if (++crossings_ > kMostOutlineCrossings) {
             throw ArrangementError("the outlines cross in more than " +
-                                   std::to_string(kMostCrossings) + " places");
+                                   std::to_string(kMostOutlineCrossings) + " places");
         }
         const Triangle& triangle = mesh_.At(crossed.triangle);
         const Index c = triangle.vertices[static_cast<std::size_t>((crossed.edge + 1) % 3)];
