@@ -185,7 +185,8 @@ TEST(Rounding, Leaves0OfAGiven0ThatIsTurned) {
 
 TEST(Rounding, LeavesTrueSmallValuesAlone) {
     const auto valueOf = [](const Rings& rings, const char* key) {
-        const Value* const value = Evaluate(Section(rings), {}).Find(key);
+        const Report report = Evaluate(Section(rings), {});
+        const Value* const value = report.Find(key);
         return value == nullptr ? std::nan("") : value->number;
     };
     // As in metres: an axis at 2e-9 of a square of 0.002, a plate turned by 1e-10, thin plates.
