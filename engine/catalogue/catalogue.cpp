@@ -11,6 +11,8 @@
 #include "catalogue/draw_profile.h"
 #include "catalogue/profile_names.h"
 #include "catalogue/profile_table.h"
+#include "model/class_outputs.h"
+#include "model/outlines.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
 
@@ -38,31 +40,18 @@ const Catalogue& TheCatalogue() {
     return catalogue;
 }
 
-// Area, centroid and inertias of an outline in the table's unit.
-GivenValues ValuesOfOutline(const shapes::Outline& outline, double* inertiaX, double* inertiaY,
-                            double* inertiaXY) {
-    CSectionTools tools;
-    for (const auto* ring : {&outline.solid, &outline.hole}) {
-        if (ring->empty()) continue;
-        std::vector<double> coordinates = *ring;
-        tools.PushContour(static_cast<int>(coordinates.size() / 2), coordinates.data(),
-                          ring == &outline.solid ? 1 : 0);
-    }
-    GivenValues values;
-    double unused[12];
-    tools.GetCalculValues(0.0, 0.0, &unused[0], &values.centroidX, &values.centroidY, &values.area,
-                          &unused[1], &unused[2], inertiaY, inertiaX, inertiaXY, &unused[3],
-                          &unused[4], &unused[5], &unused[6], &unused[7], &unused[8], &unused[9],
-                          &unused[10]);
-    return values;
-}
-
 // The published values of a row, in its unit. The table leaves out what its sources do; of I
 // sections and tapered channels it has the elastic moduli, whose fibres are half the height and, of
 // an I, half the width away.
 GivenValues PublishedValues(const CsvRecord& row, const shapes::Outline& outline) {
-    double inertiaX = 0.0, inertiaY = 0.0, inertiaXY = 0.0;
-    GivenValues values = ValuesOfOutline(outline, &inertiaX, &inertiaY, &inertiaXY);
+    const ClassOutputs drawnOutputs = ClassOutputsOf(ElementsOf(outline));
+    double inertiaX = drawnOutputs.inertiaX;
+    double inertiaY = drawnOutputs.inertiaY;
+    double inertiaXY = drawnOutputs.inertiaXY;
+    GivenValues values;
+    values.area = drawnOutputs.area;
+    values.centroidX = drawnOutputs.centroid.x;
+    values.centroidY = drawnOutputs.centroid.y;
     const auto take = [&](const char* column, double* value) {
         const std::optional<double> number = row.Number(column);
         if (number) *value = *number;

@@ -1,5 +1,11 @@
 #include "model/outlines.h"
 
+#include <algorithm>
+
+#include "geometry/rounded_polygon.h"
+#include "geometry/wall_outline.h"
+#include "model/push_element.h"
+
 namespace halvorn::engine {
 
 std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
@@ -9,6 +15,38 @@ std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
         outlines.push_back({&element.ring, element.isSolid ? 1 : -1});
     }
     return outlines;
+}
+
+std::vector<Element> ElementsOf(const shapes::Outline& outline) {
+    std::vector<Element> elements(outline.hole.empty() ? 1 : 2);
+    elements[0].ring = PointsOf(outline.solid);
+    if (!outline.hole.empty()) {
+        elements[1].ring = PointsOf(outline.hole);
+        elements[1].isSolid = false;
+    }
+    return elements;
+}
+
+std::vector<Element> ElementsOf(const Polyline& polyline, const shapes::ArcDivision& division) {
+    std::vector<Element> elements(1);
+    const auto isRound = [](double radius) { return radius > 0.0; };
+    if (polyline.kind != PolylineKind::Solid) {
+        elements = ElementsOf(DrawWall({polyline.points, polyline.radii, polyline.thickness,
+                                        polyline.kind == PolylineKind::ClosedWall},
+                                       division));
+    } else if (std::any_of(polyline.radii.begin(), polyline.radii.end(), isRound)) {
+        std::vector<shapes::Corner> corners;
+        for (std::size_t i = 0; i < polyline.points.size(); ++i) {
+            const double radius = i < polyline.radii.size() ? polyline.radii[i] : 0.0;
+            corners.push_back({polyline.points[i].x, polyline.points[i].y, radius});
+        }
+        elements[0].ring = PointsOf(RoundedPolygon(corners, division));
+    } else {
+        elements[0].ring = polyline.points;
+    }
+    elements[0].label = "/polyline";
+    if (elements.size() > 1) elements[1].label = "/polyline, inside";
+    return elements;
 }
 
 }  // namespace halvorn::engine

@@ -5,7 +5,6 @@
 
 #include <CSectionTools.h>
 
-#include <array>
 #include <vector>
 
 #include "model/section_model.h"
@@ -21,11 +20,6 @@ Points PointsOf(const std::vector<double>& coordinates);
 /// Pushes an element: a free contour, or a standard profile with its given values. Given values
 /// that are not known are pushed as 0; no sum with them is a result.
 void PushElement(CSectionTools& tools, const Element& element);
-
-/// Returns the outputs of `CSectionTools::CalculContourQuelconqueTOOL` for a polyline, in its
-/// order: area, both coordinates of the centre of gravity, torsion constant and modulus, shear
-/// areas, second moments and product moment about the origin.
-std::array<double, 10> PolylineOutputs(const Polyline& polyline);
 
 }  // namespace halvorn::engine
 

@@ -68,7 +68,13 @@ struct Polyline {
     std::vector<double> radii;  ///< one per point
 };
 
-/// Either elements, at least one, or one polyline.
+/// A published value of a profile.
+struct PublishedValue {
+    std::string key;  ///< one of `kPublishedValues`
+    double number;    ///< in the unit of the section
+};
+
+/// What is drawn, and how it reaches the library's class.
 struct SectionModel {
     std::string source;  ///< how messages call where it came from
     std::string name;
@@ -76,8 +82,10 @@ struct SectionModel {
     std::string unit;               ///< "mm", "cm", "m" or "in": of every length here
     bool isUnitAssumed = false;     ///< neither the input nor the caller states it
     std::optional<double> density;  ///< [kg/m^3]
-    std::vector<Element> elements;
-    std::optional<Polyline> polyline;
+    std::vector<Element> elements;     ///< at least one; of a polyline what it encloses
+    std::optional<Polyline> polyline;  ///< then the class computes it by formulas of its own
+    /// Of a section that is one profile of the catalogue.
+    std::vector<PublishedValue> published;
     bool isDrawn = false;  ///< a drawing or points: outlines that cross themselves are refused
     std::vector<std::string> remarks;  ///< what the reader left out or took for granted, a sentence
                                        ///< each without a full stop

@@ -1,11 +1,10 @@
-#include <CSectionTools.h>
-
-#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <string>
 
 #include "geometry/wall_outline.h"
+#include "model/class_outputs.h"
+#include "model/outlines.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
 #include "read/part_shapes.h"
@@ -30,23 +29,13 @@ shapes::WallLine ReadLine(const Node& wall) {
 
 // Area, centroid and principal inertias of the drawn faces, the hole subtracted.
 GivenValues FaceValues(const shapes::Outline& outline) {
-    CSectionTools tools;
-    for (const auto* ring : {&outline.solid, &outline.hole}) {
-        if (ring->empty()) continue;
-        Element face;
-        face.isSolid = ring == &outline.solid;
-        face.ring = PointsOf(*ring);
-        PushElement(tools, face);
-    }
-    std::array<double, 17> out{};
-    tools.GetCalculValues(0.0, 0.0, &out[0], &out[1], &out[2], &out[3], &out[4], &out[5], &out[6],
-                          &out[7], &out[8], &out[9], &out[10], &out[11], &out[12], &out[13],
-                          &out[14], &out[15], &out[16]);
-    const PrincipalInertias principal = PrincipalInertiasOf(out[7], out[6], out[8]);
+    const ClassOutputs out = ClassOutputsOf(ElementsOf(outline));
+    const PrincipalInertias principal =
+        PrincipalInertiasOf(out.inertiaX, out.inertiaY, out.inertiaXY);
     GivenValues values;
-    values.centroidX = out[1];
-    values.centroidY = out[2];
-    values.area = out[3];
+    values.centroidX = out.centroid.x;
+    values.centroidY = out.centroid.y;
+    values.area = out.area;
     values.inertia1 = principal.first;
     values.inertia2 = principal.second;
     values.angle = principal.angle;
@@ -63,11 +52,11 @@ void AddWallFormulas(const shapes::WallLine& line, const Points& midLine, GivenV
     wall.thickness = line.thickness;
     wall.points = midLine;
     wall.radii.assign(midLine.size(), 0.0);
-    const std::array<double, 10> out = PolylineOutputs(wall);
-    values.torsionConstant = out[3];
-    values.torsionModulus = out[4];
-    values.shearArea1 = out[5];
-    values.shearArea2 = out[6];
+    const PolylineOutputs out = PolylineOutputsOf(wall);
+    values.torsionConstant = out.torsionConstant;
+    values.torsionModulus = out.torsionModulus;
+    values.shearArea1 = out.shearAreaX;
+    values.shearArea2 = out.shearAreaY;
     values.torsionMethod =
         line.isClosed ? "closed wall: It = 4 Am^2 t / outer perimeter, Wt = 2 t Am, Av = A / 2"
                       : "open wall: It = perimeter t^3 / 3, Wt = 2 t A, Av = A / 2";

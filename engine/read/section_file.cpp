@@ -1,10 +1,12 @@
 #include "read/section_file.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
+#include "model/outlines.h"
 #include "read/json_document.h"
 #include "read/json_node.h"
 #include "read/parts.h"
@@ -190,7 +192,15 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
                           "remove it, or remove \"" + std::string(key) + "\"");
             }
         }
-        section.polyline = ReadPolyline(root.At("polyline"));
+        const Node node = root.At("polyline");
+        section.polyline = ReadPolyline(node);
+        try {
+            section.elements =
+                ElementsOf(*section.polyline,
+                           shapes::ArcDivision::ChordError(partOptions.chordTolerance));
+        } catch (const std::invalid_argument& error) {
+            node.Fail(error.what(), "correct the points and radii");
+        }
         return section;
     }
     ReadElements(root, "contours", ReadContour, &section.elements);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "geometry/faces.h"
 #include "region/material_rings.h"
 
 namespace halvorn::engine {
@@ -15,20 +16,6 @@ constexpr double kLeastOddArea = 1e-12;
 
 // Parts smaller than this part of the size squared are slivers of rounding where outlines cross.
 constexpr double kLeastPart = 1e-15;
-
-// How often a ring runs round a point, counter-clockwise positive.
-int Winding(const Points& ring, const Point& point) {
-    int winding = 0;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        const Point& a = ring[i];
-        const Point& b = ring[i + 1 == ring.size() ? 0 : i + 1];
-        if ((a.y <= point.y) == (b.y <= point.y)) continue;
-        const double side = Cross(b - a, point - a);
-        if (b.y > a.y && side > 0.0) ++winding;
-        if (b.y < a.y && side < 0.0) --winding;
-    }
-    return winding;
-}
 
 class RegionBuilder {
 public:
@@ -110,29 +97,19 @@ private:
         }
     }
 
+    static bool IsOdd(const Face& face) {
+        const auto isOdd = [](const auto& winding) { return winding.second != 1; };
+        return (face.sum != 0 && face.sum != 1) ||
+               std::any_of(face.windings.begin(), face.windings.end(), isOdd);
+    }
+
     void FindOddPlaces() {
-        std::vector<Index> marks(mesh_.Triangles().size(), kNone);
-        for (Index t = 0; Slot(t) < marks.size(); ++t) {
-            const int sum = arrangement_.SumAt(t);
-            if ((sum == 0 || sum == 1) || marks[Slot(t)] != kNone) continue;
-            OddPlace odd{sum, 0.0, {}, {}};
-            double largest = -1.0;
-            Flood(
-                t, marks, t, [&](Index other) { return arrangement_.SumAt(other) == sum; },
-                [&](Index triangle) {
-                    const double area = AreaOf(triangle);
-                    odd.area += area;
-                    if (area <= largest) return;
-                    largest = area;
-                    const auto& [a, b, c] = mesh_.At(triangle).vertices;
-                    odd.place =
-                        (1.0 / 3.0) * (mesh_.PointAt(a) + mesh_.PointAt(b) + mesh_.PointAt(c));
-                });
-            if (odd.area <= kLeastOddArea * region_.size * region_.size) continue;
-            odd.place = region_.frame.FromFrame(odd.place);
-            odd.area = std::ldexp(odd.area, 2 * region_.frame.exponent);
-            for (std::size_t i = 0; i < outlines_.size(); ++i) {
-                if (Winding(*outlines_[i].ring, odd.place) != 0) odd.outlines.push_back(i);
+        for (const Face& face : FacesOf(arrangement_)) {
+            if (!IsOdd(face) || face.area <= kLeastOddArea * region_.size * region_.size) continue;
+            OddPlace odd{face.sum, std::ldexp(face.area, 2 * region_.frame.exponent),
+                         region_.frame.FromFrame(face.place), {}};
+            for (const auto& [outline, winding] : face.windings) {
+                odd.windings.emplace_back(Slot(outline), winding);
             }
             region_.oddPlaces.push_back(std::move(odd));
         }

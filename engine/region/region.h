@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "geometry/arrangement.h"
@@ -22,12 +23,15 @@ struct Part {
     double area = 0.0;  ///< net
 };
 
-/// A stretch of the plane where the outlines say something else than one solid or nothing.
+/// A face of the plane where the outlines say something else than one solid or nothing: solids less
+/// holes are 2 or more (overlap) or -1 or less (a hole takes what is not there), or an outline runs
+/// round it more than once or the other way.
 struct OddPlace {
-    int sum = 0;        ///< solids less holes there: 2 or more overlap, -1 or less: a hole outside
+    int sum = 0;        ///< solids less holes there
     double area = 0.0;  ///< [L^2]
     Point place;        ///< a point within [L]
-    std::vector<std::size_t> outlines;  ///< those that run around the point
+    /// The outlines that run round it, and how often, counter-clockwise positive.
+    std::vector<std::pair<std::size_t, int>> windings;
 };
 
 /// The material of a section. Rings are in the coordinates of `frame`, whose size is about 1.

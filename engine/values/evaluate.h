@@ -1,5 +1,5 @@
 /// @file evaluate.h
-/// From a section to its values, through the public interface of the library.
+/// From a section to everything that is known about it.
 #ifndef HALVORN_ENGINE_VALUES_EVALUATE_H
 #define HALVORN_ENGINE_VALUES_EVALUATE_H
 
@@ -7,9 +7,12 @@
 
 namespace halvorn::engine {
 
-/// Computes all values of a section; `shift` has no meaning for a polyline.
-/// @throws InputError for a section that `isDrawn` with an outline that crosses itself (`FindLoop`)
+/// Computes all values of a section; `shift` has no meaning for the class's values of a polyline.
+/// @throws InputError for a section that `isDrawn` with an outline that crosses itself
 Report Evaluate(const SectionModel& section, const Shift& shift);
+
+/// Returns what `Evaluate` finds, of outlines that cross themselves too.
+std::vector<Finding> Diagnose(SectionModel section);
 
 }  // namespace halvorn::engine
 

@@ -7,6 +7,10 @@ namespace halvorn::engine {
 
 namespace {
 
+constexpr const char* kMixed =
+    "the section has parts with given values and drawn ones, whose torsion and shear values are of "
+    "different kinds and have no sum";
+
 bool StartsWith(std::string_view key, std::string_view start) {
     return key.substr(0, start.size()) == start;
 }
@@ -15,13 +19,25 @@ bool IsTorsionOrShear(std::string_view key) {
     return StartsWith(key, "torsion_") || StartsWith(key, "shear_");
 }
 
+bool IsGiven(const Element& element) {
+    return element.given.has_value();
+}
+
+// Each method once, in their order, with commas between.
+std::string JoinMethods(const std::vector<std::string>& methods) {
+    std::string joined;
+    for (auto method = methods.begin(); method != methods.end(); ++method) {
+        if (std::find(methods.begin(), method, *method) != method) continue;
+        joined += (joined.empty() ? "" : ", ") + *method;
+    }
+    return joined;
+}
+
 // The methods of all elements; `computed` is that of those without given values, which has a
 // shorter name among others.
 std::string MethodsOf(const std::vector<Element>& elements, const char* computed,
                       const char* computedAmongOthers, bool ofTorsion) {
-    const bool hasGiven = std::any_of(elements.begin(), elements.end(), [](const Element& element) {
-        return element.given.has_value();
-    });
+    const bool hasGiven = std::any_of(elements.begin(), elements.end(), IsGiven);
     std::vector<std::string> methods;
     for (const Element& element : elements) {
         if (!element.given) {
@@ -60,7 +76,7 @@ std::string PolylineMethod(const Polyline& polyline, std::string_view key) {
         return polyline.kind == PolylineKind::Solid ? "exact integrals over the outline"
                                                     : "exact integrals over both faces";
     }
-    if (polyline.kind == PolylineKind::Solid) return "equivalent ellipse";
+    if (polyline.kind == PolylineKind::Solid) return "equivalent ellipse, an estimate";
     if (StartsWith(key, "shear_")) return "half of the area";
     // The torsion constant of an open wall is the same with both formulas.
     const bool isTube = polyline.torsion == TorsionFormulas::Tube &&
@@ -70,17 +86,9 @@ std::string PolylineMethod(const Polyline& polyline, std::string_view key) {
 
 }  // namespace
 
-std::string JoinMethods(const std::vector<std::string>& methods) {
-    std::string joined;
-    for (auto method = methods.begin(); method != methods.end(); ++method) {
-        if (std::find(methods.begin(), method, *method) != method) continue;
-        joined += (joined.empty() ? "" : ", ") + *method;
-    }
-    return joined;
-}
-
-void DescribeElementMethods(const SectionModel& section, std::vector<Value>* values) {
-    const std::vector<Element>& elements = section.elements;
+void DescribeElementMethods(const std::vector<Element>& elements, std::vector<Value>* values) {
+    const bool isMixed = std::any_of(elements.begin(), elements.end(), IsGiven) &&
+                         !std::all_of(elements.begin(), elements.end(), IsGiven);
     const bool hasHole = std::any_of(elements.begin(), elements.end(),
                                      [](const Element& element) { return !element.isSolid; });
     for (Value& value : *values) {
@@ -89,13 +97,16 @@ void DescribeElementMethods(const SectionModel& section, std::vector<Value>* val
         } else if (StartsWith(value.key, "plastic_")) {
             value.method = hasHole ? "gross: holes count as area" : "outlines, about halving axes";
         } else if (IsTorsionOrShear(value.key)) {
-            value.method = MethodsOf(elements, "equivalent ellipse of each contour",
+            value.method = MethodsOf(elements, "equivalent ellipse of each contour, an estimate",
                                      "equivalent ellipses", true);
         } else if (value.key == "extra_sum") {
             value.method = "sum over the profiles";
         } else {
             value.method =
                 MethodsOf(elements, "exact integrals over the outlines", "exact integrals", false);
+        }
+        if (isMixed && value.IsComputed() && IsTorsionOrShear(value.key)) {
+            value.whyMissing = kMixed;
         }
         for (const Element& element : elements) {
             if (value.IsComputed()) value.whyMissing = WhyUnknown(element, value.key);

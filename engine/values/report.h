@@ -1,5 +1,5 @@
 /// @file report.h
-/// Everything that is said about one section.
+/// Everything that is known about one section.
 #ifndef HALVORN_ENGINE_VALUES_REPORT_H
 #define HALVORN_ENGINE_VALUES_REPORT_H
 
@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "model/section_model.h"
+#include "region/region.h"
+#include "values/finding.h"
 
 namespace halvorn::engine {
 
@@ -25,6 +27,9 @@ struct Value {
     bool IsComputed() const { return whyMissing.empty(); }
 };
 
+/// Returns the value with this key; null when it is not there or was not computed.
+const Value* FindValue(const std::vector<Value>& values, std::string_view key);
+
 /// Shift of the reference point of the elastic moduli from the centre of gravity, in the unit of
 /// the section.
 struct Shift {
@@ -35,14 +40,15 @@ struct Shift {
 struct Report {
     SectionModel section;
     Shift shift;
-    std::vector<Value> values;        ///< the library's outputs in reading order
-    std::vector<Value> derived;       ///< what follows from them; empty for a polyline
-    std::vector<std::string> notes;   ///< what a reader of the values must know, one sentence each
-    std::vector<std::string> doubts;  ///< those of the notes that cast doubt on the section itself
+    Region region;                   ///< what the section means; empty when `whyNoRegion` says why
+    std::string whyNoRegion;         ///< one sentence without a full stop
+    std::vector<Value> values;       ///< what an engineer means by each symbol, of the region
+    std::vector<Value> published;    ///< of a catalogue profile
+    std::vector<Value> classValues;  ///< outputs of the library's class, under keys of their own
+    std::vector<Finding> findings;   ///< worst first
 
-    /// Returns the value with this key among `values` and `derived`; null when it is not there or
-    /// was not computed.
-    const Value* Find(std::string_view key) const;
+    /// Returns the value with this key among `values`, as `FindValue`.
+    const Value* Find(std::string_view key) const { return FindValue(values, key); }
 };
 
 }  // namespace halvorn::engine

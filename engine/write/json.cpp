@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "values/class_values.h"
+
 namespace halvorn::engine {
 
 namespace {
@@ -27,18 +29,36 @@ ordered_json Members(const std::vector<Value>& values) {
     return members;
 }
 
+ordered_json List(const std::vector<Finding>& findings) {
+    ordered_json list = ordered_json::array();
+    for (const Finding& finding : findings) {
+        ordered_json entry = {{"severity", SeverityName(finding.severity)},
+                              {"kind", KindName(finding.kind)},
+                              {"element", finding.element},
+                              {"problem", finding.problem},
+                              {"mend", finding.mend},
+                              {"place", nullptr}};
+        if (finding.place) entry["place"] = {finding.place->x, finding.place->y};
+        list.push_back(entry);
+    }
+    return list;
+}
+
 ordered_json Object(const Report& report) {
     const SectionModel& section = report.section;
-    ordered_json root = {
-        {"results_version", 1},        {"source", section.source},
-        {"name", section.name},        {"description", section.description},
-        {"length_unit", section.unit}, {"kind", section.polyline ? "polyline" : "section"}};
-    if (!section.polyline) root["shift"] = {{"dx", report.shift.dx}, {"dy", report.shift.dy}};
-    root["values"] = Members(report.values);
-    root["derived"] = Members(report.derived);
-    root["notes"] = report.notes;
-    root["remarks"] = section.remarks;
-    return root;
+    const bool isPolyline = section.polyline.has_value();
+    return {{"results_version", 2},
+            {"source", section.source},
+            {"name", section.name},
+            {"description", section.description},
+            {"length_unit", section.unit},
+            {"kind", isPolyline ? "polyline" : "section"},
+            {"shift", {{"dx", report.shift.dx}, {"dy", report.shift.dy}}},
+            {"values", Members(report.values)},
+            {"published", Members(report.published)},
+            {"class_values", Members(report.classValues)},
+            {"class_values_are", isPolyline ? kPolylineValuesAre : kClassValuesAre},
+            {"findings", List(report.findings)}};
 }
 
 // A path need not be UTF-8.

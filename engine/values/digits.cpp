@@ -1,0 +1,62 @@
+#include "values/digits.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace halvorn::engine {
+
+namespace {
+
+constexpr const char* kComeHome = "move the origin to the section";
+constexpr const char* kTurn =
+    "turn it, or draw its straight pieces as contours of their own, parallel to the axes";
+
+int DigitsLeft(double relative) {
+    return std::max(0, static_cast<int>(std::floor(-std::log10(relative))));
+}
+
+}  // namespace
+
+LostBy LostByOf(double size, double far) {
+    constexpr double kFar = 10.0;  // sizes
+    return far > kFar * size ? LostBy::Distance : LostBy::Slenderness;
+}
+
+std::string WhyNoDigits(LostBy cause) {
+    return cause == LostBy::Distance
+               ? std::string("no digit is left of it at this distance from the origin; ") +
+                     kComeHome
+               : std::string("no digit is left of it, the outline is too thin for its size; ") +
+                     kTurn;
+}
+
+void KeepDigits(double error, const std::string& whyNone, Value* value) {
+    if (!value->IsComputed() || value->number == 0.0) return;
+    const double relative = error / std::fabs(value->number);
+    if (!(relative > kTooFewDigits)) return;
+    const int digits = DigitsLeft(relative);
+    if (digits == 0) {
+        value->whyMissing = whyNone;
+        return;
+    }
+    std::array<char, 32> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%.*e", digits - 1, value->number);
+    value->number = std::strtod(buffer.data(), nullptr);
+}
+
+Finding LostDigits(const std::string& element, const std::string& values, double relative,
+                   LostBy cause) {
+    const bool isFar = cause == LostBy::Distance;
+    return {Severity::Warning, FindingKind::LostDigits, element,
+            std::string(isFar ? "the section lies so far from the origin"
+                              : "the outline is so thin for its size") +
+                " that of 16 digits of " + values + " about " +
+                std::to_string(DigitsLeft(relative)) + " are left",
+            isFar ? kComeHome : kTurn,
+            {}};
+}
+
+}  // namespace halvorn::engine
