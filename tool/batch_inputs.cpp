@@ -68,9 +68,7 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments,
     std::istringstream stream(WithLineFeeds(ReadInput(path)));
     std::string line;
     std::getline(stream, line);
-    const char separator = line.find(';') != std::string::npos    ? ';'
-                           : line.find('\t') != std::string::npos ? '\t'
-                                                                  : ',';
+    const char separator = CsvSeparatorOf(line);
     const auto cells = [&] {
         std::vector<std::string> row = SplitCsvLine(line, separator);
         for (std::string& cell : row) cell = Trimmed(cell, kAround);

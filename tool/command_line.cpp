@@ -1,12 +1,13 @@
 #include "tool/command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <cmath>
 #include <sstream>
 
 #include "base/input_error.h"
+#include "base/numbers.h"
 #include "base/text.h"
+#include "base/units.h"
 #include "figure/figure.h"
 
 namespace halvorn::tool {
@@ -45,13 +46,13 @@ The formats of files and results: docs/file-format.md; man halvorn-section.)";
 // A plain decimal number. The command-line library would take "" for 0, as a script with an unset
 // variable gives it, and 0x10 for 16.
 std::string IsPlainNumber(const std::string& text) {
-    const char* const begin =
-        text.data() + (text.starts_with('+') && !text.starts_with("+-") ? 1 : 0);
-    const char* const end = text.data() + text.size();
-    double number = 0.0;
-    const auto [last, error] = std::from_chars(begin, end, number);
-    const bool isPlain = begin != end && last == end && error == std::errc();
-    return isPlain ? "" : Excerpt(text) + " is not a number";
+    return NumberIn(text) ? "" : Excerpt(text) + " is not a number";
+}
+
+std::vector<std::string> UnitNames() {
+    std::vector<std::string> names;
+    for (const LengthUnit& length : kLengthUnits) names.emplace_back(length.name);
+    return names;
 }
 
 [[noreturn]] void Fail(const std::string& problem, const std::string& remedy) {
@@ -109,7 +110,7 @@ struct Parser {
         app.add_option("--unit", unit,
                        "Unit of points in CSV that state none; of a drawing's numbers, whatever "
                        "it states")
-            ->check(CLI::IsMember({"mm", "cm", "m", "in"}));
+            ->check(CLI::IsMember(UnitNames()));
         // One name an option, so that the INPUT may follow it.
         app.add_option("--layer", line.section.input.layers,
                        "Read only this layer of a drawing; may be given several times")

@@ -1,8 +1,9 @@
 #include "base/dimension_checks.h"
 
 #include <cmath>
-#include <sstream>
 #include <utility>
+
+#include "base/numbers.h"
 
 namespace halvorn::engine::shapes {
 namespace {
@@ -24,12 +25,6 @@ std::string Changed(const Dimension& dimension) {
 
 DimensionError::DimensionError(const std::string& problem, std::string field, std::string remedy)
     : std::invalid_argument(problem), field_(std::move(field)), remedy_(std::move(remedy)) {}
-
-std::string ShortNumber(double value) {
-    std::ostringstream text;
-    text << value;
-    return text.str();
-}
 
 void RequirePositive(const char* shape, std::initializer_list<Dimension> dimensions) {
     for (const Dimension& dimension : dimensions) {

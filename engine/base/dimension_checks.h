@@ -32,9 +32,6 @@ private:
     std::string remedy_;
 };
 
-/// Returns a number in at most six significant digits, for messages.
-std::string ShortNumber(double value);
-
 /// @throws DimensionError for the first dimension that is not finite and above 0
 void RequirePositive(const char* shape, std::initializer_list<Dimension> dimensions);
 

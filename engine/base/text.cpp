@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "base/input_error.h"
+#include "base/utf8.h"
 
 namespace halvorn::engine {
 
@@ -40,20 +41,6 @@ File OpenInput(const std::string& path) {
                          "check the path and its permissions");
     }
     return file;
-}
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-// Bytes of the UTF-8 character at the start of a text, 1 for a byte that starts none.
-std::size_t SequenceLength(std::string_view text) {
-    const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = lead < 0xC2U ? 1 : lead < 0xE0U ? 2 : lead < 0xF0U ? 3 : 4;
-    for (std::size_t i = 1; i < length; ++i) {
-        if (i >= text.size() || !IsContinuation(text[i])) return 1;
-    }
-    return length;
 }
 
 // Whether a character breaks a line, steers a terminal or turns the direction of writing: C0, C1
@@ -98,10 +85,11 @@ std::string ReadInput(const std::string& path) {
     return text;
 }
 
-std::string WithLineFeeds(const std::string& text) {
+std::string WithLineFeeds(std::string_view text) {
+    text = WithoutByteOrderMark(text);
     std::string lines;
     lines.reserve(text.size());
-    for (std::size_t i = text.starts_with("\xEF\xBB\xBF") ? 3 : 0; i < text.size(); ++i) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '\r') {
             lines += text[i];
         } else if (i + 1 == text.size() || text[i + 1] != '\n') {
@@ -111,10 +99,14 @@ std::string WithLineFeeds(const std::string& text) {
     return lines;
 }
 
-std::string Trimmed(const std::string& text, const char* what) {
+std::string_view TrimmedView(std::string_view text, std::string_view what) {
     const std::size_t first = text.find_first_not_of(what);
-    if (first == std::string::npos) return "";
+    if (first == std::string_view::npos) return {};
     return text.substr(first, text.find_last_not_of(what) - first + 1);
+}
+
+std::string Trimmed(std::string_view text, std::string_view what) {
+    return std::string(TrimmedView(text, what));
 }
 
 std::string InSmallLetters(std::string text) {

@@ -10,10 +10,13 @@ namespace halvorn::engine {
 
 /// Returns a text without the mark that spreadsheets put before UTF-8, its lines ending in LF where
 /// they ended in CR LF or CR.
-std::string WithLineFeeds(const std::string& text);
+std::string WithLineFeeds(std::string_view text);
 
 /// Returns a text without the characters of `what` at its start and end.
-std::string Trimmed(const std::string& text, const char* what = " \t\r");
+std::string Trimmed(std::string_view text, std::string_view what = " \t\r");
+
+/// Returns the same as a part of the text, which must outlive it.
+std::string_view TrimmedView(std::string_view text, std::string_view what = " \t\r");
 
 /// Returns a text with A to Z as a to z.
 std::string InSmallLetters(std::string text);

@@ -1,10 +1,10 @@
 #include "catalogue/csv_table.h"
 
-#include <charconv>
-#include <cmath>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+
+#include "base/numbers.h"
 
 namespace halvorn::engine {
 
@@ -25,6 +25,11 @@ std::vector<std::string> SplitCsvLine(const std::string& line, char separator) {
         }
     }
     return cells;
+}
+
+char CsvSeparatorOf(const std::string& line) {
+    if (line.find(';') != std::string::npos) return ';';
+    return line.find('\t') != std::string::npos ? '\t' : ',';
 }
 
 CsvRecord::CsvRecord(const std::vector<std::string>& columns, std::vector<std::string> cells,
@@ -51,9 +56,8 @@ const std::string& CsvRecord::Text(const std::string& column) const {
 std::optional<double> CsvRecord::Number(const std::string& column) const {
     const std::string& text = Text(column);
     if (text.empty()) return std::nullopt;
-    double value = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
+    const std::optional<double> value = FiniteNumberIn(text);
+    if (!value) {
         throw std::runtime_error("line " + std::to_string(line_) + ", column " + column + ": '" +
                                  text + "' is not a number");
     }

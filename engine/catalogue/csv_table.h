@@ -31,6 +31,9 @@ private:
 /// doubled.
 std::vector<std::string> SplitCsvLine(const std::string& line, char separator = ',');
 
+/// Returns what separates the cells of a line: a semicolon or a tab where there is one.
+char CsvSeparatorOf(const std::string& line);
+
 /// Reads a table whose first line names the columns. Lines may end in LF or CR LF; empty lines are
 /// skipped.
 /// @throws std::runtime_error when the file cannot be read or a line has another number of cells

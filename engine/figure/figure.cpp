@@ -1,7 +1,5 @@
 #include "figure/figure.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -10,6 +8,7 @@
 #include <stdexcept>
 
 #include "base/input_error.h"
+#include "base/text.h"
 #include "figure/layout.h"
 #include "figure/paint.h"
 
@@ -20,9 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 
 figure::Format FormatOf(const std::string& path) {
-    std::string ending = fs::path(path).extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string ending = InSmallLetters(fs::path(path).extension().string());
     if (ending == ".svg") return figure::Format::Svg;
     if (ending == ".png") return figure::Format::Png;
     if (ending == ".pdf") return figure::Format::Pdf;

@@ -1,30 +1,19 @@
 #include "figure/font_widths.h"
 
 #include <optional>
+#include <string_view>
 
+#include "base/utf8.h"
 #include "figure/font_table.h"
 
 namespace halvorn::engine::figure {
 
 namespace {
 
-// Takes the letter at a place of valid UTF-8, and moves the place behind it.
-std::uint32_t NextLetter(const std::string& text, std::size_t& place) {
-    const auto byte = [&] {
-        return static_cast<std::uint32_t>(static_cast<unsigned char>(text[place]));
-    };
-    std::uint32_t letter = byte();
-    ++place;
-    if (letter >= 0xF0U) {
-        letter &= 0x07U;
-    } else if (letter >= 0xE0U) {
-        letter &= 0x0FU;
-    } else if (letter >= 0xC0U) {
-        letter &= 0x1FU;
-    }
-    for (; place < text.size() && (byte() & 0xC0U) == 0x80U; ++place) {
-        letter = letter << 6U | (byte() & 0x3FU);
-    }
+// Takes the first letter of a valid text.
+std::uint32_t TakeLetter(std::string_view& text) {
+    const std::uint32_t letter = CodePoint(text);
+    text.remove_prefix(SequenceLength(text));
     return letter;
 }
 
@@ -52,16 +41,16 @@ double EstimatedWidth(std::uint32_t letter) {
 
 double TextWidth(const std::string& text, double size, bool isBold) {
     double width = 0.0;
-    for (std::size_t place = 0; place < text.size();) {
-        const std::uint32_t letter = NextLetter(text, place);
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::uint32_t letter = TakeLetter(rest);
         width += KnownWidth(letter, isBold).value_or(EstimatedWidth(letter));
     }
     return width * size / 1000.0;
 }
 
 bool HasKnownWidth(const std::string& text) {
-    for (std::size_t place = 0; place < text.size();) {
-        if (!KnownWidth(NextLetter(text, place), false)) return false;
+    for (std::string_view rest = text; !rest.empty();) {
+        if (!KnownWidth(TakeLetter(rest), false)) return false;
     }
     return true;
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "figure/font_widths.h"
 #include "figure/pens.h"
 
@@ -12,18 +13,10 @@ namespace halvorn::engine::figure {
 
 namespace {
 
-// A length in hundredths of a point, finer than any screen or printer. In whole numbers, so that no
-// locale changes it.
+// A length in hundredths of a point, finer than any screen or printer. Rounded before it is
+// written, so that halves go away from 0.
 std::string Length(double value) {
-    const long long hundredths = std::llround(value * 100.0);
-    const long long magnitude = std::llabs(hundredths);
-    std::string text = (hundredths < 0 ? "-" : "") + std::to_string(magnitude / 100);
-    const long long rest = magnitude % 100;
-    if (rest == 0) return text;
-    text += '.';
-    text += static_cast<char>('0' + rest / 10);
-    if (rest % 10 != 0) text += static_cast<char>('0' + rest % 10);
-    return text;
+    return FixedNumber(std::round(value * 100.0) / 100.0, 2);
 }
 
 std::string Attribute(std::string_view name, const std::string& value) {

@@ -1,11 +1,11 @@
 #include "figure/text.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 
+#include "base/numbers.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace halvorn::engine::figure {
 
@@ -16,41 +16,6 @@ constexpr const char* kEllipsis = "\u2026";
 
 std::string Signed(int number) {
     return (number < 0 ? kMinus : "") + std::to_string(std::abs(number));
-}
-
-std::string Digits(double magnitude, int digits) {
-    const int before = magnitude > 0.0 ? static_cast<int>(std::floor(std::log10(magnitude))) : 0;
-    const int decimals = std::max(0, digits - 1 - before);
-    std::array<char, 400> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, magnitude);
-    std::string text = buffer.data();
-    if (decimals > 0) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.') text.pop_back();
-    }
-    return text;
-}
-
-bool IsContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-// Bytes of the character at the start of a text, 0 where there is none (RFC 3629: no overlong
-// form, no surrogate, nothing beyond U+10FFFF; nor U+FFFE and U+FFFF, which XML excludes).
-std::size_t CharacterLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned lead = byte(0);
-    if (lead < 0x80U) return 1;
-    if (lead < 0xC2U || lead > 0xF4U) return 0;
-    const std::size_t length = lead < 0xE0U ? 2 : lead < 0xF0U ? 3 : 4;
-    if (text.size() < length) return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if (!IsContinuation(text[i])) return 0;
-    }
-    const bool isBad = (lead == 0xE0U && byte(1) < 0xA0U) || (lead == 0xEDU && byte(1) > 0x9FU) ||
-                       (lead == 0xF0U && byte(1) < 0x90U) || (lead == 0xF4U && byte(1) > 0x8FU) ||
-                       (lead == 0xEFU && byte(1) == 0xBFU && byte(2) >= 0xBEU);
-    return isBad ? 0 : length;
 }
 
 }  // namespace
@@ -64,7 +29,7 @@ Runs Number(double value, int digits, double plainBelow) {
         exponent = std::max(kLeast, 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3.0)));
         magnitude /= std::pow(10.0, exponent);
     }
-    const std::string text = (value < 0.0 ? kMinus : "") + Digits(magnitude, digits);
+    const std::string text = (value < 0.0 ? kMinus : "") + PlainNumber(magnitude, digits);
     if (exponent == 0) return {{text}};
     return {{text + "\u00B710"}, {Signed(exponent), 1}};
 }

@@ -1,9 +1,9 @@
 #include "geometry/crossings.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
+
+#include "base/numbers.h"
 
 namespace halvorn::engine {
 
@@ -168,9 +168,7 @@ std::optional<Point> FindLoop(const Points& ring) {
 }
 
 std::string PlaceText(const Point& point) {
-    std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "(%.6g, %.6g)", point.x, point.y);
-    return buffer.data();
+    return PlaceText(point.x, point.y);
 }
 
 }  // namespace halvorn::engine

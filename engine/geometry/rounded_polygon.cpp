@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/dimension_checks.h"
+#include "base/numbers.h"
 
 namespace halvorn::engine::shapes {
 namespace {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/units.h"
 #include "geometry/point.h"
 
 namespace halvorn::engine {
@@ -79,7 +80,7 @@ struct SectionModel {
     std::string source;  ///< how messages call where it came from
     std::string name;
     std::string description;
-    std::string unit;               ///< "mm", "cm", "m" or "in": of every length here
+    std::string unit;               ///< of every length here, as in `kLengthUnits`
     bool isUnitAssumed = false;     ///< neither the input nor the caller states it
     std::optional<double> density;  ///< [kg/m^3]
     std::vector<Element> elements;     ///< at least one; of a polyline what it encloses
@@ -90,10 +91,6 @@ struct SectionModel {
     std::vector<std::string> remarks;  ///< what the reader left out or took for granted, a sentence
                                        ///< each without a full stop
 };
-
-/// Returns metres in one of the unit: "mm", "cm", "m", "in".
-/// @throws std::invalid_argument for any other
-double MetresPer(const std::string& unit);
 
 }  // namespace halvorn::engine
 

@@ -7,6 +7,7 @@
 
 #include "base/input_error.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace halvorn::engine {
 
@@ -30,18 +31,13 @@ std::string LineAndColumn(const std::string& text, std::size_t charactersRead) {
 // The end of a token, where the fault is; never the rest of a cut UTF-8 character.
 std::string EndOf(const std::string& token) {
     std::size_t start = token.size() > kMaxExcerpt ? token.size() - kMaxExcerpt : 0;
-    const auto isContinuation = [&token](std::size_t i) {
-        return i < token.size() && (static_cast<unsigned char>(token[i]) & 0xC0U) == 0x80U;
-    };
-    while (start > 0 && isContinuation(start)) ++start;
+    while (start > 0 && start < token.size() && IsContinuation(token[start])) ++start;
     return token.substr(start);
 }
 
 // Whether there is nothing but white space, perhaps after a byte-order mark.
 bool IsBlank(std::string_view text) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    return TrimmedView(WithoutByteOrderMark(text), " \t\r\n").empty();
 }
 
 // The parser's own words without its prefix and without the unbounded "last read" text.

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <set>
 #include <stdexcept>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "base/text.h"
+#include "base/units.h"
 
 namespace halvorn::engine {
 
@@ -27,20 +28,6 @@ bool IsLetter(char c) {
 }
 
 }  // namespace
-
-bool IsUnit(const std::string& text) {
-    return text == "mm" || text == "cm" || text == "m" || text == "in";
-}
-
-std::optional<double> NumberIn(const std::string& text) {
-    const std::size_t sign = text.starts_with('+') && !text.starts_with("+-") ? 1 : 0;
-    const char* const begin = text.data() + sign;
-    const char* const end = text.data() + text.size();
-    double number = 0.0;
-    const auto [stop, error] = std::from_chars(begin, end, number);
-    if (begin == end || stop != end || error != std::errc() || !std::isfinite(number)) return {};
-    return number;
-}
 
 Title TitleIn(const std::string& cell) {
     const std::string text = InSmallLetters(cell);
@@ -82,7 +69,7 @@ std::optional<std::string> UnitInComment(const std::string& comment) {
         const std::string behind =
             Trimmed(mark == std::string::npos ? rest : rest.substr(mark + 1), kAround);
         const std::string unit = Trimmed(behind.substr(0, behind.find_first_of(",;([\t")), kAround);
-        if (mark == 0 || IsUnit(unit)) return unit;
+        if (mark == 0 || IsLengthUnit(unit)) return unit;
     }
     return std::nullopt;
 }
@@ -100,7 +87,7 @@ bool ColumnContents::IsEmpty(std::size_t column) const {
 std::optional<double> ColumnContents::NumberAt(const TableLine& line, std::size_t column) const {
     std::string text = line.At(column);
     if (separator_ != ',') std::replace(text.begin(), text.end(), ',', '.');
-    return NumberIn(text);
+    return FiniteNumberIn(text);
 }
 
 // Whether it holds numbers of which not all are equal.

@@ -23,8 +23,6 @@ Title TitleIn(const std::string& cell);
 /// Whether titles name x and y.
 bool IsHeader(const std::vector<Title>& titles);
 
-bool IsUnit(const std::string& text);
-
 /// Returns what a comment states behind "unit" or "units", in small letters: the text behind a
 /// colon or an equals sign, which may be no unit, or the rest of the comment when it is one.
 std::optional<std::string> UnitInComment(const std::string& comment);
@@ -38,9 +36,6 @@ struct TableLine {
     /// Returns the text of a cell, empty where there is none.
     const std::string& At(std::size_t column) const;
 };
-
-/// Returns the number in a text that is a finite one with a decimal point and nothing else.
-std::optional<double> NumberIn(const std::string& text);
 
 /// What the columns of a table hold.
 /// @pre there is a line

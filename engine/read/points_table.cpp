@@ -7,7 +7,9 @@
 #include <string_view>
 
 #include "base/input_error.h"
+#include "base/numbers.h"
 #include "base/text.h"
+#include "base/units.h"
 #include "catalogue/csv_table.h"
 #include "read/points_columns.h"
 
@@ -17,11 +19,6 @@ namespace {
 
 constexpr const char* kHeaderRemedy =
     "name the columns in the line above the points: x,y and perhaps number, z, contour, kind";
-
-char SeparatorOf(const std::string& line) {
-    if (line.find(';') != std::string::npos) return ';';
-    return line.find('\t') != std::string::npos ? '\t' : ',';
-}
 
 std::vector<std::string> CellsOf(const std::string& line, char separator) {
     std::vector<std::string> cells = SplitCsvLine(line, separator);
@@ -78,7 +75,7 @@ private:
             isAfterGap_ = true;
             return;
         }
-        if (separator_ == 0) separator_ = SeparatorOf(line);
+        if (separator_ == 0) separator_ = CsvSeparatorOf(line);
         const std::vector<std::string> cells = CellsOf(line, separator_);
         if (lines_.empty() && (ReadHeader(cells) || ReadUnits(cells))) return;
         lines_.push_back({lineNumber_, cells, isAfterGap_});
@@ -87,9 +84,10 @@ private:
 
     // Programs write a header as a comment too: "# x, y".
     void ReadComment(const std::string& comment) {
-        const std::vector<Title> titles = TitlesIn(CellsOf(comment, SeparatorOf(comment)));
+        const std::vector<Title> titles = TitlesIn(CellsOf(comment, CsvSeparatorOf(comment)));
         const bool isOfTitles = std::all_of(titles.begin(), titles.end(), [](const Title& title) {
-            return title.column != Column::Unknown && (title.unit.empty() || IsUnit(title.unit));
+            return title.column != Column::Unknown &&
+                   (title.unit.empty() || IsLengthUnit(title.unit));
         });
         if (lines_.empty() && isOfTitles && IsHeader(titles)) return SetTitles(titles);
         if (const auto unit = UnitInComment(comment)) SetUnit(*unit);
@@ -124,7 +122,7 @@ private:
         for (const std::string& cell : cells) {
             if (!cell.empty()) units.push_back(Trimmed(InSmallLetters(cell), " []()"));
         }
-        if (!std::all_of(units.begin(), units.end(), IsUnit)) return false;
+        if (!std::all_of(units.begin(), units.end(), IsLengthUnit)) return false;
         for (const std::string& unit : units) SetUnit(unit);
         return true;
     }
@@ -143,7 +141,7 @@ private:
     }
 
     void SetUnit(const std::string& unit) {
-        if (!IsUnit(unit)) {
+        if (!IsLengthUnit(unit)) {
             Fail(lineNumber_, "unknown unit \"" + Excerpt(unit) + "\"", "write mm, cm, m or in");
         }
         if (!table_.unit.empty() && table_.unit != unit) {
@@ -234,7 +232,7 @@ private:
             decimalMark_ = mark;
             if (mark == ',') std::replace(text.begin(), text.end(), ',', '.');
         }
-        const std::optional<double> number = NumberIn(text);
+        const std::optional<double> number = FiniteNumberIn(text);
         if (number) return *number;
         Fail(line, "\"" + Excerpt(written) + "\" is not a finite number",
              "write plain numbers such as 12.5");

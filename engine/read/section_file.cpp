@@ -152,20 +152,20 @@ void CheckVersion(const Node& root) {
 }
 
 std::string ReadUnit(const Node& node) {
-    return std::string(
-        node.Choice<std::string_view>({{"mm", "mm"}, {"cm", "cm"}, {"m", "m"}, {"in", "in"}}));
+    std::vector<std::pair<std::string_view, std::string_view>> names;
+    for (const LengthUnit& unit : kLengthUnits) names.emplace_back(unit.name, unit.name);
+    return std::string(node.Choice(names));
 }
 
 // An explicit tolerance of the file goes before that of the caller.
 PartOptions ReadPartOptions(const Node& root, const std::string& unit,
                             const InputOptions& options) {
-    constexpr double kMetresPerMillimetre = 1e-3;
     PartOptions parts;
     parts.unit = unit;
     parts.wantsPublishedValues = options.wantsPublishedValues;
     parts.chordTolerance = root.Has("chord_tolerance")
                                ? root.At("chord_tolerance").Number(Sign::Positive)
-                               : options.chordTolerance * kMetresPerMillimetre / MetresPer(unit);
+                               : options.chordTolerance * MetresPer("mm") / MetresPer(unit);
     return parts;
 }
 

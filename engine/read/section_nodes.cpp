@@ -1,5 +1,7 @@
 #include "read/section_nodes.h"
 
+#include "base/numbers.h"
+
 namespace halvorn::engine {
 
 Point ReadPoint(const Node& node) {
@@ -46,8 +48,8 @@ void RequireRoom(const Node& node, const shapes::WallLine& line, shapes::FaceArc
     using Kind = shapes::WallFault::Kind;
     const auto fault = shapes::FindWallFault(line, arcs);
     if (!fault) return;
-    const std::string room = "the corners of one edge need " + shapes::ShortNumber(fault->needed) +
-                             " of its " + shapes::ShortNumber(fault->available);
+    const std::string room = "the corners of one edge need " + ShortNumber(fault->needed) +
+                             " of its " + ShortNumber(fault->available);
     switch (fault->kind) {
         case Kind::Coincident:
             node.At("points")[fault->point].Fail("lies on a neighbouring point",

@@ -2,6 +2,7 @@
 
 #include "base/input_error.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace halvorn::engine::dxf {
 
@@ -158,8 +159,7 @@ Drawing FindParts(std::string_view text, const std::string& source) {
     if (text.starts_with("AutoCAD Binary DXF")) {
         throw InputError(source, "it is a binary DXF file", "save the drawing as ASCII DXF");
     }
-    if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-    return PartFinder(text, source).Find();
+    return PartFinder(WithoutByteOrderMark(text), source).Find();
 }
 
 }  // namespace halvorn::engine::dxf

@@ -1,30 +1,14 @@
 #include "read/dxf/group_reader.h"
 
-#include <charconv>
-#include <cmath>
-#include <cstdio>
-
 #include "base/input_error.h"
+#include "base/numbers.h"
 #include "base/text.h"
 
 namespace halvorn::engine::dxf {
 
 namespace {
 
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-template <class Number>
-bool Read(std::string_view text, Number& number) {
-    // std::from_chars takes no plus sign, some programs write one.
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
-}
+constexpr int kShownDigits = 9;
 
 }  // namespace
 
@@ -38,20 +22,22 @@ std::string_view GroupReader::TakeLine() {
     const std::string_view line = rest_.substr(0, end);
     rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
     ++line_;
-    return Trimmed(line);
+    return TrimmedView(line);
 }
 
 bool GroupReader::Next(Group& group) {
     do {
-        if (Trimmed(rest_.substr(0, rest_.find('\n'))).empty() &&
-            rest_.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+        if (TrimmedView(rest_.substr(0, rest_.find('\n'))).empty() &&
+            TrimmedView(rest_, " \t\r\n").empty()) {
             return false;
         }
         const std::string_view code = TakeLine();
-        if (!Read(code, group.code)) {
+        const std::optional<int> number = WholeNumberIn(code);
+        if (!number) {
             Refuse(*source_, line_ - 1, "expected a group code, found '" + Excerpt(code) + "'",
                    kExportAnew);
         }
+        group.code = *number;
         if (rest_.empty()) {
             Refuse(*source_, line_ - 1,
                    "the text ends after the group code " + std::to_string(group.code), kExportAnew);
@@ -63,35 +49,33 @@ bool GroupReader::Next(Group& group) {
 }
 
 double RealValue(const Group& group, const std::string& source) {
-    double value = 0.0;
-    if (!Read(group.value, value) || !std::isfinite(value)) {
+    const std::optional<double> value = FiniteNumberIn(group.value);
+    if (!value) {
         Refuse(source, group.line,
                "'" + Excerpt(group.value) + "' (group " + std::to_string(group.code) +
                    ") is not a number",
                "write a plain decimal number");
     }
-    return value;
+    return *value;
 }
 
 int WholeValue(const Group& group, const std::string& source) {
-    int value = 0;
-    if (!Read(group.value, value)) {
+    const std::optional<int> value = WholeNumberIn(group.value);
+    if (!value) {
         Refuse(source, group.line,
                "'" + Excerpt(group.value) + "' (group " + std::to_string(group.code) +
                    ") is not a whole number",
                kExportAnew);
     }
-    return value;
+    return *value;
 }
 
 std::string Shown(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.9g", value);
-    return text;
+    return ShortNumber(value, kShownDigits);
 }
 
 std::string ShownPoint(double x, double y) {
-    return "(" + Shown(x) + ", " + Shown(y) + ")";
+    return PlaceText(x, y, kShownDigits);
 }
 
 }  // namespace halvorn::engine::dxf

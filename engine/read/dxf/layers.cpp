@@ -44,7 +44,7 @@ bool IsHiddenLayer(const Drawing& drawing, std::string_view layer) {
 LayerChoice::LayerChoice(const Drawing& drawing, const std::vector<std::string>& names,
                          const std::string& source) {
     for (const std::string& given : names) {
-        const std::string name = engine::Trimmed(given);  // as those of the drawing are
+        const std::string name = Trimmed(given);  // as those of the drawing are
         if (!drawing.layers.contains(Capitals(name))) {
             throw InputError(source, "it has no layer \"" + Excerpt(name) + "\"",
                              drawing.layers.empty() ? "it has none at all; leave out --layer"

@@ -68,7 +68,7 @@ double InUnit(double millimetres, const std::string& unit, const char* name) {
                          "give it in millimetres, for example 0.01");
     }
     try {
-        return millimetres * 1e-3 / MetresPer(unit);
+        return millimetres * MetresPer("mm") / MetresPer(unit);
     } catch (const std::invalid_argument&) {
         throw InputError("command line", "the unit is " + unit, "give mm, cm, m or in");
     }

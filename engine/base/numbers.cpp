@@ -1,0 +1,88 @@
+#include "base/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace halvorn::engine {
+
+namespace {
+
+template <class Number>
+std::optional<Number> Read(std::string_view text) {
+    // std::from_chars takes no plus sign, some programs write one.
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    Number number{};
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (stop != end || error != std::errc()) return std::nullopt;
+    return number;
+}
+
+// Room for the largest double, or the smallest in 17 digits, without an exponent.
+constexpr std::size_t kMostCharacters = 400;
+
+template <class... Form>
+std::string Written(double value, Form... form) {
+    std::array<char, kMostCharacters> text;
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value, form...).ptr};
+}
+
+std::string WithoutLastZeros(std::string text) {
+    if (text.find('.') == std::string::npos) return text;
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+std::optional<double> NumberIn(std::string_view text) {
+    return Read<double>(text);
+}
+
+std::optional<double> FiniteNumberIn(std::string_view text) {
+    const std::optional<double> number = NumberIn(text);
+    return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+std::optional<int> WholeNumberIn(std::string_view text) {
+    return Read<int>(text);
+}
+
+std::string EveryDigit(double value) {
+    return Written(value);
+}
+
+std::string ShortNumber(double value, int digits) {
+    return Written(value, std::chars_format::general, digits);
+}
+
+std::string PlaceText(double x, double y, int digits) {
+    return "(" + ShortNumber(x, digits) + ", " + ShortNumber(y, digits) + ")";
+}
+
+std::string PlainNumber(double value, int digits) {
+    if (value == 0.0) return "0";
+    if (!std::isfinite(value)) return Written(value);
+    const int before = static_cast<int>(std::floor(std::log10(std::fabs(value))));
+    const int decimals = std::max(0, digits - 1 - before);
+    return WithoutLastZeros(Written(value, std::chars_format::fixed, decimals));
+}
+
+std::string TableNumber(double value, int digits) {
+    constexpr double kPlainFrom = 1e-4;
+    constexpr double kPlainBelow = 1e15;
+    const double magnitude = std::fabs(value);
+    const bool isPlain = magnitude == 0.0 || (kPlainFrom <= magnitude && magnitude < kPlainBelow);
+    if (isPlain) return PlainNumber(value, digits);
+    return Written(value, std::chars_format::scientific, digits - 1);
+}
+
+std::string FixedNumber(double value, int decimals) {
+    const std::string text = WithoutLastZeros(Written(value, std::chars_format::fixed, decimals));
+    return text == "-0" ? "0" : text;
+}
+
+}  // namespace halvorn::engine

@@ -1,0 +1,74 @@
+// Reading and writing of numbers in texts.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <limits>
+#include <random>
+
+#include "base/numbers.h"
+
+namespace halvorn::engine {
+namespace {
+
+TEST(Numbers, AreReadFromWholeTexts) {
+    for (const char* text :
+         {"", "+", "+-1", "++1", " 1", "1 ", "0x10", "1,5", "1e", "1e999", "x"}) {
+        EXPECT_FALSE(NumberIn(text)) << '"' << text << '"';
+        EXPECT_FALSE(WholeNumberIn(text)) << '"' << text << '"';
+    }
+    EXPECT_EQ(NumberIn("+.5e1"), 5.0);
+    EXPECT_EQ(FiniteNumberIn("-12.5"), -12.5);
+    EXPECT_EQ(WholeNumberIn("+70"), 70);
+    EXPECT_FALSE(WholeNumberIn("1.5"));
+    for (const char* text : {"inf", "-inf", "nan"}) {
+        EXPECT_TRUE(NumberIn(text)) << text;
+        EXPECT_FALSE(FiniteNumberIn(text)) << text;
+    }
+}
+
+TEST(Numbers, AreWrittenInEachForm) {
+    struct Case {
+        double value;
+        const char *shortened, *plain, *table, *fixed;  // 6, 4 and 4 digits, 2 decimals
+    };
+    for (const Case& c : {
+             Case{0.0, "0", "0", "0", "0"},
+             Case{-0.0, "-0", "0", "0", "0"},
+             Case{-0.004, "-0.004", "-0.004", "-0.004", "0"},
+             Case{1200.0, "1200", "1200", "1200", "1200"},
+             Case{-9.9999999, "-10", "-10", "-10", "-10"},
+             Case{1.0 / 3.0, "0.333333", "0.3333", "0.3333", "0.33"},
+             Case{1234567.5, "1.23457e+06", "1234568", "1234568", "1234567.5"},
+             Case{1e-4, "0.0001", "0.0001", "0.0001", "0"},
+             Case{0.99e-4, "9.9e-05", "0.000099", "9.900e-05", "0"},
+             Case{1e15, "1e+15", "1000000000000000", "1.000e+15", "1000000000000000"},
+         }) {
+        EXPECT_EQ(ShortNumber(c.value), c.shortened);
+        EXPECT_EQ(PlainNumber(c.value, 4), c.plain);
+        EXPECT_EQ(TableNumber(c.value, 4), c.table);
+        EXPECT_EQ(FixedNumber(c.value, 2), c.fixed);
+    }
+    EXPECT_EQ(PlaceText(0.5, -1234567890.0, 9), "(0.5, -1.23456789e+09)");
+}
+
+TEST(Numbers, ReadBackAndAgreeWithTheStandardLibrary) {
+    std::mt19937_64 random(12);
+    for (int i = 0; i < 20000; ++i) {
+        const auto value = std::bit_cast<double>(static_cast<std::uint64_t>(random()));
+        if (!std::isfinite(value)) continue;
+        EXPECT_EQ(NumberIn(EveryDigit(value)), value);
+        EXPECT_EQ(NumberIn(PlainNumber(value, 17)), value);
+        for (const int digits : {3, 6, 9, 17}) {
+            char text[64];
+            std::snprintf(text, sizeof text, "%.*g", digits, value);
+            EXPECT_EQ(ShortNumber(value, digits), text);
+        }
+    }
+    EXPECT_EQ(PlainNumber(std::numeric_limits<double>::infinity(), 4), "inf");
+}
+
+}  // namespace
+}  // namespace halvorn::engine
