@@ -13,7 +13,7 @@
 #include "figure/figure.h"
 #include "tool/batch.h"
 #include "tool/command_line.h"
-#include "values/diagnosis.h"
+#include "values/evaluate.h"
 #include "write/csv.h"
 #include "write/json.h"
 #include "write/table.h"
@@ -80,7 +80,7 @@ ExitCode PrintFindings(const CommandLine& line) {
         Diagnose(OpenSection(line.inputs.front(), line.section.input));
     Print(FindingsText(findings));
     for (const Finding& finding : findings) {
-        if (finding.severity != Severity::Remark) return kDoubtful;
+        if (finding.severity > Severity::Remark) return kDoubtful;
     }
     return kDone;
 }

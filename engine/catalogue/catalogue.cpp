@@ -152,6 +152,32 @@ std::vector<std::string> CatalogueNames() {
     return names;
 }
 
+std::vector<PublishedValue> PublishedValuesOf(std::string_view name, const std::string& unit) {
+    constexpr struct {
+        const char* column;
+        const char* key;
+        int power;
+    } kColumns[] = {{"area", "area", 2},
+                    {"cx", "centroid_x", 1},
+                    {"cy", "centroid_y", 1},
+                    {"Ix", "inertia_x", 4},
+                    {"Iy", "inertia_y", 4},
+                    {"Ixy", "inertia_xy", 4},
+                    {"Zx_min", "elastic_modulus_x_min", 3},
+                    {"Zy_min", "elastic_modulus_y_min", 3},
+                    {"Sx", "plastic_modulus_x", 3},
+                    {"Sy", "plastic_modulus_y", 3}};
+    const CsvRecord* const row = TheCatalogue().Find(name);
+    if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
+    const double factor = MetresPer("mm") / MetresPer(unit);
+    std::vector<PublishedValue> values;
+    for (const auto& [column, key, power] : kColumns) {
+        const std::optional<double> number = row->Number(column);
+        if (number) values.push_back({key, *number * std::pow(factor, power)});
+    }
+    return values;
+}
+
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
                                        const shapes::ArcDivision& division,
                                        bool wantsPublishedValues) {

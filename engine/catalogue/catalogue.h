@@ -34,6 +34,12 @@ std::vector<Element> CatalogueElements(std::string_view name, const std::string&
                                        const shapes::ArcDivision& division,
                                        bool wantsPublishedValues);
 
+/// Returns the published values of a profile under the keys of the report, those of a table's row
+/// that are there.
+/// @param unit  of the values
+/// @throws std::out_of_range as `CatalogueElements`
+std::vector<PublishedValue> PublishedValuesOf(std::string_view name, const std::string& unit);
+
 }  // namespace halvorn::engine
 
 #endif

@@ -13,7 +13,6 @@ namespace {
 
 constexpr const char* kElastic = "ENA";
 constexpr const char* kPlastic = "PNA";
-constexpr const char* kPlasticNet = "PNA net";
 constexpr const char* kEqual = " = ";
 
 // A neutral axis: a horizontal one at a height y of the section, or a vertical one at an x.
@@ -33,7 +32,7 @@ void Merge(std::vector<NeutralAxis>& axes) {
         });
         if (same == merged.end()) {
             merged.push_back(axis);
-        } else if (axis.label != kPlasticNet || same->label.find(kPlastic) == std::string::npos) {
+        } else {
             same->label += kEqual + axis.label;
         }
     }
@@ -48,14 +47,12 @@ std::vector<NeutralAxis> NeutralAxes(const Sheet& sheet, bool isHorizontal) {
         const char* label;
         const char* key;
     };
-    const std::array<Source, 3> sources =
+    const std::array<Source, 2> sources =
         isHorizontal
-            ? std::array<Source, 3>{{{LineKind::Elastic, kElastic, "centroid_y"},
-                                     {LineKind::Plastic, kPlastic, "plastic_axis_y"},
-                                     {LineKind::Plastic, kPlasticNet, "plastic_axis_y_net"}}}
-            : std::array<Source, 3>{{{LineKind::Elastic, kElastic, "centroid_x"},
-                                     {LineKind::Plastic, kPlastic, "plastic_axis_x"},
-                                     {LineKind::Plastic, kPlasticNet, "plastic_axis_x_net"}}};
+            ? std::array<Source, 2>{{{LineKind::Elastic, kElastic, "centroid_y"},
+                                     {LineKind::Plastic, kPlastic, "plastic_axis_y"}}}
+            : std::array<Source, 2>{{{LineKind::Elastic, kElastic, "centroid_x"},
+                                     {LineKind::Plastic, kPlastic, "plastic_axis_x"}}};
     std::vector<NeutralAxis> axes;
     for (const Source& source : sources) {
         const Value* const value = sheet.report.Find(source.key);
@@ -159,9 +156,6 @@ double AxisLabelRoom(const Report& report, const MeasureText& measure) {
     std::string widest = kElastic;
     const auto has = [&](const char* key) { return report.Find(key) != nullptr; };
     if (has("plastic_axis_x") || has("plastic_axis_y")) widest += std::string(kEqual) + kPlastic;
-    if (has("plastic_axis_x_net") || has("plastic_axis_y_net")) {
-        widest = std::string(kElastic) + kEqual + kPlasticNet;
-    }
     return measure(widest, kTextSize, false);
 }
 

@@ -18,9 +18,6 @@ constexpr std::array kShownKeys = {
     "inertia_x",
     "inertia_y",
     "inertia_xy",
-    "inertia_x_origin",
-    "inertia_y_origin",
-    "inertia_xy_origin",
     "principal_inertia_1",
     "principal_inertia_2",
     "principal_angle",
@@ -30,8 +27,6 @@ constexpr std::array kShownKeys = {
     "elastic_modulus_right",
     "plastic_modulus_x",
     "plastic_modulus_y",
-    "plastic_modulus_x_net",
-    "plastic_modulus_y_net",
     "plastic_axis_y",
     "plastic_axis_x",
 };
@@ -66,15 +61,11 @@ double Widest(const std::vector<ValueRow>& rows, Runs ValueRow::*part, const Mea
 std::vector<ValueRow> ValueRows(const Report& report) {
     constexpr int kDigits = 5;
     constexpr double kPlainBelow = 1e5;
-    const std::vector<Element>& elements = report.section.elements;
-    const bool hasHole = std::any_of(elements.begin(), elements.end(),
-                                     [](const Element& element) { return !element.isSolid; });
     std::vector<ValueRow> rows;
     for (const std::string_view key : kShownKeys) {
         const Value* const value = report.Find(key);
         if (value == nullptr) continue;
-        const bool isGross = hasHole && (key == "plastic_modulus_x" || key == "plastic_modulus_y");
-        rows.push_back({Symbol(value->symbol + (isGross ? ",gross" : "")),
+        rows.push_back({Symbol(value->symbol),
                         Number(value->number, kDigits, kPlainBelow), Unit(value->unit)});
     }
     return rows;

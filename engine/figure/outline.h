@@ -15,9 +15,7 @@ struct Ring {
     bool isSolid;
 };
 
-/// Returns the rings of a section: those of its elements; of a polyline what its values are of, the
-/// rounded outline or the faces of the wall (an open wall is one ring, a closed one a solid and a
-/// hole). Both faces are rounded with the radius of the mid-line.
+/// Returns the rings of a section's elements.
 std::vector<Ring> RingsOf(const SectionModel& section);
 
 /// One stretch of a ring's outline.

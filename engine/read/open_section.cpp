@@ -48,6 +48,7 @@ SectionModel CatalogueSection(const std::string& name, const InputOptions& optio
         CatalogueElements(name, section.unit, shapes::ArcDivision::ChordError(chordTolerance),
                           options.wantsPublishedValues);
     section.source = section.name = section.elements.front().label;
+    section.published = PublishedValuesOf(name, section.unit);
     return section;
 }
 

@@ -1,13 +1,12 @@
 #include "values/find_faults.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <map>
 #include <set>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "geometry/crossings.h"
 #include "values/class_rounding.h"
 
@@ -19,12 +18,6 @@ using Kind = FindingKind;
 
 // A few places of each kind are enough to begin with.
 constexpr std::size_t kMostPlaces = 5;
-
-std::string Digits(double number) {
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.6g", number);
-    return buffer.data();
-}
 
 std::string Count(std::size_t count, const char* one, const char* many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
@@ -118,13 +111,13 @@ private:
         const double size = std::max(box.right - box.left, box.top - box.bottom);
         if (area < kSmallestArea || area * size * size / 12.0 < kSmallestPolar) {
             Add(Severity::Remark, Kind::SmallForClass,
-                "its area of " + Digits(area) + " " + unit_ +
+                "its area of " + ShortNumber(area) + " " + unit_ +
                     "^2 is so small that the class gives no torsion constant",
                 "for class_values use a smaller unit, such as mm", {});
         } else if (area * kAxisPart < kAxisAgreement) {
             Add(Severity::Remark, Kind::SmallForClass,
                 "the class's search of the plastic axis stops when both sides agree within 1e-7 " +
-                    unit_ + "^2, " + Digits(100.0 * kAxisAgreement / area) + " % of its area",
+                    unit_ + "^2, " + ShortNumber(100.0 * kAxisAgreement / area) + " % of its area",
                 "for plastic moduli of class_values use a smaller unit, such as mm", {});
         }
     }
@@ -172,7 +165,7 @@ private:
         findings_.push_back({severity, kind, elements_[element].label, problem, mend, place});
     }
 
-    std::string Told(double area) const { return Digits(area) + " " + section_.unit + "^2"; }
+    std::string Told(double area) const { return ShortNumber(area) + " " + section_.unit + "^2"; }
 
     double AreaOfElement(std::size_t i) const { return AreaOf(elements_[i].ring); }
 
@@ -290,7 +283,7 @@ private:
         }
     }
 
-    std::string Distance(double distance) const { return Digits(distance) + " " + section_.unit; }
+    std::string Distance(double distance) const { return ShortNumber(distance) + " " + section_.unit; }
 
     void TellContacts() {
         for (const OutlineContact& miss : region_.nearMisses) {
@@ -349,8 +342,8 @@ void LookAtGivenValues(const Element& element, std::vector<Finding>& findings) {
     const double drawn = AreaOf(element.ring);
     if (std::fabs(drawn - element.given->area) <= kAgreement * element.given->area) return;
     findings.push_back({Severity::Warning, Kind::GivenValues, element.label,
-                        "its outline encloses " + Digits(drawn) + ", the area given is " +
-                            Digits(element.given->area),
+                        "its outline encloses " + ShortNumber(drawn) + ", the area given is " +
+                            ShortNumber(element.given->area),
                         "values are of the outline, class_values of what is given: check both, and "
                         "their unit",
                         {}});

@@ -1,11 +1,10 @@
 #include "write/csv.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <string_view>
 #include <vector>
 
+#include "base/numbers.h"
 #include "values/values.h"
 
 namespace halvorn::engine {
@@ -23,13 +22,6 @@ std::string Quoted(std::string_view text) {
     return cell + '"';
 }
 
-// The shortest decimal that reads back as the same double.
-std::string EveryDigit(double number) {
-    std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr;
-    return {buffer.data(), end};
-}
-
 std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
     std::string joined;
     for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -39,31 +31,34 @@ std::string Joined(const std::vector<std::string>& texts, std::string_view separ
     return joined;
 }
 
-// Sections and polylines share columns for what both have.
-std::vector<std::string> CollectKeys() {
-    std::vector<std::string> keys;
-    keys.reserve(std::size(kSectionValues) + std::size(kPolylineValues) +
-                 std::size(kDerivedValues));
-    for (const ValueDescription& value : kSectionValues) keys.emplace_back(value.key);
-    for (const ValueDescription& value : kPolylineValues) {
-        if (std::find(keys.begin(), keys.end(), value.key) == keys.end()) {
-            keys.emplace_back(value.key);
+template <typename Descriptions>
+void CollectKeys(const Descriptions& table, std::vector<std::string>& keys) {
+    for (const auto& [description, get] : table) {
+        if (std::find(keys.begin(), keys.end(), description.key) == keys.end()) {
+            keys.emplace_back(description.key);
         }
     }
-    for (const DerivedDescription& value : kDerivedValues) keys.emplace_back(value.key);
-    return keys;
 }
 
-const std::vector<std::string>& Keys() {
-    static const std::vector<std::string> keys = CollectKeys();
+// Sections and polylines share columns for what both have.
+const std::vector<std::string>& ClassKeys() {
+    static const std::vector<std::string> keys = [] {
+        std::vector<std::string> collected;
+        CollectKeys(kClassValues, collected);
+        CollectKeys(kPolylineValues, collected);
+        return collected;
+    }();
     return keys;
 }
 
 // What a reader must know, and every reason for an empty cell once.
 std::vector<std::string> Notes(const Report& report) {
-    std::vector<std::string> notes = report.section.remarks;
-    notes.insert(notes.end(), report.notes.begin(), report.notes.end());
-    for (const std::vector<Value>* const list : {&report.values, &report.derived}) {
+    std::vector<std::string> notes;
+    for (const Finding& finding : report.findings) {
+        if (finding.severity == Severity::Hint) continue;
+        notes.push_back(SeverityName(finding.severity) + (": " + FindingText(finding)));
+    }
+    for (const auto* const list : {&report.values, &report.classValues}) {
         for (const Value& value : *list) {
             if (value.IsComputed()) continue;
             const std::string note = "not computed: " + value.whyMissing;
@@ -73,11 +68,16 @@ std::vector<std::string> Notes(const Report& report) {
     return notes;
 }
 
+std::string Cell(const Value* value) {
+    return value == nullptr ? "" : EveryDigit(value->number);
+}
+
 }  // namespace
 
 std::string CsvHeader() {
     std::vector<std::string> cells = {"source", "name", "unit"};
-    cells.insert(cells.end(), Keys().begin(), Keys().end());
+    for (const ValueDescription& value : kValues) cells.emplace_back(value.key);
+    for (const std::string& key : ClassKeys()) cells.push_back("class_" + key);
     cells.emplace_back("notes");
     return Joined(cells, ",") + '\n';
 }
@@ -86,9 +86,9 @@ std::string CsvRow(const Report& report) {
     const SectionModel& section = report.section;
     std::vector<std::string> cells = {Quoted(section.source), Quoted(section.name),
                                       Quoted(section.unit)};
-    for (const std::string& key : Keys()) {
-        const Value* const value = report.Find(key);
-        cells.push_back(value == nullptr ? "" : EveryDigit(value->number));
+    for (const ValueDescription& value : kValues) cells.push_back(Cell(report.Find(value.key)));
+    for (const std::string& key : ClassKeys()) {
+        cells.push_back(Cell(FindValue(report.classValues, key)));
     }
     cells.push_back(Quoted(Joined(Notes(report), "; ")));
     return Joined(cells, ",") + '\n';

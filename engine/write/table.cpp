@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 
+#include "base/numbers.h"
 #include "base/text.h"
 
 namespace halvorn::engine {
@@ -14,25 +14,8 @@ namespace {
 using Row = std::array<std::string, 5>;  // name, symbol, value, unit, method
 constexpr std::size_t kMethod = 4;
 
-// Seven significant digits, all digits before the point, no zeros at the end.
 std::string SevenDigits(double number) {
-    constexpr double kFixedFrom = 1e-4;
-    constexpr double kFixedBelow = 1e15;
-    const double magnitude = std::fabs(number);
-    if (magnitude == 0.0) return "0";
-    std::array<char, 64> buffer{};
-    if (magnitude < kFixedFrom || magnitude >= kFixedBelow) {
-        std::snprintf(buffer.data(), buffer.size(), "%.6e", number);
-        return buffer.data();
-    }
-    const int decimals = std::max(0, 6 - static_cast<int>(std::floor(std::log10(magnitude))));
-    std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, number);
-    std::string text = buffer.data();
-    if (decimals > 0) {
-        text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.') text.pop_back();
-    }
-    return text;
+    return TableNumber(number, 7);
 }
 
 std::size_t DigitsBeforePoint(const std::string& number) {
@@ -98,17 +81,21 @@ std::vector<std::string> NumberLongMethods(std::vector<Row>& rows) {
     return methods;
 }
 
-// Both blocks in the same columns, a line apart, and what stands for the numbers in them.
+// All blocks in the same columns, a line apart, and what stands for the numbers in them.
 std::string Blocks(const Report& report) {
     std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
-    const std::vector<Row> values = Rows(report.values);
-    const std::vector<Row> derived = Rows(report.derived);
-    rows.insert(rows.end(), values.begin(), values.end());
-    if (!derived.empty()) {
-        rows.push_back({});
-        rows.push_back({"Derived"});
-        rows.insert(rows.end(), derived.begin(), derived.end());
-    }
+    const auto add = [&](const char* title, const std::vector<Value>& values) {
+        if (values.empty()) return;
+        if (title != nullptr) {
+            rows.push_back({});
+            rows.push_back({title});
+        }
+        const std::vector<Row> block = Rows(values);
+        rows.insert(rows.end(), block.begin(), block.end());
+    };
+    add(nullptr, report.values);
+    add("Published", report.published);
+    add("Outputs of the class", report.classValues);
     const std::vector<std::string> methods = NumberLongMethods(rows);
     std::string text = JoinColumns(rows);
     for (std::size_t i = 0; i < methods.size(); ++i) {
@@ -117,19 +104,21 @@ std::string Blocks(const Report& report) {
     return text;
 }
 
-// Every reason, note and remark once, in the order of the values.
+// Every reason once in the order of the values, then what is found but for hints.
 std::vector<std::string> Footnotes(const Report& report) {
     std::vector<std::string> notes;
-    for (const std::vector<Value>* const list : {&report.values, &report.derived}) {
+    for (const auto* const list : {&report.values, &report.classValues}) {
         for (const Value& value : *list) {
             if (value.IsComputed()) continue;
             const std::string note = "Not computed: " + SingleLine(value.whyMissing);
             if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
         }
     }
-    for (const std::string& note : report.notes) notes.push_back("Note: " + note);
-    for (const std::string& remark : report.section.remarks) {
-        notes.push_back("Remark: " + SingleLine(remark));
+    for (const Finding& finding : report.findings) {
+        if (finding.severity == Severity::Hint) continue;
+        std::string kind = SeverityName(finding.severity);
+        kind[0] = static_cast<char>(kind[0] - 'a' + 'A');
+        notes.push_back(kind + ": " + FindingText(finding));
     }
     return notes;
 }
