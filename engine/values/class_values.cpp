@@ -109,6 +109,7 @@ public:
     void Keep() {
         const double ofX = rounding_.inertiaX / std::fabs(out_.inertiaX);
         const double ofY = rounding_.inertiaY / std::fabs(out_.inertiaY);
+        const double worst = std::max(ofX, ofY);
         // Given values may be as small as they like.
         const auto& elements = report_->section.elements;
         const bool hasGiven =
@@ -125,8 +126,11 @@ public:
             const double error =
                 key == "inertia_xy" ? rounding_.inertiaXY : relative * std::fabs(value.number);
             if (error > 0.0) KeepDigits(error, WhyNoDigits(cause_), &value);
+            // A 0 is no better than the moments beside it.
+            if (key == "inertia_xy" && LeavesNoDigit(worst)) {
+                value.whyMissing = WhyNoDigits(cause_);
+            }
         }
-        const double worst = std::max(ofX, ofY);
         if (!(worst > kTooFewDigits)) return;
         Finding finding = LostDigits(report_->section.source, "class_values, the second moments,",
                                      std::min(worst, 1.0), cause_);

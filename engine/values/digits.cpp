@@ -1,10 +1,9 @@
 #include "values/digits.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
+
+#include "base/numbers.h"
 
 namespace halvorn::engine {
 
@@ -33,18 +32,19 @@ std::string WhyNoDigits(LostBy cause) {
                      kTurn;
 }
 
+bool LeavesNoDigit(double relative) {
+    return relative > kTooFewDigits && DigitsLeft(relative) == 0;
+}
+
 void KeepDigits(double error, const std::string& whyNone, Value* value) {
     if (!value->IsComputed() || value->number == 0.0) return;
     const double relative = error / std::fabs(value->number);
     if (!(relative > kTooFewDigits)) return;
-    const int digits = DigitsLeft(relative);
-    if (digits == 0) {
+    if (LeavesNoDigit(relative)) {
         value->whyMissing = whyNone;
-        return;
+    } else {
+        value->number = *NumberIn(ShortNumber(value->number, DigitsLeft(relative)));
     }
-    std::array<char, 32> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.*e", digits - 1, value->number);
-    value->number = std::strtod(buffer.data(), nullptr);
 }
 
 Finding LostDigits(const std::string& element, const std::string& values, double relative,

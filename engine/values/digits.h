@@ -25,6 +25,9 @@ LostBy LostByOf(double size, double far);
 /// Returns why no digit is left of a value, one sentence.
 std::string WhyNoDigits(LostBy cause);
 
+/// Whether a relative error leaves no digit.
+bool LeavesNoDigit(double relative);
+
 /// Rounds a value to the digits that an error leaves where these are fewer than a table shows, and
 /// takes away a value of which none is left.
 void KeepDigits(double error, const std::string& whyNone, Value* value);

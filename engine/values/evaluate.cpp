@@ -50,6 +50,9 @@ void AddPublished(Report* report) {
 }  // namespace
 
 Report Evaluate(const SectionModel& section, const Shift& shift) {
+    if (section.elements.empty()) {
+        throw InputError(section.source, "the section is empty", "give it an outline");
+    }
     Report report;
     report.section = section;
     report.shift = shift;

@@ -42,8 +42,9 @@ public:
             Add(Severity::Error, Kind::TooFewPoints, "it has too few different points", "add the missing points", {});
             return;
         }
+        if (HasNoArea(points_)) return;
         LookForTurns();
-        if (!HasNoArea(points_)) LookForSmallness();
+        LookForSmallness();
     }
 
 private:
@@ -323,7 +324,7 @@ private:
         findings_.push_back(
             {Severity::Remark, Kind::PartsApart, section_.source,
              "the section is in " + std::to_string(region_.parts.size()) +
-                 " parts that do not touch, one of them at " + PlaceText(place) +
+                 " parts that are not joined, one of them at " + PlaceText(place) +
                  "; its values hold where something makes them act as one",
              "", place});
     }

@@ -91,6 +91,9 @@ private:
         Add("inertia_x", kIntegrals, m.inertiaX, m.inertiaXError);
         Add("inertia_y", kIntegrals, m.inertiaY, m.inertiaYError);
         Add("inertia_xy", kIntegrals, m.inertiaXY, m.inertiaXYError);
+        const double ofMoments = std::max(RelativeError(m.inertiaXError, m.inertiaX),
+                                          RelativeError(m.inertiaYError, m.inertiaY));
+        if (LeavesNoDigit(ofMoments)) Miss(whyNoDigits_);  // a 0 is no better than these
     }
 
     void AddPrincipalAxes() {

@@ -34,13 +34,13 @@ inline Report ReportOf(const Points& solid, const Points& hole = {},
     return Evaluate(section, {});
 }
 
-inline Report WithDerived(Report report, const std::string& key, double number) {
-    std::erase_if(report.derived, [&](const Value& value) { return value.key == key; });
+inline Report WithValue(Report report, const std::string& key, double number) {
+    std::erase_if(report.values, [&](const Value& value) { return value.key == key; });
     Value value;
     value.key = key;
     value.symbol = key;
     value.number = number;
-    report.derived.push_back(value);
+    report.values.push_back(value);
     return report;
 }
 

@@ -9,6 +9,7 @@
 
 #include "catalogue/csv_table.h"
 #include "geometry/crossings.h"
+#include "model/outlines.h"
 #include "read/section_file.h"
 #include "region/region.h"
 #include "ring_sections.h"
@@ -40,22 +41,24 @@ Points Turned(Points ring, double degrees) {
     return ring;
 }
 
-bool HasNote(const Report& report, const std::string& words) {
-    return std::any_of(report.notes.begin(), report.notes.end(), [&](const std::string& note) {
-        return note.find(words) != std::string::npos;
+bool Finds(const Report& report, FindingKind kind, const std::string& words = "") {
+    return std::any_of(report.findings.begin(), report.findings.end(), [&](const Finding& finding) {
+        return finding.kind == kind && FindingText(finding).find(words) != std::string::npos;
     });
 }
 
 // Also when it was not computed.
-Value Entry(const Report& report, const std::string& key) {
-    std::vector<Value> values = report.values;
-    values.insert(values.end(), report.derived.begin(), report.derived.end());
+Value Entry(const std::vector<Value>& values, const std::string& key) {
     for (const Value& value : values) {
         if (value.key == key) return value;
     }
     Value absent;
     absent.whyMissing = "absent";
     return absent;
+}
+
+Value Entry(const Report& report, const std::string& key) {
+    return Entry(report.values, key);
 }
 
 struct Case {
@@ -101,29 +104,26 @@ const Case kCases[] = {
     {"turned square", {{true, Turned(kSquare, 17)}}, {{"principal_angle", 0}}},
     {"tube",
      {{true, kSquare}, {false, Rectangle(5, 5, 90, 90)}},
-     {{"plastic_modulus_x", 250000},
-      {"plastic_modulus_x_net", 67750},
-      {"plastic_modulus_y_net", 67750},
-      {"plastic_axis_x_net", 50},
+     {{"plastic_modulus_x", 67750},
+      {"plastic_modulus_y", 67750},
+      {"plastic_axis_x", 50},
       {"shape_factor_y", 67750 * 50 / ((1e8 - 90 * 90 * 90 * 90.0) / 12)}}},
     {"filled tube",
      {{true, kSquare}, {false, Rectangle(5, 5, 90, 90)}, {true, Rectangle(5, 5, 90, 90)}},
-     {{"plastic_modulus_x_net", 250000}}},
+     {{"plastic_modulus_x", 250000}}},
     {"bar in a tube",
      {{true, kSquare}, {false, Rectangle(5, 5, 90, 90)}, {true, Rectangle(5, 45, 20, 10)}},
-     {{"plastic_modulus_x_net", 67750 + 500}, {"plastic_axis_y_net", 50}}},
+     {{"plastic_modulus_x", 67750 + 500}, {"plastic_axis_y", 50}}},
     {"two slots in a plate",
      {{true, Rectangle(0, 0, 300, 20)},
       {false, Rectangle(50, 5, 22, 10)},
       {false, Rectangle(228, 5, 22, 10)}},
-     {{"plastic_modulus_x_net", 30000 - 44 * 25}, {"plastic_modulus_y_net", 450000 - 440 * 89}}},
+     {{"plastic_modulus_x", 30000 - 44 * 25}, {"plastic_modulus_y", 450000 - 440 * 89}}},
     {"hole off centre",  // 100 (y - 40) + 2800 = 4400
      {{true, kSquare}, {false, Rectangle(30, 10, 40, 30)}},
-     {{"plastic_axis_y", 44},  // 5200 + 100 (y - 40) = 5600
-      {"plastic_modulus_x", 50 * 44 * 44 + 50 * 56 * 56},
-      {"plastic_axis_y_net", 56},
-      {"plastic_axis_x_net", 50},
-      {"plastic_modulus_x_net", 50 * 44 * 44 + 50 * 56 * 56 - 1200 * 31}}},
+     {{"plastic_axis_y", 56},
+      {"plastic_axis_x", 50},
+      {"plastic_modulus_x", 50 * 44 * 44 + 50 * 56 * 56 - 1200 * 31}}},
     {"tee",
      {{true, kTee}},
      {{"plastic_axis_y", 82},
@@ -173,17 +173,16 @@ TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
             }
         }
         const Report other = Evaluate(section, {0.001, 0.002});
-        ASSERT_EQ(plain.derived.size(), other.derived.size());
-        for (std::size_t i = 0; i < plain.derived.size(); ++i) {
-            const Value &value = plain.derived[i], &moved = other.derived[i];
+        ASSERT_EQ(plain.values.size(), other.values.size());
+        for (std::size_t i = 0; i < plain.values.size(); ++i) {
+            const Value &value = plain.values[i], &moved = other.values[i];
+            if (value.key.starts_with("elastic_modulus")) continue;  // about another point
             SCOPED_TRACE(std::string(c.name) + ": " + value.key);
-            const bool isX = value.key.starts_with("plastic_axis_x");
-            const bool isY = value.key.starts_with("plastic_axis_y");
+            const bool isX = value.key == "plastic_axis_x" || value.key == "centroid_x";
+            const bool isY = value.key == "plastic_axis_y" || value.key == "centroid_y";
             const double expected =
                 (value.number + (isX ? kX : 0) + (isY ? kY : 0)) * std::pow(kMetre, value.power);
-            // The library's search for the axis of the moduli ends at 1e-7 of the unit.
-            const double relative = value.key.find("shape") == 0 || value.power == 3 ? 1e-6 : 1e-9;
-            EXPECT_NEAR(moved.number, expected, relative * std::fabs(expected) + 1e-13);
+            EXPECT_NEAR(moved.number, expected, 1e-9 * std::fabs(expected) + 1e-13);
             EXPECT_EQ(moved.whyMissing, value.whyMissing);
         }
         EXPECT_NEAR(plain.Find("mass_per_metre")->number, plain.Find("area")->number * 1e-6 * 7850,
@@ -196,72 +195,22 @@ TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
     EXPECT_NEAR(Evaluate(inch, {}).Find("mass_per_metre")->number, 6.4516, 1e-12);
 }
 
-TEST(Derived, SaysWhyThereAreNoNetValues) {
-    const std::pair<const char*, Rings> cases[] = {
-        {"the hole ring 1 takes away what is not there at (20",
-         {{true, kSquare}, {false, Rectangle(200, 0, 9, 9)}}},
-        {"the hole ring 1 takes away what is not there at (10",
-         {{true, kSquare}, {false, Rectangle(96, 10, 8, 9)}}},
-        {"no area to halve", {{true, kSquare}, {false, kSquare}}},
-        {"the hole ring 1 and ring 2 takes away",
-         {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(15, 15, 9, 9)}}},
-        {"the hole ring 1 and ring 2 takes away",
-         {{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(12, 12, 2, 2)}}},
-        {"overlap",
-         {{true, kSquare}, {true, Rectangle(90, 0, 50, 50)}, {false, Rectangle(9, 9, 9, 9)}}},
-        {"overlap",
-         {{true, kSquare}, {true, Rectangle(50, 50, 9, 9)}, {false, Rectangle(9, 9, 9, 9)}}},
-        {"crosses itself",
-         {{true, {{0, 0}, {100, 100}, {100, 0}, {0, 90}}}, {false, Rectangle(80, 40, 9, 9)}}}};
-    for (const auto& [reason, rings] : cases) {
+// Material counts once, whatever overlaps; a hole takes no more than there is.
+TEST(Derived, CountsMaterialOnce) {
+    const double area = 1e4;
+    const std::pair<Rings, double> cases[] = {
+        {{{true, kSquare}, {false, Rectangle(200, 0, 9, 9)}}, area},
+        {{{true, kSquare}, {false, Rectangle(96, 10, 8, 9)}}, area - 36},
+        {{{true, kSquare}, {false, Rectangle(10, 10, 9, 9)}, {false, Rectangle(15, 15, 9, 9)}},
+         area - 2 * 81 + 16},
+        {{{true, kSquare}, {true, Rectangle(90, 0, 50, 50)}, {false, Rectangle(9, 9, 9, 9)}},
+         area + 2000 - 81},
+        {{{true, kSquare}, {true, Rectangle(50, 50, 9, 9)}}, area},
+        {{{true, {{0, 0}, {100, 100}, {100, 0}, {0, 90}}}}, 50 * (100 - 90 / 1.9)}};
+    for (const auto& [rings, expected] : cases) {
         const Report report = Evaluate(Section(rings), {});
-        for (const char* const key : {"plastic_modulus_x_net", "plastic_axis_x_net"}) {
-            EXPECT_NE(Entry(report, key).whyMissing.find(reason), std::string::npos)
-                << reason << ": " << Entry(report, key).whyMissing;
-        }
-        EXPECT_FALSE(Entry(report, "shape_factor_x").IsComputed());
-    }
-}
-
-TEST(Derived, AddsThinWallsWhenEverySolidAndHoleHasThem) {
-    SectionModel tube = Section({{true, kSquare}, {false, Rectangle(5, 5, 90, 90)}});
-    EXPECT_EQ(Entry(Evaluate(tube, {}), "torsion_constant_thin_wall").whyMissing, "absent");
-    tube.elements[0].thinWall = {100.0, "a"};
-    EXPECT_NE(Entry(Evaluate(tube, {}), "torsion_constant_thin_wall").whyMissing.find("ring 1"),
-              std::string::npos);
-    tube.elements[1].insideOf = 0;
-    tube.elements.push_back(tube.elements[0]);
-    for (auto& [x, y] : tube.elements[2].ring) x += 200;
-    tube.elements[2].thinWall = {20.0, "b"};
-    const Value sum = Entry(Evaluate(tube, {}), "torsion_constant_thin_wall");
-    EXPECT_EQ(sum.number, 120.0);
-    EXPECT_EQ(sum.method, "a, b");
-}
-
-// Names are for messages: none makes a hole the inside of a tube, or takes it from one.
-TEST(Derived, DoesNotDependOnNames) {
-    const auto torsion = [](const std::string& tubeName, const std::string& holeName,
-                            bool hasHole) {
-        const std::string tube = R"({"shape": "rhs", "height": 100, "width": 80, "thickness": 5,
-            "outer_radius": 0, "move": [50, 0], "name": ")" +
-                                 tubeName + "\"}";
-        const std::string hole = R"(, {"shape": "plate", "width": 4, "height": 20, "kind": "hole",
-            "move": [50, 40], "name": ")" +
-                                 holeName + "\"}";
-        const std::string plate = R"({"shape": "plate", "width": 100, "height": 5}, )";
-        const SectionModel section =
-            ReadSectionText(R"({"version": 1, "unit": "mm", "parts": [)" + plate + tube +
-                                (hasHole ? hole : "") + "]}",
-                            "test", {});
-        EXPECT_EQ(section.elements.at(2).insideOf, 1U);
-        return Entry(Evaluate(section, {}), "torsion_constant_thin_wall");
-    };
-    const double expected = 4 * 95 * 95 * 75 * 75.0 * 5 / (2 * (95 + 75)) + 100 * 125 / 3.0;
-    for (const char* const name : {"", "A", "A, inside", "/parts/1"}) {
-        EXPECT_NEAR(torsion(name, "", false).number, expected, 1e-9 * expected) << name;
-        for (const char* const holeName : {"A", "A, inside", "/parts/1", "/parts/1, inside"}) {
-            EXPECT_NE(torsion(name, holeName, true).whyMissing.find(holeName), std::string::npos);
-        }
+        EXPECT_NEAR(report.Find("area")->number, expected, 1e-8) << FindingsText(report.findings);
+        EXPECT_FALSE(report.findings.empty());
     }
 }
 
@@ -276,56 +225,78 @@ Element Published(const Points& outline) {
     return element;
 }
 
-TEST(Values, AreMissingWhereAnElementDoesNotKnowThem) {
+TEST(Values, OfTheClassAreMissingWhereTheyHaveNoSum) {
     SectionModel section = Section({{true, kSquare}});
+    section.elements[0] = Published(kSquare);
     section.elements.push_back(Published(Rectangle(200, 0, 50, 20)));
-    const auto isComputed = [&](const char* key) {
-        return Entry(Evaluate(section, {}), key).IsComputed();
+    const auto entry = [&](const char* key) {
+        return Entry(Evaluate(section, {}).classValues, key);
     };
     for (const char* const key : {"torsion_constant", "torsion_modulus", "shear_area_1"}) {
-        EXPECT_NE(Entry(Evaluate(section, {}), key).whyMissing.find("IPE1"), std::string::npos);
+        EXPECT_NE(entry(key).whyMissing.find("IPE1"), std::string::npos);
     }
-    EXPECT_EQ(Entry(Evaluate(section, {}), "area").number, 11000);
-    EXPECT_EQ(Entry(Evaluate(section, {}), "area").method, "exact integrals, published values");
-    GivenValues& given = *section.elements[1].given;
-    given.shearArea1 = 400;
-    given.torsionConstant = given.torsionModulus = 0.0;
-    EXPECT_TRUE(isComputed("torsion_constant") && isComputed("torsion_modulus"));
-    EXPECT_FALSE(isComputed("shear_area_1") || isComputed("shear_area_2"));
-    given.shearArea2 = 0.0;
-    given.torsionMethod = "own";
-    EXPECT_EQ(Entry(Evaluate(section, {}), "shear_area_2").method, "equivalent ellipses, own");
+    EXPECT_EQ(entry("area").number, 2000);
+    EXPECT_NEAR(Evaluate(section, {}).Find("area")->number, 11000, 1e-9) << "of the outlines";
+    for (Element& element : section.elements) {
+        GivenValues& given = *element.given;
+        given.shearArea1 = 400;
+        given.torsionConstant = 700;
+        given.torsionModulus = 0.0;
+    }
+    EXPECT_EQ(entry("torsion_constant").number, 1400);
+    EXPECT_TRUE(entry("torsion_modulus").IsComputed());
+    EXPECT_FALSE(entry("shear_area_1").IsComputed() || entry("shear_area_2").IsComputed());
+    for (Element& element : section.elements) element.given->shearArea2 = 0.0;
+    section.elements[1].given->torsionMethod = "own";
+    EXPECT_EQ(entry("shear_area_2").method, "published values, own");
+    // Those of a drawn part are ellipses' and have no sum with given ones.
+    section.elements[0].given.reset();
+    for (const char* const key :
+         {"torsion_constant", "torsion_modulus", "shear_area_1", "shear_area_2"}) {
+        EXPECT_NE(entry(key).whyMissing.find("have no sum"), std::string::npos);
+    }
+    EXPECT_EQ(entry("area").number, 11000);
+    EXPECT_EQ(entry("area").method, "exact integrals, published values");
 }
 
-TEST(Values, ComeWithANoteWhereDistanceTakesTheirDigits) {
-    const auto hasNote = [](double x, double y) {
-        return HasNote(Evaluate(Section({{true, Rectangle(x, y, 300, 100)}}), {}), "digits");
+TEST(Values, LoseTheirDigitsByDistanceInTheClassAlone) {
+    const auto finds = [](double x, double y) {
+        return Finds(Evaluate(Section({{true, Rectangle(x, y, 300, 100)}}), {}),
+                     FindingKind::LostDigitsOfClass);
     };
-    EXPECT_TRUE(hasNote(1e9, 2e9) && hasNote(-3e6, 0));
-    EXPECT_FALSE(hasNote(0, 0) || hasNote(1e5, -1e5));
+    EXPECT_TRUE(finds(1e9, 2e9) && finds(-3e6, 0));
+    EXPECT_FALSE(finds(0, 0) || finds(1e5, -1e5));
     const Report far = Evaluate(Section({{true, Rectangle(1e9, 1e9, 100, 100)}}), {});
-    for (const char* key :
-         {"inertia_x", "inertia_xy", "elastic_modulus_top", "radius_of_gyration_x"}) {
-        EXPECT_FALSE(Entry(far, key).IsComputed()) << key;
+    for (const char* key : {"inertia_x", "inertia_xy", "elastic_modulus_top"}) {
+        EXPECT_FALSE(Entry(far.classValues, key).IsComputed()) << key;
     }
-    EXPECT_EQ(Entry(far, "area").number, 1e4);
+    EXPECT_EQ(Entry(far.classValues, "area").number, 1e4);
+    EXPECT_EQ(Entry(far, "inertia_x").number, 1e8 / 12);
+    EXPECT_EQ(Entry(far, "centroid_x").number, 1e9 + 50);
+    // Four digits are left of 1e8 / 12, and four are shown.
+    const Report near = Evaluate(Section({{true, Rectangle(0, 3e6, 100, 100)}}), {});
+    EXPECT_EQ(Entry(near.classValues, "inertia_x").number, 8.333e6);
+    // A coordinate of 1e14 has two digits behind the point, a plate of 0.5 none.
+    const Report coarse = Evaluate(Section({{true, Rectangle(0, 1e14, 100, 0.5)}}), {});
+    EXPECT_FALSE(Entry(coarse, "inertia_x").IsComputed());
+    EXPECT_TRUE(Finds(coarse, FindingKind::LostDigits, "so far from the origin"));
 }
 
-TEST(Values, ComeWithANoteWhereTheyHaveNoMeaning) {
-    const auto notesLoop = [](const Points& ring) {
-        return HasNote(Evaluate(Section({{true, ring}}), {}), "ring 0 crosses itself at (8, 10)");
+TEST(Values, ComeWithAFindingWhereARingCrossesItself) {
+    const auto findsLoop = [](const Points& ring) {
+        return Finds(Evaluate(Section({{true, ring}}), {}), FindingKind::SelfCrossing,
+                     "ring 0: it crosses itself at (8, 10)");
     };
     const Points hooked = {{0, 0}, {20, 0}, {20, 10}, {5, 10}, {5, 5}, {8, 5}, {8, 12}, {0, 12}};
-    EXPECT_TRUE(notesLoop(hooked) && notesLoop(Turned(Turned(hooked, 180), 180)));
+    EXPECT_TRUE(findsLoop(hooked) && findsLoop(Turned(Turned(hooked, 180), 180)));
     // A loop of 1e-8 of the area, and a keyhole.
     EXPECT_FALSE(
-        notesLoop({{0, 0}, {20, 0}, {20, 10}, {8, 10}, {8, 10 - 1e-6}, {8.1, 10.1}, {0, 10}}));
-    EXPECT_FALSE(notesLoop(
+        findsLoop({{0, 0}, {20, 0}, {20, 10}, {8, 10}, {8, 10 - 1e-6}, {8.1, 10.1}, {0, 10}}));
+    EXPECT_FALSE(findsLoop(
         {{0, 0}, {9, 0}, {9, 9}, {0, 9}, {0, 0}, {2, 2}, {2, 8}, {8, 8}, {8, 2}, {2, 2}}));
-    EXPECT_TRUE(HasNote(Evaluate(Section({{false, Rectangle(0, 0, 3, 4)}}), {}), "negative"));
     const Report tiny = Evaluate(Section({{true, Rectangle(0, 0, 0.003, 0.003)}}), {});
-    EXPECT_FALSE(Entry(tiny, "torsion_constant").IsComputed());
-    EXPECT_TRUE(Entry(tiny, "inertia_x").IsComputed());
+    EXPECT_FALSE(Entry(tiny.classValues, "torsion_constant").IsComputed());
+    EXPECT_TRUE(Entry(tiny.classValues, "inertia_x").IsComputed());
 }
 
 // The net section as strips between the heights of all points, in which its width is linear.
@@ -422,7 +393,7 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
             const double x = 500 + 40 * column, y = -200 + 40 * row;
             rings.emplace_back(false, star(x, y, 19, 3 + k % 9));
             const Report report = Evaluate(Section({rings[0], rings.back()}), {});
-            if (report.Find("plastic_modulus_x_net") == nullptr) rings.pop_back();
+            if (Finds(report, FindingKind::HoleOutside)) rings.pop_back();
         }
         rings.emplace_back(true, star(1500, -200, 90, 7));
         const Report report = Evaluate(Section(rings), {});
@@ -439,8 +410,8 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
             const auto modulus =
                 static_cast<double>(scan.Moment(height, 1, -1) + scan.Moment(height, 1, 1));
             const std::string axis = isAcross ? "x" : "y", about = isAcross ? "y" : "x";
-            const Value line = Entry(report, "plastic_axis_" + axis + "_net"),
-                        net = Entry(report, "plastic_modulus_" + about + "_net");
+            const Value line = Entry(report, "plastic_axis_" + axis),
+                        net = Entry(report, "plastic_modulus_" + about);
             EXPECT_NEAR(line.number, static_cast<double>(height), 1e-7) << line.whyMissing;
             EXPECT_NEAR(net.number, modulus, 1e-10 * modulus) << net.whyMissing;
         }
@@ -471,9 +442,9 @@ TEST(NetPlasticValues, OfHolesThatTouch) {
             const auto modulus =
                 static_cast<double>(scan.Moment(height, 1, -1) + scan.Moment(height, 1, 1));
             const Value line =
-                Entry(report, isAcross ? "plastic_axis_x_net" : "plastic_axis_y_net");
+                Entry(report, isAcross ? "plastic_axis_x" : "plastic_axis_y");
             const Value net =
-                Entry(report, isAcross ? "plastic_modulus_y_net" : "plastic_modulus_x_net");
+                Entry(report, isAcross ? "plastic_modulus_y" : "plastic_modulus_x");
             EXPECT_NEAR(line.number, static_cast<double>(height), 1e-7) << line.whyMissing;
             EXPECT_NEAR(net.number, modulus, 1e-10 * modulus) << net.whyMissing;
             const PlasticHalves halves =
@@ -496,7 +467,7 @@ TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
     EXPECT_TRUE(FindCrossings(RegionOfRings(rings).parts.at(0).joined, false, 1).empty());
     // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
     const Report report = Evaluate(Section(rings), {});
-    for (const char* const key : {"plastic_modulus_x_net", "plastic_modulus_y_net"}) {
+    for (const char* const key : {"plastic_modulus_x", "plastic_modulus_y"}) {
         EXPECT_NEAR(Entry(report, key).number, 250e3 - 16 * 20 * 125, 1e-5);
     }
 }
@@ -508,6 +479,8 @@ TEST(Csv, HasACellForEveryColumn) {
     polyline.unit = "m";
     polyline.polyline = Polyline{PolylineKind::Solid, TorsionFormulas::General, 0, kTee,
                                  std::vector<double>(kTee.size(), 0.0)};
+    polyline.elements =
+        ElementsOf(*polyline.polyline, shapes::ArcDivision::ChordError(1e-3));
     const auto cellsOf = [](std::string line) {
         EXPECT_EQ(line.back(), '\n');
         line.pop_back();
@@ -521,13 +494,16 @@ TEST(Csv, HasACellForEveryColumn) {
         EXPECT_EQ(cells[1], one.name);
         std::size_t found = 0;
         for (std::size_t i = 3; i + 1 < columns.size(); ++i) {
-            const Value* const value = report.Find(columns[i]);
+            const bool isOfClass = columns[i].starts_with("class_");
+            const Value* const value = isOfClass
+                                           ? FindValue(report.classValues, columns[i].substr(6))
+                                           : report.Find(columns[i]);
             ASSERT_EQ(cells[i].empty(), value == nullptr) << columns[i];
             if (value == nullptr) continue;
             ++found;
             EXPECT_EQ(std::stod(cells[i]), value->number) << columns[i];
         }
-        EXPECT_EQ(found, report.values.size() + report.derived.size());
+        EXPECT_GE(found, 23 + report.classValues.size());
     }
 }
 
