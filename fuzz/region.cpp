@@ -39,7 +39,7 @@ void RequireConsistentRegion(const Region& region) {
         Require(area > 0.0, "an outline runs counter-clockwise");
         for (const Points& ring : part.voids) area += 0.5 * TwiceArea(ring);
         Require(std::fabs(area - part.area) <= kRounding, "outline and voids enclose the part");
-        Require(std::fabs(0.5 * TwiceArea(part.joined) - part.area) <= kRounding,
+        Require(std::fabs(0.5 * TwiceArea(JoinedRing(part)) - part.area) <= kRounding,
                 "bridges change no area");
         sum += part.area;
     }

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
+#include "geometry/simple_rings.h"
 #include "region/material_rings.h"
+#include "region/nested_rings.h"
 
 namespace halvorn::engine {
 
@@ -16,18 +19,36 @@ constexpr double kLeastOddArea = 1e-12;
 // Parts smaller than this part of the size squared are slivers of rounding where outlines cross.
 constexpr double kLeastPart = 1e-15;
 
-// How often a ring runs round a point, counter-clockwise positive.
-int Winding(const Points& ring, const Point& point) {
-    int winding = 0;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        const Point& a = ring[i];
-        const Point& b = ring[i + 1 == ring.size() ? 0 : i + 1];
-        if ((a.y <= point.y) == (b.y <= point.y)) continue;
-        const double side = Cross(b - a, point - a);
-        if (b.y > a.y && side > 0.0) ++winding;
-        if (b.y < a.y && side < 0.0) --winding;
+bool IsLower(const Point& a, const Point& b) {
+    return a.y < b.y || (a.y == b.y && a.x < b.x);
+}
+
+// Drops slivers, and puts the parts into an order that does not depend on the triangulation.
+void SortParts(Region& region) {
+    const double least = kLeastPart * region.size * region.size;
+    std::vector<std::pair<Point, std::size_t>> order;
+    for (std::size_t i = 0; i < region.parts.size(); ++i) {
+        const Part& part = region.parts[i];
+        if (part.area <= least || part.outline.size() < 3) continue;
+        order.emplace_back(*std::min_element(part.outline.begin(), part.outline.end(), IsLower), i);
     }
-    return winding;
+    std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
+        return IsLower(a.first, b.first) || (!IsLower(b.first, a.first) && a.second < b.second);
+    });
+    std::vector<Part> sorted;
+    std::vector<std::size_t> places(region.parts.size(), order.size());
+    for (const auto& [point, i] : order) {
+        places[i] = sorted.size();
+        region.area += region.parts[i].area;
+        sorted.push_back(std::move(region.parts[i]));
+    }
+    region.parts = std::move(sorted);
+    for (std::vector<std::size_t>& parts : region.partsOf) {
+        for (std::size_t& part : parts) part = places[part];
+        std::erase(parts, order.size());
+        std::sort(parts.begin(), parts.end());
+        parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+    }
 }
 
 class RegionBuilder {
@@ -42,7 +63,6 @@ public:
         FindParts();
         TraceRings();
         FindOddPlaces();
-        SortParts();
     }
 
     Region Take() { return std::move(region_); }
@@ -102,9 +122,6 @@ private:
                 part.outline = ring.points;
             }
         }
-        for (MaterialRing& ring : rings.Joined()) {
-            region_.parts[Slot(partOf_[Slot(ring.triangle)])].joined = std::move(ring.points);
-        }
         for (const Index vertex : rings.Pinches()) {
             region_.pinches.push_back(region_.frame.FromFrame(mesh_.PointAt(vertex)));
         }
@@ -132,43 +149,10 @@ private:
             odd.place = region_.frame.FromFrame(odd.place);
             odd.area = std::ldexp(odd.area, 2 * region_.frame.exponent);
             for (std::size_t i = 0; i < outlines_.size(); ++i) {
-                if (Winding(*outlines_[i].ring, odd.place) != 0) odd.outlines.push_back(i);
+                if (WindingNumber(*outlines_[i].ring, odd.place) != 0) odd.outlines.push_back(i);
             }
             region_.oddPlaces.push_back(std::move(odd));
         }
-    }
-
-    // Drops slivers, and puts the parts into an order that does not depend on the triangulation.
-    void SortParts() {
-        const double least = kLeastPart * region_.size * region_.size;
-        std::vector<std::pair<Point, std::size_t>> order;
-        for (std::size_t i = 0; i < region_.parts.size(); ++i) {
-            const Part& part = region_.parts[i];
-            if (part.area <= least || part.outline.size() < 3) continue;
-            order.emplace_back(*std::min_element(part.outline.begin(), part.outline.end(), IsLower),
-                               i);
-        }
-        std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
-            return IsLower(a.first, b.first) || (!IsLower(b.first, a.first) && a.second < b.second);
-        });
-        std::vector<Part> sorted;
-        std::vector<std::size_t> places(region_.parts.size(), order.size());
-        for (const auto& [point, i] : order) {
-            places[i] = sorted.size();
-            region_.area += region_.parts[i].area;
-            sorted.push_back(std::move(region_.parts[i]));
-        }
-        region_.parts = std::move(sorted);
-        for (std::vector<std::size_t>& parts : region_.partsOf) {
-            for (std::size_t& part : parts) part = places[part];
-            std::erase(parts, order.size());
-            std::sort(parts.begin(), parts.end());
-            parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
-        }
-    }
-
-    static bool IsLower(const Point& a, const Point& b) {
-        return a.y < b.y || (a.y == b.y && a.x < b.x);
     }
 
     std::span<const WeightedRing> outlines_;
@@ -181,7 +165,25 @@ private:
 }  // namespace
 
 Region RegionOf(std::span<const WeightedRing> outlines) {
-    return RegionBuilder(outlines).Take();
+    std::optional<Region> region = RegionOfNestedRings(outlines, FrameOutlines(outlines));
+    if (!region) return RegionOfArrangement(outlines);
+    SortParts(*region);
+    return std::move(*region);
+}
+
+Region RegionOfArrangement(std::span<const WeightedRing> outlines) {
+    Region region = RegionBuilder(outlines).Take();
+    SortParts(region);
+    return region;
+}
+
+Points JoinedRing(const Part& part) {
+    if (part.voids.empty()) return part.outline;
+    std::vector<WeightedRing> rings = {{&part.outline, 1}};
+    for (const Points& ring : part.voids) rings.push_back({&ring, -1});
+    const Arrangement arrangement = Arrangement::OfTouchingRings(rings);
+    std::vector<MaterialRing> joined = MaterialRings(arrangement).Joined();
+    return joined.empty() ? part.outline : std::move(joined.front().points);
 }
 
 }  // namespace halvorn::engine

@@ -162,7 +162,7 @@ TEST(Arrangement, CountsWindingsAndAreasOfRandomOutlines) {
             EXPECT_GT(area, 0.0);
             for (const Points& ring : part.voids) area += 0.5 * TwiceArea(ring);
             EXPECT_NEAR(area, part.area, 1e-13);
-            EXPECT_NEAR(0.5 * TwiceArea(part.joined), part.area, 1e-13);
+            EXPECT_NEAR(0.5 * TwiceArea(JoinedRing(part)), part.area, 1e-13);
         }
         for (const auto direction : {AxisDirection::Horizontal, AxisDirection::Vertical}) {
             if (region.area < 1e-6) continue;

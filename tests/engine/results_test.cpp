@@ -430,7 +430,7 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         // No integral tells where a bridge runs.
         const Region region = RegionOfRings(rings);
         for (const Part& part : region.parts) {
-            EXPECT_TRUE(FindCrossings(part.joined, false, 1).empty());
+            EXPECT_TRUE(FindCrossings(JoinedRing(part), false, 1).empty());
         }
         holes += rings.size() - 2;
         for (const bool isAcross : {false, true}) {
@@ -493,7 +493,7 @@ TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
         const int column = i % 10, row = i / 10;
         rings.emplace_back(false, Rectangle(10 * column + 3, 10 * row + 3, 4, 4));
     }
-    EXPECT_TRUE(FindCrossings(RegionOfRings(rings).parts.at(0).joined, false, 1).empty());
+    EXPECT_TRUE(FindCrossings(JoinedRing(RegionOfRings(rings).parts.at(0)), false, 1).empty());
     // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
     const Report report = Evaluate(Section(rings), {});
     for (const char* const key : {"plastic_modulus_x_net", "plastic_modulus_y_net"}) {
