@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
+#include <new>
+#include <utility>
 #include <vector>
 
 #include "geometry/arrangement.h"
@@ -17,9 +20,9 @@ namespace {
 constexpr double kClearOfOthers = 1.001 * kNearMissDistance;
 constexpr double kClearOfItself = 2.0 * kMergeDistance;
 
-// Comparisons of boxes a vertex, of which a profile needs some ten. What needs more, such as a ring
-// of many teeth, takes the long way, whose cost is n log n.
-constexpr std::size_t kStepsPerVertex = 64;
+// Comparisons of boxes a vertex, of which a profile needs some ten. What needs more takes the long
+// way, whose cost is n log n.
+constexpr std::size_t kStepsPerVertex = 16;
 
 // Consecutive edges that turn neither back in x nor in y: the box around any run of them is that of
 // its ends, and they do not meet each other.
@@ -27,7 +30,6 @@ struct MonotoneChain {
     std::size_t ring;
     std::size_t first;  // vertices, in the row of all
     std::size_t last;
-    KBox box;
 };
 
 double SquareDistance(const Point& p, const Point& a, const Point& b) {
@@ -51,16 +53,17 @@ public:
 
     bool Passes() {
         if (!areEdgesLongEnough_) return false;
-        std::sort(chains_.begin(), chains_.end(),
-                  [](const auto& a, const auto& b) { return a.box.low.x < b.box.low.x; });
+        const KBoxTree tree = ChainTree();
         for (std::size_t i = 0; i < chains_.size(); ++i) {
             const MonotoneChain& a = chains_[i];
-            for (std::size_t k = i + 1; k < chains_.size(); ++k) {
-                const MonotoneChain& b = chains_[k];
-                if (b.box.low.x > a.box.high.x + clearOfOthers_) break;
-                const double clear = a.ring == b.ring ? clearOfItself_ : clearOfOthers_;
-                if (!AreApart(a, a.first, a.last, b, b.first, b.last, clear)) return false;
-            }
+            const KBox around = BoxOf(a.first, a.last, clearOfOthers_);
+            const bool isMet = KVisitBoxTree(
+                tree, [&](const KBox& box) { return KBoxesMeet(box, around); },
+                [&](int other) {
+                    const auto k = static_cast<std::size_t>(other);
+                    return k > i && !AreChainsApart(a, chains_[k]);
+                });
+            if (isMet) return false;
         }
         return true;
     }
@@ -82,7 +85,7 @@ private:
             const int x = (along.x > 0.0 ? 1 : 0) - (along.x < 0.0 ? 1 : 0);
             const int y = (along.y > 0.0 ? 1 : 0) - (along.y < 0.0 ? 1 : 0);
             if (x * towardsX < 0 || y * towardsY < 0) {
-                AddChain(number, start, i);
+                chains_.push_back({number, start, i});
                 start = i;
                 towardsX = x;
                 towardsY = y;
@@ -90,17 +93,32 @@ private:
             if (x != 0) towardsX = x;
             if (y != 0) towardsY = y;
         }
-        AddChain(number, start, vertices_.size() - 1);
+        chains_.push_back({number, start, vertices_.size() - 1});
     }
 
-    void AddChain(std::size_t ring, std::size_t first, std::size_t last) {
-        chains_.push_back({ring, first, last, BoxOf(first, last, 0.0)});
+    KBoxTree ChainTree() const {
+        const std::size_t n = chains_.size();
+        CArray<KBox> boxes(static_cast<KBox*>(std::calloc(n, sizeof(KBox))));
+        if (!boxes) throw std::bad_alloc();
+        for (std::size_t i = 0; i < n; ++i) {
+            boxes[i] = BoxOf(chains_[i].first, chains_[i].last, 0.0);
+        }
+        KBoxTree tree;
+        if (KBuildBoxTree(&tree, std::move(boxes), static_cast<int>(n)) != 0) {
+            throw std::bad_alloc();
+        }
+        return tree;
     }
 
     KBox BoxOf(std::size_t first, std::size_t last, double margin) const {
         const Point& a = vertices_[first];
         const Point& b = vertices_[last];
         return KBoxOfSegment({a.x, a.y}, {b.x, b.y}, margin);
+    }
+
+    bool AreChainsApart(const MonotoneChain& a, const MonotoneChain& b) {
+        const double clear = a.ring == b.ring ? clearOfItself_ : clearOfOthers_;
+        return AreApart(a, a.first, a.last, b, b.first, b.last, clear);
     }
 
     // Halves the chains until their boxes are apart or single edges are left.
@@ -110,8 +128,8 @@ private:
         --stepsLeft_;
         if (!KBoxesMeet(BoxOf(a0, a1, clear), BoxOf(b0, b1, 0.0))) return true;
         if (a1 - a0 == 1 && b1 - b0 == 1) {
-            return a.ring == b.ring ? AreEdgesOfOneApart(a.ring, a0, b0)
-                                    : AreEdgesApart(a0, b0, clear);
+            return (a.ring == b.ring && FollowEachOther(a.ring, a0, b0)) ||
+                   AreEdgesApart(a0, b0, clear);
         }
         if (a1 - a0 >= b1 - b0) {
             const std::size_t middle = a0 + (a1 - a0) / 2;
@@ -138,19 +156,11 @@ private:
         return !(isAcross && isAcrossBack);
     }
 
-    // Edges that follow each other must not run back along each other.
-    bool AreEdgesOfOneApart(std::size_t ring, std::size_t a, std::size_t b) const {
+    // Edges that follow each other meet in their common vertex alone: where one runs back along the
+    // other, the next edge touches it, or the ring is a triangle without an area.
+    bool FollowEachOther(std::size_t ring, std::size_t a, std::size_t b) const {
         if (a > b) std::swap(a, b);
-        const bool isNext = b == a + 1;
-        const bool isLast = a == starts_[ring] && b + 1 == ends_[ring];
-        if (!isNext && !isLast) return AreEdgesApart(a, b, clearOfItself_);
-        const Point& from = vertices_[isNext ? a : b];
-        const Point& through = vertices_[isNext ? b : a];
-        const Point& to = vertices_[(isNext ? b : a) + 1];
-        if (Dot(through - from, to - through) >= 0.0) return true;
-        const double least = clearOfItself_ * clearOfItself_;
-        return SquareDistance(to, from, through) > least &&
-               SquareDistance(from, through, to) > least;
+        return b == a + 1 || (a == starts_[ring] && b + 1 == ends_[ring]);
     }
 
     double clearOfOthers_;

@@ -25,9 +25,7 @@ using test_support::Rings;
 using test_support::Section;
 
 Region RegionOfRings(const Rings& rings) {
-    std::vector<WeightedRing> weighted;
-    for (const auto& [isSolid, ring] : rings) weighted.push_back({&ring, isSolid ? 1 : -1});
-    return RegionOf(weighted);
+    return RegionOf(test_support::Weighted(rings));
 }
 
 Points Turned(Points ring, double degrees) {
