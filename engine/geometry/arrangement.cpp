@@ -172,28 +172,30 @@ public:
         const OutlinePaths paths = JoinContacts(framed.rings, framed.size);
         InsertPoints(paths.points);
         for (std::size_t r = 0; r < rings.size(); ++r) {
-            InsertOutline(r, framed.rings[r], rings[r].weight, paths.paths[r]);
+            const int turn = TwiceArea(framed.rings[r]) < 0.0 ? -1 : 1;
+            InsertPath(paths.paths[r],
+                       {mesh_.MakeOutline(static_cast<Index>(r), turn), turn * rings[r].weight});
         }
         SumWindings();
         result_.moved_ = Told(paths.moved);
         result_.nearMisses_ = Told(paths.nearMisses);
     }
 
-    void ArrangeAsTheyAre(std::span<const WeightedRing> rings) {
+    void ArrangeAsTheyAre(std::span<const Points* const> rings) {
         std::vector<Point> points;
         Extents box;
-        for (const WeightedRing& ring : rings) {
-            points.insert(points.end(), ring.ring->begin(), ring.ring->end());
-            box.Add(*ring.ring);
+        for (const Points* const ring : rings) {
+            points.insert(points.end(), ring->begin(), ring->end());
+            box.Add(*ring);
         }
         result_.size_ = box.Size();
         InsertPoints(points);
         Index first = 0;
         for (std::size_t r = 0; r < rings.size(); ++r) {
-            std::vector<Index> path(rings[r].ring->size());
+            std::vector<Index> path(rings[r]->size());
             std::iota(path.begin(), path.end(), first);
             first += static_cast<Index>(path.size());
-            InsertOutline(r, *rings[r].ring, rings[r].weight, path);
+            InsertPath(path, {mesh_.MakeOutline(static_cast<Index>(r), 1), 1});
         }
         SumWindings();
     }
@@ -211,12 +213,6 @@ private:
             const auto at = static_cast<std::size_t>(i);
             vertices_[at] = mesh_.Insert(points[at]);
         }
-    }
-
-    void InsertOutline(std::size_t number, const Points& ring, int weight,
-                       const std::vector<Index>& path) {
-        const int turn = TwiceArea(ring) < 0.0 ? -1 : 1;
-        InsertPath(path, {mesh_.MakeOutline(static_cast<Index>(number), turn), turn * weight});
     }
 
     void InsertPath(const std::vector<Index>& path, const Constraint& constraint) {
@@ -340,7 +336,7 @@ Arrangement::Arrangement(std::span<const WeightedRing> rings) {
     ArrangementBuilder(*this).Arrange(rings);
 }
 
-Arrangement Arrangement::OfTouchingRings(std::span<const WeightedRing> rings) {
+Arrangement Arrangement::OfTouchingRings(std::span<const Points* const> rings) {
     Arrangement arrangement;
     ArrangementBuilder(arrangement).ArrangeAsTheyAre(rings);
     return arrangement;

@@ -82,9 +82,10 @@ public:
     /// @throws ArrangementError
     explicit Arrangement(std::span<const WeightedRing> rings);
 
-    /// An arrangement in which nothing moves: rings that touch in common vertices and whole edges
-    /// at most, in the coordinates of a frame already, which it keeps.
-    static Arrangement OfTouchingRings(std::span<const WeightedRing> rings);
+    /// An arrangement in which nothing moves, of rings in the coordinates of a frame that touch in
+    /// common vertices and whole edges at most. They count as they run: counter-clockwise 1,
+    /// clockwise -1.
+    static Arrangement OfTouchingRings(std::span<const Points* const> rings);
 
     const Triangulation& Mesh() const { return mesh_; }
     const Frame& Coordinates() const { return frame_; }

@@ -23,6 +23,10 @@ bool IsLower(const Point& a, const Point& b) {
     return a.y < b.y || (a.y == b.y && a.x < b.x);
 }
 
+const Point& LowestOf(const Points& ring) {
+    return *std::min_element(ring.begin(), ring.end(), IsLower);
+}
+
 // Drops slivers, and puts the parts into an order that does not depend on the triangulation.
 void SortParts(Region& region) {
     const double least = kLeastPart * region.size * region.size;
@@ -116,10 +120,13 @@ private:
             const std::size_t number = Slot(partOf_[Slot(ring.triangle)]);
             Part& part = region_.parts[number];
             for (const Index outline : ring.edges) region_.partsOf[Slot(outline)].push_back(number);
-            if (ring.isVoid) {
-                part.voids.push_back(ring.points);
-            } else {
+            // The outline is the ring with the lowest point; slivers have no area to tell by.
+            if (part.outline.empty()) {
                 part.outline = ring.points;
+            } else {
+                const bool isLower = IsLower(LowestOf(ring.points), LowestOf(part.outline));
+                part.voids.push_back(isLower ? std::exchange(part.outline, ring.points)
+                                             : ring.points);
             }
         }
         for (const Index vertex : rings.Pinches()) {
@@ -179,8 +186,8 @@ Region RegionOfArrangement(std::span<const WeightedRing> outlines) {
 
 Points JoinedRing(const Part& part) {
     if (part.voids.empty()) return part.outline;
-    std::vector<WeightedRing> rings = {{&part.outline, 1}};
-    for (const Points& ring : part.voids) rings.push_back({&ring, -1});
+    std::vector<const Points*> rings = {&part.outline};
+    for (const Points& ring : part.voids) rings.push_back(&ring);
     const Arrangement arrangement = Arrangement::OfTouchingRings(rings);
     std::vector<MaterialRing> joined = MaterialRings(arrangement).Joined();
     return joined.empty() ? part.outline : std::move(joined.front().points);
