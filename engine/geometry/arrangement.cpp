@@ -4,6 +4,7 @@
 #include <cmath>
 #include <initializer_list>
 #include <limits>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -38,26 +39,37 @@ struct Extent {
     double Middle() const { return low + 0.5 * (high - low); }
 };
 
-Frame FrameOf(std::span<const WeightedRing> rings) {
+struct Extents {
     Extent x;
     Extent y;
-    bool isFinite = true;
-    for (const WeightedRing& ring : rings) {
-        for (const Point& point : *ring.ring) {
-            isFinite = isFinite && std::isfinite(point.x) && std::isfinite(point.y);
+
+    void Add(const Points& points) {
+        for (const Point& point : points) {
             x.Add(point.x);
             y.Add(point.y);
         }
     }
+    double Size() const { return std::max(x.Length(), y.Length()); }
+};
+
+Frame FrameOf(std::span<const WeightedRing> rings) {
+    Extents box;
+    bool isFinite = true;
+    for (const WeightedRing& ring : rings) {
+        for (const Point& point : *ring.ring) {
+            isFinite = isFinite && std::isfinite(point.x) && std::isfinite(point.y);
+        }
+        box.Add(*ring.ring);
+    }
     if (!isFinite) throw ArrangementError("a coordinate is not a finite number");
-    const double size = std::max(x.Length(), y.Length());
+    const double size = box.Size();
     if (!(size > kSmallestSize)) throw ArrangementError("all points lie in one place");
     if (!(size < kLargestSize)) throw ArrangementError("the coordinates are too large");
     Frame frame;
-    const auto origin = [&](const Extent& box) {
-        return std::fabs(box.Middle()) > kFarFromOrigin * size ? box.Middle() : 0.0;
+    const auto origin = [&](const Extent& side) {
+        return std::fabs(side.Middle()) > kFarFromOrigin * size ? side.Middle() : 0.0;
     };
-    frame.origin = {origin(x), origin(y)};
+    frame.origin = {origin(box.x), origin(box.y)};
     std::frexp(size, &frame.exponent);
     return frame;
 }
@@ -130,16 +142,37 @@ double Frame::LengthFromFrame(double length) const {
     return std::ldexp(length, exponent);
 }
 
+FramedOutlines FrameOutlines(std::span<const WeightedRing> rings) {
+    FramedOutlines framed;
+    framed.frame = FrameOf(rings);
+    const Frame& frame = framed.frame;
+    const double scale = std::ldexp(1.0, -frame.exponent);
+    Extents box;
+    framed.rings.reserve(rings.size());
+    for (const WeightedRing& ring : rings) {
+        Points& points = framed.rings.emplace_back();
+        points.reserve(ring.ring->size());
+        for (const Point& point : *ring.ring) {
+            points.push_back(scale * (point - frame.origin));
+        }
+        box.Add(points);
+    }
+    framed.size = box.Size();
+    return framed;
+}
+
 class ArrangementBuilder {
 public:
-    ArrangementBuilder(std::span<const WeightedRing> rings, Arrangement& result)
-        : result_(result), mesh_(result.mesh_) {
-        result_.frame_ = FrameOf(rings);
-        std::vector<std::vector<Point>> framed = FramedRings(rings);
-        const OutlinePaths paths = JoinContacts(framed, result_.size_);
+    explicit ArrangementBuilder(Arrangement& result) : result_(result), mesh_(result.mesh_) {}
+
+    void Arrange(std::span<const WeightedRing> rings) {
+        const FramedOutlines framed = FrameOutlines(rings);
+        result_.frame_ = framed.frame;
+        result_.size_ = framed.size;
+        const OutlinePaths paths = JoinContacts(framed.rings, framed.size);
         InsertPoints(paths.points);
         for (std::size_t r = 0; r < rings.size(); ++r) {
-            const int turn = TwiceArea(framed[r]) < 0.0 ? -1 : 1;
+            const int turn = TwiceArea(framed.rings[r]) < 0.0 ? -1 : 1;
             InsertPath(paths.paths[r],
                        {mesh_.MakeOutline(static_cast<Index>(r), turn), turn * rings[r].weight});
         }
@@ -148,31 +181,31 @@ public:
         result_.nearMisses_ = Told(paths.nearMisses);
     }
 
+    void ArrangeAsTheyAre(std::span<const Points* const> rings) {
+        std::vector<Point> points;
+        Extents box;
+        for (const Points* const ring : rings) {
+            points.insert(points.end(), ring->begin(), ring->end());
+            box.Add(*ring);
+        }
+        result_.size_ = box.Size();
+        InsertPoints(points);
+        Index first = 0;
+        for (std::size_t r = 0; r < rings.size(); ++r) {
+            std::vector<Index> path(rings[r]->size());
+            std::iota(path.begin(), path.end(), first);
+            first += static_cast<Index>(path.size());
+            InsertPath(path, {mesh_.MakeOutline(static_cast<Index>(r), 1), 1});
+        }
+        SumWindings();
+    }
+
 private:
     struct Segment {
         Index from;
         Index to;
         Constraint constraint;
     };
-
-    std::vector<std::vector<Point>> FramedRings(std::span<const WeightedRing> rings) {
-        std::vector<std::vector<Point>> framed;
-        Extent x;
-        Extent y;
-        framed.reserve(rings.size());
-        for (const WeightedRing& ring : rings) {
-            std::vector<Point> points;
-            points.reserve(ring.ring->size());
-            for (const Point& point : *ring.ring) {
-                points.push_back(result_.frame_.ToFrame(point));
-                x.Add(points.back().x);
-                y.Add(points.back().y);
-            }
-            framed.push_back(std::move(points));
-        }
-        result_.size_ = std::max(x.Length(), y.Length());
-        return framed;
-    }
 
     void InsertPoints(const std::vector<Point>& points) {
         vertices_.resize(points.size());
@@ -300,7 +333,13 @@ private:
 };
 
 Arrangement::Arrangement(std::span<const WeightedRing> rings) {
-    const ArrangementBuilder builder(rings, *this);
+    ArrangementBuilder(*this).Arrange(rings);
+}
+
+Arrangement Arrangement::OfTouchingRings(std::span<const Points* const> rings) {
+    Arrangement arrangement;
+    ArrangementBuilder(arrangement).ArrangeAsTheyAre(rings);
+    return arrangement;
 }
 
 }  // namespace halvorn::engine

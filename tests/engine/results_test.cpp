@@ -26,9 +26,7 @@ using test_support::Rings;
 using test_support::Section;
 
 Region RegionOfRings(const Rings& rings) {
-    std::vector<WeightedRing> weighted;
-    for (const auto& [isSolid, ring] : rings) weighted.push_back({&ring, isSolid ? 1 : -1});
-    return RegionOf(weighted);
+    return RegionOf(test_support::Weighted(rings));
 }
 
 Points Turned(Points ring, double degrees) {
@@ -401,7 +399,7 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         // No integral tells where a bridge runs.
         const Region region = RegionOfRings(rings);
         for (const Part& part : region.parts) {
-            EXPECT_TRUE(FindCrossings(part.joined, false, 1).empty());
+            EXPECT_TRUE(FindCrossings(JoinedRing(part), false, 1).empty());
         }
         holes += rings.size() - 2;
         for (const bool isAcross : {false, true}) {
@@ -464,7 +462,7 @@ TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
         const int column = i % 10, row = i / 10;
         rings.emplace_back(false, Rectangle(10 * column + 3, 10 * row + 3, 4, 4));
     }
-    EXPECT_TRUE(FindCrossings(RegionOfRings(rings).parts.at(0).joined, false, 1).empty());
+    EXPECT_TRUE(FindCrossings(JoinedRing(RegionOfRings(rings).parts.at(0)), false, 1).empty());
     // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
     const Report report = Evaluate(Section(rings), {});
     for (const char* const key : {"plastic_modulus_x", "plastic_modulus_y"}) {
