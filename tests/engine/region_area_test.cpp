@@ -215,7 +215,9 @@ TEST(RegionAreas, AreThoseOfRationalArithmetic) {
         for (const auto& [sum, area] : left) material += sum >= 1 ? area : mpq_class(0);
         EXPECT_LE(std::fabs(material.get_d()), rounding);
         odd += region.oddPlaces.size();
+        // Where a ring runs round something twice, or the other way, the sum may still be 0 or 1.
         for (const OddPlace& place : region.oddPlaces) left[place.sum] -= mpq_class(place.area);
+        left.erase(0);
         left.erase(1);
         for (const auto& [sum, area] : left) {
             // Places of less than 1e-12 of the size squared are left out.
