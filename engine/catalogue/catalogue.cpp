@@ -44,9 +44,10 @@ GivenValues ValuesOfOutline(const shapes::Outline& outline, double* inertiaX, do
     CSectionTools tools;
     for (const auto* ring : {&outline.solid, &outline.hole}) {
         if (ring->empty()) continue;
-        std::vector<double> coordinates = *ring;
-        tools.PushContour(static_cast<int>(coordinates.size() / 2), coordinates.data(),
-                          ring == &outline.solid ? 1 : 0);
+        Element face;
+        face.isSolid = ring == &outline.solid;
+        face.ring = *ring;
+        PushElement(tools, face);
     }
     GivenValues values;
     double unused[12];
@@ -114,10 +115,10 @@ shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) 
     }
 }
 
-Element MakeElement(const CsvRecord& row, const std::vector<double>& ring, double factor) {
+Element MakeElement(const CsvRecord& row, const Points& ring, double factor) {
     Element element;
     element.label = row.Text("name");
-    element.ring = PointsOf(ring);
+    element.ring = ring;
     for (auto& [x, y] : element.ring) {
         x *= factor;
         y *= factor;

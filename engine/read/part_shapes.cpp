@@ -215,12 +215,12 @@ std::vector<Element> ReadShapePart(const Node& part, std::vector<std::string_vie
 
     const DrawnShape drawn = Draw(part, kind, division);
     std::vector<Element> elements(drawn.outline.hole.empty() ? 1 : 2);
-    elements[0].ring = PointsOf(drawn.outline.solid);
+    elements[0].ring = drawn.outline.solid;
     elements[0].thinWall = drawn.thinWall;
     if (elements.size() == 2) {
         elements[1].isSolid = false;
         elements[1].insideOf = 0;
-        elements[1].ring = PointsOf(drawn.outline.hole);
+        elements[1].ring = drawn.outline.hole;
     }
     return elements;
 }

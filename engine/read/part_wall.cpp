@@ -1,10 +1,11 @@
 #include <CSectionTools.h>
 
 #include <array>
-#include <cmath>
 #include <stdexcept>
 #include <string>
 
+#include "geometry/crossings.h"
+#include "geometry/lengths.h"
 #include "geometry/wall_outline.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
@@ -35,7 +36,7 @@ GivenValues FaceValues(const shapes::Outline& outline) {
         if (ring->empty()) continue;
         Element face;
         face.isSolid = ring == &outline.solid;
-        face.ring = PointsOf(*ring);
+        face.ring = *ring;
         PushElement(tools, face);
     }
     std::array<double, 17> out{};
@@ -75,17 +76,11 @@ void AddWallFormulas(const shapes::WallLine& line, const Points& midLine, GivenV
 
 // The textbook estimate along the mid-line, beside the library's.
 ThinWallTorsion TextbookTorsion(const shapes::WallLine& line, const Points& midLine) {
-    double length = 0.0;
-    double twiceArea = 0.0;
-    const auto& [originX, originY] = midLine.front();
-    for (std::size_t i = 0; i + (line.isClosed ? 0 : 1) < midLine.size(); ++i) {
-        const auto& [x1, y1] = midLine[i];
-        const auto& [x2, y2] = midLine[(i + 1) % midLine.size()];
-        length += std::hypot(x2 - x1, y2 - y1);
-        twiceArea += (x1 - originX) * (y2 - originY) - (x2 - originX) * (y1 - originY);
-    }
+    double length = Length(midLine);
     if (line.isClosed) {
-        return {shapes::ClosedTorsion(0.5 * twiceArea, length, line.thickness), "4 Am^2 t / s"};
+        length += Distance(midLine.back(), midLine.front());
+        return {shapes::ClosedTorsion(0.5 * TwiceArea(midLine), length, line.thickness),
+                "4 Am^2 t / s"};
     }
     return {shapes::OpenTorsion({{length, line.thickness}}), "sum of b t^3 / 3"};
 }
@@ -96,9 +91,9 @@ std::vector<Element> ReadWallPart(const Node& wall, const shapes::ArcDivision& d
     const shapes::WallLine line = ReadLine(wall);
     try {
         const shapes::Outline outline = DrawWall(line, division);
-        const Points midLine = PointsOf(MidLine(line, division));
+        const Points midLine = MidLine(line, division);
         Element element;
-        element.ring = PointsOf(WallKeyhole(outline));
+        element.ring = WallKeyhole(outline);
         element.given = FaceValues(outline);
         AddWallFormulas(line, midLine, *element.given);
         element.thinWall = TextbookTorsion(line, midLine);

@@ -1,14 +1,14 @@
 /// @file lengths.h
-/// Distances between points and lengths of curves.
-#ifndef HALVORN_ENGINE_READ_DXF_LENGTHS_H
-#define HALVORN_ENGINE_READ_DXF_LENGTHS_H
+/// Distances between points and lengths of lines.
+#ifndef HALVORN_ENGINE_GEOMETRY_LENGTHS_H
+#define HALVORN_ENGINE_GEOMETRY_LENGTHS_H
 
 #include <algorithm>
 #include <cmath>
 
-#include "read/dxf/flatten.h"
+#include "geometry/point.h"
 
-namespace halvorn::engine::dxf {
+namespace halvorn::engine {
 
 inline double Distance(const Point& p, const Point& q) {
     return std::hypot(p.x - q.x, p.y - q.y);
@@ -31,6 +31,6 @@ inline double Length(const Points& points) {
     return length;
 }
 
-}  // namespace halvorn::engine::dxf
+}  // namespace halvorn::engine
 
 #endif
