@@ -7,6 +7,7 @@
 #include "geometry/crossings.h"
 #include "geometry/lengths.h"
 #include "geometry/wall_outline.h"
+#include "model/outlines.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
 #include "read/part_shapes.h"
@@ -32,13 +33,7 @@ shapes::WallLine ReadLine(const Node& wall) {
 // Area, centroid and principal inertias of the drawn faces, the hole subtracted.
 GivenValues FaceValues(const shapes::Outline& outline) {
     CSectionTools tools;
-    for (const auto* ring : {&outline.solid, &outline.hole}) {
-        if (ring->empty()) continue;
-        Element face;
-        face.isSolid = ring == &outline.solid;
-        face.ring = *ring;
-        PushElement(tools, face);
-    }
+    for (const Element& face : ElementsOf(outline)) PushElement(tools, face);
     std::array<double, 17> out{};
     tools.GetCalculValues(0.0, 0.0, &out[0], &out[1], &out[2], &out[3], &out[4], &out[5], &out[6],
                           &out[7], &out[8], &out[9], &out[10], &out[11], &out[12], &out[13],
@@ -76,13 +71,11 @@ void AddWallFormulas(const shapes::WallLine& line, const Points& midLine, GivenV
 
 // The textbook estimate along the mid-line, beside the library's.
 ThinWallTorsion TextbookTorsion(const shapes::WallLine& line, const Points& midLine) {
-    double length = Length(midLine);
     if (line.isClosed) {
-        length += Distance(midLine.back(), midLine.front());
-        return {shapes::ClosedTorsion(0.5 * TwiceArea(midLine), length, line.thickness),
-                "4 Am^2 t / s"};
+        return {shapes::ClosedTorsion(0.5 * TwiceArea(midLine), Perimeter(midLine), line.thickness),
+                shapes::kClosedTorsionMethod};
     }
-    return {shapes::OpenTorsion({{length, line.thickness}}), "sum of b t^3 / 3"};
+    return {shapes::OpenTorsion({{Length(midLine), line.thickness}}), shapes::kOpenTorsionMethod};
 }
 
 }  // namespace
