@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/numbers.h"
+#include "base/text.h"
 #include "figure/font_widths.h"
 #include "figure/pens.h"
 #include "geometry/lengths.h"
@@ -32,19 +33,7 @@ std::string Grey(int grey) {
 }
 
 std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '&') {
-            escaped += "&amp;";
-        } else if (c == '<') {
-            escaped += "&lt;";
-        } else if (c == '>') {
-            escaped += "&gt;";
-        } else {
-            escaped += c;
-        }
-    }
-    return escaped;
+    return WithReplaced(text, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}});
 }
 
 // Leaves out the vertices of fine arcs that no eye tells from the line past them. At most so many
