@@ -22,7 +22,7 @@ constexpr int kShownDigits = 9;
 
 void Refuse(const std::string& source, int line, const std::string& problem,
             const std::string& remedy) {
-    throw InputError(source + ": line " + std::to_string(line), problem, remedy);
+    throw InputError(source, static_cast<std::size_t>(line), problem, remedy);
 }
 
 std::string_view GroupReader::TakeLine() {
