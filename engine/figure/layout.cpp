@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "base/input_error.h"
 #include "figure/sheet.h"
@@ -34,25 +33,16 @@ Box Surroundings(const Sheet& sheet) {
 }
 
 void MeasureSection(Sheet& sheet) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    sheet.xMin = sheet.yMin = kInfinity;
-    sheet.xMax = sheet.yMax = -kInfinity;
-    for (const Ring& ring : sheet.rings) {
-        for (const auto& [x, y] : ring.points) {
-            sheet.xMin = std::min(sheet.xMin, x);
-            sheet.xMax = std::max(sheet.xMax, x);
-            sheet.yMin = std::min(sheet.yMin, y);
-            sheet.yMax = std::max(sheet.yMax, y);
-        }
-    }
+    sheet.bounds = engine::Box(sheet.rings.front().points);
+    for (const Ring& ring : sheet.rings) sheet.bounds.Add(engine::Box(ring.points));
     if (!std::isfinite(sheet.Width()) || !std::isfinite(sheet.Height())) {
         throw InputError(sheet.report.section.source, "the section is too large to be drawn",
                          "give it in a larger unit");
     }
     // The origin belongs in the drawing unless the section would shrink much for it.
     constexpr double kShrink = 1.3;
-    const double width = std::max(sheet.xMax, 0.0) - std::min(sheet.xMin, 0.0);
-    const double height = std::max(sheet.yMax, 0.0) - std::min(sheet.yMin, 0.0);
+    const double width = std::max(sheet.bounds.right, 0.0) - std::min(sheet.bounds.left, 0.0);
+    const double height = std::max(sheet.bounds.top, 0.0) - std::min(sheet.bounds.bottom, 0.0);
     sheet.hasOrigin = std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
 }
 
@@ -60,7 +50,7 @@ void MeasureSection(Sheet& sheet) {
 Box ContentAt(const Sheet& sheet, double scale) {
     Box box = {0.0, -sheet.Height() * scale, sheet.Width() * scale, 0.0};
     if (!sheet.hasOrigin) return box;
-    const Spot origin = {-sheet.xMin * scale, sheet.yMin * scale};
+    const Spot origin = {-sheet.bounds.left * scale, sheet.bounds.bottom * scale};
     box.left = std::min(box.left, origin.x);
     box.top = std::min(box.top, origin.y - kOriginRoom);
     box.right = std::max(box.right, origin.x + kOriginRoom);
@@ -132,8 +122,8 @@ void AddFooter(Sheet& sheet) {
         sheet.Write(text, {textStart, baseline - up * kNoteLine}, kNoteSize);
     };
     note({{"section's lower left:"}}, 2.0);
-    note(Joined(Joined({{"x = "}}, Coordinate(sheet, sheet.xMin)), {{unit}}), 1.0);
-    note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.yMin)), {{unit}}), 0.0);
+    note(Joined(Joined({{"x = "}}, Coordinate(sheet, sheet.bounds.left)), {{unit}}), 1.0);
+    note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.bounds.bottom)), {{unit}}), 0.0);
 }
 
 void AddTitle(Sheet& sheet) {

@@ -9,6 +9,7 @@
 
 #include "figure/outline.h"
 #include "figure/page.h"
+#include "geometry/box.h"
 #include "values/report.h"
 
 namespace halvorn::engine::figure {
@@ -32,19 +33,19 @@ struct Sheet {
     const Report& report;
     const MeasureText& measure;
     std::vector<Ring> rings{};
-    double xMin = 0.0, xMax = 0.0, yMin = 0.0, yMax = 0.0;  ///< of the section, in its unit
-    bool hasOrigin = false;                                 ///< near enough to be drawn in place
-    double scale = 1.0;                                     ///< points per unit
-    Spot corner{};                                          ///< where (xMin, yMin) is on the page
-    Box section{};                                          ///< of the section on the page
-    Box content{};                                          ///< with the coordinate arrows
+    engine::Box bounds{Point{}, Point{}};  ///< of the section, in its unit
+    bool hasOrigin = false;                ///< near enough to be drawn in place
+    double scale = 1.0;                    ///< points per unit
+    Spot corner{};                         ///< where their lower left corner is on the page
+    Box section{};                         ///< of the section on the page
+    Box content{};                         ///< with the coordinate arrows
     std::vector<LegendEntry> legend{};
     Page page{};
 
-    double Width() const { return xMax - xMin; }
-    double Height() const { return yMax - yMin; }
+    double Width() const { return bounds.Width(); }
+    double Height() const { return bounds.Height(); }
     Spot ToPage(double x, double y) const {
-        return {corner.x + (x - xMin) * scale, corner.y - (y - yMin) * scale};
+        return {corner.x + (x - bounds.left) * scale, corner.y - (y - bounds.bottom) * scale};
     }
     void Add(LineKind kind, std::vector<Spot> spots, bool isClosed = false) {
         page.lines.push_back({kind, std::move(spots), isClosed});

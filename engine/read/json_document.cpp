@@ -162,17 +162,7 @@ json ParseJson(const std::string& text, const std::string& source) {
 }
 
 std::string PointerToken(const std::string& key) {
-    std::string token;
-    for (const char c : Excerpt(key)) {
-        if (c == '~') {
-            token += "~0";
-        } else if (c == '/') {
-            token += "~1";
-        } else {
-            token += c;
-        }
-    }
-    return token;
+    return WithReplaced(Excerpt(key), {{'~', "~0"}, {'/', "~1"}});
 }
 
 }  // namespace halvorn::engine

@@ -2,6 +2,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "geometry/crossings.h"
+#include "geometry/lengths.h"
 #include "geometry/wall_outline.h"
 #include "model/class_outputs.h"
 #include "model/outlines.h"
@@ -64,19 +66,11 @@ void AddWallFormulas(const shapes::WallLine& line, const Points& midLine, GivenV
 
 // The textbook estimate along the mid-line, beside the library's.
 ThinWallTorsion TextbookTorsion(const shapes::WallLine& line, const Points& midLine) {
-    double length = 0.0;
-    double twiceArea = 0.0;
-    const auto& [originX, originY] = midLine.front();
-    for (std::size_t i = 0; i + (line.isClosed ? 0 : 1) < midLine.size(); ++i) {
-        const auto& [x1, y1] = midLine[i];
-        const auto& [x2, y2] = midLine[(i + 1) % midLine.size()];
-        length += std::hypot(x2 - x1, y2 - y1);
-        twiceArea += (x1 - originX) * (y2 - originY) - (x2 - originX) * (y1 - originY);
-    }
     if (line.isClosed) {
-        return {shapes::ClosedTorsion(0.5 * twiceArea, length, line.thickness), "4 Am^2 t / s"};
+        return {shapes::ClosedTorsion(0.5 * TwiceArea(midLine), Perimeter(midLine), line.thickness),
+                shapes::kClosedTorsionMethod};
     }
-    return {shapes::OpenTorsion({{length, line.thickness}}), "sum of b t^3 / 3"};
+    return {shapes::OpenTorsion({{Length(midLine), line.thickness}}), shapes::kOpenTorsionMethod};
 }
 
 }  // namespace
@@ -85,9 +79,9 @@ std::vector<Element> ReadWallPart(const Node& wall, const shapes::ArcDivision& d
     const shapes::WallLine line = ReadLine(wall);
     try {
         const shapes::Outline outline = DrawWall(line, division);
-        const Points midLine = PointsOf(MidLine(line, division));
+        const Points midLine = MidLine(line, division);
         Element element;
-        element.ring = PointsOf(WallKeyhole(outline));
+        element.ring = WallKeyhole(outline);
         element.given = FaceValues(outline);
         AddWallFormulas(line, midLine, *element.given);
         element.thinWall = TextbookTorsion(line, midLine);

@@ -58,7 +58,7 @@ public:
 private:
     [[noreturn]] void Fail(std::size_t line, const std::string& problem,
                            const std::string& remedy) const {
-        throw InputError(source_ + ": line " + std::to_string(line), problem, remedy);
+        throw InputError(source_, line, problem, remedy);
     }
 
     void ReadLine(const std::string& line) {

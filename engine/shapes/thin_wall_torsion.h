@@ -14,6 +14,10 @@
 
 namespace halvorn::engine::shapes {
 
+/// How results name the two formulas.
+inline constexpr const char* kOpenTorsionMethod = "sum of b t^3 / 3";
+inline constexpr const char* kClosedTorsionMethod = "4 Am^2 t / s";
+
 /// A flat part of an open profile.
 struct Strip {
     double length;     ///< b [L]

@@ -178,6 +178,12 @@ TEST(FigureOutline, DrawsTheWallThatIsComputed) {
             EXPECT_NEAR(area / ofClass, 1.0, radius > 0.0 ? 0.05 : 1e-12);
         }
     }
+    // The arc of radius 1 in the corner of 45 degrees ends where its tangent is upright.
+    section.polyline = Polyline{
+        PolylineKind::Solid, TorsionFormulas::General, 0.0, {{0, 0}, {10, 0}, {0, 10}}, {0, 1, 0}};
+    const auto isLeft = [](const Point& a, const Point& b) { return a.x < b.x; };
+    const Points ring = RingsOf(section).front().points;
+    EXPECT_NEAR(std::max_element(ring.begin(), ring.end(), isLeft)->x, 10 - std::sqrt(2.0), 1e-12);
 }
 
 TEST(FigureHatch, CoversWhatCountsTwiceAndHolesInNothing) {

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "geometry/crossings.h"
+#include "geometry/lengths.h"
 #include "geometry/ring_sides.h"
 #include "read/dxf/group_reader.h"
-#include "read/dxf/lengths.h"
 
 namespace halvorn::engine::dxf {
 

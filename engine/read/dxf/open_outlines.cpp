@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "geometry/crossings.h"
+#include "geometry/lengths.h"
 #include "geometry/ring_sides.h"
-#include "read/dxf/lengths.h"
 
 namespace halvorn::engine::dxf {
 
