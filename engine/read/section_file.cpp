@@ -153,6 +153,7 @@ void CheckVersion(const Node& root) {
 
 std::string ReadUnit(const Node& node) {
     std::vector<std::pair<std::string_view, std::string_view>> names;
+    names.reserve(kLengthUnits.size());
     for (const LengthUnit& unit : kLengthUnits) names.emplace_back(unit.name, unit.name);
     return std::string(node.Choice(names));
 }
