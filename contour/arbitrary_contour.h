@@ -3,6 +3,9 @@
 #ifndef HALVORN_CONTOUR_ARBITRARY_CONTOUR_H
 #define HALVORN_CONTOUR_ARBITRARY_CONTOUR_H
 
+#include <utility>
+#include <vector>
+
 #include "contour/contour_properties.h"
 #include "kernel/records.h"
 
@@ -37,6 +40,21 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
 /// tube's.
 /// @throws std::bad_alloc
 ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameOrigin);
+
+/// What a polyline stands for.
+struct ArbitraryContour {
+    double thickness;      ///< of the wall along it; exactly 0: it is a solid outline [L]
+    bool isOpen;           ///< its end vertices are not rounded
+    bool useTubeFormulas;  ///< of a wall: torsion as a thin circular tube of the same area
+};
+
+/// Returns the properties of the first `pointCount` vertices of a polyline, at most those in
+/// `points` and never more than 2^31 / 12; zeros when they are too few (solid: 3, wall: 2).
+/// @param radii one per vertex [L]; surplus ones are ignored, missing ones are appended as 0
+/// @throws std::bad_alloc
+ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int pointCount,
+                                             const std::vector<std::pair<double, double>>& points,
+                                             std::vector<double>& radii);
 
 }  // namespace halvorn
 

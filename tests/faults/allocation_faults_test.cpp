@@ -13,7 +13,7 @@
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
 #include "kernel/triangulate_polygon.h"
-#include "section/section_access.h"
+#include "unit/section_access.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "CSectionTools.h"
 #include "numeric/process_state.h"
-#include "section/section_access.h"
+#include "unit/section_access.h"
 #include "unit/support.h"
 
 namespace halvorn {

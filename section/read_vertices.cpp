@@ -1,4 +1,4 @@
-#include "section/contour_input.h"
+#include "section/read_vertices.h"
 
 #include <algorithm>
 #include <cstddef>
