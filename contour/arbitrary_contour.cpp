@@ -5,14 +5,14 @@
 #include <cstddef>
 #include <limits>
 
-#include "contour/constants.h"
-#include "contour/equivalent_ellipse.h"
+#include "contour/area_moments.h"
+#include "contour/contour_integrals.h"
 #include "contour/fillets.h"
-#include "contour/offset.h"
-#include "contour/ring_integrals.h"
-#include "kernel/primitives.h"
+#include "contour/offset_polyline.h"
+#include "contour/tube_torsion.h"
 #include "numeric/c_array.h"
-#include "numeric/process_state.h"
+#include "numeric/constants.h"
+#include "numeric/process_wide.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "contour/contour_properties.h"
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

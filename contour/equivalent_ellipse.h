@@ -1,6 +1,5 @@
 /// @file equivalent_ellipse.h
-/// Torsion and shear of a compact contour from the ellipse that has its area and polar moment, and
-/// torsion of a thin circular tube.
+/// Torsion and shear of a compact contour from the ellipse that has its area and polar moment.
 ///
 /// An ellipse of semi-axes a >= b has A = pi a b and Ip = A (a^2 + b^2) / 4 about its centre.
 #ifndef HALVORN_CONTOUR_EQUIVALENT_ELLIPSE_H
@@ -46,14 +45,6 @@ double EllipseShearCoefficientY(double area, double polarMoment);
 /// Returns the torsion modulus of the equivalent ellipse [L^3], pi a b^2 / 2: torque over the
 /// largest shear stress, which acts at the end of the minor axis.
 double EllipseTorsionModulus(double area, double polarMoment);
-
-/// Returns the torsion constant of a thin circular tube [L^4] from the area and wall thickness t:
-/// with the mean radius r = A / (2 pi t), the exact polar moment pi r t (t^2 + 4 r^2) / 2.
-double TubeTorsionConstant(double area, double thickness);
-
-/// Returns the torsion modulus of the same tube [L^3]: `TubeTorsionConstant` over the outer radius
-/// r + t / 2.
-double TubeTorsionModulus(double area, double thickness);
 
 }  // namespace halvorn
 

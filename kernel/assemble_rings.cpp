@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <limits>
 
+#include "kernel/edge_graph.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
-#include "numeric/tolerance.h"
+#include "numeric/constants.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 
@@ -24,14 +25,13 @@ KPoint UnitDirection(const KSegment& edge) {
 // no larger than what one unit in their last place sweeps along the two edges. A tolerance would be
 // too much: a long flange would lose 1e-10 of its thickness at a vertex that a line just misses.
 bool AreInLine(const KPoint& previous, const KPoint& p, const KPoint& next) {
-    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
     KPoint in;
     KPoint out;
     KVectorDiff(&in, &previous, &p);
     KVectorDiff(&out, &p, &next);
     const double reach = MaxValue(AbsValue(p.x), AbsValue(p.y));
     const double edges = AbsValue(in.x) + AbsValue(in.y) + AbsValue(out.x) + AbsValue(out.y);
-    return AbsValue(KCross(&in, &out)) <= kRounding * reach * edges;
+    return AbsValue(KCross(&in, &out)) <= kInLineRounding * reach * edges;
 }
 
 // How far `candidate` turns to the inside from `current` [rad]. Rounding decides the side of a turn

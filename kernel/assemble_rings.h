@@ -4,7 +4,7 @@
 #define HALVORN_KERNEL_ASSEMBLE_RINGS_H
 
 #include "kernel/edge_graph.h"
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

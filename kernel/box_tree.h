@@ -5,9 +5,9 @@
 
 #include <cstddef>
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 #include "numeric/c_array.h"
-#include "numeric/tolerance.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 

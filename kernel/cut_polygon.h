@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

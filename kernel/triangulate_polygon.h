@@ -1,9 +1,9 @@
 /// @file triangulate_polygon.h
-/// Triangles and centroid of a ring.
+/// Splits a ring into triangles.
 #ifndef HALVORN_KERNEL_TRIANGULATE_POLYGON_H
 #define HALVORN_KERNEL_TRIANGULATE_POLYGON_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 
@@ -19,14 +19,6 @@ namespace halvorn {
 /// most 3 n corners are tried, each against the reflex vertices near its triangle: n log n for
 /// outlines that are drawn, n^2 at worst.
 int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, double tol);
-
-/// Writes the centroid of a ring of n points into `out` and returns it.
-///
-/// For a ring that `KClassifyPolygon` finds valid and whose triangles account for its area within
-/// 0.01 [L^2, absolute], this is the area-weighted mean of the triangles; else, also when memory is
-/// exhausted, the average of the vertices. n = 0 gives (0, 0), n = 1 the point, n = 2
-/// the midpoint. Cost: that of `KClassifyPolygon` and `KTriangulatePolygon`.
-KPoint* KPolygonCentroid(KPoint* out, const KPoint* ring, int n, double tol);
 
 }  // namespace halvorn
 

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "contour/contour_record.h"
-#include "plastic/section_split.h"
 
 namespace halvorn {
 
@@ -19,7 +18,8 @@ namespace halvorn {
 /// hole's area counts in the balance, its weight is 0: the modulus of a solid with a hole is the
 /// solid's. A keyhole ring gives the net value.
 ///
-/// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h);
+/// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h,
+/// plastic/lever_arms.h);
 /// only the web parts need pieces. Coordinates are taken relative to the section's first point, so
 /// that digits do not depend on how far away the host's origin is. Cost for each axis: a pass that
 /// collects the edges, one for each line tried over those that can still meet a line, and one for
@@ -35,12 +35,9 @@ namespace halvorn {
 void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
                           double* webPartX, double* webPartY, std::string* trace = nullptr);
 
-/// The same moduli alone; neither pointer may be null.
-void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply);
-
-/// Returns `value` in fixed notation with `precision` digits after the point (none below 0), in the
-/// classic locale whatever the host's is.
-std::string FormatFixed(double value, int precision);
+/// Computes the same moduli alone; neither pointer may be null.
+void ComputePlasticModuliAlone(const std::list<ContourRecord>& contours, double* wplx,
+                               double* wply);
 
 }  // namespace halvorn
 

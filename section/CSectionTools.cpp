@@ -1,11 +1,10 @@
 #include "CSectionTools.h"
-
 #include "contour/arbitrary_contour.h"
 #include "contour/contour_properties.h"
 #include "contour/contour_record.h"
-#include "numeric/process_state.h"
+#include "numeric/constants.h"
+#include "numeric/process_wide.h"
 #include "numeric/tolerance.h"
-#include "plastic/constants.h"
 #include "plastic/plastic_moduli.h"
 #include "section/moment_triple.h"
 #include "section/read_vertices.h"
@@ -173,11 +172,11 @@ void CSectionTools::GetCalculValues(double dx, double dy, double* ixx, double* x
     *wplx = Wplx;
     *wply = Wply;
     *extraSum = ExtraSum;
-    ComputePlasticModuli(Contours, wplx, wply);
+    ComputePlasticModuliAlone(Contours, wplx, wply);
 }
 
 void CSectionTools::ComputeWplasticValues(double& wplx, double& wply) {
-    halvorn::ComputePlasticModuli(Contours, &wplx, &wply);
+    halvorn::ComputePlasticModuliAlone(Contours, &wplx, &wply);
 }
 
 void CSectionTools::CalculContourQuelconqueTOOL(

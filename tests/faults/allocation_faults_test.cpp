@@ -12,6 +12,7 @@
 #include "kernel/box_tree.h"
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
+#include "kernel/polygon_centroid.h"
 #include "kernel/triangulate_polygon.h"
 #include "unit/section_access.h"
 

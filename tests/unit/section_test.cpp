@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "CSectionTools.h"
-#include "numeric/process_state.h"
+#include "numeric/process_wide.h"
 #include "unit/section_access.h"
 #include "unit/support.h"
 

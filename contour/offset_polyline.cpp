@@ -1,14 +1,13 @@
-#include "contour/offset.h"
+#include "kernel/polygon_area.h"
+#include "kernel/vectors.h"
+#include "numeric/c_array.h"
+#include "numeric/constants.h"
+#include "numeric/process_wide.h"
+#include "numeric/tolerance.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-
-#include "contour/constants.h"
-#include "kernel/primitives.h"
-#include "numeric/c_array.h"
-#include "numeric/process_state.h"
-#include "numeric/tolerance.h"
 
 namespace halvorn {
 
