@@ -13,8 +13,8 @@ namespace halvorn {
 /// A circle has d = 0, up to rounding; a and b then differ from sqrt(A / pi) by about the root of
 /// the rounding error and agree with it to eight digits. No ellipse has d < 0. Such a d counts as 0
 /// down to -1e-10 [L^4] or -1e-10 (A / pi)^2, whichever is lower; a = sqrt(h) is then the smaller
-/// semi-axis. In all other cases `a` is the larger one. In metres, where 1e-10 is much, this holds
-/// for any polar moment below a circle's as long as A is below 3e-5.
+/// semi-axis. In all other cases `a` is the larger one. In metres 1e-10 is a
+/// lot: with A below 3e-5, every polar moment below a circle's counts as a circle's.
 ///
 /// Writes (0, 0) for a lower d, for an area within 1e-10 of 0, and for an a^2 below 1e-10.
 void EquivalentEllipse(double area, double polarMoment, double* a, double* b);

@@ -29,7 +29,7 @@ KPoint CornerOffset(double thickness, const KPoint& prev, const KPoint& vertex,
     const KPoint normalOut = LeftNormal(vertex, next);
     const KPoint sum = KTranslatePoint(normalIn, normalOut);
     const double length = KVectorNorm(&sum);
-    // A length of 0 is no divisor either when a host has made the tolerance negative.
+    // Never divides by 0, even when a host has made the tolerance negative.
     const bool cancels =
         IsEqualTol(length, 0.0, Tol3D.load(std::memory_order_relaxed)) || length == 0.0;
     const double scale = cancels ? 1.0 : 1.0 / length;

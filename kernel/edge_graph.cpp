@@ -77,8 +77,8 @@ struct Junctions {
     }
 };
 
-// Removes stretches that end freely, and those that end freely once these are gone. The polygon's
-// own edges never do: what `RemoveNeedles` keeps of the ring leaves every cut point as often as it
+// Removes stretches that end freely, and those that end freely once these are gone. The ring's own
+// edges never do: what `RemoveNeedles` keeps of the ring leaves every cut point as often as it
 // arrives there.
 int PruneDanglingStretches(KEdgeGraph* graph) {
     const KSplitRing& split = *graph->split;

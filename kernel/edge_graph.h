@@ -11,13 +11,13 @@ namespace halvorn {
 
 /// Flag of an edge: where it came from.
 enum KEdgeFlags : unsigned int {
-    kPolygonEdge = 0,  ///< the polygon being cut
+    kPolygonEdge = 0,  ///< the ring being cut
     kCuttingEdge = 1   ///< the cutting line
 };
 
-/// The edges of a split ring, by number: the polygon's own first, in ring order, edge e from vertex
+/// The edges of a split ring, by number: the ring's own first, in their order, edge e from vertex
 /// e to the next; then each stretch of the cutting line there and back. Edge e is continued by edge
-/// e + 1, and the polygon's last by its first, wherever no cut point lies between. At every cut
+/// e + 1, and the ring's last by its first, wherever no cut point lies between. At every cut
 /// point as many live edges end as start; they coincide there within the tolerance, not to the last
 /// bit.
 ///

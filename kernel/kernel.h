@@ -9,7 +9,7 @@
 ///
 /// Of the whole library only tests, fuzzers and benchmarks reach these (tests/layers/check_reach):
 /// - `ComputePlasticModuli`, `FormatFixed`, `CutCoordinate`: the plastic moduli with their web
-///   parts and the protocol of the search, in which tests see every line that it tries.
+///   parts and a log of the search, in which tests see every line that it tries.
 /// - `SplitSectionAtAxis`, `LeverArmsOfPieces`, `IsLongestEdgeAcross`, `PlasticPiece`,
 ///   `kAxisReach`, `kClearlyOneSided`, `kParallelEdge`: the second way to the moduli, by
 ///   cutting. Tests hold the integrals of the first way against it.

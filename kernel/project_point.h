@@ -16,7 +16,7 @@ namespace halvorn {
 /// @param t    signed distance of the foot from `a` [L]
 /// @param dist distance of `p` from the line, never negative [L]
 /// @return 1, or 0 with the outputs reset when `a` and `b` coincide within `tol` per axis. Nearer
-///         than 1e-6 but not within `tol` they give no direction (`KVectorNorm`): 1 with NaN.
+///         than 1e-6 but not within `tol`, they define no direction (`KVectorNorm`): 1, with NaN.
 int KProjectPointOnLine(const KPoint& p, const KPoint& a, const KPoint& b, double tol, KPoint* foot,
                         unsigned int* code, double* t, double* dist);
 

@@ -18,9 +18,9 @@ inline constexpr double kThreeQuarterPi = 2.356194490192345;
 inline constexpr double kHalfPi = 1.5707963267948966;
 inline constexpr double kQuarterPi = 0.7853981633974483;
 
-// Process-wide values.
+// State of the whole process.
 
-/// What `Tol3D` is until a host sets it: a length of the sum of two unit normals.
+/// `Tol3D` until a host sets it: a length of the sum of two unit normals.
 inline constexpr double kDefaultTol3D = 1e-8;
 
 // The polygon kernel.
@@ -38,12 +38,12 @@ inline constexpr double kLargestOperand = 1e100;
 /// Smallest magnitude of a denominator in `KLineIntersection`; parallel lines fall below it.
 inline constexpr double kSmallestDenominator = 1e-100;
 
-/// Areas [L^2, absolute] of a ring and of its triangles that differ by less than this agree: no
-/// triangle too thin to count is missing.
+/// The triangles of a ring account for its area when the two differ by less than this [L^2,
+/// absolute]: no triangle is missing because it was too thin to count.
 inline constexpr double kAreaAgreement = 0.01;
 
-/// Rounding of a cross product, as a fraction of the reach of its coordinates times their lengths:
-/// of three points that are in line, each product is off by a few units in the last place.
+/// Three points are in line when the cross product of their two edges is no larger than this times
+/// the largest coordinate times the lengths of the edges: a few units in the last place.
 inline constexpr double kInLineRounding = 4.0 * std::numeric_limits<double>::epsilon();
 
 // Contours.
@@ -52,7 +52,7 @@ inline constexpr double kInLineRounding = 4.0 * std::numeric_limits<double>::eps
 inline constexpr double kZeroArea = 1e-15;
 
 /// Lengths [L], angles [rad] and wall thicknesses [L] below this count as 0 in corner geometry. In
-/// metres as in millimetres only a 0 that was rounded is so small.
+/// metres and in millimetres alike, only a rounded 0 is this small.
 inline constexpr double kZeroCorner = 1e-15;
 
 /// Areas [L^2], polar moments [L^4], squared semi-axes [L^2] and the ellipse's discriminant [L^4]
@@ -60,8 +60,8 @@ inline constexpr double kZeroCorner = 1e-15;
 /// about 5 mm has a polar moment below it, hence no torsion constant.
 inline constexpr double kZeroEllipse = 1e-10;
 
-/// A discriminant that is negative by no more than this fraction of (A/pi)^2 is a circle's 0,
-/// rounded: the two squares that it is the difference of agree in their first ten digits.
+/// A discriminant that is negative by no more than this fraction of (A/pi)^2 is that of a circle, 0
+/// but for rounding: the two squares whose difference it is agree in their first ten digits.
 inline constexpr double kCircleDiscriminant = 1e-10;
 
 /// Number of chords that a rounded corner is drawn with.
@@ -85,7 +85,7 @@ inline constexpr double kZeroFibreDistance = 1e-10;
 /// about (weighted difference of the areas) x difference / (2 width).
 inline constexpr double kBalancedAreas = 1e-7;
 
-/// The search ends after this many splits beyond the first, balanced or not.
+/// The search ends after this many lines beyond the first, balanced or not.
 inline constexpr int kMostBisections = 50;
 
 /// Half length of the line that stands for an unbounded axis [L]; only its direction matters.

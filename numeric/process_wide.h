@@ -1,5 +1,6 @@
 /// @file process_wide.h
-/// The two process-wide values of the library, shared by every section on every thread.
+/// The library's only state outside its objects: a tolerance and a flag of the whole process,
+/// shared by every section on every thread.
 ///
 /// Both are relaxed atomics: sections on different threads never race, and no order is promised
 /// between a write and what other threads compute meanwhile.

@@ -1,6 +1,5 @@
 /// @file scalar.h
-/// What the library needs of plain doubles: two sentinels, and helpers that order them or take
-/// roots.
+/// Two sentinels among the doubles, and the small helpers: magnitude, square, root, order.
 ///
 /// All functions are pure leaves without allocation.
 #ifndef HALVORN_NUMERIC_SCALAR_H

@@ -1,5 +1,5 @@
 /// @file format_fixed.h
-/// Numbers in the protocol of the plastic search.
+/// Numbers in the log of the plastic search.
 #ifndef HALVORN_PLASTIC_FORMAT_FIXED_H
 #define HALVORN_PLASTIC_FORMAT_FIXED_H
 

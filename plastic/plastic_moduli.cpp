@@ -54,7 +54,7 @@ void TraceLine(int counter, double pos, const SideAreas& areas, std::string* tra
               FormatFixed(areas.low * 1e6, 1) + "\n";
 }
 
-// The axis as `FindEqualAreaAxis` finds it, with the protocol of the search when it is wanted.
+// The axis as `FindEqualAreaAxis` finds it, with a log of the search when it is wanted.
 double FindAxisTraced(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
                       std::string* trace) {
     const double originAcross = CutCoordinate(origin, iDir);

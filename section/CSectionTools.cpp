@@ -43,7 +43,7 @@ CSectionTools::CSectionTools(CSectionTools&& source) noexcept = default;
 CSectionTools::~CSectionTools() = default;
 
 // Sums first, then the list: its assignment reuses the storage of the contours that are there,
-// appends what is missing as one chain and erases what is too much.
+// appends the missing ones as one chain and erases the surplus.
 CSectionTools& CSectionTools::operator=(const CSectionTools& source) = default;
 
 CSectionTools& CSectionTools::operator=(CSectionTools&& source) noexcept {
@@ -151,7 +151,7 @@ void CSectionTools::GetCalculValues(double dx, double dy, double* ixx, double* x
     *area = Area;
     *shearAreaY = ShearAreaY;
     *shearAreaZ = ShearAreaZ;
-    // Read back from what the host receives, also when two of its pointers are the same.
+    // With the centre as the host receives it, also when two of its pointers are the same.
     *inertiaX = SecondMomentX0 - Sqr(*yG) * Area;
     *inertiaY = SecondMomentY0 - Sqr(*xG) * Area;
     *inertiaXY = ProductMoment0 - *xG * *yG * Area;
