@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 
 #include "contour/area_moments.h"
 #include "contour/contour_integrals.h"
@@ -131,19 +130,14 @@ ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameO
     return properties;
 }
 
-ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int pointCount,
-                                             const std::vector<std::pair<double, double>>& points,
-                                             std::vector<double>& radii) {
-    // The count of twelve points per vertex must fit into an int.
-    constexpr std::size_t kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
-    const std::size_t size =
-        std::min({static_cast<std::size_t>(std::max(pointCount, 0)), points.size(), kMostVertices});
-    const int n = static_cast<int>(size);
+ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int n,
+                                             const std::pair<double, double>* points,
+                                             const double* radii) {
     const double t = contour.thickness;
     const int fewest = CompareTol(t, 0.0, kZeroCorner) == 0 ? 3 : 2;
     if (n < fewest) return {};
 
-    if (radii.size() < size) radii.resize(size);  // with zeros: sharp corners
+    const auto size = static_cast<std::size_t>(n);
     // Relative to the first vertex, so that offsets and integrals keep their digits anywhere.
     const point2D frameOrigin{points[0].first, points[0].second};
     const CArray<KPoint> local = AllocateZeroedOrThrow<KPoint>(size);
@@ -151,9 +145,9 @@ ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, in
         local[i] = {points[i].first - frameOrigin.x, points[i].second - frameOrigin.y};
     }
     if (t == 0.0) {
-        return SolidOutlineProperties(n, contour.isOpen, local.get(), radii.data(), frameOrigin);
+        return SolidOutlineProperties(n, contour.isOpen, local.get(), radii, frameOrigin);
     }
-    const ThinWall wall{n, local.get(), radii.data(), t, contour.useTubeFormulas};
+    const ThinWall wall{n, local.get(), radii, t, contour.useTubeFormulas};
     return contour.isOpen ? OpenWallProperties(wall, frameOrigin)
                           : ClosedWallProperties(wall, frameOrigin);
 }

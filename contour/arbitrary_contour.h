@@ -4,7 +4,6 @@
 #define HALVORN_CONTOUR_ARBITRARY_CONTOUR_H
 
 #include <utility>
-#include <vector>
 
 #include "contour/contour_properties.h"
 #include "kernel/kernel.h"
@@ -48,13 +47,13 @@ struct ArbitraryContour {
     bool useTubeFormulas;  ///< of a wall: torsion as a thin circular tube of the same area
 };
 
-/// Returns the properties of the first `pointCount` vertices of a polyline, at most those in
-/// `points` and never more than 2^31 / 12; zeros when they are too few (solid: 3, wall: 2).
-/// @param radii one per vertex [L]; surplus ones are ignored, missing ones are appended as 0
+/// Returns the properties of a polyline of n vertices, at most `kMostVertices`; zeros when they are
+/// too few (solid: 3, wall: 2).
+/// @param radii one per vertex [L]
 /// @throws std::bad_alloc
-ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int pointCount,
-                                             const std::vector<std::pair<double, double>>& points,
-                                             std::vector<double>& radii);
+ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int n,
+                                             const std::pair<double, double>* points,
+                                             const double* radii);
 
 }  // namespace halvorn
 

@@ -70,6 +70,9 @@ inline constexpr int FILLET_ARC_STEPS = 5;
 /// Number of points that a rounded corner takes.
 inline constexpr int kPointsPerFillet = FILLET_ARC_STEPS + 1;
 
+/// Most vertices of a polyline: the points of the two faces of a wall must be countable in an int.
+inline constexpr int kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
+
 // Plastic moduli and fibres.
 
 /// Coordinates [L] closer than this are one position: a point on the axis, a bound not moved.

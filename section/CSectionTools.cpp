@@ -1,4 +1,8 @@
 #include "CSectionTools.h"
+
+#include <algorithm>
+#include <cstddef>
+
 #include "contour/arbitrary_contour.h"
 #include "contour/contour_properties.h"
 #include "contour/contour_record.h"
@@ -184,9 +188,14 @@ void CSectionTools::CalculContourQuelconqueTOOL(
     const std::vector<std::pair<double, double>>& points, std::vector<double> cornerRadii,
     double& area, std::pair<double, double>& cdg, double& torsionConstant, double& torsionModulus,
     double& shearAreaX, double& shearAreaY, double& ixx, double& iyy, double& ixy) {
-    const halvorn::ContourProperties properties = halvorn::ArbitraryContourProperties(
-        {isThinWalled != 0 ? thickness : 0.0, isOpen != 0, torsionMode == 0}, pointCount, points,
-        cornerRadii);
+    using namespace halvorn;
+    const auto count = static_cast<int>(std::min(
+        points.size(), static_cast<std::size_t>(std::clamp(pointCount, 0, kMostVertices))));
+    // Missing radii are 0: sharp corners.
+    cornerRadii.resize(std::max(cornerRadii.size(), static_cast<std::size_t>(count)));
+    const ContourProperties properties = ArbitraryContourProperties(
+        {isThinWalled != 0 ? thickness : 0.0, isOpen != 0, torsionMode == 0}, count, points.data(),
+        cornerRadii.data());
     area = properties.area;
     cdg = {properties.centroid.x, properties.centroid.y};
     torsionConstant = properties.torsionConstant;
