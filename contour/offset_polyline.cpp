@@ -1,13 +1,15 @@
+#include "contour/offset_polyline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
 #include "kernel/polygon_area.h"
 #include "kernel/vectors.h"
 #include "numeric/c_array.h"
 #include "numeric/constants.h"
 #include "numeric/process_wide.h"
 #include "numeric/tolerance.h"
-
-#include <algorithm>
-#include <cmath>
-#include <cstddef>
 
 namespace halvorn {
 
