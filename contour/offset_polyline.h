@@ -1,9 +1,9 @@
-/// @file offset.h
+/// @file offset_polyline.h
 /// The two faces of a thin wall from its mid-line.
-#ifndef HALVORN_CONTOUR_OFFSET_H
-#define HALVORN_CONTOUR_OFFSET_H
+#ifndef HALVORN_CONTOUR_OFFSET_POLYLINE_H
+#define HALVORN_CONTOUR_OFFSET_POLYLINE_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

@@ -1,8 +1,7 @@
 /// @file section_access.h
-/// Reads the sums of a section from outside the class, for the library's own tests and nothing
-/// else.
-#ifndef HALVORN_SECTION_SECTION_ACCESS_H
-#define HALVORN_SECTION_SECTION_ACCESS_H
+/// Reads the private sums of a section: the one friend of the class, defined for tests alone.
+#ifndef HALVORN_TESTS_UNIT_SECTION_ACCESS_H
+#define HALVORN_TESTS_UNIT_SECTION_ACCESS_H
 
 #include <list>
 

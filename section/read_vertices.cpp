@@ -1,4 +1,4 @@
-#include "section/contour_input.h"
+#include "section/read_vertices.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,7 +7,7 @@ namespace halvorn {
 
 std::vector<point2D> ReadVertices(int count, const double* coords, const BoundingBoxRef& box) {
     std::vector<point2D> vertices(static_cast<std::size_t>(std::max(count, 0)));
-    // Bounds in locals: through the references every vertex would wait for four stores.
+    // Bounds are kept in locals: through the references every vertex would wait for four stores.
     double xMin = box.xMin;
     double xMax = box.xMax;
     double yMin = box.yMin;

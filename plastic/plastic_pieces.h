@@ -1,42 +1,15 @@
-/// @file section_split.h
-/// The contours of a section on the two sides of an axis.
-#ifndef HALVORN_PLASTIC_SECTION_SPLIT_H
-#define HALVORN_PLASTIC_SECTION_SPLIT_H
+/// @file plastic_pieces.h
+/// The pieces of a section on the two sides of an axis, and their lever arms.
+#ifndef HALVORN_PLASTIC_PLASTIC_PIECES_H
+#define HALVORN_PLASTIC_PLASTIC_PIECES_H
 
 #include <list>
 #include <vector>
 
 #include "contour/contour_record.h"
 #include "numeric/point2d.h"
-#include "numeric/tolerance.h"
-#include "plastic/constants.h"
 
 namespace halvorn {
-
-/// Direction of an axis, and what is found about it.
-enum AxisDirection : int {
-    kHorizontalAxis = 0,  ///< a line y = const; gives Wplx
-    kVerticalAxis = 1     ///< a line x = const; gives Wply
-};
-
-/// Returns the coordinate that tells on which side of an axis a point lies: y or x.
-inline double CutCoordinate(const point2D& point, int iDir) {
-    return iDir == kVerticalAxis ? point.x : point.y;
-}
-
-/// A range of cut coordinates [L]; its bounds mean nothing while it is empty.
-struct CoordinateRange {
-    double low = 0.0;
-    double high = 0.0;
-    bool isEmpty = true;
-
-    /// Widens the range to `c`. A bound moves only by more than 1e-10, or to replace a NaN.
-    void Widen(double c) {
-        if (isEmpty) *this = {c, c, false};
-        if (!(c >= low) && CompareTol(low, c, kSamePosition) > 0) low = c;
-        if (!(c <= high) && CompareTol(high, c, kSamePosition) < 0) high = c;
-    }
-};
 
 /// A piece of a contour on one side of the axis.
 struct PlasticPiece {

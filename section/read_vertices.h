@@ -1,7 +1,7 @@
-/// @file contour_input.h
-/// What both push operations do with the host's coordinates.
-#ifndef HALVORN_SECTION_CONTOUR_INPUT_H
-#define HALVORN_SECTION_CONTOUR_INPUT_H
+/// @file read_vertices.h
+/// Copies the host's coordinates into a section.
+#ifndef HALVORN_SECTION_READ_VERTICES_H
+#define HALVORN_SECTION_READ_VERTICES_H
 
 #include <vector>
 
@@ -21,11 +21,6 @@ struct BoundingBoxRef {
 /// widens `box` by each. Plain comparisons: a NaN coordinate moves no bound.
 /// @throws std::bad_alloc before `box` is touched
 std::vector<point2D> ReadVertices(int count, const double* coords, const BoundingBoxRef& box);
-
-/// Returns +1.0 for a solid's flag and -1.0 for a hole's.
-inline double SignOfFlag(unsigned char flag) {
-    return flag != 0 ? 1.0 : -1.0;
-}
 
 }  // namespace halvorn
 

@@ -1,31 +1,14 @@
-/// @file ring_integrals.h
-/// Integrals over closed rings: area, first and second moments, perimeter.
+/// @file area_moments.h
+/// Area and moments of a region, all in one pass over its ring, and what is done with them.
 ///
-/// A ring is n points, closed implicitly, as in kernel/records.h. "Raw" integrals carry the sign of
-/// the orientation. Every function is one pass without allocation; n < 1 gives zeros.
-#ifndef HALVORN_CONTOUR_RING_INTEGRALS_H
-#define HALVORN_CONTOUR_RING_INTEGRALS_H
-
-#include <utility>
+/// A ring is n points, closed implicitly, as in kernel/kernel.h. Integrals carry the sign of the
+/// orientation. Every function is one pass without allocation; n < 1 gives zeros.
+#ifndef HALVORN_CONTOUR_AREA_MOMENTS_H
+#define HALVORN_CONTOUR_AREA_MOMENTS_H
 
 #include "numeric/point2d.h"
 
 namespace halvorn {
-
-/// Returns the signed area [L^2], positive for a counter-clockwise ring (x to the right, y up).
-double ContourSignedArea(int n, const point2D* ring);
-
-/// Returns the raw first moments about the origin [L^3]: -integral of x dA and +integral of y dA
-/// for a counter-clockwise ring, both negated for a clockwise one.
-std::pair<double, double> ContourFirstMoments(int n, const point2D* ring);
-
-/// Writes the raw second moments about the origin [L^4]: -integral of y^2 dA, -integral of x^2 dA
-/// and -integral of x y dA for a counter-clockwise ring, all negated for a clockwise one.
-void ContourSecondMoments(int n, const point2D* ring, double* ixxRaw, double* iyyRaw,
-                          double* ixyRaw);
-
-/// Returns the length of the closed ring [L].
-double ContourPerimeter(int n, const point2D* ring);
 
 /// Area and moments of a region, positive for solid material, about some reference point.
 struct AreaMoments {
@@ -38,7 +21,7 @@ struct AreaMoments {
 };
 
 /// Returns area and moments of a ring about `reference`, with the sign of its orientation: positive
-/// for a counter-clockwise ring. The same sums as the functions above, in one pass, with the
+/// for a counter-clockwise ring. The same sums as in contour/contour_integrals.h, with the
 /// coordinates taken relative to `reference`.
 ///
 /// About a vertex of the ring the result is as accurate as the coordinates allow; about a distant

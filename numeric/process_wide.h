@@ -1,10 +1,11 @@
-/// @file process_state.h
-/// The two process-wide values of the library, shared by every section on every thread.
+/// @file process_wide.h
+/// The library's only state outside its objects: a tolerance and a flag of the whole process,
+/// shared by every section on every thread.
 ///
 /// Both are relaxed atomics: sections on different threads never race, and no order is promised
 /// between a write and what other threads compute meanwhile.
-#ifndef HALVORN_NUMERIC_PROCESS_STATE_H
-#define HALVORN_NUMERIC_PROCESS_STATE_H
+#ifndef HALVORN_NUMERIC_PROCESS_WIDE_H
+#define HALVORN_NUMERIC_PROCESS_WIDE_H
 
 #include <atomic>
 

@@ -1,12 +1,12 @@
-/// @file primitives.h
-/// Vector and line primitives of the kernel. Pure functions of their arguments; none allocates.
-#ifndef HALVORN_KERNEL_PRIMITIVES_H
-#define HALVORN_KERNEL_PRIMITIVES_H
+/// @file vectors.h
+/// Points and vectors: differences, products, lengths, angles. None allocates.
+#ifndef HALVORN_KERNEL_VECTORS_H
+#define HALVORN_KERNEL_VECTORS_H
 
 #include <cmath>
 
-#include "kernel/constants.h"
-#include "kernel/records.h"
+#include "kernel/kernel.h"
+#include "numeric/constants.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {
@@ -103,39 +103,22 @@ inline KPoint KTranslatePoint(const KPoint& p, const KPoint& v) {
     return {p.x + v.x, p.y + v.y};
 }
 
+/// Returns twice the signed area of a triangle [L^2], positive counter-clockwise; exactly 0 below
+/// 1e-12.
+inline double KCornerCross(const KPoint& a, const KPoint& b, const KPoint& c) {
+    KPoint in;
+    KPoint out;
+    KVectorDiff(&in, &a, &b);
+    KVectorDiff(&out, &b, &c);
+    const double cross = KCross(&in, &out);
+    return SignTol(cross, kZeroVector) == 0 ? 0.0 : cross;
+}
+
 /// Returns whether two points coincide: both coordinate differences within `tol` [L], inclusive. A
 /// test per axis, not of the distance.
 inline bool KPointsEqualTol(const KPoint& a, const KPoint& b, double tol) {
     return AbsValue(a.x - b.x) <= tol && AbsValue(a.y - b.y) <= tol;
 }
-
-/// Returns the signed area of a ring [L^2], positive for a clockwise one (the opposite of
-/// `ContourSignedArea`).
-/// @param xy n points as 2n interleaved doubles, read only
-/// @param n  number of points; below 3 the area is 0
-///
-/// Sums the trapezoids between each edge and the x axis in the order of the edges. Cost: one pass.
-double KPolygonSignedArea(const double* xy, int n);
-
-/// Returns the absolute value of `KPolygonSignedArea` [L^2].
-double KPolygonArea(const double* xy, int n);
-
-/// Returns 1 when numerator / denominator can be formed safely: |numerator| <= 1e100 and
-/// |denominator| >= 1e-100; else 0, for NaNs too.
-inline int KIsSafeQuotient(double numerator, double denominator) {
-    return AbsValue(numerator) <= kLargestOperand && AbsValue(denominator) >= kSmallestDenominator;
-}
-
-/// Returns 1 when |u| <= 1e100 and |v| <= 1e100, so that their product is finite; else 0.
-inline int KAreBounded(double u, double v) {
-    return AbsValue(u) <= kLargestOperand && AbsValue(v) <= kLargestOperand;
-}
-
-/// Intersects the unbounded lines through `a`, `b` and through `c`, `d`.
-/// @return 1 with the point in `out`, or 0 with (NaN, NaN): parallel lines (no relative tolerance:
-///         the determinant [L^2] must be below 1e-100), coincident points, coordinates above 1e100
-int KLineIntersection(const KPoint* a, const KPoint* b, const KPoint* c, const KPoint* d,
-                      KPoint* out);
 
 }  // namespace halvorn
 

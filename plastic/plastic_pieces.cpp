@@ -1,14 +1,16 @@
-#include "plastic/section_split.h"
+#include "plastic/plastic_pieces.h"
 
 #include <utility>
 
-#include "contour/ring_integrals.h"
+#include "contour/area_moments.h"
 #include "kernel/cut_polygon.h"
-#include "kernel/point_tests.h"
-#include "kernel/primitives.h"
-#include "kernel/triangulate_polygon.h"
+#include "kernel/polygon_area.h"
+#include "kernel/polygon_centroid.h"
+#include "kernel/project_point.h"
+#include "kernel/vectors.h"
+#include "numeric/constants.h"
 #include "numeric/tolerance.h"
-#include "plastic/constants.h"
+#include "plastic/axis_direction.h"
 
 namespace halvorn {
 

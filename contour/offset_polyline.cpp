@@ -1,13 +1,14 @@
-#include "contour/offset.h"
+#include "contour/offset_polyline.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 
-#include "contour/constants.h"
-#include "kernel/primitives.h"
+#include "kernel/polygon_area.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
-#include "numeric/process_state.h"
+#include "numeric/constants.h"
+#include "numeric/process_wide.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {
@@ -30,7 +31,7 @@ KPoint CornerOffset(double thickness, const KPoint& prev, const KPoint& vertex,
     const KPoint normalOut = LeftNormal(vertex, next);
     const KPoint sum = KTranslatePoint(normalIn, normalOut);
     const double length = KVectorNorm(&sum);
-    // A length of 0 is no divisor either when a host has made the tolerance negative.
+    // Never divides by 0, even when a host has made the tolerance negative.
     const bool cancels =
         IsEqualTol(length, 0.0, Tol3D.load(std::memory_order_relaxed)) || length == 0.0;
     const double scale = cancels ? 1.0 : 1.0 / length;
