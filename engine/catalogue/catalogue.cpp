@@ -95,7 +95,7 @@ void Scale(double factor, GivenValues* values) {
 }
 
 // @param division  in millimetres
-shapes::DrawnShape Draw(const CsvRecord& row, const shapes::ArcDivision& division) {
+shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) {
     try {
         return DrawProfile(row, division);
     } catch (const shapes::DimensionError& error) {
@@ -170,20 +170,18 @@ std::vector<Element> CatalogueElements(std::string_view name, const std::string&
     const CsvRecord* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
     const double factor = MetresPer("mm") / MetresPer(unit);
-    const shapes::DrawnShape drawn = Draw(*row, division.Scaled(1.0 / factor));
-    std::vector<Element> elements = ElementsOf(drawn.outline);
+    const shapes::Outline drawn = Draw(*row, division.Scaled(1.0 / factor));
+    std::vector<Element> elements = ElementsOf(drawn);
     if (wantsPublishedValues) {
         elements.resize(1);
-        elements.front().ring = KeyholeRing(drawn.outline);
-        elements.front().given = PublishedValues(*row, drawn.outline);
+        elements.front().ring = KeyholeRing(drawn);
+        elements.front().given = PublishedValues(*row, drawn);
         Scale(factor, &*elements.front().given);
     }
     for (Element& element : elements) {
         element.label = row->Text("name");
         for (Point& point : element.ring) point = factor * point;
     }
-    elements.front().thinWall = drawn.thinWall;
-    elements.front().thinWall->constant *= std::pow(factor, 4);
     return elements;
 }
 

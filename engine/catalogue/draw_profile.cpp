@@ -60,7 +60,7 @@ const ProfileType& TypeOf(const CsvRecord& row) {
 
 }  // namespace
 
-shapes::DrawnShape DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division) {
+shapes::Outline DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division) {
     const ProfileType& type = TypeOf(row);
     shapes::Dimensions dimensions;
     for (const auto& [column, key] : type.columns) {

@@ -12,7 +12,7 @@ namespace halvorn::engine {
 /// taper_channel, in the unit of the table.
 /// @throws std::runtime_error for an unknown type or a missing dimension, std::invalid_argument
 ///         for dimensions that do not fit together
-shapes::DrawnShape DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division);
+shapes::Outline DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division);
 
 }  // namespace halvorn::engine
 

@@ -28,8 +28,8 @@ struct Direction {
 double NearestAt(const Sheet& sheet, const Direction& direction, double end) {
     const double close = 1e-9 * std::max(sheet.Width(), sheet.Height());
     double nearest = std::numeric_limits<double>::infinity();
-    for (const Ring& ring : sheet.rings) {
-        for (const auto& [x, y] : ring.points) {
+    for (const Element& element : sheet.report.section.elements) {
+        for (const auto& [x, y] : element.ring) {
             if (std::fabs((direction.isWidth ? x : y) - end) > close) continue;
             nearest = std::min(nearest, direction.isWidth ? y : x);
         }

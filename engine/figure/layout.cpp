@@ -6,6 +6,7 @@
 #include "base/input_error.h"
 #include "figure/sheet.h"
 #include "figure/text.h"
+#include "model/outlines.h"
 
 namespace halvorn::engine::figure {
 
@@ -27,14 +28,13 @@ double FooterRoom(const Sheet& sheet) {
 
 // What lies beside the section and its coordinate arrows: dimensions on the left and below, axes
 // and their labels on the right and above.
-Box Surroundings(const Sheet& sheet) {
+PageBox Surroundings(const Sheet& sheet) {
     const double labels = AxisLabelRoom(sheet.report, sheet.measure);
     return {kOverhang + 22.0, kOverhang + 26.0, kOverhang + 14.0 + labels, kOverhang + 20.0};
 }
 
 void MeasureSection(Sheet& sheet) {
-    sheet.bounds = engine::Box(sheet.rings.front().points);
-    for (const Ring& ring : sheet.rings) sheet.bounds.Add(engine::Box(ring.points));
+    sheet.bounds = BoxOf(sheet.report.section.elements);
     if (!std::isfinite(sheet.Width()) || !std::isfinite(sheet.Height())) {
         throw InputError(sheet.report.section.source, "the section is too large to be drawn",
                          "give it in a larger unit");
@@ -47,8 +47,8 @@ void MeasureSection(Sheet& sheet) {
 }
 
 // Section and coordinate arrows at a scale, relative to the section's lower left corner.
-Box ContentAt(const Sheet& sheet, double scale) {
-    Box box = {0.0, -sheet.Height() * scale, sheet.Width() * scale, 0.0};
+PageBox ContentAt(const Sheet& sheet, double scale) {
+    PageBox box = {0.0, -sheet.Height() * scale, sheet.Width() * scale, 0.0};
     if (!sheet.hasOrigin) return box;
     const Spot origin = {-sheet.bounds.left * scale, sheet.bounds.bottom * scale};
     box.left = std::min(box.left, origin.x);
@@ -67,7 +67,7 @@ double FittingScale(const Sheet& sheet, double width, double height) {
     constexpr int kHalvings = 60;
     for (int i = 0; i < kHalvings; ++i) {
         const double middle = i == 0 ? high : 0.5 * (low + high);
-        const Box box = ContentAt(sheet, middle);
+        const PageBox box = ContentAt(sheet, middle);
         (box.Width() <= width && box.Height() <= height ? low : high) = middle;
     }
     return low;
@@ -75,10 +75,10 @@ double FittingScale(const Sheet& sheet, double width, double height) {
 
 // Chooses scale and drawing area and puts the section into its middle.
 void Place(Sheet& sheet, double columnHeight) {
-    const Box around = Surroundings(sheet);
+    const PageBox around = Surroundings(sheet);
     sheet.scale = FittingScale(sheet, kMostWidth - around.left - around.right,
                                kMostHeight - around.top - around.bottom);
-    const Box box = ContentAt(sheet, sheet.scale);
+    const PageBox box = ContentAt(sheet, sheet.scale);
     const double width = std::max(kLeastWidth, around.left + box.Width() + around.right);
     const double height = std::max({kLeastHeight, around.top + box.Height() + around.bottom,
                                     std::min(columnHeight - FooterRoom(sheet), kMostHeight)});
@@ -95,7 +95,7 @@ void Place(Sheet& sheet, double columnHeight) {
 
 // The scale bar on the right, and on the left the coordinate arrows when the origin is far away.
 void AddFooter(Sheet& sheet) {
-    const Box& drawing = sheet.page.drawing;
+    const PageBox& drawing = sheet.page.drawing;
     const std::string unit = " " + sheet.report.section.unit;
     const double baseline = drawing.bottom + FooterRoom(sheet) - (sheet.hasOrigin ? 6.0 : 10.0);
     const double length = RoundLength(0.3 * drawing.Width() / sheet.scale);
@@ -163,7 +163,6 @@ double RoundLength(double most) {
 
 Page LayOut(const Report& report, const MeasureText& measure) {
     Sheet sheet{report, measure};
-    sheet.rings = RingsOf(report.section);
     MeasureSection(sheet);
     const std::vector<ValueRow> rows = ValueRows(report);
     constexpr double kLegendRows = 4.0;
@@ -175,8 +174,8 @@ Page LayOut(const Report& report, const MeasureText& measure) {
     AddAxes(sheet);
     AddCentroid(sheet);
     AddFooter(sheet);
-    const Box& drawing = sheet.page.drawing;
-    const Box column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
+    const PageBox& drawing = sheet.page.drawing;
+    const PageBox column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
     sheet.page.width = column.right + kMargin;
     sheet.page.height = std::max(drawing.bottom + FooterRoom(sheet), column.bottom) + kMargin;
     AddTitle(sheet);

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "figure/outline.h"
 #include "figure/page.h"
 #include "geometry/box.h"
 #include "values/report.h"
@@ -32,13 +31,12 @@ struct LegendEntry {
 struct Sheet {
     const Report& report;
     const MeasureText& measure;
-    std::vector<Ring> rings{};
-    engine::Box bounds{Point{}, Point{}};  ///< of the section, in its unit
-    bool hasOrigin = false;                ///< near enough to be drawn in place
-    double scale = 1.0;                    ///< points per unit
-    Spot corner{};                         ///< where their lower left corner is on the page
-    Box section{};                         ///< of the section on the page
-    Box content{};                         ///< with the coordinate arrows
+    Box bounds{Point{}, Point{}};  ///< of the section, in its unit
+    bool hasOrigin = false;        ///< near enough to be drawn in place
+    double scale = 1.0;            ///< points per unit
+    Spot corner{};                 ///< where their lower left corner is on the page
+    PageBox section{};             ///< of the section on the page
+    PageBox content{};             ///< with the coordinate arrows
     std::vector<LegendEntry> legend{};
     Page page{};
 
@@ -99,7 +97,7 @@ std::vector<ValueRow> ValueRows(const Report& report);
 
 /// Puts the values and the legend on the page, from an upper left corner on, and returns the box
 /// that they take up.
-Box AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner);
+PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner);
 
 constexpr double kRowHeight = 13.0;  // of the column [pt]
 

@@ -16,6 +16,12 @@ std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
     return outlines;
 }
 
+Box BoxOf(const std::vector<Element>& elements) {
+    Box box(elements.front().ring);
+    for (const Element& element : elements) box.Add(Box(element.ring));
+    return box;
+}
+
 std::vector<Element> ElementsOf(const shapes::Outline& outline) {
     std::vector<Element> elements(outline.hole.empty() ? 1 : 2);
     elements[0].ring = outline.solid;

@@ -39,7 +39,7 @@ const ShapeKind& KindOf(const Node& part) {
     part.Fail(error.what(), remedy);
 }
 
-shapes::DrawnShape Draw(const Node& part, const ShapeKind& kind, const ArcDivision& division) {
+shapes::Outline Draw(const Node& part, const ShapeKind& kind, const ArcDivision& division) {
     const shapes::Dimensions dimensions = DimensionsOf(part, kind.keys);
     try {
         return kind.draw(dimensions, division);
@@ -74,10 +74,7 @@ std::vector<Element> ReadShapePart(const Node& part, std::vector<std::string_vie
     part.RequireKeys(commonKeys);
     CheckTaper(part);
 
-    const shapes::DrawnShape drawn = Draw(part, kind, division);
-    std::vector<Element> elements = ElementsOf(drawn.outline);
-    elements.front().thinWall = drawn.thinWall;
-    return elements;
+    return ElementsOf(Draw(part, kind, division));
 }
 
 }  // namespace halvorn::engine

@@ -2,8 +2,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "geometry/crossings.h"
-#include "geometry/lengths.h"
 #include "geometry/wall_outline.h"
 #include "model/class_outputs.h"
 #include "model/outlines.h"
@@ -11,7 +9,6 @@
 #include "model/push_element.h"
 #include "read/part_shapes.h"
 #include "read/section_nodes.h"
-#include "shapes/thin_wall_torsion.h"
 
 namespace halvorn::engine {
 
@@ -64,15 +61,6 @@ void AddWallFormulas(const shapes::WallLine& line, const Points& midLine, GivenV
                       : "open wall: It = perimeter t^3 / 3, Wt = 2 t A, Av = A / 2";
 }
 
-// The textbook estimate along the mid-line, beside the library's.
-ThinWallTorsion TextbookTorsion(const shapes::WallLine& line, const Points& midLine) {
-    if (line.isClosed) {
-        return {shapes::ClosedTorsion(0.5 * TwiceArea(midLine), Perimeter(midLine), line.thickness),
-                shapes::kClosedTorsionMethod};
-    }
-    return {shapes::OpenTorsion({{Length(midLine), line.thickness}}), shapes::kOpenTorsionMethod};
-}
-
 }  // namespace
 
 std::vector<Element> ReadWallPart(const Node& wall, const shapes::ArcDivision& division) {
@@ -84,7 +72,6 @@ std::vector<Element> ReadWallPart(const Node& wall, const shapes::ArcDivision& d
         element.ring = WallKeyhole(outline);
         element.given = FaceValues(outline);
         AddWallFormulas(line, midLine, *element.given);
-        element.thinWall = TextbookTorsion(line, midLine);
         return {element};
     } catch (const shapes::DimensionError& error) {
         wall.Fail(error.what(), error.Remedy());

@@ -115,12 +115,9 @@ Point OriginOf(const Node& part, std::string_view source, const std::vector<Elem
     return centre;
 }
 
-// Turns solids into holes and holes into solids; no estimate of torsion belongs to them then.
+// Turns solids into holes and holes into solids.
 void MakeHole(std::vector<Element>& elements) {
-    for (Element& element : elements) {
-        element.isSolid = !element.isSolid;
-        element.thinWall.reset();
-    }
+    for (Element& element : elements) element.isSolid = !element.isSolid;
 }
 
 void SetLabels(const Node& part, std::vector<Element>& elements) {

@@ -18,8 +18,7 @@ struct PartOptions {
     bool wantsPublishedValues = false;  ///< of catalogue profiles that do not say which they want
 };
 
-/// Returns the elements of one part where it lies in the section, solids before their holes;
-/// `insideOf` counts from the first of them.
+/// Returns the elements of one part where it lies in the section, solids before their holes.
 /// @throws InputError at the part's place for whatever cannot be drawn
 std::vector<Element> ReadPart(const Node& part, const PartOptions& options);
 

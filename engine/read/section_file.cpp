@@ -196,9 +196,8 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
         const Node node = root.At("polyline");
         section.polyline = ReadPolyline(node);
         try {
-            section.elements =
-                ElementsOf(*section.polyline,
-                           shapes::ArcDivision::ChordError(partOptions.chordTolerance));
+            section.elements = ElementsOf(
+                *section.polyline, shapes::ArcDivision::ChordError(partOptions.chordTolerance));
         } catch (const std::invalid_argument& error) {
             node.Fail(error.what(), "correct the points and radii");
         }
@@ -210,9 +209,7 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
         const Node parts = root.At("parts");
         const std::size_t size = parts.Size("objects");
         for (std::size_t i = 0; i < size; ++i) {
-            const std::size_t first = section.elements.size();
             for (Element& element : ReadPart(parts[i], partOptions)) {
-                if (element.insideOf) *element.insideOf += first;
                 section.elements.push_back(std::move(element));
             }
         }

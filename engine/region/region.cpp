@@ -144,8 +144,10 @@ private:
     void FindOddPlaces() {
         for (const Face& face : FacesOf(arrangement_)) {
             if (!IsOdd(face) || face.area <= kLeastOddArea * region_.size * region_.size) continue;
-            OddPlace odd{face.sum, std::ldexp(face.area, 2 * region_.frame.exponent),
-                         region_.frame.FromFrame(face.place), {}};
+            OddPlace odd{face.sum,
+                         std::ldexp(face.area, 2 * region_.frame.exponent),
+                         region_.frame.FromFrame(face.place),
+                         {}};
             for (const auto& [outline, winding] : face.windings) {
                 odd.windings.emplace_back(Slot(outline), winding);
             }

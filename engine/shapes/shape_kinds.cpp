@@ -4,66 +4,51 @@
 #include <stdexcept>
 
 #include "shapes/profiles.h"
-#include "shapes/thin_wall_torsion.h"
 
 namespace halvorn::engine::shapes {
 
 namespace {
 
-// A rectangle at least ten times as long as thick is a wall: b t^3 / 3 is then at most 7 % too
-// large.
-constexpr double kThinPlate = 10.0;
-
-template <auto Draw, auto Torsion>
-DrawnShape DrawFlanged(const Dimensions& d, const ArcDivision& division) {
+template <auto Draw>
+Outline DrawFlanged(const Dimensions& d, const ArcDivision& division) {
     const FlangedProfile profile = {
         d["height"],      d["width"],
         d["web"],         d["flange"],
         d["root_radius"], {d["flange_slope"], d["flange_at_from_toe"], d["toe_radius"]}};
-    return {Draw(profile, division), ThinWallTorsion{Torsion(profile), kOpenTorsionMethod}};
+    return Draw(profile, division);
 }
 
-DrawnShape DrawMonosymmetric(const Dimensions& d, const ArcDivision& division) {
+Outline DrawMonosymmetric(const Dimensions& d, const ArcDivision& division) {
     const MonosymmetricProfile profile = {d["height"],     d["web"],          d["top_width"],
                                           d["top_flange"], d["bottom_width"], d["bottom_flange"],
                                           d["root_radius"]};
-    return {DrawMonosymmetricISection(profile, division),
-            ThinWallTorsion{MonosymmetricISectionTorsion(profile), kOpenTorsionMethod}};
+    return DrawMonosymmetricISection(profile, division);
 }
 
-DrawnShape DrawAngleShape(const Dimensions& d, const ArcDivision& division) {
+Outline DrawAngleShape(const Dimensions& d, const ArcDivision& division) {
     const AngleProfile profile = {d["height"], d["width"], d["thickness"], d["root_radius"],
                                   d["toe_radius"]};
-    return {DrawAngle(profile, division),
-            ThinWallTorsion{AngleTorsion(profile), kOpenTorsionMethod}};
+    return DrawAngle(profile, division);
 }
 
-DrawnShape DrawRhs(const Dimensions& d, const ArcDivision& division) {
+Outline DrawRhs(const Dimensions& d, const ArcDivision& division) {
     const double concentric = std::max(0.0, d["outer_radius"] - d["thickness"]);
     const RectangularHollowProfile profile = {
         d["height"], d["width"], d["thickness"], d["outer_radius"],
         d.Has("inner_radius") ? d["inner_radius"] : concentric};
-    return {DrawRectangularHollow(profile, division),
-            ThinWallTorsion{RectangularHollowTorsion(profile), kClosedTorsionMethod}};
+    return DrawRectangularHollow(profile, division);
 }
 
-DrawnShape DrawChs(const Dimensions& d, const ArcDivision& division) {
-    const CircularHollowProfile profile = {d["diameter"], d["thickness"]};
-    return {DrawCircularHollow(profile, division),
-            ThinWallTorsion{CircularHollowTorsion(profile), kClosedTorsionMethod}};
+Outline DrawChs(const Dimensions& d, const ArcDivision& division) {
+    return DrawCircularHollow({d["diameter"], d["thickness"]}, division);
 }
 
-DrawnShape DrawPlateShape(const Dimensions& d, const ArcDivision& division) {
-    const auto [thickness, length] = std::minmax({d["width"], d["height"]});
-    DrawnShape drawn = {DrawPlate({d["width"], d["height"]}, division), {}};
-    if (length >= kThinPlate * thickness) {
-        drawn.thinWall = ThinWallTorsion{OpenTorsion({{length, thickness}}), kOpenTorsionMethod};
-    }
-    return drawn;
+Outline DrawPlateShape(const Dimensions& d, const ArcDivision& division) {
+    return DrawPlate({d["width"], d["height"]}, division);
 }
 
-DrawnShape DrawRoundShape(const Dimensions& d, const ArcDivision& division) {
-    return {DrawRound(d["diameter"], division), {}};
+Outline DrawRoundShape(const Dimensions& d, const ArcDivision& division) {
+    return DrawRound(d["diameter"], division);
 }
 
 DimensionKey Optional(const char* key) {
@@ -94,7 +79,7 @@ const std::vector<ShapeKind>& ShapeKinds() {
                                                            Optional("toe_radius"),
                                                            Optional("flange_at_from_toe")};
     static const std::vector<ShapeKind> kKinds = {
-        {"i", kFlangedKeys, DrawFlanged<DrawISection, ISectionTorsion>},
+        {"i", kFlangedKeys, DrawFlanged<DrawISection>},
         {"i_mono",
          {{"height"},
           {"web"},
@@ -104,8 +89,8 @@ const std::vector<ShapeKind>& ShapeKinds() {
           {"bottom_flange"},
           Optional("root_radius")},
          DrawMonosymmetric},
-        {"channel", kFlangedKeys, DrawFlanged<DrawChannel, ChannelTorsion>},
-        {"tee", kFlangedKeys, DrawFlanged<DrawTee, TeeTorsion>},
+        {"channel", kFlangedKeys, DrawFlanged<DrawChannel>},
+        {"tee", kFlangedKeys, DrawFlanged<DrawTee>},
         {"angle",
          {{"height"}, {"width"}, {"thickness"}, Optional("root_radius"), Optional("toe_radius")},
          DrawAngleShape},

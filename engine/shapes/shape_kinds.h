@@ -4,14 +4,12 @@
 #define HALVORN_ENGINE_SHAPES_SHAPE_KINDS_H
 
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "geometry/arc_division.h"
 #include "geometry/outline.h"
-#include "model/section_model.h"
 
 namespace halvorn::engine::shapes {
 
@@ -36,18 +34,11 @@ private:
     std::map<std::string_view, double> values_;
 };
 
-/// A shape as profiles.h draws it, with the thin-wall estimate of its torsion constant unless it is
-/// a compact solid.
-struct DrawnShape {
-    Outline outline;
-    std::optional<ThinWallTorsion> thinWall;
-};
-
 struct ShapeKind {
     std::string_view name;
     std::vector<DimensionKey> keys;
     /// @throws DimensionError for dimensions that do not fit, as the functions of profiles.h
-    DrawnShape (*draw)(const Dimensions&, const ArcDivision&);
+    Outline (*draw)(const Dimensions&, const ArcDivision&);
 };
 
 /// Returns every shape.

@@ -12,10 +12,6 @@
 
 namespace halvorn::engine {
 
-/// Returns the box around the rings of all elements.
-/// @pre there is an element
-Box BoxOf(const std::vector<Element>& elements);
-
 /// Returns how large the area of points on one line may come out, for the rounding of their
 /// coordinates along the perimeter [L^2].
 double AreaRounding(const Points& points);

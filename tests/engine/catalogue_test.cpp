@@ -111,7 +111,6 @@ TEST(Catalogue, GivesPublishedValuesInAnyUnitAndOnlyThose) {
                 1e-3 * 1040000);
     const Element hollow = CatalogueElements("SHS100x5", "mm", kDivision, true).front();
     EXPECT_FALSE(hollow.given->torsionConstant || hollow.given->shearArea1);
-    EXPECT_NEAR(hollow.thinWall->constant, 4.4e6, 0.1e6);
     EXPECT_EQ(CatalogueElements("SHS100x5", "mm", kDivision, false).size(), 2U);
 }
 

@@ -439,10 +439,8 @@ TEST(NetPlasticValues, OfHolesThatTouch) {
             const long double height = scan.HalvingHeight();
             const auto modulus =
                 static_cast<double>(scan.Moment(height, 1, -1) + scan.Moment(height, 1, 1));
-            const Value line =
-                Entry(report, isAcross ? "plastic_axis_x" : "plastic_axis_y");
-            const Value net =
-                Entry(report, isAcross ? "plastic_modulus_y" : "plastic_modulus_x");
+            const Value line = Entry(report, isAcross ? "plastic_axis_x" : "plastic_axis_y");
+            const Value net = Entry(report, isAcross ? "plastic_modulus_y" : "plastic_modulus_x");
             EXPECT_NEAR(line.number, static_cast<double>(height), 1e-7) << line.whyMissing;
             EXPECT_NEAR(net.number, modulus, 1e-10 * modulus) << net.whyMissing;
             const PlasticHalves halves =
@@ -477,8 +475,7 @@ TEST(Csv, HasACellForEveryColumn) {
     polyline.unit = "m";
     polyline.polyline = Polyline{PolylineKind::Solid, TorsionFormulas::General, 0, kTee,
                                  std::vector<double>(kTee.size(), 0.0)};
-    polyline.elements =
-        ElementsOf(*polyline.polyline, shapes::ArcDivision::ChordError(1e-3));
+    polyline.elements = ElementsOf(*polyline.polyline, shapes::ArcDivision::ChordError(1e-3));
     const auto cellsOf = [](std::string line) {
         EXPECT_EQ(line.back(), '\n');
         line.pop_back();
