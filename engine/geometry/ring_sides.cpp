@@ -62,25 +62,6 @@ std::vector<double> Meetings(const Point& from, const Point& to, const StripedRi
 
 }  // namespace
 
-Box::Box(const Points& ring) : left(ring[0].x), bottom(ring[0].y), right(left), top(bottom) {
-    for (const auto& [x, y] : ring) {
-        left = std::min(left, x);
-        right = std::max(right, x);
-        bottom = std::min(bottom, y);
-        top = std::max(top, y);
-    }
-}
-
-Box::Box(const Point& a, const Point& b)
-    : left(std::min(a.x, b.x)),
-      bottom(std::min(a.y, b.y)),
-      right(std::max(a.x, b.x)),
-      top(std::max(a.y, b.y)) {}
-
-double Box::Diagonal() const {
-    return std::hypot(right - left, top - bottom);
-}
-
 StripedRing::StripedRing(const Points& ring)
     : ring_(ring), box_(ring), strips_(StripCount(ring, box_)) {
     for (std::size_t i = 0; i < ring.size(); ++i) {

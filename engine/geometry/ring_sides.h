@@ -7,23 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "geometry/box.h"
 #include "geometry/point.h"
 
 namespace halvorn::engine {
-
-/// The box around points.
-struct Box {
-    double left, bottom, right, top;
-
-    /// @pre the ring has a point
-    explicit Box(const Points& ring);
-    Box(const Point& a, const Point& b);
-    double Diagonal() const;
-    bool IsApartFrom(const Box& other, double distance) const {
-        return left > other.right + distance || other.left > right + distance ||
-               bottom > other.top + distance || other.bottom > top + distance;
-    }
-};
 
 /// A ring whose edges are sorted into horizontal strips, so that few of them are looked at to
 /// locate a point. Edge i runs from point i to the next. It refers to the points and does not own

@@ -6,7 +6,7 @@
 #include "base/input_error.h"
 #include "base/text.h"
 #include "catalogue/catalogue.h"
-#include "geometry/ring_sides.h"
+#include "geometry/box.h"
 #include "read/dxf/read_drawing.h"
 #include "read/points_csv.h"
 #include "read/section_file.h"
@@ -75,8 +75,7 @@ void DoubtUnit(SectionModel& section) {
         points.insert(points.end(), element.ring.begin(), element.ring.end());
     }
     const Box box(points);
-    const double metres =
-        std::max(box.right - box.left, box.top - box.bottom) * MetresPer(section.unit);
+    const double metres = std::max(box.Width(), box.Height()) * MetresPer(section.unit);
     if (metres >= smallest && metres <= largest) return;
     section.remarks.push_back(
         "the section is " +

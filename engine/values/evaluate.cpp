@@ -8,8 +8,8 @@
 #include <cstdint>
 
 #include "base/input_error.h"
+#include "geometry/box.h"
 #include "geometry/crossings.h"
-#include "geometry/ring_sides.h"
 #include "model/push_element.h"
 #include "values/derived.h"
 #include "values/methods.h"

@@ -113,13 +113,7 @@ DigitLosses LossesAtHome(std::vector<Element> elements) {
 
 Box BoxOf(const std::vector<Element>& elements) {
     Box box(elements.front().ring);
-    for (const Element& element : elements) {
-        const Box other(element.ring);
-        box.left = std::min(box.left, other.left);
-        box.right = std::max(box.right, other.right);
-        box.bottom = std::min(box.bottom, other.bottom);
-        box.top = std::max(box.top, other.top);
-    }
+    for (const Element& element : elements) box.Add(Box(element.ring));
     return box;
 }
 
