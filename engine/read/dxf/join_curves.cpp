@@ -5,8 +5,8 @@
 #include <map>
 #include <optional>
 
+#include "geometry/lengths.h"
 #include "read/dxf/end_clusters.h"
-#include "read/dxf/lengths.h"
 #include "read/dxf/open_outlines.h"
 #include "read/open_section.h"
 

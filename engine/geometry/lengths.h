@@ -1,14 +1,14 @@
 /// @file lengths.h
 /// Distances between points and lengths of curves.
-#ifndef HALVORN_ENGINE_READ_DXF_LENGTHS_H
-#define HALVORN_ENGINE_READ_DXF_LENGTHS_H
+#ifndef HALVORN_ENGINE_GEOMETRY_LENGTHS_H
+#define HALVORN_ENGINE_GEOMETRY_LENGTHS_H
 
 #include <algorithm>
 #include <cmath>
 
-#include "read/dxf/flatten.h"
+#include "geometry/point.h"
 
-namespace halvorn::engine::dxf {
+namespace halvorn::engine {
 
 inline double Distance(const Point& p, const Point& q) {
     return std::hypot(p.x - q.x, p.y - q.y);
@@ -16,12 +16,10 @@ inline double Distance(const Point& p, const Point& q) {
 
 /// Returns the distance of a point from the segment between two others.
 inline double DistanceToSegment(const Point& p, const Point& from, const Point& to) {
-    const double alongX = to.x - from.x, alongY = to.y - from.y;
-    const double x = p.x - from.x, y = p.y - from.y;
-    const double length2 = alongX * alongX + alongY * alongY;
-    const double at =
-        length2 > 0.0 ? std::clamp((x * alongX + y * alongY) / length2, 0.0, 1.0) : 0.0;
-    return std::hypot(x - at * alongX, y - at * alongY);
+    const Point along = to - from;
+    const double square = Dot(along, along);
+    const double at = square > 0.0 ? std::clamp(Dot(p - from, along) / square, 0.0, 1.0) : 0.0;
+    return Distance(p, from + at * along);
 }
 
 /// Returns the length of an open line through points.
@@ -31,6 +29,11 @@ inline double Length(const Points& points) {
     return length;
 }
 
-}  // namespace halvorn::engine::dxf
+/// Returns the length of a ring. @pre it has a point
+inline double Perimeter(const Points& ring) {
+    return Length(ring) + Distance(ring.back(), ring.front());
+}
+
+}  // namespace halvorn::engine
 
 #endif
