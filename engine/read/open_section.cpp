@@ -7,9 +7,9 @@
 #include "base/text.h"
 #include "catalogue/catalogue.h"
 #include "geometry/box.h"
+#include "read/csv/points_csv.h"
 #include "read/dxf/read_drawing.h"
-#include "read/points_csv.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 
 namespace halvorn::engine {
 

@@ -6,8 +6,8 @@
 #include <functional>
 
 #include "base/input_error.h"
+#include "read/csv/points_csv.h"
 #include "read/nesting.h"
-#include "read/points_csv.h"
 #include "values/evaluate.h"
 
 namespace {

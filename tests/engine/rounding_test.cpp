@@ -12,7 +12,7 @@
 #include "catalogue/csv_table.h"
 #include "figure/sheet.h"
 #include "figure/text.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
 #include "write/csv.h"

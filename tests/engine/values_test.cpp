@@ -5,7 +5,7 @@
 #include <map>
 #include <set>
 
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
 #include "write/table.h"

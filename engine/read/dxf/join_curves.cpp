@@ -8,7 +8,7 @@
 #include "geometry/lengths.h"
 #include "read/dxf/end_clusters.h"
 #include "read/dxf/open_outlines.h"
-#include "read/open_section.h"
+#include "read/input_options.h"
 
 namespace halvorn::engine::dxf {
 

@@ -1,4 +1,4 @@
-#include "read/parts.h"
+#include "read/json/parts.h"
 
 #include <cmath>
 #include <optional>
@@ -6,8 +6,8 @@
 #include "base/text.h"
 #include "catalogue/catalogue.h"
 #include "model/placement.h"
-#include "read/part_shapes.h"
-#include "read/section_nodes.h"
+#include "read/json/part_shapes.h"
+#include "read/json/section_nodes.h"
 
 namespace halvorn::engine {
 

@@ -1,7 +1,7 @@
 /// @file points_columns.h
 /// Which column of a table of points is what, by its title or by its contents.
-#ifndef HALVORN_ENGINE_READ_POINTS_COLUMNS_H
-#define HALVORN_ENGINE_READ_POINTS_COLUMNS_H
+#ifndef HALVORN_ENGINE_READ_CSV_POINTS_COLUMNS_H
+#define HALVORN_ENGINE_READ_CSV_POINTS_COLUMNS_H
 
 #include <cstddef>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "read/json_document.h"
+#include "read/json/json_document.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,14 +1,14 @@
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 
 #include <algorithm>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
-#include "read/json_document.h"
-#include "read/json_node.h"
-#include "read/parts.h"
-#include "read/section_nodes.h"
+#include "read/json/json_document.h"
+#include "read/json/json_node.h"
+#include "read/json/parts.h"
+#include "read/json/section_nodes.h"
 
 namespace halvorn::engine {
 

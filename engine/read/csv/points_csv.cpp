@@ -1,11 +1,11 @@
-#include "read/points_csv.h"
+#include "read/csv/points_csv.h"
 
 #include <algorithm>
 
 #include "base/input_error.h"
 #include "base/text.h"
+#include "read/csv/points_table.h"
 #include "read/nesting.h"
-#include "read/points_table.h"
 
 namespace halvorn::engine {
 

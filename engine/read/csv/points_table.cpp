@@ -1,4 +1,4 @@
-#include "read/points_table.h"
+#include "read/csv/points_table.h"
 
 #include <algorithm>
 #include <optional>
@@ -9,7 +9,7 @@
 #include "base/input_error.h"
 #include "base/text.h"
 #include "catalogue/csv_table.h"
-#include "read/points_columns.h"
+#include "read/csv/points_columns.h"
 
 namespace halvorn::engine {
 

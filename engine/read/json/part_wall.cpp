@@ -8,8 +8,8 @@
 #include "geometry/wall_outline.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
-#include "read/part_shapes.h"
-#include "read/section_nodes.h"
+#include "read/json/part_shapes.h"
+#include "read/json/section_nodes.h"
 #include "shapes/thin_wall_torsion.h"
 
 namespace halvorn::engine {
