@@ -80,7 +80,7 @@ public:
         return {static_cast<std::size_t>(within) == beside.size(), within == 0};
     }
 
-    // Looks at each edge of the outline that does not run along the ring.
+    // Looks at each edge of the outline that leaves the neighbourhood of the ring.
     // `common` holds what their boxes have in common.
     Sides ByEdges(std::size_t outline, std::size_t ring, const Box& common, double touching) const {
         const double room = std::ldexp(touching, -arrangement_.Coordinates().exponent);
@@ -88,7 +88,6 @@ public:
         std::size_t count = 0;
         const auto look = [&](const EdgeRef& edge) {
             ++count;
-            if (RunsAlong(edge, ring)) return;
             bool& runs =
                 IsWithin(faceOf_[Slot(edge.triangle)], ring) ? sides.inside : sides.outside;
             runs = runs || RunsClear(edge, ring, room);
