@@ -224,13 +224,13 @@ OutlineSides::OutlineSides(std::vector<const Points*> rings) : rings_(std::move(
     }
     std::vector<std::size_t> all(rings_.size());
     std::iota(all.begin(), all.end(), std::size_t{0});
-    Arrange(std::move(all));
+    Arrange(all);
 }
 
 OutlineSides::~OutlineSides() = default;
 
-void OutlineSides::Arrange(std::vector<std::size_t> members) {
-    for (const auto& column : SplitAtGaps(std::move(members), &Box::left, &Box::right)) {
+void OutlineSides::Arrange(const std::vector<std::size_t>& members) {
+    for (const auto& column : SplitAtGaps(members, &Box::left, &Box::right)) {
         for (const auto& part : SplitAtGaps(column, &Box::bottom, &Box::top)) ArrangeTogether(part);
     }
 }
@@ -277,7 +277,7 @@ void OutlineSides::ArrangeTogether(const std::vector<std::size_t>& members) {
         shape.places.emplace_back(groups_.back().get(), i);
         if (shape.box.Diagonal() < kSmall * box.Diagonal()) small.push_back(members[i]);
     }
-    if (small.size() < members.size()) Arrange(std::move(small));
+    if (small.size() < members.size()) Arrange(small);
 }
 
 std::vector<std::size_t> OutlineSides::Around(std::size_t outline) const {

@@ -56,7 +56,7 @@ private:
         std::vector<std::pair<const Group*, std::size_t>> places;
     };
 
-    void Arrange(std::vector<std::size_t> members);
+    void Arrange(const std::vector<std::size_t>& members);
     std::vector<std::vector<std::size_t>> SplitAtGaps(std::vector<std::size_t> members,
                                                       double Box::*low, double Box::*high) const;
     void ArrangeTogether(const std::vector<std::size_t>& members);

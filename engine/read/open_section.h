@@ -12,7 +12,7 @@ namespace halvorn::engine {
 
 /// Reads the section that `argument` names: a file (.json, .dxf, .csv by its ending; of any other
 /// ending, and "-", standard input, JSON), or else a profile of the catalogue such as "IPE300".
-/// A file of that name goes before a profile.
+/// A file of that name overrides the profile.
 /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
 SectionModel OpenSection(const std::string& argument, const InputOptions& options);
 

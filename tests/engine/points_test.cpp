@@ -163,7 +163,7 @@ TEST(Nesting, TellsSolidsFromHolesHoweverTheyArePlaced) {
             std::string expected = each.outcome;
             const bool isRefused = expected.size() > rings.size();
             if (isRefused)
-                expected = "test: b: " + expected + " the outline of a, so nothing tells";
+                expected.insert(0, "test: b: ").append(" the outline of a, so nothing tells");
             EXPECT_EQ(KindsByNesting(rings).substr(0, expected.size()), expected);
             std::reverse(rings.begin(), rings.end());
             for (Points& ring : rings) std::reverse(ring.begin(), ring.end());

@@ -39,7 +39,7 @@ struct TableLine {
     const std::string& At(std::size_t column) const;
 };
 
-/// Returns the number in a text that is a finite one with a decimal point and nothing else.
+/// Returns the number of a text that holds one finite number with a decimal point and nothing else.
 std::optional<double> NumberIn(const std::string& text);
 
 /// What the columns of a table hold.

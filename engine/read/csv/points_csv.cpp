@@ -73,7 +73,7 @@ private:
 
     SectionModel Section(const InputOptions& options) {
         if (contours_.empty())
-            throw InputError(source_, "there are no points", "write one x,y a line");
+            throw InputError(source_, "there are no points", "write one x,y per line");
         SectionModel section;
         section.source = source_;
         section.unit = !table_.unit.empty() ? table_.unit : options.unit.value_or("mm");

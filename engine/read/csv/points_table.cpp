@@ -216,8 +216,8 @@ private:
              "turn it into that plane, or leave z out");
     }
 
-    // A comma can only be the decimal one where other characters separate the cells and no number
-    // of the file has a point: 1,234 beside 2.5 could be a thousand.
+    // A comma is a decimal mark only where other characters separate the cells and no number of the
+    // file has a point: 1,234 beside 2.5 could be a thousand.
     double Coordinate(std::string text, std::size_t line) {
         const std::string written = text;
         if (separator_ != ',') {

@@ -16,7 +16,7 @@ namespace {
 const std::vector<std::string_view> kCommonKeys = {"name",   "kind",   "at",
                                                    "mirror", "rotate", "move"};
 
-// What draws a part; exactly one of these keys is there.
+// Exactly one of these keys says what a part draws.
 const std::vector<std::string_view> kSources = {"shape", "profile", "points", "wall"};
 
 enum class Origin { OwnCoordinates, Corner, Centroid };

@@ -154,7 +154,7 @@ std::string ReadUnit(const Node& node) {
         node.Choice<std::string_view>({{"mm", "mm"}, {"cm", "cm"}, {"m", "m"}, {"in", "in"}}));
 }
 
-// An explicit tolerance of the file goes before that of the caller.
+// A tolerance in the file overrides that of the caller.
 PartOptions ReadPartOptions(const Node& root, const std::string& unit,
                             const InputOptions& options) {
     constexpr double kMetresPerMillimetre = 1e-3;
