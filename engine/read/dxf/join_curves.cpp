@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 
+#include "geometry/box.h"
 #include "geometry/lengths.h"
 #include "read/dxf/end_clusters.h"
 #include "read/dxf/open_outlines.h"
@@ -348,15 +349,21 @@ std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, doubl
     std::sort(rings.begin(), rings.end(),
               [](const Curve& one, const Curve& other) { return one.line < other.line; });
     std::vector<Curve> kept;
+    std::multimap<double, std::size_t> byLeft;  // `kept` by the left sides of their boxes
+    const auto isKept = [&](const Curve& ring) {
+        const double left = Box(ring.points).left;
+        return std::any_of(
+            byLeft.lower_bound(left - 2.0 * tolerance), byLeft.upper_bound(left + 2.0 * tolerance),
+            [&](const auto& entry) { return IsSameClosed(ring, kept[entry.second], tolerance); });
+    };
     for (Curve& ring : rings) {
         RemoveRepeatedPoints(ring.points);
         if (EnclosesNothing(ring.points)) {
             notes.Count("closed curves that enclose nothing left out", ring.line);
-        } else if (std::any_of(kept.begin(), kept.end(), [&](const Curve& other) {
-                       return IsSameClosed(ring, other, tolerance);
-                   })) {
+        } else if (isKept(ring)) {
             notes.Count("outlines drawn twice, taken once", ring.line);
         } else {
+            byLeft.emplace(Box(ring.points).left, kept.size());
             kept.push_back(std::move(ring));
         }
         if (kept.size() > kMostOutlines) {
