@@ -244,15 +244,17 @@ private:
     // Leads both outlines through their common point. Winding sums stay consistent whatever
     // rounding does to it, since both stay closed.
     void Cross(const Segment& segment, EdgeRef crossed) {
-        if (++crossings_ > kMostOutlineCrossings) {
-            throw ArrangementError("the outlines cross in more than " +
-                                   std::to_string(kMostOutlineCrossings) + " places");
-        }
         const Triangle& triangle = mesh_.At(crossed.triangle);
         const Index c = triangle.vertices[static_cast<std::size_t>((crossed.edge + 1) % 3)];
         const Index d = triangle.vertices[static_cast<std::size_t>((crossed.edge + 2) % 3)];
         const Point place = Intersection(segment, c, d);
         const Constraint taken = mesh_.TakeConstraint(crossed);
+        if (++crossings_ > kMostOutlineCrossings) {
+            const auto [first, second] = OutlinesAt(segment.constraint.head, taken.head);
+            throw ArrangementError("the outlines cross in more than " +
+                                       std::to_string(kMostOutlineCrossings) + " places",
+                                   first, second);
+        }
         const Index own = EndNear(place, {segment.from, segment.to, c, d});
         Index through = own;
         if (own == kNone) {
@@ -287,12 +289,14 @@ private:
         return nearest;
     }
 
-    void Tell(const Point& place, Index first, Index second) {
-        const auto outline = [&](Index head) {
-            return mesh_.Outlines()[static_cast<std::size_t>(head)].outline;
-        };
-        const std::pair<Index, Index> both = std::minmax({outline(first), outline(second)});
-        result_.crossings_.push_back({both.first, both.second, result_.frame_.FromFrame(place)});
+    std::pair<Index, Index> OutlinesAt(Index head, Index otherHead) const {
+        return std::minmax(
+            {mesh_.Outlines()[Slot(head)].outline, mesh_.Outlines()[Slot(otherHead)].outline});
+    }
+
+    void Tell(const Point& place, Index head, Index otherHead) {
+        const auto [first, second] = OutlinesAt(head, otherHead);
+        result_.crossings_.push_back({first, second, result_.frame_.FromFrame(place)});
     }
 
     void SumWindings() {

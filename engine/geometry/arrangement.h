@@ -58,7 +58,17 @@ struct OutlineContact {
 /// crossings than any section has.
 class ArrangementError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit ArrangementError(const std::string& problem, Index first = kNone, Index second = kNone)
+        : std::runtime_error(problem), first_(first), second_(second) {}
+
+    /// Two of the outlines with too many crossings, the same twice where one crosses itself; kNone
+    /// for other errors.
+    Index First() const { return first_; }
+    Index Second() const { return second_; }
+
+private:
+    Index first_;
+    Index second_;
 };
 
 /// Brings outlines into the frame in which an arrangement computes.

@@ -14,6 +14,7 @@ namespace halvorn::engine {
 struct Box {
     double left, bottom, right, top;
 
+    /// Around two opposite corners.
     Box(const Point& a, const Point& b)
         : left(std::min(a.x, b.x)),
           bottom(std::min(a.y, b.y)),
@@ -35,6 +36,12 @@ struct Box {
     bool IsApartFrom(const Box& other, double distance) const {
         return left > other.right + distance || other.left > right + distance ||
                bottom > other.top + distance || other.bottom > top + distance;
+    }
+
+    /// Returns what two boxes have in common, or what is between them where they are apart.
+    Box Common(const Box& other) const {
+        return {{std::max(left, other.left), std::max(bottom, other.bottom)},
+                {std::min(right, other.right), std::min(top, other.top)}};
     }
 
     /// Grows until it holds another box, too.

@@ -10,7 +10,7 @@
 
 #include "model/placement.h"
 #include "model/push_element.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "catalogue/csv_table.h"
 #include "geometry/crossings.h"
 #include "model/outlines.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 #include "region/region.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"

@@ -6,7 +6,7 @@
 #include <numbers>
 #include <set>
 
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
 #include "write/table.h"

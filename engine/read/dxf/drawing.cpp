@@ -8,7 +8,7 @@ namespace halvorn::engine::dxf {
 
 namespace {
 
-// Far above any drawing of a section; keeps the memory that a hostile file takes bounded.
+// Far more than any drawing of a section has; bounds the memory that a hostile file takes.
 constexpr std::size_t kMostEntities = 200000;
 
 // Goes through the text once, one group ahead.

@@ -1,7 +1,7 @@
 /// @file json_node.h
 /// Checked reading of a JSON document: every complaint knows its place.
-#ifndef HALVORN_ENGINE_READ_JSON_NODE_H
-#define HALVORN_ENGINE_READ_JSON_NODE_H
+#ifndef HALVORN_ENGINE_READ_JSON_JSON_NODE_H
+#define HALVORN_ENGINE_READ_JSON_JSON_NODE_H
 
 #include <cstddef>
 #include <nlohmann/json.hpp>

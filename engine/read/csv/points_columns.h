@@ -1,7 +1,7 @@
 /// @file points_columns.h
 /// Which column of a table of points is what, by its title or by its contents.
-#ifndef HALVORN_ENGINE_READ_POINTS_COLUMNS_H
-#define HALVORN_ENGINE_READ_POINTS_COLUMNS_H
+#ifndef HALVORN_ENGINE_READ_CSV_POINTS_COLUMNS_H
+#define HALVORN_ENGINE_READ_CSV_POINTS_COLUMNS_H
 
 #include <cstddef>
 #include <optional>
@@ -37,6 +37,12 @@ struct TableLine {
     const std::string& At(std::size_t column) const;
 };
 
+<<<<<<< HEAD:engine/read/points_columns.h
+=======
+/// Returns the number of a text that holds one finite number with a decimal point and nothing else.
+std::optional<double> NumberIn(const std::string& text);
+
+>>>>>>> aba11437d99131911f83b14ebd9b8265aa12129e:engine/read/csv/points_columns.h
 /// What the columns of a table hold.
 /// @pre there is a line
 class ColumnContents {

@@ -1,7 +1,7 @@
 /// @file points_table.h
 /// The rows of a table of points: which column is what, and in which unit.
-#ifndef HALVORN_ENGINE_READ_POINTS_TABLE_H
-#define HALVORN_ENGINE_READ_POINTS_TABLE_H
+#ifndef HALVORN_ENGINE_READ_CSV_POINTS_TABLE_H
+#define HALVORN_ENGINE_READ_CSV_POINTS_TABLE_H
 
 #include <cstddef>
 #include <string>

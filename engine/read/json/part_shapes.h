@@ -1,13 +1,13 @@
 /// @file part_shapes.h
 /// Parts that are drawn by their dimensions, and walls by their mid-lines.
-#ifndef HALVORN_ENGINE_READ_PART_SHAPES_H
-#define HALVORN_ENGINE_READ_PART_SHAPES_H
+#ifndef HALVORN_ENGINE_READ_JSON_PART_SHAPES_H
+#define HALVORN_ENGINE_READ_JSON_PART_SHAPES_H
 
 #include <string_view>
 #include <vector>
 
 #include "geometry/arc_division.h"
-#include "read/parts.h"
+#include "read/json/parts.h"
 
 namespace halvorn::engine {
 

@@ -1,4 +1,4 @@
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -6,11 +6,14 @@
 #include <tuple>
 #include <utility>
 
+<<<<<<< HEAD:engine/read/section_file.cpp
 #include "model/outlines.h"
-#include "read/json_document.h"
-#include "read/json_node.h"
-#include "read/parts.h"
-#include "read/section_nodes.h"
+=======
+#include "read/json/json_document.h"
+#include "read/json/json_node.h"
+#include "read/json/parts.h"
+#include "read/json/section_nodes.h"
+>>>>>>> aba11437d99131911f83b14ebd9b8265aa12129e:engine/read/json/section_file.cpp
 
 namespace halvorn::engine {
 
@@ -158,7 +161,7 @@ std::string ReadUnit(const Node& node) {
     return std::string(node.Choice(names));
 }
 
-// An explicit tolerance of the file goes before that of the caller.
+// A tolerance in the file overrides that of the caller.
 PartOptions ReadPartOptions(const Node& root, const std::string& unit,
                             const InputOptions& options) {
     PartOptions parts;

@@ -1,4 +1,4 @@
-#include "read/points_columns.h"
+#include "read/csv/points_columns.h"
 
 #include <algorithm>
 #include <array>

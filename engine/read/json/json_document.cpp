@@ -1,4 +1,4 @@
-#include "read/json_document.h"
+#include "read/json/json_document.h"
 
 #include <algorithm>
 #include <string_view>
@@ -48,8 +48,8 @@ std::string ReasonOf(const std::string& message) {
     return message.substr(start, end == std::string::npos ? end : end - start);
 }
 
-// Builds the document event by event, which is where keys still come twice and every value's place
-// is known; the ready-made builder keeps the last of equal keys in silence.
+// Builds the document event by event, where repeated keys and the place of every value are still
+// seen; the ready-made builder silently keeps the last of equal keys.
 class StrictBuilder : public json::json_sax_t {
 public:
     StrictBuilder(const std::string& text, std::string source)

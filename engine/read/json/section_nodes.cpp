@@ -1,4 +1,4 @@
-#include "read/section_nodes.h"
+#include "read/json/section_nodes.h"
 
 #include "base/numbers.h"
 

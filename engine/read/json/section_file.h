@@ -1,11 +1,12 @@
 /// @file section_file.h
 /// A section in a JSON file (docs/file-format.md).
-#ifndef HALVORN_ENGINE_READ_SECTION_FILE_H
-#define HALVORN_ENGINE_READ_SECTION_FILE_H
+#ifndef HALVORN_ENGINE_READ_JSON_SECTION_FILE_H
+#define HALVORN_ENGINE_READ_JSON_SECTION_FILE_H
 
 #include <string>
 
-#include "read/open_section.h"
+#include "model/section_model.h"
+#include "read/input_options.h"
 
 namespace halvorn::engine {
 

@@ -1,11 +1,12 @@
 /// @file points_csv.h
 /// Rings of points in comma-separated values (docs/file-format.md).
-#ifndef HALVORN_ENGINE_READ_POINTS_CSV_H
-#define HALVORN_ENGINE_READ_POINTS_CSV_H
+#ifndef HALVORN_ENGINE_READ_CSV_POINTS_CSV_H
+#define HALVORN_ENGINE_READ_CSV_POINTS_CSV_H
 
 #include <string>
 
-#include "read/open_section.h"
+#include "model/section_model.h"
+#include "read/input_options.h"
 
 namespace halvorn::engine {
 

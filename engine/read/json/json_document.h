@@ -1,7 +1,7 @@
 /// @file json_document.h
 /// Strict JSON text to a document.
-#ifndef HALVORN_ENGINE_READ_JSON_DOCUMENT_H
-#define HALVORN_ENGINE_READ_JSON_DOCUMENT_H
+#ifndef HALVORN_ENGINE_READ_JSON_JSON_DOCUMENT_H
+#define HALVORN_ENGINE_READ_JSON_JSON_DOCUMENT_H
 
 #include <nlohmann/json.hpp>
 #include <string>

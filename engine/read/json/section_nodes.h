@@ -1,7 +1,7 @@
 /// @file section_nodes.h
 /// What several places of a section file have in common.
-#ifndef HALVORN_ENGINE_READ_SECTION_NODES_H
-#define HALVORN_ENGINE_READ_SECTION_NODES_H
+#ifndef HALVORN_ENGINE_READ_JSON_SECTION_NODES_H
+#define HALVORN_ENGINE_READ_JSON_SECTION_NODES_H
 
 #include <string>
 #include <utility>
@@ -9,7 +9,7 @@
 
 #include "geometry/wall_outline.h"
 #include "model/section_model.h"
-#include "read/json_node.h"
+#include "read/json/json_node.h"
 
 namespace halvorn::engine {
 

@@ -1,4 +1,4 @@
-#include "read/parts.h"
+#include "read/json/parts.h"
 
 #include <cmath>
 #include <optional>
@@ -6,8 +6,8 @@
 #include "base/text.h"
 #include "catalogue/catalogue.h"
 #include "model/placement.h"
-#include "read/part_shapes.h"
-#include "read/section_nodes.h"
+#include "read/json/part_shapes.h"
+#include "read/json/section_nodes.h"
 
 namespace halvorn::engine {
 
@@ -16,7 +16,7 @@ namespace {
 const std::vector<std::string_view> kCommonKeys = {"name",   "kind",   "at",
                                                    "mirror", "rotate", "move"};
 
-// What draws a part; exactly one of these keys is there.
+// Exactly one of these keys says what a part draws.
 const std::vector<std::string_view> kSources = {"shape", "profile", "points", "wall"};
 
 enum class Origin { OwnCoordinates, Corner, Centroid };

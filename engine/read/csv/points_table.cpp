@@ -1,4 +1,4 @@
-#include "read/points_table.h"
+#include "read/csv/points_table.h"
 
 #include <algorithm>
 #include <optional>
@@ -11,7 +11,7 @@
 #include "base/text.h"
 #include "base/units.h"
 #include "catalogue/csv_table.h"
-#include "read/points_columns.h"
+#include "read/csv/points_columns.h"
 
 namespace halvorn::engine {
 
@@ -214,8 +214,8 @@ private:
              "turn it into that plane, or leave z out");
     }
 
-    // A comma can only be the decimal one where other characters separate the cells and no number
-    // of the file has a point: 1,234 beside 2.5 could be a thousand.
+    // A comma is a decimal mark only where other characters separate the cells and no number of the
+    // file has a point: 1,234 beside 2.5 could be a thousand.
     double Coordinate(std::string text, std::size_t line) {
         const std::string written = text;
         if (separator_ != ',') {

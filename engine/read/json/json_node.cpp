@@ -1,10 +1,10 @@
-#include "read/json_node.h"
+#include "read/json/json_node.h"
 
 #include <algorithm>
 
 #include "base/input_error.h"
 #include "base/text.h"
-#include "read/json_document.h"
+#include "read/json/json_document.h"
 
 namespace halvorn::engine {
 

@@ -1,13 +1,13 @@
 /// @file parts.h
 /// Parts of a section that are described by shapes and parameters (docs/file-format.md).
-#ifndef HALVORN_ENGINE_READ_PARTS_H
-#define HALVORN_ENGINE_READ_PARTS_H
+#ifndef HALVORN_ENGINE_READ_JSON_PARTS_H
+#define HALVORN_ENGINE_READ_JSON_PARTS_H
 
 #include <string>
 #include <vector>
 
 #include "model/section_model.h"
-#include "read/json_node.h"
+#include "read/json/json_node.h"
 
 namespace halvorn::engine {
 

@@ -1,4 +1,4 @@
-#include "read/part_shapes.h"
+#include "read/json/part_shapes.h"
 
 #include <stdexcept>
 #include <string>

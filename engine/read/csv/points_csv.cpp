@@ -1,11 +1,11 @@
-#include "read/points_csv.h"
+#include "read/csv/points_csv.h"
 
 #include <algorithm>
 
 #include "base/input_error.h"
 #include "base/text.h"
+#include "read/csv/points_table.h"
 #include "read/nesting.h"
-#include "read/points_table.h"
 
 namespace halvorn::engine {
 
@@ -73,7 +73,7 @@ private:
 
     SectionModel Section(const InputOptions& options) {
         if (contours_.empty())
-            throw InputError(source_, "there are no points", "write one x,y a line");
+            throw InputError(source_, "there are no points", "write one x,y per line");
         SectionModel section;
         section.source = source_;
         section.unit = !table_.unit.empty() ? table_.unit : options.unit.value_or("mm");
