@@ -112,7 +112,10 @@ int main(int argc, char** argv) {
             add("region", [](const std::vector<engine::WeightedRing>& outlines) {
                 benchmark::DoNotOptimize(engine::RegionOf(outlines));
             });
-            add("net moduli besides", [](const std::vector<engine::WeightedRing>& outlines) {
+            add("arrangement", [](const std::vector<engine::WeightedRing>& outlines) {
+                benchmark::DoNotOptimize(engine::RegionOfArrangement(outlines));
+            });
+            add("region and net moduli", [](const std::vector<engine::WeightedRing>& outlines) {
                 const engine::Region region = engine::RegionOf(outlines);
                 benchmark::DoNotOptimize(engine::NetPlasticModuli(region));
                 for (const auto direction :
