@@ -43,8 +43,9 @@ std::vector<Point> Grid(std::size_t cells, double width) {
     const auto columns = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(cells))));
     std::vector<Point> places;
     for (std::size_t i = 0; i < cells; ++i) {
+        const std::size_t row = i / columns;
         places.emplace_back(width * static_cast<double>(i % columns),
-                            width * static_cast<double>(i / columns));
+                            width * static_cast<double>(row));
     }
     return places;
 }
@@ -99,11 +100,12 @@ Drawing Tube(std::size_t n) {
 int main(int argc, char** argv) {
     const std::pair<const char*, Drawing (*)(std::size_t)> families[] = {
         {"plates that touch", Plates}, {"keyholes", Keyholes}, {"gear", Gear}, {"tube", Tube}};
-    for (const auto& [name, make] : families) {
+    for (const auto& family : families) {
         for (const std::size_t n : {100U, 1000U, 10000U, 100000U}) {
-            const auto add = [&, drawing = make(n)](const char* what, auto routine) {
+            const auto add = [&, drawing = family.second(n)](const char* what, auto routine) {
                 benchmark::RegisterBenchmark(
-                    (std::string(what) + "|" + name + " " + std::to_string(n) + "|engine").c_str(),
+                    (std::string(what) + "|" + family.first + " " + std::to_string(n) + "|engine")
+                        .c_str(),
                     [drawing, routine](benchmark::State& state) {
                         for (auto _ : state) routine(drawing.Outlines());
                     })
@@ -112,7 +114,10 @@ int main(int argc, char** argv) {
             add("region", [](const std::vector<engine::WeightedRing>& outlines) {
                 benchmark::DoNotOptimize(engine::RegionOf(outlines));
             });
-            add("net moduli besides", [](const std::vector<engine::WeightedRing>& outlines) {
+            add("arrangement", [](const std::vector<engine::WeightedRing>& outlines) {
+                benchmark::DoNotOptimize(engine::RegionOfArrangement(outlines));
+            });
+            add("region and net moduli", [](const std::vector<engine::WeightedRing>& outlines) {
                 const engine::Region region = engine::RegionOf(outlines);
                 benchmark::DoNotOptimize(engine::NetPlasticModuli(region));
                 for (const auto direction :

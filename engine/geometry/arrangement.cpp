@@ -23,6 +23,15 @@ constexpr double kSmallestSize = 1e-150;
 // changes.
 constexpr double kFarFromOrigin = 16.0;
 
+// Coordinates smaller than this in the frame are 0: their products would leave the range in which
+// the predicates are exact.
+constexpr double kLeastCoordinate = 1e-30;
+
+Point WithoutTraces(const Point& p) {
+    return {std::fabs(p.x) < kLeastCoordinate ? 0.0 : p.x,
+            std::fabs(p.y) < kLeastCoordinate ? 0.0 : p.y};
+}
+
 // No section has as many crossings; outlines that have are noise.
 constexpr std::size_t kMostOutlineCrossings = 100000;
 
@@ -153,7 +162,7 @@ FramedOutlines FrameOutlines(std::span<const WeightedRing> rings) {
         Points& points = framed.rings.emplace_back();
         points.reserve(ring.ring->size());
         for (const Point& point : *ring.ring) {
-            points.push_back(scale * (point - frame.origin));
+            points.push_back(WithoutTraces(scale * (point - frame.origin)));
         }
         box.Add(points);
     }
@@ -273,7 +282,7 @@ private:
         const Point along = mesh_.PointAt(segment.to) - a;
         const Point edge = mesh_.PointAt(d) - mesh_.PointAt(c);
         const double share = engine::Cross(mesh_.PointAt(c) - a, edge) / engine::Cross(along, edge);
-        return a + std::clamp(share, 0.0, 1.0) * along;
+        return WithoutTraces(a + std::clamp(share, 0.0, 1.0) * along);
     }
 
     Index EndNear(const Point& place, std::initializer_list<Index> ends) const {

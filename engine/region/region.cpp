@@ -183,7 +183,8 @@ Points JoinedRing(const Part& part) {
     for (const Points& ring : part.voids) rings.push_back(&ring);
     const Arrangement arrangement = Arrangement::OfTouchingRings(rings);
     std::vector<MaterialRing> joined = MaterialRings(arrangement).Joined();
-    return joined.empty() ? part.outline : std::move(joined.front().points);
+    if (joined.empty()) return part.outline;
+    return std::move(joined.front().points);
 }
 
 }  // namespace halvorn::engine

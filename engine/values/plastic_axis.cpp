@@ -148,6 +148,7 @@ std::optional<double> Halve(std::span<const Points* const> rings, AxisDirection 
 
 std::optional<double> HalvingLine(const std::vector<Points>& rings, AxisDirection direction) {
     std::vector<const Points*> all;
+    all.reserve(rings.size());
     for (const Points& ring : rings) all.push_back(&ring);
     return Halve(all, direction, Sense::Positive);
 }
