@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "geometry/ring_sides.h"
+#include "geometry/box.h"
 #include "model/section_model.h"
 #include "values/report.h"
 

@@ -37,12 +37,6 @@ struct TableLine {
     const std::string& At(std::size_t column) const;
 };
 
-<<<<<<< HEAD:engine/read/points_columns.h
-=======
-/// Returns the number of a text that holds one finite number with a decimal point and nothing else.
-std::optional<double> NumberIn(const std::string& text);
-
->>>>>>> aba11437d99131911f83b14ebd9b8265aa12129e:engine/read/csv/points_columns.h
 /// What the columns of a table hold.
 /// @pre there is a line
 class ColumnContents {

@@ -7,13 +7,8 @@
 #include "model/outlines.h"
 #include "model/principal_inertias.h"
 #include "model/push_element.h"
-<<<<<<< HEAD:engine/read/part_wall.cpp
-#include "read/part_shapes.h"
-#include "read/section_nodes.h"
-=======
 #include "read/json/part_shapes.h"
 #include "read/json/section_nodes.h"
->>>>>>> aba11437d99131911f83b14ebd9b8265aa12129e:engine/read/json/part_wall.cpp
 
 namespace halvorn::engine {
 

@@ -6,14 +6,11 @@
 #include <tuple>
 #include <utility>
 
-<<<<<<< HEAD:engine/read/section_file.cpp
 #include "model/outlines.h"
-=======
 #include "read/json/json_document.h"
 #include "read/json/json_node.h"
 #include "read/json/parts.h"
 #include "read/json/section_nodes.h"
->>>>>>> aba11437d99131911f83b14ebd9b8265aa12129e:engine/read/json/section_file.cpp
 
 namespace halvorn::engine {
 
