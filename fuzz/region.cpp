@@ -1,9 +1,9 @@
 // The arrangement and the region of whatever outlines: they are refused, or all of it is
 // consistent.
+#include "geometry/ring_area.h"
 #include "region/region.h"
 
 #include "fuzz/byte_program.h"
-#include "geometry/crossings.h"
 #include "geometry/faces.h"
 #include "values/net_plastic.h"
 

@@ -7,7 +7,8 @@
 #include <string_view>
 
 #include "base/numbers.h"
-#include "geometry/crossings.h"
+#include "geometry/place_text.h"
+#include "geometry/ring_area.h"
 #include "values/class_rounding.h"
 
 namespace halvorn::engine {
