@@ -31,7 +31,8 @@ Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
         // Layers are those of the drawings in the batch; nothing else has any.
         SectionOptions section = options.section;
         if (!IsDrawing(argument)) section.input.layers.clear();
-        const Report report = EvaluateInput(argument, section);
+        Report report = EvaluateInput(argument, section);
+        if (options.format == BatchFormat::JsonLines) AddHalves(&report);
         return {true, false,
                 options.format == BatchFormat::Csv ? CsvRow(report) : JsonLine(report)};
     } catch (const std::exception& error) {

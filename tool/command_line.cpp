@@ -76,7 +76,7 @@ struct Parser {
     CommandLine line;
     bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false,
          isLayers = false;
-    std::string unit;
+    std::string unit, blocks;
     CLI::Option *density, *chordTolerance, *joinTolerance;
 
     Parser() {
@@ -97,6 +97,12 @@ struct Parser {
             ->excludes(json);
         app.add_option("--figure", line.figurePath, "Draw the section to a .svg, .png or .pdf file")
             ->type_name("FILE");
+        app.add_option("--figure-blocks", blocks,
+                       "Tint the halves of the section about its plastic axis x or y in the figure")
+            ->type_name("AXIS")
+            ->check(CLI::IsMember({"x", "y"}));
+        app.add_flag("--halves", line.wantsHalves,
+                     "Add the halves about both plastic axes to the table; JSON always has them");
         app.add_flag("--check", isCheck, "Look for doubtful input instead of computing values");
         app.add_flag("--batch", isBatch,
                      "Many sections to one table: CSV, or with --json one object a line");
@@ -180,6 +186,16 @@ struct Parser {
         }
         if (!line.inputs.empty() && line.task == Task::ListProfiles) {
             Fail("--list-profiles takes no INPUT", "leave it out");
+        }
+        if (line.wantsHalves && (line.task != Task::Report || line.format != Format::Table)) {
+            Fail("--halves adds rows to the table of one section", "leave it out");
+        }
+        if (!blocks.empty()) {
+            line.figure.blocks =
+                blocks == "x" ? AxisDirection::Horizontal : AxisDirection::Vertical;
+            if (line.figurePath.empty()) {
+                Fail("--figure-blocks is for a figure", "add --figure FILE");
+            }
         }
         if (line.figurePath.empty()) return;
         if (line.task != Task::Report) Fail("--figure draws one section", "leave it out");

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "figure/figure.h"
 #include "tool/batch.h"
 
 namespace halvorn::tool {
@@ -27,6 +28,8 @@ struct CommandLine {
     std::vector<std::string> inputs;
     Format format = Format::Table;
     std::string figurePath;  ///< empty: no figure
+    engine::FigureOptions figure;
+    bool wantsHalves = false;  ///< in the table
     SectionOptions section;
     unsigned threads = 0;
 };

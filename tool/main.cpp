@@ -59,10 +59,12 @@ bool IsTerminal(FILE* stream) {
 
 // All or an error: nothing is written before everything is known.
 ExitCode PrintReport(const CommandLine& line) {
-    const Report report = EvaluateInput(line.inputs.front(), line.section);
-    if (!line.figurePath.empty()) WriteFigure(report, line.figurePath);
+    Report report = EvaluateInput(line.inputs.front(), line.section);
+    if (line.wantsHalves || line.figure.blocks || line.format == Format::Json) AddHalves(&report);
+    if (!line.figurePath.empty()) WriteFigure(report, line.figurePath, line.figure);
     switch (line.format) {
         case Format::Table:
+            if (!line.wantsHalves) report.halves.clear();
             Print(TableText(report));
             break;
         case Format::Json:

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/input_error.h"
+#include "geometry/place_text.h"
 #include "model/outlines.h"
 #include "values/class_values.h"
 #include "values/find_faults.h"
@@ -31,8 +32,8 @@ void RefuseSelfCrossing(const Report& report) {
     if (!report.section.isDrawn) return;
     const Finding* const crossing = FindSelfCrossing(report.findings);
     if (crossing == nullptr) return;
-    throw InputError(report.section.source + ": " + crossing->element, crossing->problem,
-                     crossing->mend);
+    throw InputError(report.section.source + ": " + crossing->element,
+                     "crosses itself at " + PlaceText(*crossing->place), crossing->mend);
 }
 
 void AddPublished(Report* report) {
@@ -65,6 +66,18 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     std::stable_sort(report.findings.begin(), report.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.severity > b.severity; });
     return report;
+}
+
+void AddHalves(Report* report) {
+    report->halves.clear();
+    for (const AxisDirection direction : {AxisDirection::Horizontal, AxisDirection::Vertical}) {
+        PlasticHalves& halves = report->halves.emplace_back();
+        if (report->whyNoRegion.empty()) {
+            halves = HalvesOf(report->region, direction);
+        } else {
+            halves.whyMissing = report->whyNoRegion;
+        }
+    }
 }
 
 std::vector<Finding> Diagnose(SectionModel section) {

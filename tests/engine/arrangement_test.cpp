@@ -14,7 +14,7 @@
 #include "geometry/ring_area.h"
 #include "region/region.h"
 #include "ring_sections.h"
-#include "values/net_plastic.h"
+#include "values/plastic_halves.h"
 
 namespace {
 

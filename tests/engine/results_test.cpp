@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <numbers>
 #include <random>
 #include <span>
@@ -14,8 +15,10 @@
 #include "region/region.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
-#include "values/net_plastic.h"
+#include "values/plastic_halves.h"
 #include "write/csv.h"
+#include "write/json.h"
+#include "write/table.h"
 
 namespace {
 
@@ -472,6 +475,31 @@ TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
     for (const char* const key : {"plastic_modulus_x", "plastic_modulus_y"}) {
         EXPECT_NEAR(Entry(report, key).number, 250e3 - 16 * 20 * 125, 1e-5);
     }
+}
+
+// Of the tee about its axis at 82: 1800 above about 91, below 1600 about 40 and 200 about 81.
+TEST(PlasticHalves, AreToldInJsonAndTheTable) {
+    Report report = Evaluate(Section({{true, kTee}}), {});
+    EXPECT_EQ(nlohmann::json::parse(JsonText(report))["plastic_halves"].size(), 0U);
+    AddHalves(&report);
+    const auto halves = nlohmann::json::parse(JsonText(report))["plastic_halves"];
+    const auto near = [&](const char* side, const char* key, double expected) {
+        EXPECT_NEAR(halves["x"][side][key].get<double>(), expected, 1e-9 * expected) << side << key;
+    };
+    EXPECT_NEAR(halves["x"]["axis"].get<double>(), 82, 1e-9);
+    near("above", "area", 1800);
+    near("above", "centroid_y", 91);
+    near("above", "lever_arm", 9);
+    near("below", "centroid_x", 50);
+    near("below", "centroid_y", (1600 * 40 + 200 * 81) / 1800.0);
+    EXPECT_NEAR(halves["y"]["right"]["lever_arm"].get<double>() +
+                    halves["y"]["left"]["lever_arm"].get<double>(),
+                report.Find("plastic_modulus_y")->number / 1800, 1e-9);
+    EXPECT_NE(TableText(report).find("Half above, lever arm"), std::string::npos);
+    Report empty = Evaluate(Section({{true, {{0, 0}, {1, 1}, {3, 3}}}}), {});
+    AddHalves(&empty);
+    EXPECT_EQ(nlohmann::json::parse(JsonText(empty))["plastic_halves"]["y"]["not_computed"],
+              empty.whyNoRegion);
 }
 
 TEST(Csv, HasACellForEveryColumn) {
