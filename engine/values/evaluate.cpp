@@ -37,13 +37,13 @@ void RefuseSelfCrossing(const Report& report) {
 }
 
 void AddPublished(Report* report) {
-    for (const auto& [key, number] : report->section.published) {
+    for (const PublishedValue& published : report->section.published) {
         const auto* const description =
             std::find_if(kPublishedValues.begin(), kPublishedValues.end(),
-                         [&](const ValueDescription& entry) { return entry.key == key; });
+                         [&](const ValueDescription& entry) { return entry.key == published.key; });
         Value& value =
             report->published.emplace_back(DescribedValue(*description, report->section.unit));
-        value.number = number;
+        value.number = published.number;
         value.method = "published";
     }
 }

@@ -151,7 +151,7 @@ const Case kCases[] = {
 
 constexpr double kExact = 1e-9;
 
-TEST(Derived, FollowsClosedForms) {
+TEST(RegionValues, FollowsClosedForms) {
     for (const Case& c : kCases) {
         const Report report = Evaluate(Section(c.rings), {});
         for (const auto& [key, expected] : c.expected) {
@@ -165,7 +165,7 @@ TEST(Derived, FollowsClosedForms) {
 }
 
 // Moved, in another unit, run through the other way and with the reference point elsewhere.
-TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
+TEST(RegionValues, DoesNotDependOnHowTheSectionIsDrawn) {
     constexpr double kMetre = 1e-3, kX = 700, kY = -300;
     for (const Case& c : kCases) {
         SectionModel section = Section(c.rings);
@@ -203,7 +203,7 @@ TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
 }
 
 // Material counts once, whatever overlaps; a hole takes no more than there is.
-TEST(Derived, CountsMaterialOnce) {
+TEST(RegionValues, CountsMaterialOnce) {
     const double area = 1e4;
     const std::pair<Rings, double> cases[] = {
         {{{true, kSquare}, {false, Rectangle(200, 0, 9, 9)}}, area},
