@@ -70,8 +70,9 @@ class CommandLine(unittest.TestCase):
         self.assertIn("Second moment, horizontal axis", table)
         self.assertEqual(float(rows[0]["inertia_x"]), values["inertia_x"]["value"])
         self.assertAlmostEqual(values["inertia_x"]["value"], 83.56e6, delta=0.02e6)
-        published = json.loads(run("--json", "--published", "--unit", "cm", "SHS100x5").stdout)["values"]
-        self.assertEqual(published["area"]["unit"], "cm^2")
+        published = json.loads(run("--json", "--published", "--unit", "cm", "SHS100x5").stdout)
+        for block in ("values", "published", "class_values"):
+            self.assertEqual(published[block]["area"]["unit"], "cm^2")
 
     def test_check_tells_by_its_exit_code(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -80,10 +81,10 @@ class CommandLine(unittest.TestCase):
                 file.write("# unit: mm\n0,0\n10,10\n10,0\n0,12\n")
             done = run("--check", path)
             self.assertEqual(done.returncode, 3)
-            self.assertIn("error: line 2: edges 0 and 2 cross at (5.45455, 5.45455)", done.stdout)
+            self.assertIn("error: line 2: it crosses itself at (5.45455, 5.45455); ", done.stdout)
             refused = run(path)
             self.assertEqual((refused.returncode, refused.stdout), (2, ""))
-            self.assertIn("line 2: crosses itself at (5.45455, 5.45455); ", refused.stderr)
+            self.assertIn("line 2: it crosses itself at (5.45455, 5.45455); ", refused.stderr)
         sound = run("--check", "IPE300")
         self.assertEqual((sound.returncode, sound.stdout, sound.stderr), (0, "nothing found\n", ""))
 
@@ -99,7 +100,8 @@ class CommandLine(unittest.TestCase):
 
     def test_layers_are_those_of_the_drawings(self):
         self.assertEqual(run("--list-layers", BEAM).stdout, "0: 4 ARC, 12 LINE\nAXES (off or frozen): 2 LINE\n")
-        remarks = json.loads(run("--json", "--layer", "0", "--layer", "axes", BEAM).stdout)["remarks"]
+        found = json.loads(run("--json", "--layer", "0", "--layer", "axes", BEAM).stdout)["findings"]
+        remarks = [finding["problem"] for finding in found if finding["severity"] != "hint"]
         self.assertEqual([remark[:36] for remark in remarks], ["entities on the layer AXES, which is"])
         done = run("--batch", "--layer", "axes", "--layer", "0", "IPE300", BEAM,
                    os.path.join(EXAMPLES, "extrusion-cm.dxf"))
