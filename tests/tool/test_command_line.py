@@ -5,6 +5,7 @@ import json
 import os
 import pty
 import re
+import socket
 import subprocess
 import sys
 import tempfile
@@ -142,6 +143,14 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(done.returncode, 0)
         self.assertIn(b"50 of 50", os.read(master, 1 << 16))
         os.close(master)
+
+    def test_a_report_goes_out_in_one_piece(self):
+        if not hasattr(socket, "SOCK_SEQPACKET"):
+            self.skipTest("this machine has no sockets that keep writes apart")
+        ours, its = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
+        with ours, its:
+            subprocess.run([PROGRAM, "--published", "L100x100x10"], stdout=its, check=True, timeout=120)
+            self.assertEqual(ours.recv(1 << 16).decode(), run("--published", "L100x100x10").stdout)
 
     def test_a_figure_is_small_and_carries_its_words(self):
         with tempfile.TemporaryDirectory() as folder:
