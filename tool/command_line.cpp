@@ -96,7 +96,8 @@ struct Parser {
             ->excludes(json);
         app.add_option("--figure", line.figurePath, "Draw the section to a .svg, .png or .pdf file")
             ->type_name("FILE");
-        app.add_flag("--check", isCheck, "Print the findings alone: what is doubtful or was left out");
+        app.add_flag("--check", isCheck,
+                     "Print the findings alone: what is doubtful or was left out");
         app.add_flag("--batch", isBatch,
                      "Many sections to one table: CSV, or with --json one object a line");
         app.add_option("--threads", line.threads, "Threads of a batch; one for each core if 0")

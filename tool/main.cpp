@@ -130,7 +130,8 @@ ExitCode Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::set_new_handler(OutOfMemory);
-    // A report goes out in one piece, so that a reader such as head may leave after its first lines.
+    // A report goes out in one piece, so that a reader such as head may leave after its first
+    // lines.
     static char pipe[65536];
     std::setvbuf(stdout, pipe, _IOFBF, sizeof pipe);
 #if defined(SIGPIPE)
