@@ -12,9 +12,9 @@
 #include "adversarial_rings.h"
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
-#include "kernel/edge_graph.h"
+#include "kernel/edge_list.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
+#include "kernel/polygon_centroid.h"
 #include "kernel/triangulate_polygon.h"
 
 namespace {

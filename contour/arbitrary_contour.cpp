@@ -3,17 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 
-#include "CSectionTools.h"
-#include "contour/constants.h"
-#include "contour/equivalent_ellipse.h"
+#include "contour/area_moments.h"
+#include "contour/contour_integrals.h"
 #include "contour/fillets.h"
-#include "contour/offset.h"
-#include "contour/ring_integrals.h"
-#include "kernel/primitives.h"
+#include "contour/offset_polyline.h"
+#include "contour/tube_torsion.h"
 #include "numeric/c_array.h"
-#include "numeric/process_state.h"
+#include "numeric/constants.h"
+#include "numeric/process_wide.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {
@@ -132,46 +130,26 @@ ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameO
     return properties;
 }
 
-}  // namespace halvorn
-
-void CSectionTools::CalculContourQuelconqueTOOL(
-    int isThinWalled, int isOpen, int torsionMode, int pointCount, double thickness,
-    const std::vector<std::pair<double, double>>& points, std::vector<double> cornerRadii,
-    double& area, std::pair<double, double>& cdg, double& torsionConstant, double& torsionModulus,
-    double& shearAreaX, double& shearAreaY, double& ixx, double& iyy, double& ixy) {
-    using namespace halvorn;
-    // The count of twelve points per vertex must fit into an int.
-    constexpr std::size_t kMostVertices = std::numeric_limits<int>::max() / (2 * kPointsPerFillet);
-    const std::size_t size =
-        std::min({static_cast<std::size_t>(std::max(pointCount, 0)), points.size(), kMostVertices});
-    const int n = static_cast<int>(size);
-    const double t = isThinWalled != 0 ? thickness : 0.0;
+ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int n,
+                                             const std::pair<double, double>* points,
+                                             const double* radii) {
+    const double t = contour.thickness;
     const int fewest = CompareTol(t, 0.0, kZeroCorner) == 0 ? 3 : 2;
+    if (n < fewest) return {};
 
-    ContourProperties properties{};
-    if (n >= fewest) {
-        if (cornerRadii.size() < size) cornerRadii.resize(size);  // with zeros: sharp corners
-        // Relative to the first vertex, so that offsets and integrals keep their digits anywhere.
-        const point2D frameOrigin{points[0].first, points[0].second};
-        const CArray<KPoint> local = AllocateZeroedOrThrow<KPoint>(size);
-        for (std::size_t i = 0; i < size; ++i) {
-            local[i] = {points[i].first - frameOrigin.x, points[i].second - frameOrigin.y};
-        }
-        const double* const radii = cornerRadii.data();
-        const ThinWall wall{n, local.get(), radii, t, torsionMode == 0};
-        properties = t == 0.0
-                         ? SolidOutlineProperties(n, isOpen != 0, local.get(), radii, frameOrigin)
-                     : isOpen != 0 ? OpenWallProperties(wall, frameOrigin)
-                                   : ClosedWallProperties(wall, frameOrigin);
+    const auto size = static_cast<std::size_t>(n);
+    // Relative to the first vertex, so that offsets and integrals keep their digits anywhere.
+    const point2D frameOrigin{points[0].first, points[0].second};
+    const CArray<KPoint> local = AllocateZeroedOrThrow<KPoint>(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        local[i] = {points[i].first - frameOrigin.x, points[i].second - frameOrigin.y};
     }
-
-    area = properties.area;
-    cdg = {properties.centroid.x, properties.centroid.y};
-    torsionConstant = properties.torsionConstant;
-    torsionModulus = properties.torsionModulus;
-    shearAreaX = properties.shearAreaY;
-    shearAreaY = properties.shearAreaZ;
-    ixx = properties.secondMomentX;
-    iyy = properties.secondMomentY;
-    ixy = properties.productMoment;
+    if (t == 0.0) {
+        return SolidOutlineProperties(n, contour.isOpen, local.get(), radii, frameOrigin);
+    }
+    const ThinWall wall{n, local.get(), radii, t, contour.useTubeFormulas};
+    return contour.isOpen ? OpenWallProperties(wall, frameOrigin)
+                          : ClosedWallProperties(wall, frameOrigin);
 }
+
+}  // namespace halvorn

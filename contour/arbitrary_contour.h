@@ -3,8 +3,10 @@
 #ifndef HALVORN_CONTOUR_ARBITRARY_CONTOUR_H
 #define HALVORN_CONTOUR_ARBITRARY_CONTOUR_H
 
+#include <utility>
+
 #include "contour/contour_properties.h"
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 
@@ -37,6 +39,21 @@ ContourProperties ClosedWallProperties(const ThinWall& wall, const point2D& fram
 /// tube's.
 /// @throws std::bad_alloc
 ContourProperties OpenWallProperties(const ThinWall& wall, const point2D& frameOrigin);
+
+/// What a polyline stands for.
+struct ArbitraryContour {
+    double thickness;      ///< of the wall along it; exactly 0: it is a solid outline [L]
+    bool isOpen;           ///< its end vertices are not rounded
+    bool useTubeFormulas;  ///< of a wall: torsion as a thin circular tube of the same area
+};
+
+/// Returns the properties of a polyline of n vertices, at most `kMostVertices`; zeros when they are
+/// too few (solid: 3, wall: 2).
+/// @param radii one per vertex [L]
+/// @throws std::bad_alloc
+ContourProperties ArbitraryContourProperties(const ArbitraryContour& contour, int n,
+                                             const std::pair<double, double>* points,
+                                             const double* radii);
 
 }  // namespace halvorn
 

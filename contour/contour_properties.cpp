@@ -1,9 +1,9 @@
 #include "contour/contour_properties.h"
 
-#include "contour/constants.h"
+#include "contour/area_moments.h"
 #include "contour/equivalent_ellipse.h"
-#include "contour/ring_integrals.h"
-#include "numeric/process_state.h"
+#include "numeric/constants.h"
+#include "numeric/process_wide.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {

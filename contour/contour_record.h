@@ -11,7 +11,7 @@ namespace halvorn {
 
 /// A contour as the host pushed it: its flag, and its vertices in the host's order and orientation.
 struct ContourRecord {
-    unsigned char bSolid;         ///< non-zero: solid; 0: hole; its value weighs plastic pieces
+    unsigned char bSolid;  ///< non-zero: solid; 0: hole; as a number, the weight in plastic moduli
     std::vector<point2D> Points;  ///< closed implicitly; may be empty
 };
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "contour/constants.h"
+#include "numeric/constants.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {
@@ -58,16 +58,6 @@ double EllipseTorsionModulus(double area, double polarMoment) {
     double b = 0.0;
     EquivalentEllipse(area, polarMoment, &a, &b);
     return EllipseTorsionModulusOfAxes(a, b);
-}
-
-double TubeTorsionConstant(double area, double thickness) {
-    const double r = area / (kTwoPi * thickness);
-    return (Sqr(thickness) + 4.0 * Sqr(r)) * r * kHalfPi * thickness;
-}
-
-double TubeTorsionModulus(double area, double thickness) {
-    const double r = area / (kTwoPi * thickness);
-    return (Sqr(thickness) + 4.0 * Sqr(r)) * (kPi * r * thickness) / (2.0 * r + thickness);
 }
 
 }  // namespace halvorn

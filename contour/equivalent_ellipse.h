@@ -1,6 +1,5 @@
 /// @file equivalent_ellipse.h
-/// Torsion and shear of a compact contour from the ellipse that has its area and polar moment, and
-/// torsion of a thin circular tube.
+/// Torsion and shear of a compact contour from the ellipse that has its area and polar moment.
 ///
 /// An ellipse of semi-axes a >= b has A = pi a b and Ip = A (a^2 + b^2) / 4 about its centre.
 #ifndef HALVORN_CONTOUR_EQUIVALENT_ELLIPSE_H
@@ -14,8 +13,8 @@ namespace halvorn {
 /// A circle has d = 0, up to rounding; a and b then differ from sqrt(A / pi) by about the root of
 /// the rounding error and agree with it to eight digits. No ellipse has d < 0. Such a d counts as 0
 /// down to -1e-10 [L^4] or -1e-10 (A / pi)^2, whichever is lower; a = sqrt(h) is then the smaller
-/// semi-axis. In all other cases `a` is the larger one. In metres, where 1e-10 is much, this holds
-/// for any polar moment below a circle's as long as A is below 3e-5.
+/// semi-axis. In all other cases `a` is the larger one. In metres 1e-10 is a
+/// lot: with A below 3e-5, every polar moment below a circle's counts as a circle's.
 ///
 /// Writes (0, 0) for a lower d, for an area within 1e-10 of 0, and for an a^2 below 1e-10.
 void EquivalentEllipse(double area, double polarMoment, double* a, double* b);
@@ -46,14 +45,6 @@ double EllipseShearCoefficientY(double area, double polarMoment);
 /// Returns the torsion modulus of the equivalent ellipse [L^3], pi a b^2 / 2: torque over the
 /// largest shear stress, which acts at the end of the minor axis.
 double EllipseTorsionModulus(double area, double polarMoment);
-
-/// Returns the torsion constant of a thin circular tube [L^4] from the area and wall thickness t:
-/// with the mean radius r = A / (2 pi t), the exact polar moment pi r t (t^2 + 4 r^2) / 2.
-double TubeTorsionConstant(double area, double thickness);
-
-/// Returns the torsion modulus of the same tube [L^3]: `TubeTorsionConstant` over the outer radius
-/// r + t / 2.
-double TubeTorsionModulus(double area, double thickness);
 
 }  // namespace halvorn
 

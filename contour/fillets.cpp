@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "contour/constants.h"
-#include "kernel/primitives.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
+#include "numeric/constants.h"
 #include "numeric/tolerance.h"
 
 namespace halvorn {

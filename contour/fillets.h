@@ -3,7 +3,7 @@
 #ifndef HALVORN_CONTOUR_FILLETS_H
 #define HALVORN_CONTOUR_FILLETS_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

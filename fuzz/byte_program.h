@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "kernel/classify_polygon.h"
-#include "kernel/constants.h"
-#include "kernel/records.h"
+#include "kernel/kernel.h"
+#include "numeric/constants.h"
 
 namespace fuzz {
 

@@ -2,9 +2,13 @@
 // geometry holds.
 #include "fuzz/byte_program.h"
 #include "kernel/cut_polygon.h"
+#include "kernel/intersections.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
+#include "kernel/polygon_area.h"
+#include "kernel/polygon_centroid.h"
+#include "kernel/project_point.h"
 #include "kernel/triangulate_polygon.h"
+#include "kernel/vectors.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The arrangement and the region of whatever outlines: they are refused, or all of it is
 // consistent.
+#include "geometry/ring_area.h"
 #include "region/region.h"
 
 #include "fuzz/byte_program.h"
-#include "geometry/crossings.h"
 #include "geometry/faces.h"
 #include "values/net_plastic.h"
 
@@ -39,11 +39,25 @@ void RequireConsistentRegion(const Region& region) {
         Require(area > 0.0, "an outline runs counter-clockwise");
         for (const Points& ring : part.voids) area += 0.5 * TwiceArea(ring);
         Require(std::fabs(area - part.area) <= kRounding, "outline and voids enclose the part");
-        Require(std::fabs(0.5 * TwiceArea(part.joined) - part.area) <= kRounding,
+        Require(std::fabs(0.5 * TwiceArea(JoinedRing(part)) - part.area) <= kRounding,
                 "bridges change no area");
         sum += part.area;
     }
     Require(std::fabs(sum - region.area) <= kRounding, "the parts add up");
+}
+
+// The arrangement's region is the same where another way was shorter.
+void RequireSame(const Region& region, const Region& arranged) {
+    RequireConsistentRegion(arranged);
+    Require(std::fabs(region.area - arranged.area) <= kRounding, "one area by both ways");
+    Require(region.parts.size() == arranged.parts.size(), "as many parts");
+    Require(region.partsOf == arranged.partsOf, "the outlines border the same parts");
+    Require(region.oddPlaces.size() == arranged.oddPlaces.size() &&
+                region.crossings.size() == arranged.crossings.size() &&
+                region.pinches.size() == arranged.pinches.size() &&
+                region.moved.size() == arranged.moved.size() &&
+                region.nearMisses.size() == arranged.nearMisses.size(),
+            "as much to tell");
 }
 
 void RequireHalves(const Region& region) {
@@ -79,6 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         RequireConsistentMesh(Arrangement(outlines));
         const Region region = RegionOf(outlines);
         RequireConsistentRegion(region);
+        RequireSame(region, RegionOfArrangement(outlines));
         if (!region.IsEmpty()) RequireHalves(region);
     } catch (const ArrangementError&) {
     }

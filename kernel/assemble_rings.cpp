@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <limits>
 
+#include "kernel/edge_graph.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
-#include "numeric/tolerance.h"
+#include "numeric/constants.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 
@@ -16,22 +17,21 @@ namespace {
 KPoint UnitDirection(const KSegment& edge) {
     KPoint direction;
     KVectorDiff(&direction, &edge.start, &edge.end);
-    // The true length: edges shorter than KVectorNorm's cut-off have a direction, too.
+    // The true length: edges shorter than KVectorNorm's cut-off have a direction as well.
     return KScaleVector(direction, 1.0 / KDistance(&edge.start, &edge.end));
 }
 
 // Whether previous, p and next are in line up to the rounding of their coordinates: the triangle is
 // no larger than what one unit in their last place sweeps along the two edges. A tolerance would be
-// too much: a long flange would lose 1e-10 of its thickness at a vertex that a line just misses.
+// too coarse: a long flange would lose 1e-10 of its thickness at a vertex that a line just misses.
 bool AreInLine(const KPoint& previous, const KPoint& p, const KPoint& next) {
-    constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
     KPoint in;
     KPoint out;
     KVectorDiff(&in, &previous, &p);
     KVectorDiff(&out, &p, &next);
     const double reach = MaxValue(AbsValue(p.x), AbsValue(p.y));
     const double edges = AbsValue(in.x) + AbsValue(in.y) + AbsValue(out.x) + AbsValue(out.y);
-    return AbsValue(KCross(&in, &out)) <= kRounding * reach * edges;
+    return AbsValue(KCross(&in, &out)) <= kInLineRounding * reach * edges;
 }
 
 // How far `candidate` turns to the inside from `current` [rad]. Rounding decides the side of a turn
@@ -80,7 +80,8 @@ int Continuation(KEdgeGraph& graph, int current, int first, bool isClockwise, do
         if (!hasTurn) bestTurn = TurnInside(edge, graph.Edge(best), isClockwise);
         hasTurn = true;
         const double turn = TurnInside(edge, graph.Edge(e), isClockwise);
-        // Equal turns: the earlier edge for a counter-clockwise polygon, the later for a clockwise.
+        // Equal turns: the earlier edge for a counter-clockwise ring, the later for a clockwise
+        // one.
         if (turn > bestTurn || (isClockwise && turn == bestTurn)) {
             best = e;
             bestTurn = turn;

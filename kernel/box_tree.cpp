@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "numeric/scalar.h"
+
 namespace halvorn {
 
 namespace {

@@ -5,9 +5,9 @@
 
 #include <cstddef>
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 #include "numeric/c_array.h"
-#include "numeric/tolerance.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 
@@ -57,9 +57,9 @@ int KBuildBoxTree(KBoxTree* tree, CArray<KBox> boxes, int n);
 /// Removes an item. Cost: log n.
 void KRemoveFromBoxTree(KBoxTree* tree, int item);
 
-/// Calls visit(item) for the live items for whose boxes meets(box) holds, until one call returns
-/// true, and returns whether one did. `meets` must hold for a box around any box that it holds for.
-/// Node and range are those of the root; the recursion is about log n deep.
+/// Calls visit(item) for each live item whose box satisfies meets(box), until one call returns
+/// true; returns whether one did. Where `meets` holds for a box, it must hold for every box around
+/// it. `node` has the items from `first` up to `last`; the recursion is about log n deep.
 template <class Meets, class Visit>
 bool KVisitBoxTree(const KBoxTree& tree, const Meets& meets, const Visit& visit, int node,
                    int first, int last) {

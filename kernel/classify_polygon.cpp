@@ -4,8 +4,9 @@
 #include <utility>
 
 #include "kernel/box_tree.h"
+#include "kernel/intersections.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
 
 namespace halvorn {

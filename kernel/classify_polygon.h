@@ -3,7 +3,7 @@
 #ifndef HALVORN_KERNEL_CLASSIFY_POLYGON_H
 #define HALVORN_KERNEL_CLASSIFY_POLYGON_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

@@ -8,10 +8,13 @@
 #include "kernel/assemble_rings.h"
 #include "kernel/box_tree.h"
 #include "kernel/edge_graph.h"
-#include "kernel/primitives.h"
+#include "kernel/intersections.h"
+#include "kernel/polygon_area.h"
 #include "kernel/split_ring.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
-#include "numeric/tolerance.h"
+#include "numeric/constants.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 

@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 
@@ -43,7 +43,7 @@ struct KPieces {
 /// Cost: n + k log k for k cut points, and d^2 for d edges that meet in one of them.
 /// @return positive with the pieces in the out-parameters, which the caller frees; 0 with 0 and
 ///         null for a line that misses or only touches the ring, for p1 and p2 coinciding within
-///         `tol` per axis, for coordinates that are not finite, when memory is exhausted. Never
+///         `tol` per axis, for coordinates that are not finite, and when memory is exhausted. Never
 ///         negative.
 int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint& p2, double tol,
                       int* count, int** ranges, KPoint** points);
@@ -53,8 +53,8 @@ int KCutPolygonByLine(const KPoint* ring, int n, const KPoint& p1, const KPoint&
 /// goes on from there. Segments that cross each other inside the ring are not supported: the pieces
 /// then overlap. Coordinates as for `KCutPolygonByLine`.
 ///
-/// With ncut = 0 the result is a copy of the ring under the one irregular count of the kernel:
-/// count is 2, the number of offsets [0, n], not of pieces.
+/// With ncut = 0 the result is a copy of the ring with the one irregular count of the kernel: it is
+/// 2, the number of offsets [0, n], not of pieces.
 ///
 /// Cost: for each of s segments N + k log k, where N counts the vertices and the points at which
 /// the lines of all earlier segments, in full length, meet the ring; k of them lie on this line;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "kernel/primitives.h"
-#include "numeric/tolerance.h"
+#include "kernel/vectors.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 
@@ -12,10 +12,6 @@ namespace {
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
-}
-
-bool IsLiveInList(const KEdgeList& edges, int e) {
-    return AbsValue(edges.points[2 * static_cast<std::ptrdiff_t>(e)].x) < UNDEFINED_VALUE;
 }
 
 void RemoveNeedles(double tol, KEdgeGraph* graph) {
@@ -81,8 +77,8 @@ struct Junctions {
     }
 };
 
-// Removes stretches that end freely, and those that end freely once these are gone. The polygon's
-// own edges never do: what `RemoveNeedles` keeps of the ring leaves every cut point as often as it
+// Removes stretches that end freely, and those that end freely once these are gone. The ring's own
+// edges never do: what `RemoveNeedles` keeps of the ring leaves every cut point as often as it
 // arrives there.
 int PruneDanglingStretches(KEdgeGraph* graph) {
     const KSplitRing& split = *graph->split;
@@ -130,22 +126,6 @@ int IndexOutgoing(KEdgeGraph* graph) {
 }
 
 }  // namespace
-
-int KFindDanglingEdge(const KEdgeList& edges, double tol) {
-    const auto isMatched = [&](int point, int edge) {
-        for (int i = 0; i < edges.pointCount; ++i) {
-            if (i / 2 != edge && KPointsEqualTol(edges.points[point], edges.points[i], tol)) {
-                return true;
-            }
-        }
-        return false;
-    };
-    for (int e = 0; 2 * e + 1 < edges.pointCount; ++e) {
-        if (!IsLiveInList(edges, e)) continue;
-        if (!isMatched(2 * e, e) || !isMatched(2 * e + 1, e)) return 2 * e;
-    }
-    return -1;
-}
 
 KSegment KEdgeGraph::Edge(int e) const {
     const int n = split->count;

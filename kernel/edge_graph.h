@@ -3,33 +3,21 @@
 #ifndef HALVORN_KERNEL_EDGE_GRAPH_H
 #define HALVORN_KERNEL_EDGE_GRAPH_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 #include "kernel/split_ring.h"
 #include "numeric/c_array.h"
 
 namespace halvorn {
 
-/// Directed edges, two points each: start and end of edge k at 2k and 2k + 1. An edge whose start x
-/// is +infinity or NaN is removed or used.
-struct KEdgeList {
-    const KPoint* points;
-    int pointCount;  ///< twice the number of edges
-};
-
-/// Returns the point index (even) of the first live edge with a free end, an end within `tol` per
-/// axis of no end of another edge, or -1. Cost: the square of the number of edges; the splits of
-/// this kernel count the ends at cut points instead.
-int KFindDanglingEdge(const KEdgeList& edges, double tol);
-
 /// Flag of an edge: where it came from.
 enum KEdgeFlags : unsigned int {
-    kPolygonEdge = 0,  ///< the polygon being cut
+    kPolygonEdge = 0,  ///< the ring being cut
     kCuttingEdge = 1   ///< the cutting line
 };
 
-/// The edges of a split ring, by number: the polygon's own first, in ring order, edge e from vertex
+/// The edges of a split ring, by number: the ring's own first, in their order, edge e from vertex
 /// e to the next; then each stretch of the cutting line there and back. Edge e is continued by edge
-/// e + 1, and the polygon's last by its first, wherever no cut point lies between. At every cut
+/// e + 1, and the ring's last by its first, wherever no cut point lies between. At every cut
 /// point as many live edges end as start; they coincide there within the tolerance, not to the last
 /// bit.
 ///

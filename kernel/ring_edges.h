@@ -3,7 +3,7 @@
 #ifndef HALVORN_KERNEL_RING_EDGES_H
 #define HALVORN_KERNEL_RING_EDGES_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
-#include "kernel/primitives.h"
-#include "numeric/tolerance.h"
+#include "kernel/vectors.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 
@@ -214,11 +214,7 @@ int FreeEnd(KSplitRing* split, const KCutLine& line, double t, double tol) {
 int AppendStretches(KSplitRing* split, const KCutLine& line, double tol, const LineWork& work) {
     const std::size_t capacity = Size(split->stretchCount) + Size(work.sumCount);
     if (capacity == 0) return 0;
-    auto* const grown =
-        static_cast<KStretch*>(std::realloc(split->stretches.get(), capacity * sizeof(KStretch)));
-    if (!grown) return kOutOfMemory;
-    static_cast<void>(split->stretches.release());
-    split->stretches.reset(grown);
+    if (!Resize(&split->stretches, capacity)) return kOutOfMemory;
     for (int k = 0; k + 1 < work.sumCount; ++k) {
         const CutPointSums& here = work.sums[Size(k)];
         const CutPointSums& next = work.sums[Size(k + 1)];

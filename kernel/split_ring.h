@@ -3,7 +3,7 @@
 #ifndef HALVORN_KERNEL_SPLIT_RING_H
 #define HALVORN_KERNEL_SPLIT_RING_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 #include "numeric/c_array.h"
 
 namespace halvorn {

@@ -4,24 +4,15 @@
 #include <utility>
 
 #include "kernel/box_tree.h"
-#include "kernel/classify_polygon.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
+#include "kernel/polygon_area.h"
+#include "kernel/vectors.h"
 #include "numeric/c_array.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 
 namespace {
-
-// Twice the signed area of a triangle [L^2], positive counter-clockwise; below 1e-12 it is 0.
-double CornerCross(const KPoint& a, const KPoint& b, const KPoint& c) {
-    KPoint in;
-    KPoint out;
-    KVectorDiff(&in, &a, &b);
-    KVectorDiff(&out, &b, &c);
-    const double cross = KCross(&in, &out);
-    return SignTol(cross, kZeroVector) == 0 ? 0.0 : cross;
-}
 
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
@@ -55,7 +46,7 @@ struct LiveRing {
 
     // Positive for a convex corner, 0 for a straight one, negative for a reflex one [L^2].
     double Turn(int i) const {
-        return CornerCross(ring[previous[At(i)]], ring[i], ring[next[At(i)]]) * reference;
+        return KCornerCross(ring[previous[At(i)]], ring[i], ring[next[At(i)]]) * reference;
     }
 
     void Enqueue(int i) {
@@ -198,41 +189,6 @@ int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, d
     }
     *count = written;
     return 0;
-}
-
-KPoint* KPolygonCentroid(KPoint* out, const KPoint* ring, int n, double tol) {
-    if (n < 1) return KMakePoint(out, 0.0, 0.0);
-    if (n == 1) return KMakePoint(out, ring[0].x, ring[0].y);
-    if (n == 2) return KMidpoint(out, &ring[0], &ring[1]);
-
-    KPoint sum{0.0, 0.0};
-    for (int i = 0; i < n; ++i) sum = KTranslatePoint(sum, ring[i]);
-    KMakePoint(out, sum.x / n, sum.y / n);
-    if (n == 3) return out;
-
-    const int classified = KClassifyPolygon(ring, n, tol);
-    if (classified != kSimplePolygon && classified != kConvexPolygon) return out;
-    const CArray<int> triangles = AllocateZeroed<int>(3 * (static_cast<std::size_t>(n) - 2));
-    int count = 0;
-    if (!triangles || KTriangulatePolygon(ring, n, triangles.get(), &count, tol) != 0) return out;
-
-    double area = 0.0;
-    KPoint moment{0.0, 0.0};
-    for (const int* triangle = triangles.get(); count > 0; --count, triangle += 3) {
-        const KPoint& a = ring[triangle[0]];
-        const KPoint& b = ring[triangle[1]];
-        const KPoint& c = ring[triangle[2]];
-        const double part = 0.5 * AbsValue(CornerCross(a, b, c));
-        area += part;
-        moment.x += part * ((b.x + a.x + c.x) / 3.0);
-        moment.y += part * ((b.y + a.y + c.y) / 3.0);
-    }
-    // An absolute difference of areas: shows whether triangles too thin to count are missing.
-    constexpr double kAreaAgreement = 0.01;
-    if (area != 0.0 && IsEqualTol(KPolygonArea(&ring->x, n), area, kAreaAgreement)) {
-        KMakePoint(out, moment.x / area, moment.y / area);
-    }
-    return out;
 }
 
 }  // namespace halvorn

@@ -1,9 +1,9 @@
 /// @file triangulate_polygon.h
-/// Triangles and centroid of a ring.
+/// Splits a ring into triangles.
 #ifndef HALVORN_KERNEL_TRIANGULATE_POLYGON_H
 #define HALVORN_KERNEL_TRIANGULATE_POLYGON_H
 
-#include "kernel/records.h"
+#include "kernel/kernel.h"
 
 namespace halvorn {
 
@@ -13,20 +13,11 @@ namespace halvorn {
 /// @return 0 (for n = 2 with no triangle), or with a count of 0: -1 when no triangulation is found,
 ///         -90 when memory is exhausted
 ///
-/// -1 need not mean that there is none when the ring is not simple or has edges of 1e-6 and
-/// shorter, whose corners pass for straight.
-/// Method: G. H. Meisters, "Polygons have ears", American Mathematical Monthly 82, 1975. Cost: at
-/// most 3 n corners are tried, each against the reflex vertices near its triangle: n log n for
-/// outlines that are drawn, n^2 at worst.
+/// -1 does not prove that there is none when the ring is not simple, or when it has edges of 1e-6
+/// or less, whose corners count as straight. Method: G. H. Meisters, "Polygons have ears", American
+/// Mathematical Monthly 82, 1975. Cost: at most 3 n corners are tried, each against the reflex
+/// vertices near its triangle: n log n for outlines that are drawn, n^2 at worst.
 int KTriangulatePolygon(const KPoint* ring, int n, int* triangles, int* count, double tol);
-
-/// Writes the centroid of a ring of n points into `out` and returns it.
-///
-/// For a ring that `KClassifyPolygon` finds valid and whose triangles account for its area within
-/// 0.01 [L^2, absolute], this is the area-weighted mean of the triangles; else, also when memory is
-/// exhausted, the average of the vertices. n = 0 gives (0, 0), n = 1 the point, n = 2
-/// the midpoint. Cost: that of `KClassifyPolygon` and `KTriangulatePolygon`.
-KPoint* KPolygonCentroid(KPoint* out, const KPoint* ring, int n, double tol);
 
 }  // namespace halvorn
 

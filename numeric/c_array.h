@@ -20,8 +20,8 @@ struct FreeDeleter {
 template <class T>
 using CArray = std::unique_ptr<T[], FreeDeleter>;
 
-/// Returns `count` zeroed elements, or null when memory is exhausted. A count of 0 may give null,
-/// too.
+/// Returns `count` zeroed elements, or null when memory is exhausted. A count of 0 may also give
+/// null.
 template <class T>
 CArray<T> AllocateZeroed(std::size_t count) noexcept {
     static_assert(std::is_trivial_v<T>, "calloc makes bytes, not objects");

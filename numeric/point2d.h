@@ -1,5 +1,5 @@
 /// @file point2d.h
-/// The 2-D point that every array of contours consists of.
+/// The 2-D point that contours are made of.
 #ifndef HALVORN_NUMERIC_POINT2D_H
 #define HALVORN_NUMERIC_POINT2D_H
 

@@ -1,5 +1,5 @@
 /// @file equal_area_axis.h
-/// The axis that halves a section's gross area, and the lever arms about an axis.
+/// The axis that halves a section's gross area.
 #ifndef HALVORN_PLASTIC_EQUAL_AREA_AXIS_H
 #define HALVORN_PLASTIC_EQUAL_AREA_AXIS_H
 
@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "contour/contour_record.h"
+#include "numeric/constants.h"
 #include "numeric/point2d.h"
-#include "plastic/section_split.h"
+#include "numeric/tolerance.h"
+#include "plastic/axis_direction.h"
 
 namespace halvorn {
 
@@ -69,11 +71,27 @@ private:
     double momentAbove_ = 0.0;
 };
 
-/// Returns the sum over all contours of flag x (first moments of its parts on the two sides of the
-/// axis at `pos`, both positive) [L^3]. `pos` and all coordinates are relative to `origin`. One
-/// pass that skips contours of flag 0; no allocation.
-double SumOfLeverArms(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
-                      double pos);
+/// Returns the position relative to `origin` of the line with equal gross areas on its two sides
+/// [L]: by bisection, until they differ by less than 1e-7 (absolute), or at the 51st line.
+/// @param onLine called as onLine(number, position, areas) for each line tried, from number 0
+/// @throws std::bad_alloc
+template <class OnLine>
+double FindEqualAreaAxis(const std::list<ContourRecord>& contours, int iDir, const point2D& origin,
+                         const OnLine& onLine) {
+    EqualAreaBracket bracket(contours, iDir, origin);
+    for (int i = 0;; ++i) {
+        const double pos = bracket.Middle();
+        const SideAreas areas = bracket.AreasAt(pos);
+        onLine(i, pos, areas);
+        const int balance = CompareTol(areas.high, areas.low, kBalancedAreas);
+        if (balance == 0 || i >= kMostBisections) return pos;
+        if (balance < 0) {
+            bracket.LowerTop(pos);
+        } else {
+            bracket.RaiseBottom(pos);
+        }
+    }
+}
 
 }  // namespace halvorn
 

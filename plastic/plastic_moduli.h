@@ -7,7 +7,6 @@
 #include <string>
 
 #include "contour/contour_record.h"
-#include "plastic/section_split.h"
 
 namespace halvorn {
 
@@ -19,28 +18,25 @@ namespace halvorn {
 /// hole's area counts in the balance, its weight is 0: the modulus of a solid with a hole is the
 /// solid's. A keyhole ring gives the net value.
 ///
-/// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h);
-/// only the web parts need pieces. Coordinates are taken relative to the section's first point, so
-/// that digits do not depend on how far away the host's origin is. Cost for each axis: a pass that
-/// collects the edges, one for each line tried over those that can still meet a line, and one for
-/// the lever arms.
+/// Areas and lever arms are integrals over the edges beyond a line (plastic/equal_area_axis.h,
+/// plastic/lever_arms.h); only the web parts need pieces. Coordinates are taken relative to the
+/// section's first point, so that digits do not depend on how far away the host's origin is. Cost
+/// for each axis: a pass that collects the edges, one for each line tried over those that can still
+/// meet a line, and one for the lever arms.
 /// @param wplx     about the horizontal axis [L^3]; when null, or wply is, nothing is done
 /// @param wply     about the vertical axis [L^3]
 /// @param webPartX part of wplx that comes from pieces whose longest edge stands across the axis;
 ///                 computed only when both web pointers are given
 /// @param webPartY likewise of wply
-/// @param trace    when given, receives the protocol of the search: positions x 1000 as [mm], areas
+/// @param trace    when given, receives a log of the search: positions x 1000 as [mm], areas
 ///                 x 1e6 as [mm2], moduli x 1e6 as [cm^3], as for input in metres
 /// @throws std::bad_alloc, std::length_error; the outputs may then hold the first modulus only
 void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply,
                           double* webPartX, double* webPartY, std::string* trace = nullptr);
 
-/// The same moduli alone; neither pointer may be null.
-void ComputePlasticModuli(const std::list<ContourRecord>& contours, double* wplx, double* wply);
-
-/// Returns `value` in fixed notation with `precision` digits after the point (none below 0), in the
-/// classic locale whatever the host's is.
-std::string FormatFixed(double value, int precision);
+/// Computes the same moduli alone; neither pointer may be null.
+void ComputePlasticModuliAlone(const std::list<ContourRecord>& contours, double* wplx,
+                               double* wply);
 
 }  // namespace halvorn
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "numeric/tolerance.h"
+#include "numeric/scalar.h"
 
 namespace halvorn {
 

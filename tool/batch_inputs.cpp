@@ -86,8 +86,7 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments,
         const std::vector<std::string> row = cells();
         if (row.size() == 1 && row[0].empty()) continue;
         if (index >= row.size() || row[index].empty()) {
-            const InputError fault(path + ": line " + std::to_string(number),
-                                   "the column \"name\" is empty",
+            const InputError fault(path, number, "the column \"name\" is empty",
                                    "name a profile or a section file");
             complain(fault.what());
             ++faults;

@@ -51,6 +51,7 @@ std::string IsPlainNumber(const std::string& text) {
 
 std::vector<std::string> UnitNames() {
     std::vector<std::string> names;
+    names.reserve(kLengthUnits.size());
     for (const LengthUnit& length : kLengthUnits) names.emplace_back(length.name);
     return names;
 }

@@ -21,26 +21,26 @@ std::string Changed(const Dimension& dimension) {
     return field.empty() ? std::string("the ") + dimension.name : "\"" + field + "\"";
 }
 
+void RequireSign(bool mayBeZero, const char* shape, std::initializer_list<Dimension> dimensions) {
+    for (const Dimension& dimension : dimensions) {
+        const double value = dimension.value;
+        if (std::isfinite(value) && (value > 0.0 || (mayBeZero && value == 0.0))) continue;
+        Refuse(shape, dimension, mayBeZero ? "0 or a positive number" : "a positive number",
+               "make " + Changed(dimension) + " larger");
+    }
+}
+
 }  // namespace
 
 DimensionError::DimensionError(const std::string& problem, std::string field, std::string remedy)
     : std::invalid_argument(problem), field_(std::move(field)), remedy_(std::move(remedy)) {}
 
 void RequirePositive(const char* shape, std::initializer_list<Dimension> dimensions) {
-    for (const Dimension& dimension : dimensions) {
-        if (!std::isfinite(dimension.value) || dimension.value <= 0.0) {
-            Refuse(shape, dimension, "a positive number", "make " + Changed(dimension) + " larger");
-        }
-    }
+    RequireSign(false, shape, dimensions);
 }
 
 void RequireNotNegative(const char* shape, std::initializer_list<Dimension> dimensions) {
-    for (const Dimension& dimension : dimensions) {
-        if (!std::isfinite(dimension.value) || dimension.value < 0.0) {
-            Refuse(shape, dimension, "0 or a positive number",
-                   "make " + Changed(dimension) + " larger");
-        }
-    }
+    RequireSign(true, shape, dimensions);
 }
 
 void RequireSmaller(const char* shape, const Dimension& smaller, const Dimension& larger) {

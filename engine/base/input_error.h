@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_BASE_INPUT_ERROR_H
 #define HALVORN_ENGINE_BASE_INPUT_ERROR_H
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 
@@ -13,6 +14,10 @@ class InputError : public std::runtime_error {
 public:
     InputError(const std::string& place, const std::string& problem, const std::string& remedy)
         : std::runtime_error(place + ": " + problem + "; " + remedy) {}
+    /// @param line  of the text of that source, from 1
+    InputError(const std::string& source, std::size_t line, const std::string& problem,
+               const std::string& remedy)
+        : InputError(source + ": line " + std::to_string(line), problem, remedy) {}
 };
 
 }  // namespace halvorn::engine

@@ -1,5 +1,6 @@
 #include "base/text.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -109,11 +110,32 @@ std::string Trimmed(std::string_view text, std::string_view what) {
     return std::string(TrimmedView(text, what));
 }
 
-std::string InSmallLetters(std::string text) {
-    for (char& c : text) {
+std::string InSmallLetters(std::string_view text) {
+    std::string letters(text);
+    for (char& c : letters) {
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
     }
-    return text;
+    return letters;
+}
+
+std::string InCapitals(std::string_view text) {
+    std::string letters(text);
+    for (char& c : letters) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return letters;
+}
+
+std::string WithReplaced(std::string_view text,
+                         std::initializer_list<std::pair<char, std::string_view>> replacements) {
+    std::string replaced;
+    for (const char c : text) {
+        const auto* const found =
+            std::find_if(replacements.begin(), replacements.end(),
+                         [c](const auto& replacement) { return replacement.first == c; });
+        replaced += found == replacements.end() ? std::string_view(&c, 1) : found->second;
+    }
+    return replaced;
 }
 
 std::string SingleLine(std::string_view text) {

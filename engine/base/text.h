@@ -3,8 +3,10 @@
 #ifndef HALVORN_ENGINE_BASE_TEXT_H
 #define HALVORN_ENGINE_BASE_TEXT_H
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace halvorn::engine {
 
@@ -19,7 +21,14 @@ std::string Trimmed(std::string_view text, std::string_view what = " \t\r");
 std::string_view TrimmedView(std::string_view text, std::string_view what = " \t\r");
 
 /// Returns a text with A to Z as a to z.
-std::string InSmallLetters(std::string text);
+std::string InSmallLetters(std::string_view text);
+
+/// Returns a text with a to z as A to Z.
+std::string InCapitals(std::string_view text);
+
+/// Returns a text with some of its characters written in another way, as `&` is in XML.
+std::string WithReplaced(std::string_view text,
+                         std::initializer_list<std::pair<char, std::string_view>> replacements);
 
 /// Returns how messages call the input: its path, or "standard input" for "-".
 std::string SourceName(const std::string& path);

@@ -103,20 +103,6 @@ shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) 
     }
 }
 
-Element MakeElement(const CsvRecord& row, const std::vector<double>& ring, double factor) {
-    Element element;
-    element.label = row.Text("name");
-    element.ring = PointsOf(ring);
-    for (auto& [x, y] : element.ring) {
-        x *= factor;
-        y *= factor;
-    }
-    const bool isHollow = row.Text("type") == "rhs" || row.Text("type") == "chs";
-    element.thinWall = {ThinWallTorsionOf(row) * std::pow(factor, 4),
-                        isHollow ? "4 Am^2 t / s" : "sum of b t^3 / 3"};
-    return element;
-}
-
 }  // namespace
 
 bool IsCatalogueProfile(std::string_view name) {
@@ -185,19 +171,17 @@ std::vector<Element> CatalogueElements(std::string_view name, const std::string&
     const CsvRecord* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
     const double factor = MetresPer("mm") / MetresPer(unit);
-    const shapes::Outline outline = Draw(*row, division.Scaled(1.0 / factor));
+    const shapes::Outline drawn = Draw(*row, division.Scaled(1.0 / factor));
+    std::vector<Element> elements = ElementsOf(drawn);
     if (wantsPublishedValues) {
-        Element element = MakeElement(*row, KeyholeRing(outline), factor);
-        element.given = PublishedValues(*row, outline);
-        Scale(factor, &*element.given);
-        return {element};
+        elements.resize(1);
+        elements.front().ring = KeyholeRing(drawn);
+        elements.front().given = PublishedValues(*row, drawn);
+        Scale(factor, &*elements.front().given);
     }
-    std::vector<Element> elements = {MakeElement(*row, outline.solid, factor)};
-    if (!outline.hole.empty()) {
-        elements.push_back(MakeElement(*row, outline.hole, factor));
-        elements.back().isSolid = false;
-        elements.back().insideOf = 0;
-        elements.back().thinWall.reset();
+    for (Element& element : elements) {
+        element.label = row->Text("name");
+        for (Point& point : element.ring) point = factor * point;
     }
     return elements;
 }

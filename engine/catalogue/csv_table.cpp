@@ -1,10 +1,10 @@
 #include "catalogue/csv_table.h"
 
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 
 #include "base/numbers.h"
+#include "base/text.h"
 
 namespace halvorn::engine {
 
@@ -64,14 +64,12 @@ std::optional<double> CsvRecord::Number(const std::string& column) const {
     return value;
 }
 
-namespace {
-
-std::vector<CsvRecord> ReadRows(std::istream& stream) {
+std::vector<CsvRecord> ParseCsv(const std::string& text) {
+    std::istringstream stream(WithLineFeeds(text));
     std::vector<std::string> columns;
     std::vector<CsvRecord> rows;
     std::string line;
     for (int number = 1; std::getline(stream, line); ++number) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
         if (line.empty()) continue;
         std::vector<std::string> cells = SplitCsvLine(line);
         if (columns.empty()) {
@@ -81,19 +79,6 @@ std::vector<CsvRecord> ReadRows(std::istream& stream) {
         }
     }
     return rows;
-}
-
-}  // namespace
-
-std::vector<CsvRecord> ReadCsv(const std::string& path) {
-    std::ifstream file(path);
-    if (!file) throw std::runtime_error("cannot read " + path);
-    return ReadRows(file);
-}
-
-std::vector<CsvRecord> ParseCsv(const std::string& text) {
-    std::istringstream stream(text);
-    return ReadRows(stream);
 }
 
 }  // namespace halvorn::engine

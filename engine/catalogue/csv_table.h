@@ -1,5 +1,5 @@
 /// @file csv_table.h
-/// Tables read from files of comma-separated values.
+/// Tables of comma-separated values.
 #ifndef HALVORN_ENGINE_CATALOGUE_CSV_TABLE_H
 #define HALVORN_ENGINE_CATALOGUE_CSV_TABLE_H
 
@@ -34,14 +34,8 @@ std::vector<std::string> SplitCsvLine(const std::string& line, char separator = 
 /// Returns what separates the cells of a line: a semicolon or a tab where there is one.
 char CsvSeparatorOf(const std::string& line);
 
-/// Reads a table whose first line names the columns. Lines may end in LF or CR LF; empty lines are
-/// skipped.
-/// @throws std::runtime_error when the file cannot be read or a line has another number of cells
-///         than the first
-std::vector<CsvRecord> ReadCsv(const std::string& path);
-
-/// Returns the table written in a text.
-/// @throws std::runtime_error as `ReadCsv`
+/// Returns the rows of a text whose first line names the columns; empty lines are skipped.
+/// @throws std::runtime_error when a line has another number of cells than the first
 std::vector<CsvRecord> ParseCsv(const std::string& text);
 
 }  // namespace halvorn::engine

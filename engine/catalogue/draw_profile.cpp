@@ -1,99 +1,76 @@
 #include "catalogue/draw_profile.h"
 
+#include <algorithm>
 #include <stdexcept>
-
-#include "shapes/thin_wall_torsion.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-double Dimension(const CsvRecord& row, const char* column) {
-    const std::optional<double> value = row.Number(column);
-    if (!value) throw std::runtime_error(std::string("the dimension ") + column + " is missing");
-    return *value;
-}
+struct Column {
+    const char* name;
+    const char* key;  // of the shape's dimension
+};
 
-shapes::FlangedProfile Flanged(const CsvRecord& row, const char* rootRadius) {
-    return {Dimension(row, "h"), Dimension(row, "b"), Dimension(row, "tw"), Dimension(row, "tf"),
-            Dimension(row, rootRadius)};
-}
+// A type of the table: its shape, and where the table has its dimensions.
+struct ProfileType {
+    std::string_view name;
+    std::string_view shape;
+    std::vector<Column> columns;
+};
 
-shapes::FlangedProfile Tapered(const CsvRecord& row) {
-    shapes::FlangedProfile profile = Flanged(row, "r_root");
-    profile.taper = {Dimension(row, "slope"), Dimension(row, "tf_at_from_toe"),
-                     Dimension(row, "r_toe")};
-    return profile;
-}
-
-// Calls `visit` with the dimensions of the row's profile, whose type tells what it is; a flanged
-// one comes with whether it is a channel.
-template <typename Visit>
-auto VisitProfile(const CsvRecord& row, const Visit& visit) {
+const ProfileType& TypeOf(const CsvRecord& row) {
+    static const std::vector<Column> kFlanged = {
+        {"h", "height"}, {"b", "width"}, {"tw", "web"}, {"tf", "flange"}, {"r", "root_radius"}};
+    static const std::vector<Column> kTapered = {{"h", "height"},
+                                                 {"b", "width"},
+                                                 {"tw", "web"},
+                                                 {"tf", "flange"},
+                                                 {"r_root", "root_radius"},
+                                                 {"slope", "flange_slope"},
+                                                 {"tf_at_from_toe", "flange_at_from_toe"},
+                                                 {"r_toe", "toe_radius"}};
+    static const std::vector<ProfileType> kTypes = {
+        {"i", "i", kFlanged},
+        {"channel", "channel", kFlanged},
+        {"taper_i", "i", kTapered},
+        {"taper_channel", "channel", kTapered},
+        {"angle",
+         "angle",
+         {{"h", "height"},
+          {"b", "width"},
+          {"t", "thickness"},
+          {"r_root", "root_radius"},
+          {"r_toe", "toe_radius"}}},
+        {"rhs",
+         "rhs",
+         {{"h", "height"},
+          {"b", "width"},
+          {"t", "thickness"},
+          {"r_out", "outer_radius"},
+          {"r_in", "inner_radius"}}},
+        {"chs", "chs", {{"h", "diameter"}, {"t", "thickness"}}},
+    };
     const std::string& type = row.Text("type");
-    if (type == "i") return visit(Flanged(row, "r"), false);
-    if (type == "channel") return visit(Flanged(row, "r"), true);
-    if (type == "taper_i") return visit(Tapered(row), false);
-    if (type == "taper_channel") return visit(Tapered(row), true);
-    if (type == "angle") {
-        return visit(
-            shapes::AngleProfile{Dimension(row, "h"), Dimension(row, "b"), Dimension(row, "t"),
-                                 Dimension(row, "r_root"), Dimension(row, "r_toe")},
-            false);
-    }
-    if (type == "rhs") {
-        return visit(shapes::RectangularHollowProfile{Dimension(row, "h"), Dimension(row, "b"),
-                                                      Dimension(row, "t"), Dimension(row, "r_out"),
-                                                      Dimension(row, "r_in")},
-                     false);
-    }
-    if (type == "chs") {
-        return visit(shapes::CircularHollowProfile{Dimension(row, "h"), Dimension(row, "t")},
-                     false);
-    }
-    throw std::runtime_error("unknown profile type '" + type + "'");
+    const auto found = std::find_if(kTypes.begin(), kTypes.end(),
+                                    [&](const ProfileType& known) { return known.name == type; });
+    if (found == kTypes.end()) throw std::runtime_error("unknown profile type '" + type + "'");
+    return *found;
 }
-
-struct Drawing {
-    const shapes::ArcDivision& division;
-
-    shapes::Outline operator()(const shapes::FlangedProfile& profile, bool isChannel) const {
-        return isChannel ? DrawChannel(profile, division) : DrawISection(profile, division);
-    }
-    shapes::Outline operator()(const shapes::AngleProfile& profile, bool) const {
-        return DrawAngle(profile, division);
-    }
-    shapes::Outline operator()(const shapes::RectangularHollowProfile& profile, bool) const {
-        return DrawRectangularHollow(profile, division);
-    }
-    shapes::Outline operator()(const shapes::CircularHollowProfile& profile, bool) const {
-        return DrawCircularHollow(profile, division);
-    }
-};
-
-struct Torsion {
-    double operator()(const shapes::FlangedProfile& profile, bool isChannel) const {
-        return isChannel ? ChannelTorsion(profile) : ISectionTorsion(profile);
-    }
-    double operator()(const shapes::AngleProfile& profile, bool) const {
-        return AngleTorsion(profile);
-    }
-    double operator()(const shapes::RectangularHollowProfile& profile, bool) const {
-        return RectangularHollowTorsion(profile);
-    }
-    double operator()(const shapes::CircularHollowProfile& profile, bool) const {
-        return CircularHollowTorsion(profile);
-    }
-};
 
 }  // namespace
 
 shapes::Outline DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division) {
-    return VisitProfile(row, Drawing{division});
-}
-
-double ThinWallTorsionOf(const CsvRecord& row) {
-    return VisitProfile(row, Torsion{});
+    const ProfileType& type = TypeOf(row);
+    shapes::Dimensions dimensions;
+    for (const auto& [column, key] : type.columns) {
+        const std::optional<double> value = row.Number(column);
+        if (!value) {
+            throw std::runtime_error(std::string("the dimension ") + column + " is missing");
+        }
+        dimensions.Set(key, *value);
+    }
+    return shapes::ShapeKindOf(type.shape).draw(dimensions, division);
 }
 
 }  // namespace halvorn::engine

@@ -4,7 +4,7 @@
 #define HALVORN_ENGINE_CATALOGUE_DRAW_PROFILE_H
 
 #include "catalogue/csv_table.h"
-#include "shapes/profiles.h"
+#include "shapes/shape_kinds.h"
 
 namespace halvorn::engine {
 
@@ -13,10 +13,6 @@ namespace halvorn::engine {
 /// @throws std::runtime_error for an unknown type or a missing dimension, std::invalid_argument
 ///         for dimensions that do not fit together
 shapes::Outline DrawProfile(const CsvRecord& row, const shapes::ArcDivision& division);
-
-/// Returns the thin-wall estimate of the torsion constant of the same profile [L^4].
-/// @throws as `DrawProfile`
-double ThinWallTorsionOf(const CsvRecord& row);
 
 }  // namespace halvorn::engine
 

@@ -1,9 +1,10 @@
 #include "catalogue/profile_names.h"
 
 #include <algorithm>
-#include <cctype>
 #include <numeric>
 #include <vector>
+
+#include "base/text.h"
 
 namespace halvorn::engine {
 
@@ -51,6 +52,7 @@ std::string WithAllSides(const std::string& text) {
 
 std::string CanonicalProfileName(std::string_view name) {
     constexpr std::string_view kTimes = "\xC3\x97";  // the multiplication sign in UTF-8
+    constexpr std::string_view kLeftOut = " \t\n\v\f\r-_";
     std::string text;
     for (std::size_t i = 0; i < name.size(); ++i) {
         if (name.substr(i, kTimes.size()) == kTimes) {
@@ -58,11 +60,10 @@ std::string CanonicalProfileName(std::string_view name) {
             i += kTimes.size() - 1;
             continue;
         }
-        const auto c = static_cast<unsigned char>(name[i]);
-        if (std::isspace(c) != 0 || c == '-' || c == '_') continue;
-        text += c == '*' ? 'X' : c == ',' ? '.' : static_cast<char>(std::toupper(c));
+        const char c = name[i];
+        if (kLeftOut.find(c) == std::string_view::npos) text += c == '*' ? 'X' : c == ',' ? '.' : c;
     }
-    return WithAllSides(WithoutEmptyDecimals(text));
+    return WithAllSides(WithoutEmptyDecimals(InCapitals(text)));
 }
 
 std::string WithSidesSwapped(const std::string& canonicalName) {

@@ -48,11 +48,10 @@ std::vector<NeutralAxis> NeutralAxes(const Sheet& sheet, bool isHorizontal) {
         const char* key;
     };
     const std::array<Source, 2> sources =
-        isHorizontal
-            ? std::array<Source, 2>{{{LineKind::Elastic, kElastic, "centroid_y"},
-                                     {LineKind::Plastic, kPlastic, "plastic_axis_y"}}}
-            : std::array<Source, 2>{{{LineKind::Elastic, kElastic, "centroid_x"},
-                                     {LineKind::Plastic, kPlastic, "plastic_axis_x"}}};
+        isHorizontal ? std::array<Source, 2>{{{LineKind::Elastic, kElastic, "centroid_y"},
+                                              {LineKind::Plastic, kPlastic, "plastic_axis_y"}}}
+                     : std::array<Source, 2>{{{LineKind::Elastic, kElastic, "centroid_x"},
+                                              {LineKind::Plastic, kPlastic, "plastic_axis_x"}}};
     std::vector<NeutralAxis> axes;
     for (const Source& source : sources) {
         const Value* const value = sheet.report.Find(source.key);
@@ -60,7 +59,7 @@ std::vector<NeutralAxis> NeutralAxes(const Sheet& sheet, bool isHorizontal) {
         const Spot spot = sheet.ToPage(value->number, value->number);
         const double at = isHorizontal ? spot.y : spot.x;
         // Far outside the section, where holes outweigh solids, there is nothing to draw it on.
-        const Box room = sheet.content.Grown(kOverhang);
+        const PageBox room = sheet.content.Grown(kOverhang);
         const bool isInside = isHorizontal ? room.top <= at && at <= room.bottom
                                            : room.left <= at && at <= room.right;
         if (isInside) axes.push_back({source.kind, source.label, at});
@@ -86,7 +85,7 @@ std::vector<double> Spread(std::vector<double> places, const std::vector<double>
 void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
     constexpr double kLeader = 11.0;
     const std::vector<NeutralAxis> axes = NeutralAxes(sheet, isHorizontal);
-    const Box reach = sheet.content.Grown(kOverhang);
+    const PageBox reach = sheet.content.Grown(kOverhang);
     std::vector<double> wanted;
     std::vector<double> sizes;
     for (const NeutralAxis& axis : axes) {
@@ -130,7 +129,7 @@ void AddPrincipalAxes(Sheet& sheet) {
     const std::optional<Spot> centre = CentroidOnPage(sheet);
     const std::optional<double> angle = PrincipalAngle(sheet.report);
     if (!centre || !angle) return;
-    const Box reach = sheet.content.Grown(kOverhang);
+    const PageBox reach = sheet.content.Grown(kOverhang);
     const double far = reach.Width() + reach.Height();
     std::vector<std::pair<Spot, Spot>> axes;
     for (const double turn : {0.0, 90.0}) {

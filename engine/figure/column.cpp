@@ -65,13 +65,13 @@ std::vector<ValueRow> ValueRows(const Report& report) {
     for (const std::string_view key : kShownKeys) {
         const Value* const value = report.Find(key);
         if (value == nullptr) continue;
-        rows.push_back({Symbol(value->symbol),
-                        Number(value->number, kDigits, kPlainBelow), Unit(value->unit)});
+        rows.push_back({Symbol(value->symbol), Number(value->number, kDigits, kPlainBelow),
+                        Unit(value->unit)});
     }
     return rows;
 }
 
-Box AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner) {
+PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner) {
     constexpr double kGap = 10.0;
     const double numbersEnd = corner.x + Widest(rows, &ValueRow::symbol, sheet.measure) + kGap +
                               Widest(rows, &ValueRow::number, sheet.measure);

@@ -28,8 +28,8 @@ struct Direction {
 double NearestAt(const Sheet& sheet, const Direction& direction, double end) {
     const double close = 1e-9 * std::max(sheet.Width(), sheet.Height());
     double nearest = std::numeric_limits<double>::infinity();
-    for (const Ring& ring : sheet.rings) {
-        for (const auto& [x, y] : ring.points) {
+    for (const Element& element : sheet.report.section.elements) {
+        for (const auto& [x, y] : element.ring) {
             if (std::fabs((direction.isWidth ? x : y) - end) > close) continue;
             nearest = std::min(nearest, direction.isWidth ? y : x);
         }
@@ -77,14 +77,14 @@ void AddDimensions(Sheet& sheet) {
     const std::string unit = " " + sheet.report.section.unit;
     const Direction width{true};
     const double below = sheet.content.bottom + kOverhang + 15.0;
-    AddExtension(sheet, width, sheet.xMin, below);
-    AddExtension(sheet, width, sheet.xMax, below);
+    AddExtension(sheet, width, sheet.bounds.left, below);
+    AddExtension(sheet, width, sheet.bounds.right, below);
     AddDimension(sheet, width, sheet.section.left, sheet.section.right, below,
                  Joined(Coordinate(sheet, sheet.Width()), {{unit}}));
     const Direction height{false};
     const double beside = sheet.content.left - kOverhang - 8.0;
-    AddExtension(sheet, height, sheet.yMin, beside);
-    AddExtension(sheet, height, sheet.yMax, beside);
+    AddExtension(sheet, height, sheet.bounds.bottom, beside);
+    AddExtension(sheet, height, sheet.bounds.top, beside);
     AddDimension(sheet, height, sheet.section.top, sheet.section.bottom, beside,
                  Joined(Coordinate(sheet, sheet.Height()), {{unit}}));
 }

@@ -24,7 +24,7 @@ double PainOf(LineKind kind) {
     }
 }
 
-double PainAt(const Sheet& sheet, const Box& box) {
+double PainAt(const Sheet& sheet, const PageBox& box) {
     constexpr double kOverText = 1000.0;
     constexpr double kMarkRadius = 5.0;
     double pain = 0.0;
@@ -69,8 +69,8 @@ void AddFreeLabel(Sheet& sheet, const Runs& runs, const std::vector<Spot>& place
                 Label label{runs, {to.x, to.y + 0.3 * kTextSize}, kTextSize};
                 if (std::cos(angle) < -0.1) label.anchor = Anchor::Right;
                 if (std::fabs(std::cos(angle)) <= 0.1) label.anchor = Anchor::Centre;
-                const Box box = BoxOf(label, sheet.measure);
-                const Box& room = sheet.page.drawing;
+                const PageBox box = BoxOf(label, sheet.measure);
+                const PageBox& room = sheet.page.drawing;
                 if (!room.Holds({box.left, box.top}) || !room.Holds({box.right, box.bottom})) {
                     continue;
                 }
@@ -82,7 +82,7 @@ void AddFreeLabel(Sheet& sheet, const Runs& runs, const std::vector<Spot>& place
             }
         }
     }
-    const Box box = BoxOf(best, sheet.measure);
+    const PageBox box = BoxOf(best, sheet.measure);
     const Spot end = {std::clamp(bestPlace.x, box.left - 1.0, box.right + 1.0),
                       std::clamp(bestPlace.y, box.top, box.bottom)};
     constexpr double kApart = 10.0;

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "base/input_error.h"
 #include "figure/sheet.h"
 #include "figure/text.h"
+#include "model/outlines.h"
 
 namespace halvorn::engine::figure {
 
@@ -28,39 +28,29 @@ double FooterRoom(const Sheet& sheet) {
 
 // What lies beside the section and its coordinate arrows: dimensions on the left and below, axes
 // and their labels on the right and above.
-Box Surroundings(const Sheet& sheet) {
+PageBox Surroundings(const Sheet& sheet) {
     const double labels = AxisLabelRoom(sheet.report, sheet.measure);
     return {kOverhang + 22.0, kOverhang + 26.0, kOverhang + 14.0 + labels, kOverhang + 20.0};
 }
 
 void MeasureSection(Sheet& sheet) {
-    constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    sheet.xMin = sheet.yMin = kInfinity;
-    sheet.xMax = sheet.yMax = -kInfinity;
-    for (const Ring& ring : sheet.rings) {
-        for (const auto& [x, y] : ring.points) {
-            sheet.xMin = std::min(sheet.xMin, x);
-            sheet.xMax = std::max(sheet.xMax, x);
-            sheet.yMin = std::min(sheet.yMin, y);
-            sheet.yMax = std::max(sheet.yMax, y);
-        }
-    }
+    sheet.bounds = BoxOf(sheet.report.section.elements);
     if (!std::isfinite(sheet.Width()) || !std::isfinite(sheet.Height())) {
         throw InputError(sheet.report.section.source, "the section is too large to be drawn",
                          "give it in a larger unit");
     }
     // The origin belongs in the drawing unless the section would shrink much for it.
     constexpr double kShrink = 1.3;
-    const double width = std::max(sheet.xMax, 0.0) - std::min(sheet.xMin, 0.0);
-    const double height = std::max(sheet.yMax, 0.0) - std::min(sheet.yMin, 0.0);
+    const double width = std::max(sheet.bounds.right, 0.0) - std::min(sheet.bounds.left, 0.0);
+    const double height = std::max(sheet.bounds.top, 0.0) - std::min(sheet.bounds.bottom, 0.0);
     sheet.hasOrigin = std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
 }
 
 // Section and coordinate arrows at a scale, relative to the section's lower left corner.
-Box ContentAt(const Sheet& sheet, double scale) {
-    Box box = {0.0, -sheet.Height() * scale, sheet.Width() * scale, 0.0};
+PageBox ContentAt(const Sheet& sheet, double scale) {
+    PageBox box = {0.0, -sheet.Height() * scale, sheet.Width() * scale, 0.0};
     if (!sheet.hasOrigin) return box;
-    const Spot origin = {-sheet.xMin * scale, sheet.yMin * scale};
+    const Spot origin = {-sheet.bounds.left * scale, sheet.bounds.bottom * scale};
     box.left = std::min(box.left, origin.x);
     box.top = std::min(box.top, origin.y - kOriginRoom);
     box.right = std::max(box.right, origin.x + kOriginRoom);
@@ -77,7 +67,7 @@ double FittingScale(const Sheet& sheet, double width, double height) {
     constexpr int kHalvings = 60;
     for (int i = 0; i < kHalvings; ++i) {
         const double middle = i == 0 ? high : 0.5 * (low + high);
-        const Box box = ContentAt(sheet, middle);
+        const PageBox box = ContentAt(sheet, middle);
         (box.Width() <= width && box.Height() <= height ? low : high) = middle;
     }
     return low;
@@ -85,10 +75,10 @@ double FittingScale(const Sheet& sheet, double width, double height) {
 
 // Chooses scale and drawing area and puts the section into its middle.
 void Place(Sheet& sheet, double columnHeight) {
-    const Box around = Surroundings(sheet);
+    const PageBox around = Surroundings(sheet);
     sheet.scale = FittingScale(sheet, kMostWidth - around.left - around.right,
                                kMostHeight - around.top - around.bottom);
-    const Box box = ContentAt(sheet, sheet.scale);
+    const PageBox box = ContentAt(sheet, sheet.scale);
     const double width = std::max(kLeastWidth, around.left + box.Width() + around.right);
     const double height = std::max({kLeastHeight, around.top + box.Height() + around.bottom,
                                     std::min(columnHeight - FooterRoom(sheet), kMostHeight)});
@@ -105,7 +95,7 @@ void Place(Sheet& sheet, double columnHeight) {
 
 // The scale bar on the right, and on the left the coordinate arrows when the origin is far away.
 void AddFooter(Sheet& sheet) {
-    const Box& drawing = sheet.page.drawing;
+    const PageBox& drawing = sheet.page.drawing;
     const std::string unit = " " + sheet.report.section.unit;
     const double baseline = drawing.bottom + FooterRoom(sheet) - (sheet.hasOrigin ? 6.0 : 10.0);
     const double length = RoundLength(0.3 * drawing.Width() / sheet.scale);
@@ -132,8 +122,8 @@ void AddFooter(Sheet& sheet) {
         sheet.Write(text, {textStart, baseline - up * kNoteLine}, kNoteSize);
     };
     note({{"section's lower left:"}}, 2.0);
-    note(Joined(Joined({{"x = "}}, Coordinate(sheet, sheet.xMin)), {{unit}}), 1.0);
-    note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.yMin)), {{unit}}), 0.0);
+    note(Joined(Joined({{"x = "}}, Coordinate(sheet, sheet.bounds.left)), {{unit}}), 1.0);
+    note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.bounds.bottom)), {{unit}}), 0.0);
 }
 
 void AddTitle(Sheet& sheet) {
@@ -173,7 +163,6 @@ double RoundLength(double most) {
 
 Page LayOut(const Report& report, const MeasureText& measure) {
     Sheet sheet{report, measure};
-    sheet.rings = RingsOf(report.section);
     MeasureSection(sheet);
     const std::vector<ValueRow> rows = ValueRows(report);
     constexpr double kLegendRows = 4.0;
@@ -185,8 +174,8 @@ Page LayOut(const Report& report, const MeasureText& measure) {
     AddAxes(sheet);
     AddCentroid(sheet);
     AddFooter(sheet);
-    const Box& drawing = sheet.page.drawing;
-    const Box column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
+    const PageBox& drawing = sheet.page.drawing;
+    const PageBox column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
     sheet.page.width = column.right + kMargin;
     sheet.page.height = std::max(drawing.bottom + FooterRoom(sheet), column.bottom) + kMargin;
     AddTitle(sheet);

@@ -11,14 +11,6 @@ using Edge = std::pair<Point, Point>;
 
 }  // namespace
 
-std::vector<Ring> RingsOf(const SectionModel& section) {
-    std::vector<Ring> rings;
-    for (const Element& element : section.elements) {
-        rings.push_back({element.ring, element.isSolid});
-    }
-    return rings;
-}
-
 std::vector<Stretch> WithoutBridges(const Points& ring) {
     const std::size_t n = ring.size();
     std::vector<Edge> edges;

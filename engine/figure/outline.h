@@ -1,22 +1,13 @@
 /// @file outline.h
-/// What of a section is drawn: rings, the faces of walls, edges that are no outline.
+/// What of a ring is outline: its edges without bridges.
 #ifndef HALVORN_ENGINE_FIGURE_OUTLINE_H
 #define HALVORN_ENGINE_FIGURE_OUTLINE_H
 
 #include <vector>
 
-#include "model/section_model.h"
+#include "geometry/point.h"
 
 namespace halvorn::engine::figure {
-
-/// A closed ring in the unit of the section.
-struct Ring {
-    Points points;
-    bool isSolid;
-};
-
-/// Returns the rings of a section's elements.
-std::vector<Ring> RingsOf(const SectionModel& section);
 
 /// One stretch of a ring's outline.
 struct Stretch {

@@ -31,7 +31,7 @@ double WidthOf(const Label& label, const MeasureText& measure) {
     return width;
 }
 
-Box BoxOf(const Label& label, const MeasureText& measure) {
+PageBox BoxOf(const Label& label, const MeasureText& measure) {
     constexpr double kAscent = 0.78;
     constexpr double kDescent = 0.24;
     const double width = WidthOf(label, measure);
@@ -46,7 +46,7 @@ Box BoxOf(const Label& label, const MeasureText& measure) {
 }
 
 // Liang and Barsky, "A new concept and method for line clipping", ACM Trans. Graphics 3 (1984).
-std::optional<std::pair<Spot, Spot>> Clipped(const Spot& from, const Spot& to, const Box& box) {
+std::optional<std::pair<Spot, Spot>> Clipped(const Spot& from, const Spot& to, const PageBox& box) {
     const double dx = to.x - from.x;
     const double dy = to.y - from.y;
     double enter = 0.0;

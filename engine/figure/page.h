@@ -18,7 +18,7 @@ struct Spot {
     double y;
 };
 
-struct Box {
+struct PageBox {
     double left;
     double top;
     double right;
@@ -26,13 +26,13 @@ struct Box {
 
     double Width() const { return right - left; }
     double Height() const { return bottom - top; }
-    bool Meets(const Box& other) const {
+    bool Meets(const PageBox& other) const {
         return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
     }
     bool Holds(const Spot& spot) const {
         return left <= spot.x && spot.x <= right && top <= spot.y && spot.y <= bottom;
     }
-    Box Grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
+    PageBox Grown(double by) const { return {left - by, top - by, right + by, bottom + by}; }
 };
 
 /// What a line means; the painter gives each kind its weight and dashes.
@@ -76,12 +76,12 @@ constexpr double kScriptShift = 0.28;
 struct Page {
     double width = 0.0;
     double height = 0.0;
-    Box drawing{};  ///< where the section, its axes and its dimensions are
+    PageBox drawing{};  ///< where the section, its axes and its dimensions are
     std::vector<Area> areas;
     std::vector<Line> lines;
     std::vector<std::vector<Spot>> arrowHeads;  ///< filled
     std::vector<Spot> centroids;                ///< where a mark of the centre of gravity is
-    std::vector<Box> bars;                      ///< filled, of the scale bar
+    std::vector<PageBox> bars;                  ///< filled, of the scale bar
     std::vector<Label> labels;
     std::string title;
     std::string summary;  ///< the figure in one line of words
@@ -98,10 +98,10 @@ std::vector<Spot> Wound(const Area& area);
 double WidthOf(const Label& label, const MeasureText& measure);
 
 /// Returns the box that a text takes up on the page.
-Box BoxOf(const Label& label, const MeasureText& measure);
+PageBox BoxOf(const Label& label, const MeasureText& measure);
 
 /// Returns the part of a segment within a box, or nothing.
-std::optional<std::pair<Spot, Spot>> Clipped(const Spot& from, const Spot& to, const Box& box);
+std::optional<std::pair<Spot, Spot>> Clipped(const Spot& from, const Spot& to, const PageBox& box);
 
 }  // namespace halvorn::engine::figure
 

@@ -177,7 +177,7 @@ void PaintPage(cairo_t* context, const Page& page) {
     cairo_set_source_rgb(context, 0.0, 0.0, 0.0);
     for (const Line& line : page.lines) PaintLine(context, line);
     for (const std::vector<Spot>& head : page.arrowHeads) Trace(context, head, true);
-    for (const Box& bar : page.bars) {
+    for (const PageBox& bar : page.bars) {
         cairo_rectangle(context, bar.left, bar.top, bar.Width(), bar.Height());
     }
     cairo_fill(context);

@@ -6,8 +6,10 @@
 #include <string_view>
 
 #include "base/numbers.h"
+#include "base/text.h"
 #include "figure/font_widths.h"
 #include "figure/pens.h"
+#include "geometry/lengths.h"
 
 namespace halvorn::engine::figure {
 
@@ -31,28 +33,7 @@ std::string Grey(int grey) {
 }
 
 std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '&') {
-            escaped += "&amp;";
-        } else if (c == '<') {
-            escaped += "&lt;";
-        } else if (c == '>') {
-            escaped += "&gt;";
-        } else {
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
-double DistanceToSegment(const Spot& spot, const Spot& from, const Spot& to) {
-    const double dx = to.x - from.x;
-    const double dy = to.y - from.y;
-    const double square = dx * dx + dy * dy;
-    const double along = ((spot.x - from.x) * dx + (spot.y - from.y) * dy) / square;
-    const double t = square > 0.0 ? std::clamp(along, 0.0, 1.0) : 0.0;
-    return std::hypot(spot.x - from.x - t * dx, spot.y - from.y - t * dy);
+    return WithReplaced(text, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}});
 }
 
 // Leaves out the vertices of fine arcs that no eye tells from the line past them. At most so many
@@ -61,12 +42,13 @@ std::vector<Spot> Thinned(const std::vector<Spot>& spots) {
     constexpr double kFinest = 0.01;  // [pt], as fine as the file's numbers
     constexpr std::size_t kMostLeftOut = 50;
     if (spots.size() < 3) return spots;
+    const auto at = [&](std::size_t i) { return Point(spots[i].x, spots[i].y); };
     std::vector<Spot> thinned = {spots.front()};
     std::size_t kept = 0;
     for (std::size_t i = 2; i < spots.size(); ++i) {
         bool isLine = i - kept <= kMostLeftOut;
         for (std::size_t k = kept + 1; isLine && k < i; ++k) {
-            isLine = DistanceToSegment(spots[k], spots[kept], spots[i]) <= kFinest;
+            isLine = DistanceToSegment(at(k), at(kept), at(i)) <= kFinest;
         }
         if (isLine) continue;
         kept = i - 1;

@@ -1,4 +1,5 @@
 #include "figure/sheet.h"
+#include "figure/outline.h"
 
 #include <algorithm>
 #include <cmath>
@@ -93,12 +94,12 @@ std::optional<Spot> CentroidOnPage(const Sheet& sheet) {
 }
 
 void AddSection(Sheet& sheet) {
-    for (const Ring& ring : sheet.rings) {
-        sheet.page.areas.push_back({OnPage(sheet, ring.points), ring.isSolid});
+    for (const Element& element : sheet.report.section.elements) {
+        sheet.page.areas.push_back({OnPage(sheet, element.ring), element.isSolid});
     }
     AddHatching(sheet);
-    for (const Ring& ring : sheet.rings) {
-        for (const Stretch& stretch : WithoutBridges(ring.points)) {
+    for (const Element& element : sheet.report.section.elements) {
+        for (const Stretch& stretch : WithoutBridges(element.ring)) {
             sheet.Add(LineKind::Outline, OnPage(sheet, stretch.points), stretch.isClosed);
         }
     }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "figure/outline.h"
 #include "figure/page.h"
+#include "geometry/box.h"
 #include "values/report.h"
 
 namespace halvorn::engine::figure {
@@ -31,20 +31,19 @@ struct LegendEntry {
 struct Sheet {
     const Report& report;
     const MeasureText& measure;
-    std::vector<Ring> rings{};
-    double xMin = 0.0, xMax = 0.0, yMin = 0.0, yMax = 0.0;  ///< of the section, in its unit
-    bool hasOrigin = false;                                 ///< near enough to be drawn in place
-    double scale = 1.0;                                     ///< points per unit
-    Spot corner{};                                          ///< where (xMin, yMin) is on the page
-    Box section{};                                          ///< of the section on the page
-    Box content{};                                          ///< with the coordinate arrows
+    Box bounds{Point{}, Point{}};  ///< of the section, in its unit
+    bool hasOrigin = false;        ///< near enough to be drawn in place
+    double scale = 1.0;            ///< points per unit
+    Spot corner{};                 ///< where their lower left corner is on the page
+    PageBox section{};             ///< of the section on the page
+    PageBox content{};             ///< with the coordinate arrows
     std::vector<LegendEntry> legend{};
     Page page{};
 
-    double Width() const { return xMax - xMin; }
-    double Height() const { return yMax - yMin; }
+    double Width() const { return bounds.Width(); }
+    double Height() const { return bounds.Height(); }
     Spot ToPage(double x, double y) const {
-        return {corner.x + (x - xMin) * scale, corner.y - (y - yMin) * scale};
+        return {corner.x + (x - bounds.left) * scale, corner.y - (y - bounds.bottom) * scale};
     }
     void Add(LineKind kind, std::vector<Spot> spots, bool isClosed = false) {
         page.lines.push_back({kind, std::move(spots), isClosed});
@@ -98,7 +97,7 @@ std::vector<ValueRow> ValueRows(const Report& report);
 
 /// Puts the values and the legend on the page, from an upper left corner on, and returns the box
 /// that they take up.
-Box AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner);
+PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner);
 
 constexpr double kRowHeight = 13.0;  // of the column [pt]
 

@@ -64,10 +64,6 @@ int Chords(double sweep, double step) {
     return chords;
 }
 
-double Along(const Point& direction, const Point& v) {
-    return direction.x * v.x + direction.y * v.y;
-}
-
 // The point after the angle t, the part `excess` of the radius outside. From the start and by half
 // angles, so that a flat arc, whose centre is far away, keeps its digits.
 Point At(const Arc& arc, double t, double excess) {
@@ -119,7 +115,7 @@ double ArcDivision::LargestStep(double radius) const {
 std::vector<double> ArcDivision::Bounds(const Arc& arc) const {
     std::vector<double> bounds = {0.0};
     for (const Point& direction : directions_) {
-        const double first = std::atan2(Along(direction, arc.ahead), Along(direction, arc.spoke));
+        const double first = std::atan2(Dot(direction, arc.ahead), Dot(direction, arc.spoke));
         for (const double quarters : {0.0, 2.0, 4.0}) {
             const double t = first + quarters * quarterTurn;
             if (t > sameAngle && t < arc.sweep - sameAngle) bounds.push_back(t);

@@ -4,11 +4,12 @@
 #include <cmath>
 #include <initializer_list>
 #include <limits>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
-#include "geometry/crossings.h"
 #include "geometry/outline_contacts.h"
+#include "geometry/ring_area.h"
 
 namespace halvorn::engine {
 
@@ -21,6 +22,15 @@ constexpr double kSmallestSize = 1e-150;
 // Coordinates this many sizes from the origin are moved; nearer ones stay, so that no bit of them
 // changes.
 constexpr double kFarFromOrigin = 16.0;
+
+// Coordinates smaller than this in the frame are 0: their products would leave the range in which
+// the predicates are exact.
+constexpr double kLeastCoordinate = 1e-30;
+
+Point WithoutTraces(const Point& p) {
+    return {std::fabs(p.x) < kLeastCoordinate ? 0.0 : p.x,
+            std::fabs(p.y) < kLeastCoordinate ? 0.0 : p.y};
+}
 
 // No section has as many crossings; outlines that have are noise.
 constexpr std::size_t kMostOutlineCrossings = 100000;
@@ -38,26 +48,37 @@ struct Extent {
     double Middle() const { return low + 0.5 * (high - low); }
 };
 
-Frame FrameOf(std::span<const WeightedRing> rings) {
+struct Extents {
     Extent x;
     Extent y;
-    bool isFinite = true;
-    for (const WeightedRing& ring : rings) {
-        for (const Point& point : *ring.ring) {
-            isFinite = isFinite && std::isfinite(point.x) && std::isfinite(point.y);
+
+    void Add(const Points& points) {
+        for (const Point& point : points) {
             x.Add(point.x);
             y.Add(point.y);
         }
     }
+    double Size() const { return std::max(x.Length(), y.Length()); }
+};
+
+Frame FrameOf(std::span<const WeightedRing> rings) {
+    Extents box;
+    bool isFinite = true;
+    for (const WeightedRing& ring : rings) {
+        for (const Point& point : *ring.ring) {
+            isFinite = isFinite && std::isfinite(point.x) && std::isfinite(point.y);
+        }
+        box.Add(*ring.ring);
+    }
     if (!isFinite) throw ArrangementError("a coordinate is not a finite number");
-    const double size = std::max(x.Length(), y.Length());
+    const double size = box.Size();
     if (!(size > kSmallestSize)) throw ArrangementError("all points lie in one place");
     if (!(size < kLargestSize)) throw ArrangementError("the coordinates are too large");
     Frame frame;
-    const auto origin = [&](const Extent& box) {
-        return std::fabs(box.Middle()) > kFarFromOrigin * size ? box.Middle() : 0.0;
+    const auto origin = [&](const Extent& side) {
+        return std::fabs(side.Middle()) > kFarFromOrigin * size ? side.Middle() : 0.0;
     };
-    frame.origin = {origin(x), origin(y)};
+    frame.origin = {origin(box.x), origin(box.y)};
     std::frexp(size, &frame.exponent);
     return frame;
 }
@@ -130,16 +151,37 @@ double Frame::LengthFromFrame(double length) const {
     return std::ldexp(length, exponent);
 }
 
+FramedOutlines FrameOutlines(std::span<const WeightedRing> rings) {
+    FramedOutlines framed;
+    framed.frame = FrameOf(rings);
+    const Frame& frame = framed.frame;
+    const double scale = std::ldexp(1.0, -frame.exponent);
+    Extents box;
+    framed.rings.reserve(rings.size());
+    for (const WeightedRing& ring : rings) {
+        Points& points = framed.rings.emplace_back();
+        points.reserve(ring.ring->size());
+        for (const Point& point : *ring.ring) {
+            points.push_back(WithoutTraces(scale * (point - frame.origin)));
+        }
+        box.Add(points);
+    }
+    framed.size = box.Size();
+    return framed;
+}
+
 class ArrangementBuilder {
 public:
-    ArrangementBuilder(std::span<const WeightedRing> rings, Arrangement& result)
-        : result_(result), mesh_(result.mesh_) {
-        result_.frame_ = FrameOf(rings);
-        std::vector<std::vector<Point>> framed = FramedRings(rings);
-        const OutlinePaths paths = JoinContacts(framed, result_.size_);
+    explicit ArrangementBuilder(Arrangement& result) : result_(result), mesh_(result.mesh_) {}
+
+    void Arrange(std::span<const WeightedRing> rings) {
+        const FramedOutlines framed = FrameOutlines(rings);
+        result_.frame_ = framed.frame;
+        result_.size_ = framed.size;
+        const OutlinePaths paths = JoinContacts(framed.rings, framed.size);
         InsertPoints(paths.points);
         for (std::size_t r = 0; r < rings.size(); ++r) {
-            const int turn = TwiceArea(framed[r]) < 0.0 ? -1 : 1;
+            const int turn = TwiceArea(framed.rings[r]) < 0.0 ? -1 : 1;
             InsertPath(paths.paths[r],
                        {mesh_.MakeOutline(static_cast<Index>(r), turn), turn * rings[r].weight});
         }
@@ -148,31 +190,31 @@ public:
         result_.nearMisses_ = Told(paths.nearMisses);
     }
 
+    void ArrangeAsTheyAre(std::span<const Points* const> rings) {
+        std::vector<Point> points;
+        Extents box;
+        for (const Points* const ring : rings) {
+            points.insert(points.end(), ring->begin(), ring->end());
+            box.Add(*ring);
+        }
+        result_.size_ = box.Size();
+        InsertPoints(points);
+        Index first = 0;
+        for (std::size_t r = 0; r < rings.size(); ++r) {
+            std::vector<Index> path(rings[r]->size());
+            std::iota(path.begin(), path.end(), first);
+            first += static_cast<Index>(path.size());
+            InsertPath(path, {mesh_.MakeOutline(static_cast<Index>(r), 1), 1});
+        }
+        SumWindings();
+    }
+
 private:
     struct Segment {
         Index from;
         Index to;
         Constraint constraint;
     };
-
-    std::vector<std::vector<Point>> FramedRings(std::span<const WeightedRing> rings) {
-        std::vector<std::vector<Point>> framed;
-        Extent x;
-        Extent y;
-        framed.reserve(rings.size());
-        for (const WeightedRing& ring : rings) {
-            std::vector<Point> points;
-            points.reserve(ring.ring->size());
-            for (const Point& point : *ring.ring) {
-                points.push_back(result_.frame_.ToFrame(point));
-                x.Add(points.back().x);
-                y.Add(points.back().y);
-            }
-            framed.push_back(std::move(points));
-        }
-        result_.size_ = std::max(x.Length(), y.Length());
-        return framed;
-    }
 
     void InsertPoints(const std::vector<Point>& points) {
         vertices_.resize(points.size());
@@ -211,15 +253,17 @@ private:
     // Leads both outlines through their common point. Winding sums stay consistent whatever
     // rounding does to it, since both stay closed.
     void Cross(const Segment& segment, EdgeRef crossed) {
-        if (++crossings_ > kMostOutlineCrossings) {
-            throw ArrangementError("the outlines cross in more than " +
-                                   std::to_string(kMostOutlineCrossings) + " places");
-        }
         const Triangle& triangle = mesh_.At(crossed.triangle);
         const Index c = triangle.vertices[static_cast<std::size_t>((crossed.edge + 1) % 3)];
         const Index d = triangle.vertices[static_cast<std::size_t>((crossed.edge + 2) % 3)];
         const Point place = Intersection(segment, c, d);
         const Constraint taken = mesh_.TakeConstraint(crossed);
+        if (++crossings_ > kMostOutlineCrossings) {
+            const auto [first, second] = OutlinesAt(segment.constraint.head, taken.head);
+            throw ArrangementError("the outlines cross in more than " +
+                                       std::to_string(kMostOutlineCrossings) + " places",
+                                   first, second);
+        }
         const Index own = EndNear(place, {segment.from, segment.to, c, d});
         Index through = own;
         if (own == kNone) {
@@ -238,7 +282,7 @@ private:
         const Point along = mesh_.PointAt(segment.to) - a;
         const Point edge = mesh_.PointAt(d) - mesh_.PointAt(c);
         const double share = engine::Cross(mesh_.PointAt(c) - a, edge) / engine::Cross(along, edge);
-        return a + std::clamp(share, 0.0, 1.0) * along;
+        return WithoutTraces(a + std::clamp(share, 0.0, 1.0) * along);
     }
 
     Index EndNear(const Point& place, std::initializer_list<Index> ends) const {
@@ -254,12 +298,14 @@ private:
         return nearest;
     }
 
-    void Tell(const Point& place, Index first, Index second) {
-        const auto outline = [&](Index head) {
-            return mesh_.Outlines()[static_cast<std::size_t>(head)].outline;
-        };
-        const std::pair<Index, Index> both = std::minmax({outline(first), outline(second)});
-        result_.crossings_.push_back({both.first, both.second, result_.frame_.FromFrame(place)});
+    std::pair<Index, Index> OutlinesAt(Index head, Index otherHead) const {
+        return std::minmax(
+            {mesh_.Outlines()[Slot(head)].outline, mesh_.Outlines()[Slot(otherHead)].outline});
+    }
+
+    void Tell(const Point& place, Index head, Index otherHead) {
+        const auto [first, second] = OutlinesAt(head, otherHead);
+        result_.crossings_.push_back({first, second, result_.frame_.FromFrame(place)});
     }
 
     void SumWindings() {
@@ -300,7 +346,13 @@ private:
 };
 
 Arrangement::Arrangement(std::span<const WeightedRing> rings) {
-    const ArrangementBuilder builder(rings, *this);
+    ArrangementBuilder(*this).Arrange(rings);
+}
+
+Arrangement Arrangement::OfTouchingRings(std::span<const Points* const> rings) {
+    Arrangement arrangement;
+    ArrangementBuilder(arrangement).ArrangeAsTheyAre(rings);
+    return arrangement;
 }
 
 }  // namespace halvorn::engine

@@ -32,6 +32,13 @@ struct WeightedRing {
     int weight = 1;
 };
 
+/// The outlines of a section in the frame of an arrangement.
+struct FramedOutlines {
+    Frame frame;
+    double size = 0.0;  ///< longer side of the box around all, in the frame
+    std::vector<Points> rings;
+};
+
 /// Where outlines cross. Both are the same where one crosses itself.
 struct OutlineCrossing {
     Index first = kNone;
@@ -51,8 +58,22 @@ struct OutlineContact {
 /// crossings than any section has.
 class ArrangementError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit ArrangementError(const std::string& problem, Index first = kNone, Index second = kNone)
+        : std::runtime_error(problem), first_(first), second_(second) {}
+
+    /// Two of the outlines with too many crossings, the same twice where one crosses itself; kNone
+    /// for other errors.
+    Index First() const { return first_; }
+    Index Second() const { return second_; }
+
+private:
+    Index first_;
+    Index second_;
 };
+
+/// Brings outlines into the frame in which an arrangement computes.
+/// @throws ArrangementError
+FramedOutlines FrameOutlines(std::span<const WeightedRing> rings);
 
 /// Distances in parts of the size, the longer side of the box around all outlines.
 inline constexpr double kMergeDistance = 1e-9;    ///< points nearer than this are one
@@ -71,6 +92,11 @@ public:
     /// @throws ArrangementError
     explicit Arrangement(std::span<const WeightedRing> rings);
 
+    /// An arrangement in which nothing moves, of rings in the coordinates of a frame that touch in
+    /// common vertices and whole edges at most. They count as they run: counter-clockwise 1,
+    /// clockwise -1.
+    static Arrangement OfTouchingRings(std::span<const Points* const> rings);
+
     const Triangulation& Mesh() const { return mesh_; }
     const Frame& Coordinates() const { return frame_; }
     double Size() const { return size_; }  ///< in the frame
@@ -85,6 +111,7 @@ public:
 
 private:
     friend class ArrangementBuilder;
+    Arrangement() = default;
 
     Frame frame_;
     double size_ = 0.0;

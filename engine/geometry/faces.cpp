@@ -1,6 +1,6 @@
 #include "geometry/faces.h"
 
-#include <map>
+#include <algorithm>
 
 namespace halvorn::engine {
 
@@ -11,30 +11,39 @@ using Windings = std::vector<std::pair<Index, int>>;
 // Winding numbers beyond an edge, seen from the triangle on its left.
 Windings Beyond(const Windings& here, const Constraint& constraint,
                 const std::vector<OutlineLink>& outlines) {
-    std::map<Index, int> beyond(here.begin(), here.end());
+    Windings beyond = here;
     for (Index link = constraint.head; link != kNone; link = outlines[Slot(link)].next) {
-        beyond[outlines[Slot(link)].outline] -= outlines[Slot(link)].turn * constraint.turn;
+        const Index outline = outlines[Slot(link)].outline;
+        const auto at = std::lower_bound(
+            beyond.begin(), beyond.end(), outline,
+            [](const auto& winding, Index other) { return winding.first < other; });
+        const int turn = outlines[Slot(link)].turn * constraint.turn;
+        if (at == beyond.end() || at->first != outline) {
+            beyond.insert(at, {outline, -turn});
+        } else {
+            at->second -= turn;
+        }
     }
-    Windings kept;
-    for (const auto& [outline, winding] : beyond) {
-        if (winding != 0) kept.emplace_back(outline, winding);
-    }
-    return kept;
+    std::erase_if(beyond, [](const auto& winding) { return winding.second == 0; });
+    return beyond;
 }
 
 }  // namespace
 
-std::vector<Face> FacesOf(const Arrangement& arrangement) {
+std::vector<Face> FacesOf(const Arrangement& arrangement, std::vector<Index>* faceOfTriangle) {
     const Triangulation& mesh = arrangement.Mesh();
     std::vector<Face> faces;
     std::vector<Index> faceOf(mesh.Triangles().size(), kNone);
+    // A triangle beyond an edge of a face. Its windings are found when it is reached: deep nesting
+    // makes them long.
     struct Start {
         Index triangle;
-        Windings windings;
+        Index from;
+        Constraint crossed;
     };
-    std::vector<Start> starts = {{mesh.TriangleAt(0), {}}};
+    std::vector<Start> starts = {{mesh.TriangleAt(0), kNone, {}}};
     while (!starts.empty()) {
-        Start start = std::move(starts.back());
+        const Start start = starts.back();
         starts.pop_back();
         if (faceOf[Slot(start.triangle)] != kNone) continue;
         const auto number = static_cast<Index>(faces.size());
@@ -60,18 +69,24 @@ std::vector<Face> FacesOf(const Arrangement& arrangement) {
                 const Index beyond = triangle.neighbours[edge];
                 if (beyond == kNone || faceOf[Slot(beyond)] != kNone) continue;
                 if (triangle.edges[edge].head != kNone) {
-                    starts.push_back(
-                        {beyond, Beyond(start.windings, triangle.edges[edge], mesh.Outlines())});
+                    starts.push_back({beyond, number, triangle.edges[edge]});
                 } else {
                     faceOf[Slot(beyond)] = number;
                     stack.push_back(beyond);
                 }
             }
         }
-        face.windings = std::move(start.windings);
+        if (start.from != kNone) {
+            face.windings =
+                Beyond(faces[Slot(start.from)].windings, start.crossed, mesh.Outlines());
+        }
         faces.push_back(std::move(face));
     }
     faces.erase(faces.begin());  // the one outside, where the search began
+    if (faceOfTriangle != nullptr) {
+        for (Index& face : faceOf) --face;
+        *faceOfTriangle = std::move(faceOf);
+    }
     return faces;
 }
 

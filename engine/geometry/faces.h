@@ -22,7 +22,8 @@ struct Face {
 
 /// Returns all faces but the one outside. Cost: the number of triangles, and for each face the
 /// number of outlines round it.
-std::vector<Face> FacesOf(const Arrangement& arrangement);
+/// @param faceOf  unless null: of each triangle its face, kNone outside
+std::vector<Face> FacesOf(const Arrangement& arrangement, std::vector<Index>* faceOf = nullptr);
 
 }  // namespace halvorn::engine
 

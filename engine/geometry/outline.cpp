@@ -1,41 +1,36 @@
 #include "geometry/outline.h"
 
+#include <algorithm>
+
 namespace halvorn::engine::shapes {
 
 namespace {
 
 // Index of the point that lies farthest in the direction (1, 1).
-std::size_t FarthestUpRight(const std::vector<double>& ring) {
-    std::size_t farthest = 0;
-    for (std::size_t i = 1; i < ring.size() / 2; ++i) {
-        if (ring[2 * i] + ring[2 * i + 1] > ring[2 * farthest] + ring[2 * farthest + 1]) {
-            farthest = i;
-        }
-    }
-    return farthest;
+std::size_t FarthestUpRight(const Points& ring) {
+    const auto isLower = [](const Point& a, const Point& b) { return a.x + a.y < b.x + b.y; };
+    return static_cast<std::size_t>(std::max_element(ring.begin(), ring.end(), isLower) -
+                                    ring.begin());
 }
 
 // Appends all points of a ring from `start` round to `start` again, backwards when asked.
-void AppendRound(const std::vector<double>& ring, std::size_t start, bool backwards,
-                 std::vector<double>& contour) {
-    const std::size_t n = ring.size() / 2;
+void AppendRound(const Points& ring, std::size_t start, bool backwards, Points& contour) {
+    const std::size_t n = ring.size();
     for (std::size_t k = 0; k <= n; ++k) {
-        const std::size_t i = (start + (backwards ? n - k : k)) % n;
-        contour.insert(contour.end(), {ring[2 * i], ring[2 * i + 1]});
+        contour.push_back(ring[(start + (backwards ? n - k : k)) % n]);
     }
 }
 
 }  // namespace
 
-std::vector<double> KeyholeRing(const Outline& outline) {
+Points KeyholeRing(const Outline& outline) {
     if (outline.hole.empty()) return outline.solid;
     return KeyholeRing(outline, FarthestUpRight(outline.solid), FarthestUpRight(outline.hole));
 }
 
-std::vector<double> KeyholeRing(const Outline& outline, std::size_t solidPoint,
-                                std::size_t holePoint) {
-    std::vector<double> contour;
-    contour.reserve(outline.solid.size() + outline.hole.size() + 4);
+Points KeyholeRing(const Outline& outline, std::size_t solidPoint, std::size_t holePoint) {
+    Points contour;
+    contour.reserve(outline.solid.size() + outline.hole.size() + 2);
     AppendRound(outline.solid, solidPoint, false, contour);
     AppendRound(outline.hole, holePoint, true, contour);
     return contour;

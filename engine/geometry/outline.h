@@ -4,15 +4,16 @@
 #define HALVORN_ENGINE_GEOMETRY_OUTLINE_H
 
 #include <cstddef>
-#include <vector>
+
+#include "geometry/point.h"
 
 namespace halvorn::engine::shapes {
 
 /// The outer ring of a profile or wall and, for hollow ones, the ring of its hole; the hole is
-/// empty otherwise. Both rings are x0, y0, x1, y1, ... and run counter-clockwise.
+/// empty otherwise. Both rings run counter-clockwise.
 struct Outline {
-    std::vector<double> solid;
-    std::vector<double> hole;
+    Points solid;
+    Points hole;
 };
 
 /// Returns a hollow outline as one keyhole ring: the outer ring counter-clockwise, a bridge to
@@ -23,13 +24,12 @@ struct Outline {
 /// axes of symmetry, on which a plastic neutral axis would run along a bridge.
 /// @pre both rings are convex and the hole lies inside the outer ring, as in all hollow outlines
 ///      drawn here; then the bridge meets each ring in its end point only
-std::vector<double> KeyholeRing(const Outline& outline);
+Points KeyholeRing(const Outline& outline);
 
 /// Returns a hollow outline as one keyhole ring in the same way, bridged from one point of the
 /// solid ring to one of the hole by their indices.
 /// @pre the bridge meets each ring in its end point only
-std::vector<double> KeyholeRing(const Outline& outline, std::size_t solidPoint,
-                                std::size_t holePoint);
+Points KeyholeRing(const Outline& outline, std::size_t solidPoint, std::size_t holePoint);
 
 }  // namespace halvorn::engine::shapes
 

@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_GEOMETRY_POINT_H
 #define HALVORN_ENGINE_GEOMETRY_POINT_H
 
+#include <cmath>
 #include <vector>
 
 namespace halvorn::engine {
@@ -32,6 +33,11 @@ inline double Cross(const Point& a, const Point& b) {
 /// Returns the scalar product [L^2].
 inline double Dot(const Point& a, const Point& b) {
     return a.x * b.x + a.y * b.y;
+}
+
+/// Returns the angle from one direction to another, counter-clockwise positive, in (-pi, pi].
+inline double TurnBetween(const Point& from, const Point& to) {
+    return std::atan2(Cross(from, to), Dot(from, to));
 }
 
 /// The vertices of a line or a ring in their order; a ring's last joins its first, which is not

@@ -8,6 +8,7 @@
 
 #include "base/dimension_checks.h"
 #include "base/numbers.h"
+#include "geometry/lengths.h"
 
 namespace halvorn::engine::shapes {
 namespace {
@@ -20,16 +21,6 @@ constexpr double touchingTolerance = 1e-9;
 // A corner whose direction turns by less than this [rad] is straight: its arc would have no length.
 constexpr double straightTurn = 1e-12;
 
-struct Direction {
-    double x;
-    double y;
-};
-
-struct Edge {
-    Direction along;  // unit vector from this corner to the next
-    double length;
-};
-
 // The arc of one corner: `turn` is its signed sweep, counter-clockwise positive, and
 // `tangentLength` the distance from the corner to each tangent point.
 struct Rounding {
@@ -38,7 +29,7 @@ struct Rounding {
 };
 
 std::string At(const Corner& corner) {
-    return "at (" + ShortNumber(corner.x) + ", " + ShortNumber(corner.y) + ")";
+    return "at " + PlaceText(corner.x, corner.y);
 }
 
 void CheckCorners(std::span<const Corner> corners, bool isClosed) {
@@ -57,39 +48,33 @@ void CheckCorners(std::span<const Corner> corners, bool isClosed) {
 }
 
 // One edge from every corner, but for the last of a line.
-std::vector<Edge> EdgesOf(std::span<const Corner> corners, bool isClosed) {
-    std::vector<Edge> edges;
+std::vector<PolygonEdge> EdgesOf(std::span<const Corner> corners, bool isClosed) {
+    std::vector<PolygonEdge> edges;
     edges.reserve(corners.size());
     for (std::size_t i = 0; i < corners.size() - (isClosed ? 0 : 1); ++i) {
         const Corner& from = corners[i];
         const Corner& to = corners[(i + 1) % corners.size()];
-        const double length = std::hypot(to.x - from.x, to.y - from.y);
-        if (!(length > 0.0)) {
+        edges.emplace_back(Point{from.x, from.y}, Point{to.x, to.y});
+        if (!(edges.back().length > 0.0)) {
             throw std::invalid_argument("two successive corners coincide " + At(from));
         }
-        edges.push_back({{(to.x - from.x) / length, (to.y - from.y) / length}, length});
     }
     return edges;
 }
 
+bool IsReversal(double turn) {
+    return std::numbers::pi - std::abs(turn) < straightTurn;
+}
+
 // A circle of radius r tangent to two lines that meet at a turn of angle a touches them at r
 // tan(a / 2) from their intersection.
-Rounding RoundCorner(const Corner& corner, const Direction& in, const Direction& out) {
-    Rounding rounding;
-    if (corner.radius == 0.0) return rounding;
-    const double turn = std::atan2(in.x * out.y - in.y * out.x, in.x * out.x + in.y * out.y);
-    if (std::abs(turn) < straightTurn) return rounding;
-    if (std::numbers::pi - std::abs(turn) < straightTurn) {
-        throw std::invalid_argument("the outline turns straight back " + At(corner) +
-                                    ", so that no radius fits");
-    }
-    rounding.turn = turn;
-    rounding.tangentLength = corner.radius * std::tan(0.5 * std::abs(turn));
-    return rounding;
+Rounding RoundingOf(const Corner& corner, double turn) {
+    if (corner.radius == 0.0 || std::abs(turn) < straightTurn) return {};
+    return {turn, corner.radius * std::tan(0.5 * std::abs(turn))};
 }
 
 // Returns whether the arcs at both ends of an edge use it up.
-bool ArcsTouch(const Corner& from, const Corner& to, const Edge& edge, const Rounding& start,
+bool ArcsTouch(const Corner& from, const Corner& to, const PolygonEdge& edge, const Rounding& start,
                const Rounding& end) {
     const double needed = start.tangentLength + end.tangentLength;
     const double margin = touchingTolerance * edge.length;
@@ -104,47 +89,53 @@ bool ArcsTouch(const Corner& from, const Corner& to, const Edge& edge, const Rou
     return needed >= edge.length - margin;
 }
 
-// Appends the arc from the tangent point on the incoming edge to the one on the outgoing edge; both
-// are computed from their own edge, so that they lie on it to rounding.
-void AppendArc(const Corner& corner, const Direction& in, const Direction& out,
-               const Rounding& rounding, const ArcDivision& division, std::vector<double>& ring) {
-    const double startX = corner.x - in.x * rounding.tangentLength;
-    const double startY = corner.y - in.y * rounding.tangentLength;
+// The arc from the tangent point on the incoming edge to the one on the outgoing edge; both are
+// computed from their own edge, so that they lie on it to rounding.
+Points ArcOf(const Corner& corner, const Point& in, const Point& out, const Rounding& rounding,
+             const ArcDivision& division) {
+    const Point start = {corner.x - in.x * rounding.tangentLength,
+                         corner.y - in.y * rounding.tangentLength};
     // From the centre, which lies left of the edge in a left turn, to the first tangent point.
     const double side = std::copysign(corner.radius, rounding.turn);
-    const Arc arc = {{startX, startY},
+    const Arc arc = {start,
                      {in.y * side, -in.x * side},
                      {in.x * corner.radius, in.y * corner.radius},
                      std::abs(rounding.turn),
                      std::max(corner.radius, corner.largestRadius)};
-    ring.insert(ring.end(), {startX, startY});
-    for (const auto& [x, y] : division.PointsBetweenEnds(arc)) ring.insert(ring.end(), {x, y});
-    ring.push_back(corner.x + out.x * rounding.tangentLength);
-    ring.push_back(corner.y + out.y * rounding.tangentLength);
+    Points points = division.PointsBetweenEnds(arc);
+    points.insert(points.begin(), start);
+    points.emplace_back(corner.x + out.x * rounding.tangentLength,
+                        corner.y + out.y * rounding.tangentLength);
+    return points;
 }
 
-std::vector<double> Rounded(std::span<const Corner> corners, bool isClosed,
-                            const ArcDivision& division) {
+Points Rounded(std::span<const Corner> corners, bool isClosed, const ArcDivision& division) {
     CheckCorners(corners, isClosed);
     const std::size_t n = corners.size();
-    const std::vector<Edge> edges = EdgesOf(corners, isClosed);
+    const std::vector<PolygonEdge> edges = EdgesOf(corners, isClosed);
     std::vector<Rounding> roundings(n);
     for (std::size_t i = isClosed ? 0 : 1; i < edges.size(); ++i) {
-        roundings[i] = RoundCorner(corners[i], edges[(i + n - 1) % n].along, edges[i].along);
+        const double turn = TurnBetween(edges[(i + n - 1) % n].along, edges[i].along);
+        roundings[i] = RoundingOf(corners[i], turn);
+        if (roundings[i].turn != 0.0 && IsReversal(turn)) {
+            throw std::invalid_argument("the outline turns straight back " + At(corners[i]) +
+                                        ", so that no radius fits");
+        }
     }
-    std::vector<double> points;
+    Points points;
     for (std::size_t i = 0; i < n; ++i) {
         const std::size_t next = (i + 1) % n;
         if (roundings[i].turn == 0.0) {
-            points.insert(points.end(), {corners[i].x, corners[i].y});
+            points.emplace_back(corners[i].x, corners[i].y);
         } else {
-            AppendArc(corners[i], edges[(i + n - 1) % n].along, edges[i].along, roundings[i],
-                      division, points);
+            const Points arc = ArcOf(corners[i], edges[(i + n - 1) % n].along, edges[i].along,
+                                     roundings[i], division);
+            points.insert(points.end(), arc.begin(), arc.end());
         }
         if (i == edges.size()) continue;
         // The shared point is kept as the first of the next corner.
         if (ArcsTouch(corners[i], corners[next], edges[i], roundings[i], roundings[next])) {
-            points.resize(points.size() - 2);
+            points.pop_back();
         }
     }
     return points;
@@ -152,11 +143,24 @@ std::vector<double> Rounded(std::span<const Corner> corners, bool isClosed,
 
 }  // namespace
 
-std::vector<double> RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division) {
+PolygonEdge::PolygonEdge(const Point& from, const Point& to) : length(Distance(from, to)) {
+    const Point step = to - from;
+    if (length > 0.0) along = {step.x / length, step.y / length};
+}
+
+Points RoundedCorner(const PolygonEdge& in, const Corner& corner, const PolygonEdge& out,
+                     const ArcDivision& division) {
+    const double turn = TurnBetween(in.along, out.along);
+    const Rounding rounding = RoundingOf(corner, turn);
+    if (rounding.turn == 0.0 || IsReversal(turn)) return {Point(corner.x, corner.y)};
+    return ArcOf(corner, in.along, out.along, rounding, division);
+}
+
+Points RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division) {
     return Rounded(corners, true, division);
 }
 
-std::vector<double> RoundedLine(std::span<const Corner> corners, const ArcDivision& division) {
+Points RoundedLine(std::span<const Corner> corners, const ArcDivision& division) {
     return Rounded(corners, false, division);
 }
 

@@ -8,6 +8,7 @@
 
 #include "base/dimension_checks.h"
 #include "geometry/arc_division.h"
+#include "geometry/point.h"
 
 namespace halvorn::engine::shapes {
 
@@ -33,7 +34,20 @@ struct Corner {
     double largestRadius = 0.0;
 };
 
-/// Returns the ring x0, y0, x1, y1, ... of a polygon with rounded corners, in the order of its
+/// An edge of a polygon, from one vertex to the next.
+struct PolygonEdge {
+    Point along;    ///< of length 1; (0, 0) between equal points, which have no direction
+    double length;  ///< [L]
+
+    PolygonEdge(const Point& from, const Point& to);
+};
+
+/// Returns the arc that rounds a corner between two edges, both tangent points included; the corner
+/// alone when nothing rounds it: no radius, no turn or a turn straight back.
+Points RoundedCorner(const PolygonEdge& in, const Corner& corner, const PolygonEdge& out,
+                     const ArcDivision& division);
+
+/// Returns the ring of a polygon with rounded corners, in the order of its
 /// corners; the last point joins the first, which is not repeated.
 ///
 /// Convex and concave corners, whatever the angle of their edges, get the arc tangent to both
@@ -44,11 +58,11 @@ struct Corner {
 /// @throws std::invalid_argument for fewer corners, numbers that are not finite, a negative radius,
 ///         an edge of length 0, a radius at a corner that turns straight back, and arcs that need
 ///         more than their common edge by over 1e-9 of its length (RadiusError)
-std::vector<double> RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division);
+Points RoundedPolygon(std::span<const Corner> corners, const ArcDivision& division);
 
 /// Returns the points of an open line in the same way; its ends are not rounded.
 /// @param corners  at least two
-std::vector<double> RoundedLine(std::span<const Corner> corners, const ArcDivision& division);
+Points RoundedLine(std::span<const Corner> corners, const ArcDivision& division);
 
 }  // namespace halvorn::engine::shapes
 

@@ -1,7 +1,9 @@
 #include "geometry/wall_outline.h"
+#include "geometry/ring_area.h"
 
 #include <algorithm>
 #include <cmath>
+
 
 namespace halvorn::engine::shapes {
 namespace {
@@ -9,39 +11,22 @@ namespace {
 // Relative to an edge's length, as of arcs that touch in a rounded polygon.
 constexpr double kFitTolerance = 1e-9;
 
-struct Vector {
-    double x;
-    double y;
-};
-
-// An edge of the mid-line; without length it has no direction.
-struct WallEdge {
-    Vector along;
-    double length;
-};
-
-std::vector<WallEdge> EdgesOf(const WallLine& line) {
+std::vector<PolygonEdge> EdgesOf(const WallLine& line) {
     const std::size_t n = line.points.size();
-    std::vector<WallEdge> edges;
+    std::vector<PolygonEdge> edges;
     for (std::size_t i = 0; i < n - (line.isClosed ? 0 : 1); ++i) {
-        const auto& [fromX, fromY] = line.points[i];
-        const auto& [toX, toY] = line.points[(i + 1) % n];
-        const double length = std::hypot(toX - fromX, toY - fromY);
-        edges.push_back({{0.0, 0.0}, length});
-        if (length > 0.0) edges.back().along = {(toX - fromX) / length, (toY - fromY) / length};
+        edges.emplace_back(line.points[i], line.points[(i + 1) % n]);
     }
     return edges;
 }
 
 // The turn at every point, counter-clockwise positive [rad]; 0 at ends and beside edges without
 // length.
-std::vector<double> TurnsOf(const std::vector<WallEdge>& edges, const WallLine& line) {
+std::vector<double> TurnsOf(const std::vector<PolygonEdge>& edges, const WallLine& line) {
     const std::size_t n = line.points.size();
     std::vector<double> turns(n, 0.0);
     for (std::size_t i = line.isClosed ? 0 : 1; i < edges.size(); ++i) {
-        const Vector& in = edges[(i + n - 1) % n].along;
-        const Vector& out = edges[i].along;
-        turns[i] = std::atan2(in.x * out.y - in.y * out.x, in.x * out.x + in.y * out.y);
+        turns[i] = TurnBetween(edges[(i + n - 1) % n].along, edges[i].along);
     }
     return turns;
 }
@@ -57,48 +42,11 @@ double NeededLength(double turn, double radius, double thickness, double offset,
     return arcs == FaceArcs::Concentric ? bend : bend + inwards * tangent;
 }
 
-// Corners of the face at `side` (+1 left, -1 right) times half the thickness from the mid-line.
-std::vector<Corner> FaceCorners(const WallLine& line, double side) {
-    const std::vector<WallEdge> edges = EdgesOf(line);
-    const std::vector<double> turns = TurnsOf(edges, line);
-    const std::size_t n = line.points.size();
-    const double offset = side * 0.5 * line.thickness;
-    std::vector<Corner> corners;
-    corners.reserve(n);
-    for (std::size_t i = 0; i < n; ++i) {
-        const bool isStart = !line.isClosed && i == 0;
-        const bool isEnd = i == edges.size();
-        const Vector& in = edges[isStart ? 0 : (i + n - 1) % n].along;
-        const Vector& out = isEnd ? in : edges[i].along;
-        // The sum of both unit normals, scaled to be the unit's distance from both edges.
-        const double scale = offset / (1.0 + in.x * out.x + in.y * out.y);
-        const double radius = isStart || isEnd ? 0.0 : line.radii[i];
-        const double outerRadius = radius + line.thickness;
-        const bool isInner = turns[i] * side > 0.0;
-        corners.push_back({line.points[i].x - (in.y + out.y) * scale,
-                           line.points[i].y + (in.x + out.x) * scale,
-                           radius == 0.0 || isInner ? radius : outerRadius, outerRadius});
-    }
-    return corners;
-}
-
-// Twice the signed area of the line closed by its chord.
-double TwiceArea(const WallLine& line) {
-    const auto& [originX, originY] = line.points.front();
-    double twice = 0.0;
-    for (std::size_t i = 0; i + 1 < line.points.size(); ++i) {
-        const auto& [x1, y1] = line.points[i];
-        const auto& [x2, y2] = line.points[i + 1];
-        twice += (x1 - originX) * (y2 - originY) - (x2 - originX) * (y1 - originY);
-    }
-    return twice;
-}
-
 }  // namespace
 
 std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs) {
     using Kind = WallFault::Kind;
-    const std::vector<WallEdge> edges = EdgesOf(line);
+    const std::vector<PolygonEdge> edges = EdgesOf(line);
     const std::vector<double> turns = TurnsOf(edges, line);
     for (std::size_t i = 0; i < edges.size(); ++i) {
         const std::size_t next = (i + 1) % line.points.size();
@@ -128,14 +76,42 @@ std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs) {
     return std::nullopt;
 }
 
+std::vector<Corner> FaceCorners(const WallLine& line, double side, FaceArcs arcs) {
+    const std::vector<PolygonEdge> edges = EdgesOf(line);
+    const std::vector<double> turns = TurnsOf(edges, line);
+    const std::size_t n = line.points.size();
+    const double offset = side * 0.5 * line.thickness;
+    std::vector<Corner> corners;
+    corners.reserve(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const bool isStart = !line.isClosed && i == 0;
+        const bool isEnd = i == edges.size();
+        const Point& in = edges[isStart ? 0 : (i + n - 1) % n].along;
+        const Point& out = isEnd ? in : edges[i].along;
+        // The sum of both unit normals, scaled to be the unit's distance from both edges.
+        const double scale = offset == 0.0 ? 0.0 : offset / (1.0 + in.x * out.x + in.y * out.y);
+        const double inner = isStart || isEnd ? 0.0 : line.radii[i];
+        const double outer = inner + line.thickness;
+        double radius = inner;
+        if (inner > 0.0 && (arcs == FaceArcs::Equal || side == 0.0)) {
+            radius += 0.5 * line.thickness;
+        } else if (inner > 0.0 && turns[i] * side <= 0.0) {
+            radius = outer;
+        }
+        corners.push_back({line.points[i].x - (in.y + out.y) * scale,
+                           line.points[i].y + (in.x + out.x) * scale, radius, outer});
+    }
+    return corners;
+}
+
 Outline DrawWall(const WallLine& line, const ArcDivision& division) {
-    std::vector<Corner> left = FaceCorners(line, 1.0);
-    std::vector<Corner> right = FaceCorners(line, -1.0);
+    std::vector<Corner> left = FaceCorners(line, 1.0, FaceArcs::Concentric);
+    std::vector<Corner> right = FaceCorners(line, -1.0, FaceArcs::Concentric);
     if (!line.isClosed) {
         right.insert(right.end(), left.rbegin(), left.rend());
         return {RoundedPolygon(right, division), {}};
     }
-    if (TwiceArea(line) < 0.0) {
+    if (TwiceArea(line.points) < 0.0) {
         // Clockwise: the left face is the outer one. Reversed but for the first corner.
         std::swap(left, right);
         std::reverse(left.begin() + 1, left.end());
@@ -144,19 +120,12 @@ Outline DrawWall(const WallLine& line, const ArcDivision& division) {
     return {RoundedPolygon(right, division), RoundedPolygon(left, division)};
 }
 
-std::vector<double> WallKeyhole(const Outline& outline) {
+Points WallKeyhole(const Outline& outline) {
     return outline.hole.empty() ? outline.solid : KeyholeRing(outline, 0, 0);
 }
 
-std::vector<double> MidLine(const WallLine& line, const ArcDivision& division) {
-    std::vector<Corner> corners;
-    corners.reserve(line.points.size());
-    for (std::size_t i = 0; i < line.points.size(); ++i) {
-        const double radius = line.radii[i];
-        corners.push_back({line.points[i].x, line.points[i].y,
-                           radius == 0.0 ? 0.0 : radius + 0.5 * line.thickness,
-                           radius + line.thickness});
-    }
+Points MidLine(const WallLine& line, const ArcDivision& division) {
+    const std::vector<Corner> corners = FaceCorners(line, 0.0, FaceArcs::Concentric);
     return line.isClosed ? RoundedPolygon(corners, division) : RoundedLine(corners, division);
 }
 

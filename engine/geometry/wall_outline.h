@@ -16,7 +16,7 @@ namespace halvorn::engine::shapes {
 
 /// A wall by its mid-line, whose corners are sharp or bent.
 struct WallLine {
-    std::vector<Point> points;  ///< x to the right, y up [L]
+    Points points;  ///< x to the right, y up [L]
     /// One per point: the radius of the inner face of a bend [L], so that the mid-line's is half a
     /// thickness larger and the outer face's a whole one; 0: a corner sharp on both faces. The ends
     /// of an open line are cut off square, whatever their radius.
@@ -53,6 +53,10 @@ struct WallFault {
 /// A solid outline is a closed line of thickness 0. Edges of length 0 have no room to check.
 std::optional<WallFault> FindWallFault(const WallLine& line, FaceArcs arcs);
 
+/// Returns the corners of one face, in the order of the mid-line, with the radii of their bends.
+/// @param side  1: left of the line, -1: right of it, 0: the mid-line itself
+std::vector<Corner> FaceCorners(const WallLine& line, double side, FaceArcs arcs);
+
 /// Returns both faces of a wall: an open one as one ring, the right face forth and the left one
 /// back; a closed one as outer and inner ring. Rings run counter-clockwise. The arcs of a bend are
 /// concentric and divided alike, so that they never cross.
@@ -62,10 +66,10 @@ Outline DrawWall(const WallLine& line, const ArcDivision& division);
 
 /// Returns a closed wall as one ring (see `KeyholeRing`), whose bridge crosses the wall at its
 /// first corner: it works for walls of any shape.
-std::vector<double> WallKeyhole(const Outline& outline);
+Points WallKeyhole(const Outline& outline);
 
-/// Returns the points x0, y0, ... of the mid-line with its bends.
-std::vector<double> MidLine(const WallLine& line, const ArcDivision& division);
+/// Returns the points of the mid-line with its bends.
+Points MidLine(const WallLine& line, const ArcDivision& division);
 
 }  // namespace halvorn::engine::shapes
 

@@ -4,7 +4,6 @@
 
 #include "geometry/rounded_polygon.h"
 #include "geometry/wall_outline.h"
-#include "model/push_element.h"
 
 namespace halvorn::engine {
 
@@ -17,11 +16,17 @@ std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
     return outlines;
 }
 
+Box BoxOf(const std::vector<Element>& elements) {
+    Box box(elements.front().ring);
+    for (const Element& element : elements) box.Add(Box(element.ring));
+    return box;
+}
+
 std::vector<Element> ElementsOf(const shapes::Outline& outline) {
     std::vector<Element> elements(outline.hole.empty() ? 1 : 2);
-    elements[0].ring = PointsOf(outline.solid);
+    elements[0].ring = outline.solid;
     if (!outline.hole.empty()) {
-        elements[1].ring = PointsOf(outline.hole);
+        elements[1].ring = outline.hole;
         elements[1].isSolid = false;
     }
     return elements;
@@ -40,7 +45,7 @@ std::vector<Element> ElementsOf(const Polyline& polyline, const shapes::ArcDivis
             const double radius = i < polyline.radii.size() ? polyline.radii[i] : 0.0;
             corners.push_back({polyline.points[i].x, polyline.points[i].y, radius});
         }
-        elements[0].ring = PointsOf(RoundedPolygon(corners, division));
+        elements[0].ring = RoundedPolygon(corners, division);
     } else {
         elements[0].ring = polyline.points;
     }

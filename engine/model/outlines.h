@@ -5,8 +5,9 @@
 
 #include <vector>
 
-#include "geometry/arrangement.h"
 #include "geometry/arc_division.h"
+#include "geometry/arrangement.h"
+#include "geometry/box.h"
 #include "geometry/outline.h"
 #include "model/section_model.h"
 
@@ -15,6 +16,10 @@ namespace halvorn::engine {
 /// Returns the rings of elements in their order, solids with the weight 1 and holes with -1. They
 /// refer to the elements.
 std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements);
+
+/// Returns the box around the rings of all elements.
+/// @pre there is an element
+Box BoxOf(const std::vector<Element>& elements);
 
 /// Returns the elements of a drawn profile or wall: a solid and, of a hollow one, its hole.
 std::vector<Element> ElementsOf(const shapes::Outline& outline);

@@ -9,15 +9,6 @@ std::vector<double> CoordinatesOf(const Points& points) {
     return coordinates;
 }
 
-Points PointsOf(const std::vector<double>& coordinates) {
-    Points points;
-    points.reserve(coordinates.size() / 2);
-    for (std::size_t i = 0; i + 1 < coordinates.size(); i += 2) {
-        points.emplace_back(coordinates[i], coordinates[i + 1]);
-    }
-    return points;
-}
-
 void PushElement(CSectionTools& tools, const Element& element) {
     std::vector<double> coordinates = CoordinatesOf(element.ring);
     const int count = static_cast<int>(element.ring.size());

@@ -14,9 +14,6 @@ namespace halvorn::engine {
 /// Returns x0, y0, x1, y1, ... of points, as the library takes them.
 std::vector<double> CoordinatesOf(const Points& points);
 
-/// Returns the points of coordinates x0, y0, x1, y1, ..., as profiles are drawn.
-Points PointsOf(const std::vector<double>& coordinates);
-
 /// Pushes an element: a free contour, or a standard profile with its given values. Given values
 /// that are not known are pushed as 0; no sum with them is a result.
 void PushElement(CSectionTools& tools, const Element& element);

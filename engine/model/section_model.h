@@ -37,12 +37,6 @@ struct GivenValues {
     std::string torsionMethod;  ///< of torsion and shear, the same when empty
 };
 
-/// A thin-wall estimate of the torsion constant of an element that is drawn by its dimensions.
-struct ThinWallTorsion {
-    double constant;     ///< [L^4]
-    std::string method;  ///< "sum of b t^3 / 3", "4 Am^2 t / s"
-};
-
 /// One ring that is pushed.
 struct Element {
     std::string label;  ///< how messages and figures call it: "IPE300", "/contours/1", "line 120"
@@ -50,11 +44,7 @@ struct Element {
     /// The outline, at least three points. With given values a hollow outline is one keyhole ring:
     /// out along a bridge and back along the same one.
     Points ring;
-    std::optional<GivenValues> given;         ///< absent: all values come from the ring
-    std::optional<ThinWallTorsion> thinWall;  ///< of this ring, or of it and its inside
-    /// Of the inside of a hollow profile: which element of the list is the outside, whose thin-wall
-    /// torsion is that of both.
-    std::optional<std::size_t> insideOf;
+    std::optional<GivenValues> given;  ///< absent: all values come from the ring
 };
 
 enum class PolylineKind { Solid, ClosedWall, OpenWall };
@@ -80,9 +70,9 @@ struct SectionModel {
     std::string source;  ///< how messages call where it came from
     std::string name;
     std::string description;
-    std::string unit;               ///< of every length here, as in `kLengthUnits`
-    bool isUnitAssumed = false;     ///< neither the input nor the caller states it
-    std::optional<double> density;  ///< [kg/m^3]
+    std::string unit;                  ///< of every length here, as in `kLengthUnits`
+    bool isUnitAssumed = false;        ///< neither the input nor the caller states it
+    std::optional<double> density;     ///< [kg/m^3]
     std::vector<Element> elements;     ///< at least one; of a polyline what it encloses
     std::optional<Polyline> polyline;  ///< then the class computes it by formulas of its own
     /// Of a section that is one profile of the catalogue.

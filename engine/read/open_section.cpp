@@ -6,10 +6,10 @@
 #include "base/input_error.h"
 #include "base/text.h"
 #include "catalogue/catalogue.h"
-#include "geometry/ring_sides.h"
+#include "geometry/box.h"
+#include "read/csv/points_csv.h"
 #include "read/dxf/read_drawing.h"
-#include "read/points_csv.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 
 namespace halvorn::engine {
 
@@ -68,7 +68,7 @@ void RefuseUnlessDrawing(const std::string& argument, const char* option) {
                      "leave it out");
 }
 
-// Sections of structures are neither larger nor smaller; a wrong unit makes them so.
+// No section of a structure is larger or smaller; a wrong unit makes it so.
 void DoubtUnit(SectionModel& section) {
     constexpr double largest = 5.0, smallest = 1e-3;  // larger side of the box [m]
     Points points;
@@ -76,8 +76,7 @@ void DoubtUnit(SectionModel& section) {
         points.insert(points.end(), element.ring.begin(), element.ring.end());
     }
     const Box box(points);
-    const double metres =
-        std::max(box.right - box.left, box.top - box.bottom) * MetresPer(section.unit);
+    const double metres = std::max(box.Width(), box.Height()) * MetresPer(section.unit);
     if (metres >= smallest && metres <= largest) return;
     section.remarks.push_back(
         "the section is " +

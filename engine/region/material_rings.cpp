@@ -5,8 +5,6 @@
 #include <numeric>
 #include <tuple>
 
-#include "geometry/crossings.h"
-
 namespace halvorn::engine {
 
 namespace {
@@ -145,7 +143,6 @@ std::vector<MaterialRing> MaterialRings::Trace(const Flags& bridges,
                     at = Beyond(at);
                 }
             } while (at.triangle != t || at.edge != edge);
-            ring.isVoid = TwiceArea(ring.points) < 0.0;
             std::sort(ring.edges.begin(), ring.edges.end());
             ring.edges.erase(std::unique(ring.edges.begin(), ring.edges.end()), ring.edges.end());
         }

@@ -16,7 +16,6 @@ namespace halvorn::engine {
 struct MaterialRing {
     Points points;             ///< in the frame
     Index triangle = kNone;    ///< one of the material beside it
-    bool isVoid = false;       ///< it runs clockwise, round a void
     std::vector<Index> edges;  ///< outlines along it, without repetition
 };
 

@@ -66,13 +66,13 @@ struct CentralMoments {
         const Number xx = sums.yy - y * sums.y;
         const Number yy = sums.xx - x * sums.x;
         const Number xy = sums.xy - x * sums.y;
-        CentralMoments moments{static_cast<double>(sums.area),
-                               {static_cast<double>(Number(about.x) + x),
-                                static_cast<double>(Number(about.y) + y)},
-                               static_cast<double>(xx),
-                               static_cast<double>(yy),
-                               static_cast<double>(xy),
-                               0.0};
+        CentralMoments moments{
+            static_cast<double>(sums.area),
+            {static_cast<double>(Number(about.x) + x), static_cast<double>(Number(about.y) + y)},
+            static_cast<double>(xx),
+            static_cast<double>(yy),
+            static_cast<double>(xy),
+            0.0};
         const double first = PrincipalInertiasOf(moments.x, moments.y, moments.xy).first;
         if (first > 0.0) moments.second = static_cast<double>((xx * yy - xy * xy) / Number(first));
         return moments;
@@ -165,8 +165,7 @@ Point CoordinateError(const Region& region, const Extent& extent) {
 Moments MomentsOf(const Region& region) {
     const Extent extent = Extent::Of(region);
     const CentralMoments own = CentralMomentsOf(region, extent);
-    const EdgeSums errors =
-        EdgeSums::Along(region, own.centroid, CoordinateError(region, extent));
+    const EdgeSums errors = EdgeSums::Along(region, own.centroid, CoordinateError(region, extent));
     const double axis = PrincipalInertiasOf(own.x, own.y, own.xy).angle;
     const double s = std::sin(axis);
     const double c = std::cos(axis);
@@ -187,8 +186,7 @@ Moments MomentsOf(const Region& region) {
     moments.inertiaXYError = told(std::sqrt(errors.xx) * std::sqrt(errors.yy), 4);
     moments.inertiaXY = Cleared(told(own.xy, 4), moments.inertiaXYError);
     moments.second = told(own.second, 4);
-    moments.secondError =
-        told(s * s * errors.yy + c * c * errors.xx + 2.0 * s * c * errors.xy, 4);
+    moments.secondError = told(s * s * errors.yy + c * c * errors.xx + 2.0 * s * c * errors.xy, 4);
     const Point centroid = region.frame.FromFrame(own.centroid);
     moments.centroid = {Cleared(centroid.x, moments.firstXError / moments.area),
                         Cleared(centroid.y, moments.firstYError / moments.area)};

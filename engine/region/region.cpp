@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "geometry/faces.h"
+#include "geometry/simple_rings.h"
 #include "region/material_rings.h"
+#include "region/nested_rings.h"
 
 namespace halvorn::engine {
 
@@ -16,6 +19,42 @@ constexpr double kLeastOddArea = 1e-12;
 
 // Parts smaller than this part of the size squared are slivers of rounding where outlines cross.
 constexpr double kLeastPart = 1e-15;
+
+bool IsLower(const Point& a, const Point& b) {
+    return a.y < b.y || (a.y == b.y && a.x < b.x);
+}
+
+const Point& LowestOf(const Points& ring) {
+    return *std::min_element(ring.begin(), ring.end(), IsLower);
+}
+
+// Drops slivers, and puts the parts into an order that does not depend on the triangulation.
+void SortParts(Region& region) {
+    const double least = kLeastPart * region.size * region.size;
+    std::vector<std::pair<Point, std::size_t>> order;
+    for (std::size_t i = 0; i < region.parts.size(); ++i) {
+        const Part& part = region.parts[i];
+        if (part.area <= least || part.outline.size() < 3) continue;
+        order.emplace_back(*std::min_element(part.outline.begin(), part.outline.end(), IsLower), i);
+    }
+    std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
+        return IsLower(a.first, b.first) || (!IsLower(b.first, a.first) && a.second < b.second);
+    });
+    std::vector<Part> sorted;
+    std::vector<std::size_t> places(region.parts.size(), order.size());
+    for (const auto& [point, i] : order) {
+        places[i] = sorted.size();
+        region.area += region.parts[i].area;
+        sorted.push_back(std::move(region.parts[i]));
+    }
+    region.parts = std::move(sorted);
+    for (std::vector<std::size_t>& parts : region.partsOf) {
+        for (std::size_t& part : parts) part = places[part];
+        std::erase(parts, order.size());
+        std::sort(parts.begin(), parts.end());
+        parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+    }
+}
 
 class RegionBuilder {
 public:
@@ -29,7 +68,6 @@ public:
         FindParts();
         TraceRings();
         FindOddPlaces();
-        SortParts();
     }
 
     Region Take() { return std::move(region_); }
@@ -83,14 +121,14 @@ private:
             const std::size_t number = Slot(partOf_[Slot(ring.triangle)]);
             Part& part = region_.parts[number];
             for (const Index outline : ring.edges) region_.partsOf[Slot(outline)].push_back(number);
-            if (ring.isVoid) {
-                part.voids.push_back(ring.points);
-            } else {
+            // The outline is the ring with the lowest point; slivers have no area to tell by.
+            if (part.outline.empty()) {
                 part.outline = ring.points;
+            } else {
+                const bool isLower = IsLower(LowestOf(ring.points), LowestOf(part.outline));
+                part.voids.push_back(isLower ? std::exchange(part.outline, ring.points)
+                                             : ring.points);
             }
-        }
-        for (MaterialRing& ring : rings.Joined()) {
-            region_.parts[Slot(partOf_[Slot(ring.triangle)])].joined = std::move(ring.points);
         }
         for (const Index vertex : rings.Pinches()) {
             region_.pinches.push_back(region_.frame.FromFrame(mesh_.PointAt(vertex)));
@@ -106,46 +144,15 @@ private:
     void FindOddPlaces() {
         for (const Face& face : FacesOf(arrangement_)) {
             if (!IsOdd(face) || face.area <= kLeastOddArea * region_.size * region_.size) continue;
-            OddPlace odd{face.sum, std::ldexp(face.area, 2 * region_.frame.exponent),
-                         region_.frame.FromFrame(face.place), {}};
+            OddPlace odd{face.sum,
+                         std::ldexp(face.area, 2 * region_.frame.exponent),
+                         region_.frame.FromFrame(face.place),
+                         {}};
             for (const auto& [outline, winding] : face.windings) {
                 odd.windings.emplace_back(Slot(outline), winding);
             }
             region_.oddPlaces.push_back(std::move(odd));
         }
-    }
-
-    // Drops slivers, and puts the parts into an order that does not depend on the triangulation.
-    void SortParts() {
-        const double least = kLeastPart * region_.size * region_.size;
-        std::vector<std::pair<Point, std::size_t>> order;
-        for (std::size_t i = 0; i < region_.parts.size(); ++i) {
-            const Part& part = region_.parts[i];
-            if (part.area <= least || part.outline.size() < 3) continue;
-            order.emplace_back(*std::min_element(part.outline.begin(), part.outline.end(), IsLower),
-                               i);
-        }
-        std::sort(order.begin(), order.end(), [](const auto& a, const auto& b) {
-            return IsLower(a.first, b.first) || (!IsLower(b.first, a.first) && a.second < b.second);
-        });
-        std::vector<Part> sorted;
-        std::vector<std::size_t> places(region_.parts.size(), order.size());
-        for (const auto& [point, i] : order) {
-            places[i] = sorted.size();
-            region_.area += region_.parts[i].area;
-            sorted.push_back(std::move(region_.parts[i]));
-        }
-        region_.parts = std::move(sorted);
-        for (std::vector<std::size_t>& parts : region_.partsOf) {
-            for (std::size_t& part : parts) part = places[part];
-            std::erase(parts, order.size());
-            std::sort(parts.begin(), parts.end());
-            parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
-        }
-    }
-
-    static bool IsLower(const Point& a, const Point& b) {
-        return a.y < b.y || (a.y == b.y && a.x < b.x);
     }
 
     std::span<const WeightedRing> outlines_;
@@ -158,7 +165,26 @@ private:
 }  // namespace
 
 Region RegionOf(std::span<const WeightedRing> outlines) {
-    return RegionBuilder(outlines).Take();
+    std::optional<Region> region = RegionOfNestedRings(outlines, FrameOutlines(outlines));
+    if (!region) return RegionOfArrangement(outlines);
+    SortParts(*region);
+    return std::move(*region);
+}
+
+Region RegionOfArrangement(std::span<const WeightedRing> outlines) {
+    Region region = RegionBuilder(outlines).Take();
+    SortParts(region);
+    return region;
+}
+
+Points JoinedRing(const Part& part) {
+    if (part.voids.empty()) return part.outline;
+    std::vector<const Points*> rings = {&part.outline};
+    for (const Points& ring : part.voids) rings.push_back(&ring);
+    const Arrangement arrangement = Arrangement::OfTouchingRings(rings);
+    std::vector<MaterialRing> joined = MaterialRings(arrangement).Joined();
+    if (joined.empty()) return part.outline;
+    return std::move(joined.front().points);
 }
 
 }  // namespace halvorn::engine

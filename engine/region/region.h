@@ -19,7 +19,6 @@ namespace halvorn::engine {
 struct Part {
     Points outline;
     std::vector<Points> voids;
-    Points joined;      ///< outline and voids as one ring, joined by bridges, there and back
     double area = 0.0;  ///< net
 };
 
@@ -55,9 +54,21 @@ struct Region {
     bool IsEmpty() const { return parts.empty(); }
 };
 
-/// Returns the region of the outlines of a section.
+/// Returns the region of the outlines of a section. Cost: a few passes over the vertices where the
+/// outlines keep clear of each other, as those of most sections do; otherwise that of
+/// `RegionOfArrangement`.
 /// @throws ArrangementError for outlines that cannot be arranged
 Region RegionOf(std::span<const WeightedRing> outlines);
+
+/// Returns the same, always by the arrangement of all outlines; the rings of the parts may start
+/// at other points. Cost: n log n for outlines with few crossings.
+/// @throws ArrangementError
+Region RegionOfArrangement(std::span<const WeightedRing> outlines);
+
+/// Returns the outline and the voids of a part as one ring, joined by bridges, there and back. They
+/// are as short as can be, and keep off the directions of the axes where they can, since neutral
+/// axes run there. Cost: a triangulation of the part, when it has voids.
+Points JoinedRing(const Part& part);
 
 }  // namespace halvorn::engine
 

@@ -54,9 +54,8 @@ std::vector<Corner> RightSide(const char* shape, const FlangedProfile& profile, 
 }
 
 // @param largestRadius of this rectangle's corners and those of one within or around it [L]
-std::vector<double> RoundedRectangle(double left, double bottom, double right, double top,
-                                     double radius, double largestRadius,
-                                     const ArcDivision& division) {
+Points RoundedRectangle(double left, double bottom, double right, double top, double radius,
+                        double largestRadius, const ArcDivision& division) {
     const Corner corners[] = {{right, bottom, radius, largestRadius},
                               {right, top, radius, largestRadius},
                               {left, top, radius, largestRadius},

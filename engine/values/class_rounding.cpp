@@ -64,18 +64,6 @@ SumRounding RoundingOf(const Polyline& polyline) {
     return sum;
 }
 
-Box BoxOf(const std::vector<Element>& elements) {
-    Box box(elements.front().ring);
-    for (const Element& element : elements) {
-        const Box other(element.ring);
-        box.left = std::min(box.left, other.left);
-        box.right = std::max(box.right, other.right);
-        box.bottom = std::min(box.bottom, other.bottom);
-        box.top = std::max(box.top, other.top);
-    }
-    return box;
-}
-
 double AreaRounding(const Points& points) {
     constexpr double kRounding = 4.0 * std::numeric_limits<double>::epsilon();
     double largest = 0.0;

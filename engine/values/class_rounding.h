@@ -6,15 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "geometry/ring_sides.h"
+#include "geometry/box.h"
 #include "model/section_model.h"
 #include "values/report.h"
 
 namespace halvorn::engine {
-
-/// Returns the box around the rings of all elements.
-/// @pre there is an element
-Box BoxOf(const std::vector<Element>& elements);
 
 /// Returns how large the area of points on one line may come out, for the rounding of their
 /// coordinates along the perimeter [L^2].

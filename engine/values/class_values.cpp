@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geometry/crossings.h"
+#include "geometry/ring_area.h"
+#include "model/outlines.h"
 #include "values/class_rounding.h"
 #include "values/digits.h"
 #include "values/methods.h"
@@ -101,7 +102,7 @@ public:
     DigitKeeper(const SectionModel& section, const ClassOutputs& out, Report* report)
         : rounding_(RoundingOf(section.elements)), out_(out), report_(report) {
         const Box box = BoxOf(section.elements);
-        cause_ = LostByOf(std::max(box.right - box.left, box.top - box.bottom),
+        cause_ = LostByOf(std::max(box.Width(), box.Height()),
                           std::max({std::fabs(box.left), std::fabs(box.right),
                                     std::fabs(box.bottom), std::fabs(box.top)}));
     }
@@ -119,10 +120,9 @@ public:
         for (Value& value : report_->classValues) {
             const std::string_view key = value.key;
             const bool isVertical = key == "elastic_modulus_bottom" || key == "elastic_modulus_top";
-            const double relative = key == "inertia_x" || isVertical ? ofX
-                                    : key == "inertia_y" || key.starts_with("elastic_")
-                                        ? ofY
-                                        : 0.0;
+            const double relative = key == "inertia_x" || isVertical                    ? ofX
+                                    : key == "inertia_y" || key.starts_with("elastic_") ? ofY
+                                                                                        : 0.0;
             const double error =
                 key == "inertia_xy" ? rounding_.inertiaXY : relative * std::fabs(value.number);
             if (error > 0.0) KeepDigits(error, WhyNoDigits(cause_), &value);

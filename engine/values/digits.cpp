@@ -50,7 +50,9 @@ void KeepDigits(double error, const std::string& whyNone, Value* value) {
 Finding LostDigits(const std::string& element, const std::string& values, double relative,
                    LostBy cause) {
     const bool isFar = cause == LostBy::Distance;
-    return {Severity::Warning, FindingKind::LostDigits, element,
+    return {Severity::Warning,
+            FindingKind::LostDigits,
+            element,
             std::string(isFar ? "the section lies so far from the origin"
                               : "the outline is so thin for its size") +
                 " that of 16 digits of " + values + " about " +

@@ -40,8 +40,8 @@ void AddPublished(Report* report) {
         const auto* const description =
             std::find_if(kPublishedValues.begin(), kPublishedValues.end(),
                          [&](const ValueDescription& entry) { return entry.key == key; });
-        Value& value = report->published.emplace_back(
-            DescribedValue(*description, report->section.unit));
+        Value& value =
+            report->published.emplace_back(DescribedValue(*description, report->section.unit));
         value.number = number;
         value.method = "published";
     }

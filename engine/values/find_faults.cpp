@@ -7,7 +7,8 @@
 #include <string_view>
 
 #include "base/numbers.h"
-#include "geometry/crossings.h"
+#include "geometry/place_text.h"
+#include "geometry/ring_area.h"
 #include "values/class_rounding.h"
 
 namespace halvorn::engine {
@@ -39,7 +40,8 @@ public:
         : element_(element), unit_(unit), findings_(findings) {
         DropRepeatedPoints();
         if (points_.size() < 3) {
-            Add(Severity::Error, Kind::TooFewPoints, "it has too few different points", "add the missing points", {});
+            Add(Severity::Error, Kind::TooFewPoints, "it has too few different points",
+                "add the missing points", {});
             return;
         }
         if (HasNoArea(points_)) return;
@@ -87,7 +89,8 @@ private:
             if (dot > 0.0) {
                 straight.push_back(i);
             } else if (++spikes <= kMostPlaces) {
-                Add(Severity::Warning, Kind::Spike, "a spike without area ends at " + PlaceText(points_[i]),
+                Add(Severity::Warning, Kind::Spike,
+                    "a spike without area ends at " + PlaceText(points_[i]),
                     "leave its point out: the class measures its elastic moduli to it", points_[i]);
             }
         }
@@ -109,7 +112,7 @@ private:
         if (element_.given) return;
         const double area = AreaOf(points_);
         const Box box(points_);
-        const double size = std::max(box.right - box.left, box.top - box.bottom);
+        const double size = std::max(box.Width(), box.Height());
         if (area < kSmallestArea || area * size * size / 12.0 < kSmallestPolar) {
             Add(Severity::Remark, Kind::SmallForClass,
                 "its area of " + ShortNumber(area) + " " + unit_ +
@@ -241,7 +244,8 @@ private:
     void TellSelfCrossing(std::size_t i, const Point& place) {
         const bool isWall = section_.polyline && section_.polyline->kind != PolylineKind::Solid;
         if (isWall) {
-            Add(Severity::Warning, Kind::SelfCrossing, i, "the wall crosses itself at " + PlaceText(place),
+            Add(Severity::Warning, Kind::SelfCrossing, i,
+                "the wall crosses itself at " + PlaceText(place),
                 "its material there counts once; draw the line without crossings", place);
         } else {
             Add(Severity::Error, Kind::SelfCrossing, i, "it crosses itself at " + PlaceText(place),
@@ -278,13 +282,16 @@ private:
             if (amount.area <= kNegligible * AreaOfElement(i)) continue;
             Add(Severity::Warning, Kind::HoleOutside, i,
                 Told(amount.area) + " of this hole lie outside every solid, at " +
-                    PlaceText(amount.place) + "; they take nothing here, and are subtracted in "
+                    PlaceText(amount.place) +
+                    "; they take nothing here, and are subtracted in "
                     "class_values",
                 "move it inside, or give the solid around it", amount.place);
         }
     }
 
-    std::string Distance(double distance) const { return ShortNumber(distance) + " " + section_.unit; }
+    std::string Distance(double distance) const {
+        return ShortNumber(distance) + " " + section_.unit;
+    }
 
     void TellContacts() {
         for (const OutlineContact& miss : region_.nearMisses) {
@@ -321,12 +328,11 @@ private:
         if (region_.parts.size() < 2) return;
         const Part& second = region_.parts[1];
         const Point place = region_.frame.FromFrame(second.outline.front());
-        findings_.push_back(
-            {Severity::Remark, Kind::PartsApart, section_.source,
-             "the section is in " + std::to_string(region_.parts.size()) +
-                 " parts that are not joined, one of them at " + PlaceText(place) +
-                 "; its values hold where something makes them act as one",
-             "", place});
+        findings_.push_back({Severity::Remark, Kind::PartsApart, section_.source,
+                             "the section is in " + std::to_string(region_.parts.size()) +
+                                 " parts that are not joined, one of them at " + PlaceText(place) +
+                                 "; its values hold where something makes them act as one",
+                             "", place});
     }
 
     const std::vector<Element>& elements_;
@@ -342,7 +348,9 @@ void LookAtGivenValues(const Element& element, std::vector<Finding>& findings) {
     if (!element.given) return;
     const double drawn = AreaOf(element.ring);
     if (std::fabs(drawn - element.given->area) <= kAgreement * element.given->area) return;
-    findings.push_back({Severity::Warning, Kind::GivenValues, element.label,
+    findings.push_back({Severity::Warning,
+                        Kind::GivenValues,
+                        element.label,
                         "its outline encloses " + ShortNumber(drawn) + ", the area given is " +
                             ShortNumber(element.given->area),
                         "values are of the outline, class_values of what is given: check both, and "
@@ -356,8 +364,10 @@ void LookForMissingRegion(const Report& report, std::vector<Finding>& findings) 
         return;
     }
     const bool isArranged = report.region.size > 0.0;
-    findings.push_back({Severity::Error, isArranged ? Kind::NoArea : Kind::NotArranged,
-                        report.section.source, report.whyNoRegion,
+    findings.push_back({Severity::Error,
+                        isArranged ? Kind::NoArea : Kind::NotArranged,
+                        report.section.source,
+                        report.whyNoRegion,
                         isArranged ? "look for missing points, and for holes that are too large"
                                    : "correct the coordinates, or bring the outlines into order",
                         {}});

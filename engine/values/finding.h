@@ -20,25 +20,25 @@ enum class Severity {
 
 /// What is found, for programs; these never change once released.
 enum class FindingKind {
-    TooFewPoints,      ///< a ring has fewer than three different points
-    RepeatedPoint,     ///< a point repeats the one before
-    StraightVertex,    ///< a vertex lies straight between its neighbours
-    Spike,             ///< an edge runs back over the one before
-    NoArea,            ///< a ring, or the section, encloses no area
-    SelfCrossing,      ///< a ring crosses itself, or runs round a part of it the other way
-    RepeatedTurn,      ///< a ring runs round a part of its area more than once
-    Overlap,           ///< solids overlap, or holes within a solid
-    HoleOutside,       ///< a hole takes what is not there
-    NearMiss,          ///< outlines nearly touch
-    SetOnto,           ///< a vertex was set onto another outline
-    Pinch,             ///< material hangs together in one point only
-    PartsApart,        ///< parts of the material do not touch
-    GivenValues,       ///< given values contradict their outline
-    SmallForClass,     ///< the class's fixed tolerances are too coarse
-    LostDigits,        ///< rounding has taken digits of the values
-    LostDigitsOfClass, ///< likewise of class_values
-    NotArranged,       ///< nothing tells what the outlines mean
-    Reading            ///< the reader left something out or took it for granted
+    TooFewPoints,       ///< a ring has fewer than three different points
+    RepeatedPoint,      ///< a point repeats the one before
+    StraightVertex,     ///< a vertex lies straight between its neighbours
+    Spike,              ///< an edge runs back over the one before
+    NoArea,             ///< a ring, or the section, encloses no area
+    SelfCrossing,       ///< a ring crosses itself, or runs round a part of it the other way
+    RepeatedTurn,       ///< a ring runs round a part of its area more than once
+    Overlap,            ///< solids overlap, or holes within a solid
+    HoleOutside,        ///< a hole takes what is not there
+    NearMiss,           ///< outlines nearly touch
+    SetOnto,            ///< a vertex was set onto another outline
+    Pinch,              ///< material hangs together in one point only
+    PartsApart,         ///< parts of the material do not touch
+    GivenValues,        ///< given values contradict their outline
+    SmallForClass,      ///< the class's fixed tolerances are too coarse
+    LostDigits,         ///< rounding has taken digits of the values
+    LostDigitsOfClass,  ///< likewise of class_values
+    NotArranged,        ///< nothing tells what the outlines mean
+    Reading             ///< the reader left something out or took it for granted
 };
 
 struct Finding {

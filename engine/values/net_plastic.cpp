@@ -1,7 +1,5 @@
 #include "values/net_plastic.h"
 
-#include <CSectionTools.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -65,29 +63,32 @@ struct AreaMoment {
     }
 };
 
+std::vector<const Points*> RingsOf(const Region& region) {
+    std::vector<const Points*> rings;
+    for (const Part& part : region.parts) {
+        rings.push_back(&part.outline);
+        for (const Points& ring : part.voids) rings.push_back(&ring);
+    }
+    return rings;
+}
+
 }  // namespace
 
 std::optional<double> PlasticAxis(const Region& region, AxisDirection direction) {
-    std::vector<Points> rings;
-    for (const Part& part : region.parts) rings.push_back(part.joined);
-    return HalvingLine(std::move(rings), direction);
+    return HalvingLineOfDirected(RingsOf(region), direction);
 }
 
 PlasticModuli NetPlasticModuli(const Region& region) {
-    constexpr int kScale = 10;  // a power of two: 1024 in place of 1
-    CSectionTools tools;
-    for (const Part& part : region.parts) {
-        std::vector<double> coordinates;
-        for (const Point& point : part.joined) {
-            coordinates.push_back(std::ldexp(point.x, kScale));
-            coordinates.push_back(std::ldexp(point.y, kScale));
+    const std::vector<const Points*> rings = RingsOf(region);
+    const auto modulus = [&](AxisDirection direction) {
+        const auto line = HalvingLineOfDirected(rings, direction);
+        double sum = 0.0;
+        for (const Points* const ring : rings) {
+            if (line) sum += DistanceIntegral(*ring, direction, *line);
         }
-        tools.PushContour(static_cast<int>(part.joined.size()), coordinates.data(), 1);
-    }
-    PlasticModuli moduli;
-    tools.ComputeWplasticValues(moduli.x, moduli.y);
-    const int power = 3 * (region.frame.exponent - kScale);
-    return {std::ldexp(moduli.x, power), std::ldexp(moduli.y, power)};
+        return std::ldexp(sum, 3 * region.frame.exponent);
+    };
+    return {modulus(AxisDirection::Horizontal), modulus(AxisDirection::Vertical)};
 }
 
 PlasticHalves HalvesOf(const Region& region, AxisDirection direction) {
@@ -101,7 +102,7 @@ PlasticHalves HalvesOf(const Region& region, AxisDirection direction) {
     std::array<AreaMoment, 2> sums;
     for (const Part& part : region.parts) {
         Points turned;
-        for (const Point& point : part.joined) turned.push_back(AcrossAxis(point, direction));
+        for (const Point& point : JoinedRing(part)) turned.push_back(AcrossAxis(point, direction));
         for (Points& piece : CutAt(turned, *axis, region.size)) {
             const AreaMoment own = AreaMoment::Of(piece);
             const std::size_t side = own.moment.y >= *axis * own.area ? 0 : 1;

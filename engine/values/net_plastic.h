@@ -24,8 +24,7 @@ struct PlasticModuli {
     double y = 0.0;  ///< about the vertical axis
 };
 
-/// Returns the moduli by `CSectionTools::ComputeWplasticValues` of the parts' joined rings, scaled
-/// so that the library's fixed tolerance is 1e-13 of the size squared.
+/// Returns the moduli about the plastic axes, by integrals along the rings of the parts.
 PlasticModuli NetPlasticModuli(const Region& region);
 
 /// One side of a plastic axis, in the section's coordinates.

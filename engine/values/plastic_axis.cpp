@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace halvorn::engine {
 
@@ -23,61 +24,103 @@ struct Strip {
     }
 };
 
-// @param ring    points as (along the line, across it)
-void AddStrips(const Points& ring, double lowest, std::vector<Strip>& strips) {
+// Along the line and across it. The order changes the sense of a ring about a vertical line.
+Point AlongAndAcross(const Point& p, AxisDirection direction) {
+    return direction == AxisDirection::Horizontal ? p : Point(p.y, p.x);
+}
+
+// A ring's strips that count as positive, whichever way it runs, or as it runs.
+enum class Sense { Positive, AsItRuns };
+
+void AddStrips(const Points& ring, AxisDirection direction, Sense sense, double lowest,
+               std::vector<Strip>& strips) {
     const std::size_t first = strips.size();
+    const double sign = direction == AxisDirection::Horizontal ? 1.0 : -1.0;
     double area = 0.0;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        const auto& [u0, v0] = ring[i];
-        const auto& [u1, v1] = ring[(i + 1) % ring.size()];
-        const Strip strip = {std::min(v0, v1) - lowest, std::max(v0, v1) - lowest, u0 - u1};
+    Point from = AlongAndAcross(ring.empty() ? Point() : ring.back(), direction);
+    for (const Point& vertex : ring) {
+        const Point to = AlongAndAcross(vertex, direction);
+        const Strip strip = {std::min(from.y, to.y) - lowest, std::max(from.y, to.y) - lowest,
+                             sign * (from.x - to.x)};
         area += strip.width * strip.Middle();
         strips.push_back(strip);
+        from = to;
     }
-    if (area >= 0.0) return;
+    if (sense == Sense::AsItRuns || area >= 0.0) return;
     for (std::size_t i = first; i < strips.size(); ++i) strips[i].width = -strips[i].width;
 }
 
-// The height above which the strips have an area. Strips on one side of the bracket stay there:
-// below it they count no more, above it as two sums.
-double HeightWithAreaAbove(std::vector<Strip> strips, double area, double low, double high) {
-    double widthAbove = 0.0;
-    double momentAbove = 0.0;
-    for (;;) {
-        const double middle = 0.5 * (low + high);
-        if (!(low < middle && middle < high)) return middle;
-        double above = momentAbove - widthAbove * middle;
-        for (const Strip& strip : strips) above += strip.AreaAbove(middle);
-        if (above > area) {
-            low = middle;
-            std::erase_if(strips, [&](const Strip& strip) { return strip.high <= low; });
-            continue;
+// The strips that a bracket of heights may still cut. Those below it count no more, those above it
+// as two sums.
+class Bracket {
+public:
+    Bracket(std::vector<Strip> strips, double height) : strips_(std::move(strips)), high_(height) {}
+
+    // Halves the bracket until the area above its middle is within a distance of a given one.
+    void Narrow(double area, double distance) {
+        for (;;) {
+            const double above = AreaAboveMiddle();
+            if (IsPoint() || std::fabs(above - area) <= distance) return;
+            Halve(above > area);
         }
-        high = middle;
-        std::erase_if(strips, [&](const Strip& strip) {
-            if (strip.low < high) return false;
-            widthAbove += strip.width;
-            momentAbove += strip.width * strip.Middle();
+    }
+
+    // The height above which the strips have an area.
+    double HeightWithAreaAbove(double area) && {
+        while (!IsPoint()) Halve(AreaAboveMiddle() > area);
+        return Middle();
+    }
+
+private:
+    double Middle() const { return 0.5 * (low_ + high_); }
+    bool IsPoint() const { return !(low_ < Middle() && Middle() < high_); }
+
+    double AreaAboveMiddle() const {
+        const double middle = Middle();
+        double above = momentAbove_ - widthAbove_ * middle;
+        for (const Strip& strip : strips_) above += strip.AreaAbove(middle);
+        return above;
+    }
+
+    void Halve(bool isAbove) {
+        if (isAbove) {
+            low_ = Middle();
+            std::erase_if(strips_, [&](const Strip& strip) { return strip.high <= low_; });
+            return;
+        }
+        high_ = Middle();
+        std::erase_if(strips_, [&](const Strip& strip) {
+            if (strip.low < high_) return false;
+            widthAbove_ += strip.width;
+            momentAbove_ += strip.width * strip.Middle();
             return true;
         });
     }
-}
 
-}  // namespace
+    std::vector<Strip> strips_;
+    double low_ = 0.0;
+    double high_;
+    double widthAbove_ = 0.0;
+    double momentAbove_ = 0.0;
+};
 
-std::optional<double> HalvingLine(std::vector<Points> rings, AxisDirection direction) {
+std::optional<double> Halve(std::span<const Points* const> rings, AxisDirection direction,
+                            Sense sense) {
     constexpr double kRounding = 1e-13;  // of the sum of all strips [-]
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -lowest;
-    for (Points& ring : rings) {
-        for (Point& point : ring) {
-            if (direction == AxisDirection::Vertical) std::swap(point.x, point.y);
-            lowest = std::min(lowest, point.y);
-            highest = std::max(highest, point.y);
+    std::size_t count = 0;
+    for (const Points* const ring : rings) {
+        count += ring->size();
+        for (const Point& point : *ring) {
+            const double across = AlongAndAcross(point, direction).y;
+            lowest = std::min(lowest, across);
+            highest = std::max(highest, across);
         }
     }
     std::vector<Strip> strips;
-    for (const Points& ring : rings) AddStrips(ring, lowest, strips);
+    strips.reserve(count);
+    for (const Points* const ring : rings) AddStrips(*ring, direction, sense, lowest, strips);
     double area = 0.0;
     double sum = 0.0;
     for (const Strip& strip : strips) {
@@ -87,8 +130,10 @@ std::optional<double> HalvingLine(std::vector<Points> rings, AxisDirection direc
     const double rounding = kRounding * sum;
     if (!(area > rounding) || !std::isfinite(sum)) return std::nullopt;
     const double height = highest - lowest;
+    Bracket bracket(std::move(strips), height);
+    bracket.Narrow(0.5 * area, 4.0 * rounding);
     const auto heightAt = [&](double shift) {
-        return HeightWithAreaAbove(strips, 0.5 * area + shift, 0.0, height);
+        return Bracket(bracket).HeightWithAreaAbove(0.5 * area + shift);
     };
     const double from = heightAt(rounding);
     const double to = heightAt(-rounding);
@@ -97,6 +142,44 @@ std::optional<double> HalvingLine(std::vector<Points> rings, AxisDirection direc
     if (std::fabs(line) > kNearOrigin * height) return line;
     const double off = 0.5 * (from - heightAt(2.0 * rounding) + heightAt(-2.0 * rounding) - to);
     return std::fabs(line) <= off ? 0.0 : line;
+}
+
+}  // namespace
+
+std::optional<double> HalvingLine(const std::vector<Points>& rings, AxisDirection direction) {
+    std::vector<const Points*> all;
+    all.reserve(rings.size());
+    for (const Points& ring : rings) all.push_back(&ring);
+    return Halve(all, direction, Sense::Positive);
+}
+
+std::optional<double> HalvingLineOfDirected(std::span<const Points* const> rings,
+                                            AxisDirection direction) {
+    return Halve(rings, direction, Sense::AsItRuns);
+}
+
+// With v the distance across the line, |v| is the derivative of v |v| / 2 across it; by Green's
+// theorem the integral is that of v |v| / 2 along the ring. Its mean along an edge is
+// (v0^2 + v0 v1 + v1^2) / 6 on one side of the line, and (|v1|^3 - |v0|^3) / (v1 - v0) / 6 across.
+double DistanceIntegral(const Points& ring, AxisDirection direction, double line) {
+    double sum = 0.0;
+    Point from = AlongAndAcross(ring.empty() ? Point() : ring.back(), direction);
+    from.y -= line;
+    for (const Point& vertex : ring) {
+        Point to = AlongAndAcross(vertex, direction);
+        to.y -= line;
+        const double width = from.x - to.x;
+        if ((from.y < 0.0) == (to.y < 0.0)) {
+            const double squares = from.y * from.y + from.y * to.y + to.y * to.y;
+            sum += to.y < 0.0 ? -width * squares : width * squares;
+        } else {
+            const double below = std::fabs(from.y);
+            const double above = std::fabs(to.y);
+            sum += width * (above * above * above - below * below * below) / (to.y - from.y);
+        }
+        from = to;
+    }
+    return (direction == AxisDirection::Horizontal ? sum : -sum) / 6.0;
 }
 
 }  // namespace halvorn::engine

@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_VALUES_PLASTIC_AXIS_H
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "geometry/point.h"
@@ -21,7 +22,16 @@ enum class AxisDirection { Horizontal, Vertical };
 /// so that the line is off by no more than this over the width of the section there; a line that is
 /// no farther than that from the origin is at 0.
 /// Cost: a few passes over the edges.
-std::optional<double> HalvingLine(std::vector<Points> rings, AxisDirection direction);
+std::optional<double> HalvingLine(const std::vector<Points>& rings, AxisDirection direction);
+
+/// The same of rings that count as they run: counter-clockwise ones positive, clockwise ones, which
+/// lie within them, negative.
+std::optional<double> HalvingLineOfDirected(std::span<const Points* const> rings,
+                                            AxisDirection direction);
+
+/// Returns the integral of the distance from a line over the area of a ring [L^3], negative when it
+/// runs clockwise.
+double DistanceIntegral(const Points& ring, AxisDirection direction, double line);
 
 }  // namespace halvorn::engine
 

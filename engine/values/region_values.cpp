@@ -28,9 +28,7 @@ constexpr const char* kIntegrals = "exact integrals over the material";
 class RegionValues {
 public:
     explicit RegionValues(Report& report)
-        : report_(report),
-          moments_(MomentsOf(report.region)),
-          whyNoDigits_(WhyNoDigits(Lies())) {}
+        : report_(report), moments_(MomentsOf(report.region)), whyNoDigits_(WhyNoDigits(Lies())) {}
 
     void Add() {
         AddGeometry();
@@ -79,8 +77,8 @@ private:
     LostBy Lies() const {
         const double size =
             std::max(moments_.toLeft + moments_.toRight, moments_.toBottom + moments_.toTop);
-        return LostByOf(size, std::max(std::fabs(moments_.centroid.x),
-                                       std::fabs(moments_.centroid.y)));
+        return LostByOf(size,
+                        std::max(std::fabs(moments_.centroid.x), std::fabs(moments_.centroid.y)));
     }
 
     void AddGeometry() {
@@ -114,8 +112,8 @@ private:
     void AddRadiiOfGyration() {
         const auto add = [&](const char* key, const char* method, double inertia, double error) {
             const double radius = std::sqrt(std::max(0.0, inertia) / moments_.area);
-            const double relative = RelativeError(error, inertia) +
-                                    RelativeError(moments_.areaError, moments_.area);
+            const double relative =
+                RelativeError(error, inertia) + RelativeError(moments_.areaError, moments_.area);
             Add(key, method, radius, 0.5 * relative * radius);
         };
         const Moments& m = moments_;
@@ -186,12 +184,12 @@ private:
 
     void WarnOfLostDigits() {
         const Moments& m = moments_;
-        const double relative = std::max({RelativeError(m.areaError, m.area),
-                                          RelativeError(m.inertiaXError, m.inertiaX),
-                                          RelativeError(m.inertiaYError, m.inertiaY),
-                                          RelativeError(m.secondError, m.second)});
+        const double relative = std::max(
+            {RelativeError(m.areaError, m.area), RelativeError(m.inertiaXError, m.inertiaX),
+             RelativeError(m.inertiaYError, m.inertiaY), RelativeError(m.secondError, m.second)});
         if (!(relative > kTooFewDigits)) return;
-        report_.findings.push_back(LostDigits(report_.section.source, "the values", relative, Lies()));
+        report_.findings.push_back(
+            LostDigits(report_.section.source, "the values", relative, Lies()));
     }
 
     Report& report_;

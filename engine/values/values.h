@@ -13,10 +13,10 @@ namespace halvorn::engine {
 
 /// What a value is called and measured in.
 struct ValueDescription {
-    const char* key;         // in JSON and CSV; never changes once released
-    const char* name;        // in full words
-    const char* symbol;      // as engineers write it
-    int power;               // of the length unit; 0: see `unit`
+    const char* key;             // in JSON and CSV; never changes once released
+    const char* name;            // in full words
+    const char* symbol;          // as engineers write it
+    int power;                   // of the length unit; 0: see `unit`
     const char* unit = nullptr;  // "deg", "kg/m" when the power is 0; null: none
 };
 

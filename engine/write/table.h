@@ -11,7 +11,8 @@ namespace halvorn::engine {
 
 /// Returns an aligned table of the values, of what is published of a profile and of the outputs of
 /// the class, decimal points one above the other, and below it the reasons of what is missing and
-/// what is found, but for hints. Lines have at most 115 columns: a longer method is a number, [1], and stands below.
+/// what is found, but for hints. Lines have at most 115 columns: a longer method is a number, [1],
+/// and stands below.
 std::string TableText(const Report& report);
 
 }  // namespace halvorn::engine

@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "base/input_error.h"
+#include "base/text.h"
 #include "catalogue/csv_table.h"
 #include "read/open_section.h"
 #include "values/evaluate.h"
@@ -68,7 +69,7 @@ double AreaOf(const CsvRecord& row) {
 // The areas of the table are rounded to three or four digits, some of them twice.
 TEST(Catalogue, DrawsEveryProfileWithTheAreaOfItsDimensionsAndItsPublishedArea) {
     std::size_t compared = 0;
-    for (const CsvRecord& row : ReadCsv("engine/catalogue/profiles.csv")) {
+    for (const CsvRecord& row : ParseCsv(ReadInput("engine/catalogue/profiles.csv"))) {
         const std::string& name = row.Text("name");
         ASSERT_TRUE(IsCatalogueProfile(name)) << name;
         const Report drawn = ReportOf(name, "mm", false);
@@ -110,7 +111,6 @@ TEST(Catalogue, GivesPublishedValuesInAnyUnitAndOnlyThose) {
                 1e-3 * 1040000);
     const Element hollow = CatalogueElements("SHS100x5", "mm", kDivision, true).front();
     EXPECT_FALSE(hollow.given->torsionConstant || hollow.given->shearArea1);
-    EXPECT_NEAR(hollow.thinWall->constant, 4.4e6, 0.1e6);
     EXPECT_EQ(CatalogueElements("SHS100x5", "mm", kDivision, false).size(), 2U);
 }
 

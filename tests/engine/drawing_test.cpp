@@ -91,6 +91,11 @@ TEST(Drawing, RefusesWhatWouldHoldAnOutlineOrLieInOneIfItWereClosed) {
         return text.str();
     };
     const std::string plate = Rectangle(0, 0, 100, 60), hole = arc(50, 0, 355);
+    std::ostringstream tangle;  // nearly closed, and crosses itself more than 100000 times
+    tangle << " 0 LWPOLYLINE";
+    for (int i = 0; i < 700; ++i) {
+        tangle << " 10 " << 1000 * std::cos(2.4 * i) - 903 << " 20 " << 1000 * std::sin(2.4 * i);
+    }
     struct Case {
         const char* name;
         std::string entities;
@@ -143,6 +148,9 @@ TEST(Drawing, RefusesWhatWouldHoldAnOutlineOrLieInOneIfItWereClosed) {
          "line 46: an open chain goes round the open chain at line 56, with a gap of 0.5 from "},
         {"open in open beside a square", OpenRectangle(0.5) + hole + square,
          "line 46: an open chain goes round the open chain at line 56, with a gap of 0.5 from "},
+        {"a tangle", plate + holes + tangle.str(),
+         "line 52: an open chain is nearly closed, and together the outlines cross in more than "
+         "100000 places; if it is no outline, hide its layer or name the section's with --layer"},
         {"open in two open ones",
          Line(0.5, 0, 100, 0) + Line(100, 0, 100, 60) + Line(99.5, 60, 0, 60) + Line(0, 60, 0, 0) +
              hole + square,
@@ -247,6 +255,7 @@ TEST(Drawing, RemarksThatARectangleHoldsAllTheRest) {
         {"bar off the middle", Rectangle(0, 0, 420, 297) + Rectangle(30, 30, 300, 200),
          "420 x 297"},
         {"bar in the middle", Rectangle(0, 0, 420, 297) + Rectangle(160, 99, 100, 99), "420 x 297"},
+        {"slit from side to side", Rectangle(0, 0, 90, 50) + Rectangle(40, 0, 5, 50), "90 x 50"},
         {"beside", Rectangle(0, 0, 100, 50) + Rectangle(100, 0, 20, 50) + Circle(20, 25, 9), ""},
         {"no rectangle", Circle(50, 50, 90) + angle, ""},
         {"alone", Rectangle(0, 0, 100, 50), ""}};

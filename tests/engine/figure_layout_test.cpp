@@ -35,7 +35,7 @@ const Label* Find(const Page& page, const std::string& text) {
 }
 
 // Where the first ring, a rectangle, is on the page.
-Box SectionBox(const Page& page) {
+PageBox SectionBox(const Page& page) {
     const std::vector<Spot>& ring = page.areas.at(0).spots;
     return {ring[0].x, ring[2].y, ring[2].x, ring[0].y};
 }
@@ -94,7 +94,7 @@ TEST(FigureLayout, SaysWidthHeightAndScale) {
         Report report = ReportOf(c.ring);
         report.section.unit = c.unit;
         const Page page = LaidOut(report);
-        const Box section = SectionBox(page);
+        const PageBox section = SectionBox(page);
         const Label* const width = Find(page, c.width);
         const Label* const height = Find(page, c.height);
         ASSERT_TRUE(width != nullptr && height != nullptr);
@@ -109,7 +109,7 @@ TEST(FigureLayout, SaysWidthHeightAndScale) {
         for (const double end : {section.left, section.right}) EXPECT_GE(tipsAt(&Spot::x, end), 1);
         for (const double end : {section.top, section.bottom}) EXPECT_GE(tipsAt(&Spot::y, end), 1);
 
-        const Box& bar = page.bars.at(0);  // its black half
+        const PageBox& bar = page.bars.at(0);  // its black half
         const auto text = std::find_if(page.labels.begin(), page.labels.end(), [&](const Label& l) {
             return l.anchor == Anchor::Centre && std::fabs(l.at.x - bar.right) < 1e-9;
         });
@@ -161,7 +161,7 @@ TEST(FigureLayout, DrawsPrincipalAxesPerpendicularWithTheirLabels) {
         for (const int i : {0, 1}) {
             const Label* const label = Find(page, names[i]);
             ASSERT_NE(label, nullptr) << names[i];
-            const Box box = BoxOf(*label, Characters);
+            const PageBox box = BoxOf(*label, Characters);
             const Spot middle{0.5 * (box.left + box.right), 0.5 * (box.top + box.bottom)};
             EXPECT_LT(distance(centre, middle, along[i]), distance(centre, middle, along[1 - i]));
         }

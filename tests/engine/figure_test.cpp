@@ -47,7 +47,7 @@ double ShoelaceArea(const Points& ring) {
 }
 
 void ExpectOrderly(const Page& page) {
-    const Box sheet = Box{0.0, 0.0, page.width, page.height}.Grown(-10.0);
+    const PageBox sheet = PageBox{0.0, 0.0, page.width, page.height}.Grown(-10.0);
     for (const Line& line : page.lines) {
         for (const Spot& spot : line.spots) EXPECT_TRUE(sheet.Holds(spot));
     }
@@ -55,7 +55,7 @@ void ExpectOrderly(const Page& page) {
         for (const Spot& spot : head) EXPECT_TRUE(sheet.Holds(spot));
     }
     for (std::size_t i = 0; i < page.labels.size(); ++i) {
-        const Box box = BoxOf(page.labels[i], Characters);
+        const PageBox box = BoxOf(page.labels[i], Characters);
         EXPECT_TRUE(sheet.Holds({box.left, box.top}) && sheet.Holds({box.right, box.bottom}))
             << PlainText(page.labels[i].runs);
         for (std::size_t k = 0; k < i; ++k) {
@@ -93,8 +93,8 @@ TEST(FigureLayout, KeepsEverythingOnThePageAndLabelsApart) {
                 for (const std::string axis : {"x", "y"}) {
                     const Value* const centre = report.Find("centroid_" + axis);
                     const double extent = item.ring[2].x - item.ring[0].x;
-                    report = WithValue(report, "plastic_axis_" + axis,
-                                         centre->number + share * extent);
+                    report =
+                        WithValue(report, "plastic_axis_" + axis, centre->number + share * extent);
                 }
                 ExpectOrderly(LaidOut(report));
             }
@@ -166,11 +166,10 @@ TEST(FigureOutline, DrawsTheWallThatIsComputed) {
                                         kind == PolylineKind::Solid ? 0.0 : 6.0,
                                         {{0, 0}, {120, 0}, {150, 90}, {-20, 70}},
                                         {0, radius, radius, 0}};
-            section.elements =
-                ElementsOf(*section.polyline, shapes::ArcDivision::ChordError(1e-3));
+            section.elements = ElementsOf(*section.polyline, shapes::ArcDivision::ChordError(1e-3));
             double area = 0.0;
-            for (const Ring& ring : RingsOf(section)) {
-                area += (ring.isSolid ? 1.0 : -1.0) * ShoelaceArea(ring.points);
+            for (const Element& element : section.elements) {
+                area += (element.isSolid ? 1.0 : -1.0) * ShoelaceArea(element.ring);
             }
             const Report report = Evaluate(section, {});
             EXPECT_NEAR(area / report.Find("area")->number, 1.0, 1e-12);
@@ -178,6 +177,13 @@ TEST(FigureOutline, DrawsTheWallThatIsComputed) {
             EXPECT_NEAR(area / ofClass, 1.0, radius > 0.0 ? 0.05 : 1e-12);
         }
     }
+    // The arc of radius 1 in the corner of 45 degrees ends where its tangent is upright.
+    section.polyline = Polyline{
+        PolylineKind::Solid, TorsionFormulas::General, 0.0, {{0, 0}, {10, 0}, {0, 10}}, {0, 1, 0}};
+    const auto isLeft = [](const Point& a, const Point& b) { return a.x < b.x; };
+    section.elements = ElementsOf(*section.polyline, shapes::ArcDivision::ChordError(1e-3));
+    const Points& ring = section.elements.front().ring;
+    EXPECT_NEAR(std::max_element(ring.begin(), ring.end(), isLeft)->x, 10 - std::sqrt(2.0), 1e-12);
 }
 
 TEST(FigureHatch, CoversWhatCountsTwiceAndHolesInNothing) {
@@ -190,7 +196,8 @@ TEST(FigureHatch, CoversWhatCountsTwiceAndHolesInNothing) {
                                      area(190, 100, 230, 140, false)};
     constexpr double kSpacing = 0.5;
     const Hatching hatching = HatchedParts(areas, kSpacing);
-    const auto covered = [](const std::vector<std::pair<Spot, Spot>>& lines, const Box& within) {
+    const auto covered = [](const std::vector<std::pair<Spot, Spot>>& lines,
+                            const PageBox& within) {
         double sum = 0.0;
         for (const auto& [a, b] : lines) {
             EXPECT_TRUE(within.Grown(1e-9).Holds(a) && within.Grown(1e-9).Holds(b));

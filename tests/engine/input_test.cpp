@@ -10,7 +10,7 @@
 
 #include "model/placement.h"
 #include "model/push_element.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 
 namespace {
 
@@ -236,7 +236,6 @@ TEST(Walls, CutOpenEndsOffSquareWhateverTheirRadius) {
     EXPECT_EQ(square.elements[0].ring, rounded.elements[0].ring);
     EXPECT_EQ(square.elements[0].given->torsionConstant,
               rounded.elements[0].given->torsionConstant);
-    EXPECT_EQ(square.elements[0].thinWall->constant, rounded.elements[0].thinWall->constant);
     const double turn = std::atan2(60, 20);
     const double middle = 30.0 + std::hypot(20, 60) - 5.5 * (2.0 * std::tan(turn / 2.0) - turn);
     EXPECT_NEAR(square.elements[0].given->area, 3.0 * middle, 1e-9);
@@ -259,52 +258,11 @@ TEST(Walls, HaveTheTorsionOfTheirBentMidLine) {
         {"open", *open.given->torsionConstant, (2.0 * length + 8.0) * 64.0 / 3.0},
         {"open modulus", *open.given->torsionModulus, 8.0 * length * 4.0},
         {"open shear", *open.given->shearArea1, 2.0 * length},
-        {"open textbook", open.thinWall->constant, length * 64.0 / 3.0},
         {"closed", *closed.given->torsionConstant, 4.0 * mean * mean * 10.0 / (100.0 * pi)},
         {"closed modulus", *closed.given->torsionModulus, 20.0 * mean},
-        {"closed textbook", closed.thinWall->constant, 2.0 * pi * std::pow(45.0, 3) * 10.0},
     };
     for (const auto& [name, found, expected] : cases) {
         EXPECT_NEAR(found, expected, 1e-4 * expected) << name;
-    }
-}
-
-TEST(Parts, BringTheirThinWallTorsionAlong) {
-    const double taper = 8.5 + 0.08 * (22.5 - 25.0);  // the mean thickness of the overhang
-    const struct {
-        const char* part;
-        double expected;  // 0: none
-    } cases[] = {
-        {R"("shape": "i", "height": 300, "width": 150, "web": 7, "flange": 10, "root_radius": 15)",
-         (300.0 * 1000.0 + 280.0 * 343.0) / 3.0},
-        // The flanges have 10 + 0.1 (23 - 20) in the middle of their overhangs of 46.
-        {R"("shape": "i", "height": 200, "width": 100, "web": 8, "flange": 10, "root_radius": 9,
-            "flange_slope": 0.1, "flange_at_from_toe": 20, "toe_radius": 5)",
-         (2.0 * 100.0 * 1092.727 + 179.4 * 512.0) / 3.0},
-        {R"("shape": "i_mono", "height": 100, "web": 6, "top_width": 40, "top_flange": 8,
-            "bottom_width": 80, "bottom_flange": 12)",
-         (40.0 * 512.0 + 80.0 * 1728.0 + 80.0 * 216.0) / 3.0},
-        {R"("shape": "channel", "height": 100, "width": 50, "web": 5, "flange": 8.5,
-            "flange_slope": 0.08, "flange_at_from_toe": 25)",
-         (100.0 * std::pow(taper, 3) + (100.0 - 2.0 * taper) * 125.0) / 3.0},
-        {R"("shape": "tee", "height": 100, "width": 60, "web": 6, "flange": 10)",
-         (60.0 * 1000.0 + 90.0 * 216.0) / 3.0},
-        {R"("shape": "angle", "height": 100, "width": 60, "thickness": 10)", 150.0 * 1000.0 / 3.0},
-        {R"("shape": "chs", "diameter": 110, "thickness": 10)", 2.0 * pi * 1.25e5 * 10.0},
-        {R"("shape": "rhs", "height": 105, "width": 105, "thickness": 5, "outer_radius": 0)", 5e6},
-        {R"("shape": "rhs", "height": 110, "width": 110, "thickness": 10, "outer_radius": 55)",
-         2.0 * pi * 1.25e5 * 10.0},
-        {R"("shape": "plate", "width": 100, "height": 10)", 1e5 / 3.0},
-        {R"("shape": "plate", "width": 100, "height": 11)", 0.0},
-        {R"("shape": "round", "diameter": 100)", 0.0},
-        {R"("shape": "plate", "width": 100, "height": 10, "kind": "hole")", 0.0},
-    };
-    for (const auto& [part, expected] : cases) {
-        SCOPED_TRACE(part);
-        const SectionModel section = Read(std::string("{") + part + "}");
-        const auto& thinWall = section.elements[0].thinWall;
-        EXPECT_NEAR(thinWall ? thinWall->constant : 0.0, expected, 1e-12 * expected);
-        EXPECT_FALSE(section.elements.size() == 2 && section.elements[1].thinWall);
     }
 }
 

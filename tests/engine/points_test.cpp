@@ -1,8 +1,13 @@
 // Points in CSV as people and spreadsheets write them.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
 #include "base/input_error.h"
-#include "read/points_csv.h"
+#include "read/csv/points_csv.h"
+#include "read/nesting.h"
 #include "values/evaluate.h"
 
 namespace {
@@ -54,6 +59,135 @@ TEST(PointsCsv, ReadsRingsSeparatorsUnitsAndKinds) {
         EXPECT_DOUBLE_EQ(Number(Evaluate(section, {}), "area"), 94.0);
         EXPECT_EQ(section.remarks.size(), 1U) << "that mm are assumed";
     }
+}
+
+Points Rectangle(double x, double y, double width, double height) {
+    return {{x, y}, {x + width, y}, {x + width, y + height}, {x, y + height}};
+}
+
+// Every `step`th corner of a regular polygon.
+Points Star(std::size_t corners, std::size_t step, double radius) {
+    Points ring;
+    for (std::size_t i = 0; i < corners; ++i) {
+        const double angle = 6.283185307179586 * static_cast<double>(i * step % corners) /
+                             static_cast<double>(corners);
+        ring.emplace_back(radius * std::cos(angle), radius * std::sin(angle));
+    }
+    return ring;
+}
+
+// Returns "s" or "h" of each ring, or the message.
+std::string KindsByNesting(const std::vector<Points>& rings) {
+    std::vector<Element> elements(rings.size());
+    for (std::size_t i = 0; i < rings.size(); ++i) {
+        elements[i].label = std::string(1, static_cast<char>('a' + i));
+        elements[i].ring = rings[i];
+    }
+    try {
+        ClassifyByNesting(&elements, "test");
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    std::string kinds;
+    for (const Element& element : elements) kinds += element.isSolid ? 's' : 'h';
+    return kinds;
+}
+
+struct NestingCase {
+    const char* name;
+    std::vector<Points> rings;
+    const char* outcome;
+};
+
+std::vector<NestingCase> NestingCases() {
+    const auto box = Rectangle;
+    const Points plate = box(0, 0, 100, 60), tie = {{0, 0}, {60, 60}, {60, 0}, {0, 60}};
+    const Points keyhole = {{0, 0}, {99, 0}, {99, 99}, {0, 99}, {0, 0},
+                            {5, 5}, {5, 94}, {94, 94}, {94, 5}, {5, 5}};
+    const Points fin = {{0, 0},        {100, 0},      {100, 30}, {150, 30},
+                        {150, 30.008}, {100, 30.008}, {100, 60}, {0, 60}};
+    const double slot = 1e-4 * std::hypot(6, 20), tube = 1e-4 * std::hypot(100, 60);
+    const auto poking = [&](double by) { return std::vector{plate, box(9, 40 + by, 6, 20)}; };
+    const auto inset = [&](double by) {
+        return std::vector{plate, box(by, by, 100 - 2 * by, 60 - 2 * by)};
+    };
+    return {
+        {"islands", {plate, box(10, 10, 80, 40), box(20, 20, 9, 9), box(40, 20, 9, 9)}, "shss"},
+        {"bricks, rounded",
+         {box(0, 0, 10, 10), box(10.001, 0, 10, 10), box(4, 9.999, 10, 10)},
+         "sss"},
+        {"one ring filled by others", {plate, box(0, 0, 50, 60), box(50, 0, 50, 60)}, "shh"},
+        {"a slot that begins on the edge", poking(0), "sh"},
+        {"one that begins just outside", poking(0.9 * slot), "sh"},
+        {"one that begins farther outside", poking(1.1 * slot), "crosses"},
+        {"a bar set into the edge just", {plate, box(9, 60 - 0.9 * slot, 6, 20)}, "ss"},
+        {"a bar set into the edge", {plate, box(9, 60 - 1.1 * slot, 6, 20)}, "crosses"},
+        {"twice", inset(0), "lies on"},
+        {"twice, inexact", inset(0.9 * tube), "lies on"},
+        {"a thin wall", inset(1.1 * tube), "sh"},
+        {"twice but for a fin", {plate, fin}, "lies on"},
+        {"touched in the middles of its sides",
+         {plate, {{0, 0}, {100, 0}, {99.995, 30}, {50, 59.995}, {0.005, 30}}},
+         "sh"},
+        {"around a keyhole's void", {keyhole, box(20, 20, 30, 30), box(1, 20, 3, 30)}, "ssh"},
+        {"a keyhole's void filled", {keyhole, box(5, 5, 89, 89)}, "lies on"},
+        {"across a keyhole's wall", {keyhole, box(2, 20, 9, 9)}, "crosses"},
+        {"in the lobes of a bow tie",
+         {tie, box(2, 28, 9, 4), box(49, 28, 9, 4), box(28, 5, 4, 4)},
+         "shhs"},
+        {"in a tip and the middle of a star",
+         {Star(5, 2, 50), box(35, -1, 3, 2), box(-5, -5, 9, 9)},
+         "shs"},
+        {"a tube in a frame of a million sizes",
+         {box(-1e8, -1e8, 3e8, 3e8), plate, box(5, 5, 90, 50)},
+         "shs"},
+        {"one in a frame of 1e12 sizes", {box(-1e13, -1e13, 3e13, 3e13), box(0, 0, 9, 9)}, "sh"},
+        {"a tube beside one 1e7 sizes away",
+         {plate, box(5, 5, 90, 50), box(1e9, 1e9, 9, 9)},
+         "shs"}};
+}
+
+TEST(Nesting, TellsSolidsFromHolesHoweverTheyArePlaced) {
+    const std::pair<const char*, std::function<Point(const Point&)>> placements[] = {
+        {"as drawn", [](const Point& p) { return p; }},
+        {"in metres", [](const Point& p) { return 1e-3 * p; }},
+        {"mirrored", [](const Point& p) { return Point(-p.x, p.y); }},
+        {"turned", [](const Point& p) { return Point(-p.y, p.x); }},
+        {"far away", [](const Point& p) { return p + Point(1e5, -2e5); }}};
+    for (const NestingCase& each : NestingCases()) {
+        for (const auto& [placement, place] : placements) {
+            SCOPED_TRACE(std::string(each.name) + ", " + placement);
+            std::vector<Points> rings = each.rings;
+            for (Points& ring : rings)
+                std::transform(ring.begin(), ring.end(), ring.begin(), place);
+            std::string expected = each.outcome;
+            const bool isRefused = expected.size() > rings.size();
+            if (isRefused)
+                expected.insert(0, "test: b: ").append(" the outline of a, so nothing tells");
+            EXPECT_EQ(KindsByNesting(rings).substr(0, expected.size()), expected);
+            std::reverse(rings.begin(), rings.end());
+            for (Points& ring : rings) std::reverse(ring.begin(), ring.end());
+            if (!isRefused) std::reverse(expected.begin(), expected.end());
+            EXPECT_EQ(KindsByNesting(rings).substr(0, expected.size()), expected);
+        }
+    }
+}
+
+TEST(Nesting, RefusesMoreCrossingsThanCanBeArranged) {
+    const Points tangle = Star(701, 268, 1000);
+    Points comb = {{999, 2000}, {0, 2000}}, rake;
+    for (int i = 0; i < 500; ++i) comb.emplace_back(2 * i, 1000 * (i % 2));
+    for (const Point& point : comb) rake.emplace_back(point.y, point.x);
+    EXPECT_EQ(KindsByNesting({tangle, Rectangle(5000, 0, 9, 9)}), "ss") << "nothing depends on it";
+    EXPECT_EQ(
+        KindsByNesting({tangle, Rectangle(900, 0, 9, 9)}),
+        "test: a: crosses itself, and together the outlines cross in more than 100000 places; "
+        "draw it without crossings");
+    EXPECT_EQ(KindsByNesting({Rectangle(5000, 0, 9, 9), comb, rake}),
+              "test: c: crosses the outline of b, and together the outlines cross in more than "
+              "100000 places; draw outlines apart or one within the other");
+    EXPECT_EQ(KindsByNesting({Rectangle(0, 0, 1e200, 1e200), Rectangle(0, 0, 1, 1)}),
+              "test: the coordinates are too large; check the coordinates of the outlines");
 }
 
 TEST(PointsCsv, ReadsTheUnitThatItStates) {

@@ -6,11 +6,11 @@
 #include <map>
 #include <numbers>
 #include <random>
+#include <span>
 
 #include "catalogue/csv_table.h"
-#include "geometry/crossings.h"
 #include "model/outlines.h"
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 #include "region/region.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
@@ -26,9 +26,13 @@ using test_support::Rings;
 using test_support::Section;
 
 Region RegionOfRings(const Rings& rings) {
-    std::vector<WeightedRing> weighted;
-    for (const auto& [isSolid, ring] : rings) weighted.push_back({&ring, isSolid ? 1 : -1});
-    return RegionOf(weighted);
+    return RegionOf(test_support::Weighted(rings));
+}
+
+bool IsSimple(const Points& ring) {
+    const WeightedRing outline = {&ring, 1};
+    const Region region = RegionOfArrangement(std::span(&outline, 1));
+    return region.crossings.empty() && region.oddPlaces.empty();
 }
 
 Points Turned(Points ring, double degrees) {
@@ -401,7 +405,7 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         // No integral tells where a bridge runs.
         const Region region = RegionOfRings(rings);
         for (const Part& part : region.parts) {
-            EXPECT_TRUE(FindCrossings(part.joined, false, 1).empty());
+            EXPECT_TRUE(IsSimple(JoinedRing(part)));
         }
         holes += rings.size() - 2;
         for (const bool isAcross : {false, true}) {
@@ -441,10 +445,8 @@ TEST(NetPlasticValues, OfHolesThatTouch) {
             const long double height = scan.HalvingHeight();
             const auto modulus =
                 static_cast<double>(scan.Moment(height, 1, -1) + scan.Moment(height, 1, 1));
-            const Value line =
-                Entry(report, isAcross ? "plastic_axis_x" : "plastic_axis_y");
-            const Value net =
-                Entry(report, isAcross ? "plastic_modulus_y" : "plastic_modulus_x");
+            const Value line = Entry(report, isAcross ? "plastic_axis_x" : "plastic_axis_y");
+            const Value net = Entry(report, isAcross ? "plastic_modulus_y" : "plastic_modulus_x");
             EXPECT_NEAR(line.number, static_cast<double>(height), 1e-7) << line.whyMissing;
             EXPECT_NEAR(net.number, modulus, 1e-10 * modulus) << net.whyMissing;
             const PlasticHalves halves =
@@ -464,7 +466,7 @@ TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
         const int column = i % 10, row = i / 10;
         rings.emplace_back(false, Rectangle(10 * column + 3, 10 * row + 3, 4, 4));
     }
-    EXPECT_TRUE(FindCrossings(RegionOfRings(rings).parts.at(0).joined, false, 1).empty());
+    EXPECT_TRUE(IsSimple(JoinedRing(RegionOfRings(rings).parts.at(0))));
     // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
     const Report report = Evaluate(Section(rings), {});
     for (const char* const key : {"plastic_modulus_x", "plastic_modulus_y"}) {
@@ -479,8 +481,7 @@ TEST(Csv, HasACellForEveryColumn) {
     polyline.unit = "m";
     polyline.polyline = Polyline{PolylineKind::Solid, TorsionFormulas::General, 0, kTee,
                                  std::vector<double>(kTee.size(), 0.0)};
-    polyline.elements =
-        ElementsOf(*polyline.polyline, shapes::ArcDivision::ChordError(1e-3));
+    polyline.elements = ElementsOf(*polyline.polyline, shapes::ArcDivision::ChordError(1e-3));
     const auto cellsOf = [](std::string line) {
         EXPECT_EQ(line.back(), '\n');
         line.pop_back();

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "geometry/arrangement.h"
 #include "model/section_model.h"
 
 namespace test_support {
@@ -18,6 +19,13 @@ inline halvorn::engine::Points Rectangle(double left, double bottom, double widt
             {left + width, bottom},
             {left + width, bottom + height},
             {left, bottom + height}};
+}
+
+// The rings must outlive them.
+inline std::vector<halvorn::engine::WeightedRing> Weighted(const Rings& rings) {
+    std::vector<halvorn::engine::WeightedRing> weighted;
+    for (const auto& [isSolid, ring] : rings) weighted.push_back({&ring, isSolid ? 1 : -1});
+    return weighted;
 }
 
 // In mm, labelled "ring 0" and so on.

@@ -12,8 +12,8 @@
 #include "figure/sheet.h"
 #include "figure/text.h"
 #include "model/class_outputs.h"
-#include "read/section_file.h"
 #include "region/moments.h"
+#include "read/json/section_file.h"
 #include "ring_sections.h"
 #include "values/class_rounding.h"
 #include "values/evaluate.h"
@@ -111,9 +111,8 @@ TEST(Rounding, StaysBelowItsBound) {
         EXPECT_NEAR(y, static_cast<double>(own[3]), 1e-11 * y);
         EXPECT_NEAR(moments.inertiaXY, static_cast<double>(own[4]),
                     1e-11 * std::sqrt(x * y) + moments.inertiaXYError);
-        const auto principal = static_cast<double>(
-            own[2] + own[3] -
-            std::hypot(own[2] - own[3], 2 * own[4])) / 2;
+        const auto principal =
+            static_cast<double>(own[2] + own[3] - std::hypot(own[2] - own[3], 2 * own[4])) / 2;
         EXPECT_NEAR(moments.second, principal, 1e-11 * moments.second + 1e-18 * (x + y));
     }
 }

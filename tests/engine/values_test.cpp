@@ -6,7 +6,7 @@
 #include <numbers>
 #include <set>
 
-#include "read/section_file.h"
+#include "read/json/section_file.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
 #include "write/table.h"
@@ -24,13 +24,13 @@ SectionModel Read(const std::string& rest) {
 
 const char* UnitOf(const std::string& key) {
     const std::pair<const char*, const char*> units[] = {
-        {"area", "mm^2"},        {"centroid_", "mm"},         {"inertia_", "mm^4"},
-        {"elastic_", "mm^3"},    {"plastic_modulus", "mm^3"}, {"plastic_axis", "mm"},
-        {"torsion_con", "mm^4"}, {"warping", "mm^6"},
-        {"shear_centre", "mm"},  {"shear_stiff", "mm^2"},     {"monosym", "mm"},
-         {"torsion_mod", "mm^3"},     {"shear_area", "mm^2"},
-        {"radius_of", "mm"},     {"principal_in", "mm^4"},    {"principal_angle", "deg"},
-        {"mass_per_", "kg/m"},   {"shape_factor", ""},        {"extra_sum", ""}};
+        {"area", "mm^2"},           {"centroid_", "mm"},         {"inertia_", "mm^4"},
+        {"elastic_", "mm^3"},       {"plastic_modulus", "mm^3"}, {"plastic_axis", "mm"},
+        {"torsion_con", "mm^4"},    {"warping", "mm^6"},         {"shear_centre", "mm"},
+        {"shear_stiff", "mm^2"},    {"monosym", "mm"},           {"torsion_mod", "mm^3"},
+        {"shear_area", "mm^2"},     {"radius_of", "mm"},         {"principal_in", "mm^4"},
+        {"principal_angle", "deg"}, {"mass_per_", "kg/m"},       {"shape_factor", ""},
+        {"extra_sum", ""}};
     for (const auto& [start, unit] : units) {
         if (key.starts_with(start)) return unit;
     }
@@ -112,10 +112,12 @@ TEST(Polylines, HaveTheValuesOfTheirFaces) {
 TEST(Polylines, AreRoundedByTrueArcs) {
     const double pi = std::numbers::pi;
     const Report bend = Evaluate(Read(R"("polyline": {"kind": "open_wall", "thickness": 4,
-        "torsion": "general", "points": [[0, 0], [50, 0], [50, 50]], "radii": [0, 20, 0]})"), {});
+        "torsion": "general", "points": [[0, 0], [50, 0], [50, 50]], "radii": [0, 20, 0]})"),
+                                 {});
     EXPECT_NEAR(bend.Find("area")->number, 4 * (2 * (50 - 22) + 22 * pi / 2), 1e-9);
     const Report round = Evaluate(Read(R"("polyline": {"kind": "solid", "radii": [5, 5, 5, 5],
-        "points": [[0, 0], [50, 0], [50, 50], [0, 50]]})"), {});
+        "points": [[0, 0], [50, 0], [50, 50], [0, 50]]})"),
+                                  {});
     EXPECT_NEAR(round.Find("area")->number, 2500 - 25 * (4 - pi), 1e-9);
 }
 
@@ -303,9 +305,8 @@ TEST(Values, OfTheRegionSayWhyTheyAreMissing) {
             SCOPED_TRACE(value.key);
             const bool isNext = value.key.starts_with("torsion") || value.key.starts_with("warp") ||
                                 value.key.starts_with("shear") || value.key.starts_with("mono");
-            const bool isExpected =
-                c.computed.empty() ? !isNext && value.key != c.missing
-                                   : c.computed.count(value.key) > 0;
+            const bool isExpected = c.computed.empty() ? !isNext && value.key != c.missing
+                                                       : c.computed.count(value.key) > 0;
             EXPECT_EQ(value.IsComputed(), isExpected) << value.whyMissing;
             if (!isExpected && !c.reason.empty() && !isNext) {
                 EXPECT_EQ(value.whyMissing, c.reason);

@@ -12,8 +12,9 @@
 #include "kernel/box_tree.h"
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
+#include "kernel/polygon_centroid.h"
 #include "kernel/triangulate_polygon.h"
-#include "section/section_access.h"
+#include "unit/section_access.h"
 
 namespace {
 

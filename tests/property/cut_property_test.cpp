@@ -6,9 +6,12 @@
 #include <set>
 
 #include "kernel/cut_polygon.h"
-#include "kernel/primitives.h"
+#include "kernel/polygon_area.h"
+#include "kernel/vectors.h"
+#include "plastic/axis_direction.h"
 #include "plastic/equal_area_axis.h"
-#include "plastic/section_split.h"
+#include "plastic/lever_arms.h"
+#include "plastic/plastic_pieces.h"
 #include "property/random_rings.h"
 
 namespace {

@@ -2,7 +2,6 @@
 #include <limits>
 
 #include "CSectionTools.h"
-#include "plastic/plastic_moduli.h"
 #include "property/random_rings.h"
 
 namespace {

@@ -30,9 +30,8 @@ ColumnPowers FinestDigits(const std::vector<engine::CsvRecord>& rows) {
 
 PropertyValues EvaluateRow(const engine::CsvRecord& row, double scale) {
     try {
-        return Evaluate(engine::DrawProfile(
-                            row, engine::shapes::ArcDivision::StepsPerQuarter(arcStepsPerQuarter)),
-                        scale);
+        const auto division = engine::shapes::ArcDivision::StepsPerQuarter(arcStepsPerQuarter);
+        return Evaluate(engine::DrawProfile(row, division), scale);
     } catch (const std::exception& error) {
         throw std::runtime_error(row.Text("name") + ": " + error.what());
     }

@@ -8,9 +8,10 @@
 namespace halvorn::published {
 namespace {
 
-void Push(CSectionTools& section, std::vector<double> ring, double scale, unsigned char flag) {
-    for (double& coordinate : ring) coordinate *= scale;
-    section.PushContour(static_cast<int>(ring.size() / 2), ring.data(), flag);
+void Push(CSectionTools& section, const engine::Points& ring, double scale, unsigned char flag) {
+    std::vector<double> coordinates;
+    for (const auto& [x, y] : ring) coordinates.insert(coordinates.end(), {scale * x, scale * y});
+    section.PushContour(static_cast<int>(ring.size()), coordinates.data(), flag);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "catalogue/csv_table.h"
 #include "comparison.h"
 #include "report.h"
@@ -54,8 +55,8 @@ bool Run(const Options& options) {
     using namespace halvorn::published;
     const std::vector<TableNote> notes =
         options.notes.empty() ? std::vector<TableNote>() : ReadNotes(options.notes);
-    const std::vector<Difference> differences =
-        CompareTable(halvorn::engine::ReadCsv(options.table), notes, options.scale);
+    const std::vector<Difference> differences = CompareTable(
+        halvorn::engine::ParseCsv(halvorn::engine::ReadInput(options.table)), notes, options.scale);
     if (differences.empty()) throw std::runtime_error(options.table + " holds no values");
     PrintSummary(differences, std::cout);
     if (!notes.empty()) std::cout << "\nnotes on the table\n";

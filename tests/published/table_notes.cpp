@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "base/text.h"
 #include "catalogue/csv_table.h"
 
 namespace halvorn::published {
@@ -23,7 +24,7 @@ int Particularity(const TableNote& note) {
 
 std::vector<TableNote> ReadNotes(const std::string& path) {
     std::vector<TableNote> notes;
-    for (const engine::CsvRecord& row : engine::ReadCsv(path)) {
+    for (const engine::CsvRecord& row : engine::ParseCsv(engine::ReadInput(path))) {
         notes.push_back({row.Text("family"), row.Text("property"), row.Text("name"),
                          RoundingNamed(row.Text("rounding")), row.Number("accuracy").value_or(0.0),
                          row.Text("reason")});

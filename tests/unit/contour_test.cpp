@@ -1,8 +1,8 @@
+#include "contour/contour_integrals.h"
 #include "contour/equivalent_ellipse.h"
 #include "contour/fillets.h"
-#include "contour/offset.h"
-#include "contour/ring_integrals.h"
-#include "numeric/process_state.h"
+#include "contour/offset_polyline.h"
+#include "numeric/process_wide.h"
 #include "unit/support.h"
 
 namespace halvorn {

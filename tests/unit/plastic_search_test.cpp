@@ -1,7 +1,10 @@
 // The search for the axis, its protocol, and the web parts.
 #include <locale>
 
+#include "plastic/axis_direction.h"
+#include "plastic/format_fixed.h"
 #include "plastic/plastic_moduli.h"
+#include "plastic/plastic_pieces.h"
 #include "unit/support.h"
 
 namespace {

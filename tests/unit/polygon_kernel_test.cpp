@@ -1,10 +1,13 @@
 // Point tests, classification, centroids and the cut's edge cases.
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
-#include "kernel/edge_graph.h"
+#include "kernel/edge_list.h"
+#include "kernel/intersections.h"
 #include "kernel/point_tests.h"
-#include "kernel/primitives.h"
-#include "kernel/triangulate_polygon.h"
+#include "kernel/polygon_area.h"
+#include "kernel/polygon_centroid.h"
+#include "kernel/project_point.h"
+#include "kernel/vectors.h"
 #include "numeric/tolerance.h"
 #include "unit/support.h"
 

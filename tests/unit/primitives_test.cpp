@@ -1,5 +1,6 @@
-#include "kernel/primitives.h"
-
+#include "kernel/intersections.h"
+#include "kernel/polygon_area.h"
+#include "kernel/vectors.h"
 #include "unit/support.h"
 
 namespace halvorn {

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "CSectionTools.h"
-#include "numeric/process_state.h"
-#include "section/section_access.h"
+#include "numeric/process_wide.h"
+#include "unit/section_access.h"
 #include "unit/support.h"
 
 namespace halvorn {

@@ -2,8 +2,8 @@
 #include <set>
 
 #include "kernel/classify_polygon.h"
-#include "kernel/primitives.h"
 #include "kernel/triangulate_polygon.h"
+#include "numeric/constants.h"
 #include "unit/support.h"
 
 namespace {

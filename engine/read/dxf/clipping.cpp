@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "read/dxf/drawing.h"
 
 namespace halvorn::engine::dxf {
@@ -11,7 +12,7 @@ namespace {
 // A handle is a hexadecimal number, in letters of either case.
 std::string Number(std::string_view handle) {
     handle.remove_prefix(std::min(handle.find_first_not_of('0'), handle.size()));
-    return Capitals(handle);
+    return InCapitals(handle);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace halvorn::engine::dxf {
 
 namespace {
 
-// Far above any drawing of a section; keeps the memory that a hostile file takes bounded.
+// Far more than any drawing of a section has; bounds the memory that a hostile file takes.
 constexpr std::size_t kMostEntities = 200000;
 
 // Goes through the text once, one group ahead.
@@ -83,7 +83,7 @@ private:
             if (group_.code == 70) isHidden = isHidden || WholeValue(group_, source_) % 2 != 0;
             if (group_.code == 62) isHidden = isHidden || WholeValue(group_, source_) < 0;
         }
-        drawing_.layers[Capitals(name)] = {name, isHidden};
+        drawing_.layers[InCapitals(name)] = {name, isHidden};
     }
 
     void ReadObject() {
@@ -95,7 +95,7 @@ private:
         std::string name;
         Block block;
         for (Advance(); group_.code != 0; Advance()) {
-            if (group_.code == 2) name = Capitals(group_.value);
+            if (group_.code == 2) name = InCapitals(group_.value);
             if (group_.code == 10) block.baseX = RealValue(group_, source_);
             if (group_.code == 20) block.baseY = RealValue(group_, source_);
         }
@@ -129,7 +129,7 @@ private:
             after = reader_.Rest().size();
         }
         entity.dictionary = owned.Handle();
-        drawing_.layers.try_emplace(Capitals(entity.layer), Layer{std::string(entity.layer)});
+        drawing_.layers.try_emplace(InCapitals(entity.layer), Layer{std::string(entity.layer)});
         entity.body.remove_suffix(after);
         entities.push_back(entity);
     }
@@ -143,14 +143,6 @@ private:
 };
 
 }  // namespace
-
-std::string Capitals(std::string_view name) {
-    std::string capitals(name);
-    for (char& letter : capitals) {
-        if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
-    }
-    return capitals;
-}
 
 Drawing FindParts(std::string_view text, const std::string& source) {
     if (text.starts_with("AC10")) {

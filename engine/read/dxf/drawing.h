@@ -47,9 +47,6 @@ struct Drawing {
     bool hasEnd = false;  ///< the text closes with EOF
 };
 
-/// Returns a name in capitals, as the keys of `Drawing` are.
-std::string Capitals(std::string_view name);
-
 /// @throws InputError for binary DXF, for a text that is not DXF or is cut off within a section,
 ///         for one without entities, and for more than 200000 entities
 Drawing FindParts(std::string_view text, const std::string& source);

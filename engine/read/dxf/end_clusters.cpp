@@ -36,8 +36,8 @@ struct CellPoints {
     std::size_t end;
 };
 
-// A cell of half the reach has no two points farther apart than that. More than this many in one,
-// and its neighbours count as linked without a look at every pair.
+// No two points of a cell of half the reach are farther apart than that. The neighbours of a cell
+// with more points than this count as linked without comparing every pair.
 constexpr std::size_t kCrowd = 64;
 
 std::vector<std::pair<Cell, std::size_t>> SortedByCells(const Points& points, double side) {

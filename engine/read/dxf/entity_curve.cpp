@@ -18,7 +18,7 @@ constexpr double kDegree = std::numbers::pi / 180.0;
 // Angles in files are rounded to ten digits or more; a sweep this near a full turn is one [rad].
 constexpr double kSameAngle = 1e-9;
 
-// In any unit far beyond a section; keeps the squares of its coordinates within a double's digits.
+// Far beyond a section in any unit; keeps the squares of coordinates within the digits of a double.
 constexpr double kFarthest = 1e12;
 
 constexpr const char* kAslant = "not parallel to the x-y plane";

@@ -12,9 +12,9 @@ namespace {
 // Three lists of coordinates, knots and weights of a spline of the most points that are taken.
 constexpr std::size_t kMostListed = 4000000;
 
-// Groups of geometry: numbers, flags, counts and the direction of extrusion. What colours, names
-// and links an entity may come in any number, and so may the length of its extrusion (39) and the
-// scale of its line type (48): no outline depends on them.
+// Groups of geometry: numbers, flags, counts and the direction of extrusion. Groups that colour,
+// name or link an entity may repeat, and so may the length of its extrusion (39) and the scale of
+// its line type (48): no outline depends on them.
 bool IsGeometry(int code) {
     return (code >= 10 && code < 60 && code != 39 && code != 48) || (code >= 70 && code < 80) ||
            code == 90 || (code >= 210 && code <= 230);
@@ -76,7 +76,7 @@ int Fields::WholeOr(int code, int otherwise) const {
 }
 
 Facing Fields::Direction() const {
-    // The programs that write directions out of the z axis by rounding stay far below this [rad].
+    // Directions that rounding has turned out of the z axis stay far below this angle [rad].
     constexpr double parallel = 1e-9;
     const double x = RealOr(210, 0.0), y = RealOr(220, 0.0), z = RealOr(230, 1.0);
     if (std::hypot(x, y) > parallel * std::abs(z) || z == 0.0) return Facing::Aslant;

@@ -5,7 +5,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "read/dxf/lengths.h"
+#include "geometry/lengths.h"
 
 namespace halvorn::engine::dxf {
 

@@ -1,14 +1,13 @@
 #include "read/dxf/frame.h"
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <utility>
 
-#include "geometry/crossings.h"
-#include "geometry/ring_sides.h"
+#include "geometry/box.h"
+#include "geometry/lengths.h"
+#include "geometry/ring_area.h"
 #include "read/dxf/group_reader.h"
-#include "read/dxf/lengths.h"
 
 namespace halvorn::engine::dxf {
 
@@ -54,42 +53,25 @@ bool IsTube(const Box& outer, const Element& inner) {
     constexpr double offCentre = 0.01;  // of the diagonal
     constexpr double thickestWall = 0.2;  // of the side across it
     const Box box(inner.ring);
-    const double filled =
-        0.5 * std::fabs(TwiceArea(inner.ring)) / ((box.right - box.left) * (box.top - box.bottom));
-    const double dx = 0.5 * (box.left + box.right - outer.left - outer.right);
-    const double dy = 0.5 * (box.bottom + box.top - outer.bottom - outer.top);
+    const double filled = 0.5 * std::fabs(TwiceArea(inner.ring)) / (box.Width() * box.Height());
     const double hollow = 1.0 - 2.0 * thickestWall;
-    const bool isThin = box.right - box.left >= hollow * (outer.right - outer.left) &&
-                        box.top - box.bottom >= hollow * (outer.top - outer.bottom);
-    return isThin && filled >= leastFilled && std::hypot(dx, dy) <= offCentre * outer.Diagonal();
+    const bool isThin =
+        box.Width() >= hollow * outer.Width() && box.Height() >= hollow * outer.Height();
+    return isThin && filled >= leastFilled &&
+           Distance(box.Middle(), outer.Middle()) <= offCentre * outer.Diagonal();
 }
 
 }  // namespace
 
-std::string FrameRemark(const std::vector<Element>& elements) {
-    if (elements.size() < 2) return "";
-    const Element& largest =
-        *std::max_element(elements.begin(), elements.end(), [](const auto& one, const auto& other) {
-            return std::fabs(TwiceArea(one.ring)) < std::fabs(TwiceArea(other.ring));
-        });
-    const auto corners = CornersOfRectangle(largest.ring);
+std::string FrameRemark(const std::vector<Element>& elements, std::size_t holder) {
+    const Element& outer = elements[holder];
+    const auto corners = CornersOfRectangle(outer.ring);
     if (!corners) return "";
-    const Box box(largest.ring);
-    const StripedRing striped(largest.ring);
-    for (const Element& element : elements) {
-        if (&element == &largest) continue;
-        // The rings do not cross: one point clear of the sides tells.
-        const auto isInside = [&](const auto& point) {
-            return striped.Locate(point, kSquare * box.Diagonal()) == StripedRing::Location::Inside;
-        };
-        if (std::none_of(element.ring.begin(), element.ring.end(), isInside)) return "";
-        if (elements.size() == 2 && IsTube(box, element)) return "";
-    }
-    return "the rectangle " + SidesText(*corners) + " at " + largest.label +
+    if (elements.size() == 2 && IsTube(Box(outer.ring), elements[1 - holder])) return "";
+    return "the rectangle " + SidesText(*corners) + " at " + outer.label +
            " holds all other outlines, so it is a solid and the next ones within are holes: right "
-           "for "
-           "a plate with openings; if it is the frame of the drawing, hide its layer or name the "
-           "section's with --layer";
+           "for a plate with openings; if it is the frame of the drawing, hide its layer or name "
+           "the section's with --layer";
 }
 
 }  // namespace halvorn::engine::dxf

@@ -10,11 +10,19 @@ namespace {
 
 constexpr int kShownDigits = 9;
 
+[[noreturn]] void RefuseValue(const Group& group, const std::string& source, const char* expected,
+                              const char* remedy) {
+    Refuse(source, group.line,
+           "'" + Excerpt(group.value) + "' (group " + std::to_string(group.code) + ") is not " +
+               expected,
+           remedy);
+}
+
 }  // namespace
 
 void Refuse(const std::string& source, int line, const std::string& problem,
             const std::string& remedy) {
-    throw InputError(source + ": line " + std::to_string(line), problem, remedy);
+    throw InputError(source, static_cast<std::size_t>(line), problem, remedy);
 }
 
 std::string_view GroupReader::TakeLine() {
@@ -50,23 +58,13 @@ bool GroupReader::Next(Group& group) {
 
 double RealValue(const Group& group, const std::string& source) {
     const std::optional<double> value = FiniteNumberIn(group.value);
-    if (!value) {
-        Refuse(source, group.line,
-               "'" + Excerpt(group.value) + "' (group " + std::to_string(group.code) +
-                   ") is not a number",
-               "write a plain decimal number");
-    }
+    if (!value) RefuseValue(group, source, "a number", "write a plain decimal number");
     return *value;
 }
 
 int WholeValue(const Group& group, const std::string& source) {
     const std::optional<int> value = WholeNumberIn(group.value);
-    if (!value) {
-        Refuse(source, group.line,
-               "'" + Excerpt(group.value) + "' (group " + std::to_string(group.code) +
-                   ") is not a whole number",
-               kExportAnew);
-    }
+    if (!value) RefuseValue(group, source, "a whole number", kExportAnew);
     return *value;
 }
 

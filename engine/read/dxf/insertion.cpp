@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/text.h"
 #include "read/dxf/fields.h"
 
 namespace halvorn::engine::dxf {
@@ -35,7 +36,7 @@ Insertion ReadInsertion(const Entity& entity, const std::string& source) {
     const double angle = fields.RealOr(50, 0.0) * std::numbers::pi / 180.0;
     const double cosine = std::cos(angle), sine = std::sin(angle);
     Insertion insertion;
-    insertion.block = Capitals(fields.Text(2));
+    insertion.block = InCapitals(fields.Text(2));
     ReadGrid(fields, cosine, sine, insertion);
     insertion.isAslant = fields.Direction() == Facing::Aslant;
     insertion.hasExtent = scaleX != 0.0 && scaleY != 0.0;

@@ -5,10 +5,11 @@
 #include <map>
 #include <optional>
 
+#include "geometry/box.h"
+#include "geometry/lengths.h"
 #include "read/dxf/end_clusters.h"
-#include "read/dxf/lengths.h"
 #include "read/dxf/open_outlines.h"
-#include "read/open_section.h"
+#include "read/input_options.h"
 
 namespace halvorn::engine::dxf {
 
@@ -41,7 +42,7 @@ bool IsSameOpen(const Curve& one, const Curve& other, double tolerance) {
 bool IsSameClosed(const Curve& one, const Curve& other, double tolerance) {
     const std::size_t n = one.points.size();
     if (other.points.size() != n) return false;
-    // More points than this at one place: no outline of a section.
+    // No outline of a section has more points at one place.
     int attempts = 16;
     for (std::size_t start = 0; start < n && attempts > 0; ++start) {
         if (Distance(one.points[0], other.points[start]) > tolerance) continue;
@@ -52,8 +53,8 @@ bool IsSameClosed(const Curve& one, const Curve& other, double tolerance) {
     return false;
 }
 
-// Twice the area counts as none below this share of the square of the perimeter: what rounding
-// leaves of a line that goes forth and back.
+// An outline whose doubled area is below this share of its squared perimeter encloses nothing [-]:
+// that much is what rounding leaves of a line that goes forth and back.
 bool EnclosesNothing(const Points& ring) {
     constexpr double rounding = 1e-12;
     if (ring.size() < 3) return true;
@@ -231,7 +232,8 @@ private:
         const Point &p = one.end, &q = other.end;
         const double gap = Distance(p, q);
         const int line = curves_[exit / 2].line;
-        // Curves within the tolerance were dropped between them: one, but not a row of them.
+        // Between two ends one curve within the tolerance may have been dropped, but not a row of
+        // them.
         if (gap > 3.0 * tolerance_ && gap > 1e-9 * (std::abs(p.x) + std::abs(p.y))) {
             Refuse(source_, line,
                    "several curves at " + ShownPoint(p.x, p.y) +
@@ -347,15 +349,21 @@ std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, doubl
     std::sort(rings.begin(), rings.end(),
               [](const Curve& one, const Curve& other) { return one.line < other.line; });
     std::vector<Curve> kept;
+    std::multimap<double, std::size_t> byLeft;  // `kept` by the left sides of their boxes
+    const auto isKept = [&](const Curve& ring) {
+        const double left = Box(ring.points).left;
+        return std::any_of(
+            byLeft.lower_bound(left - 2.0 * tolerance), byLeft.upper_bound(left + 2.0 * tolerance),
+            [&](const auto& entry) { return IsSameClosed(ring, kept[entry.second], tolerance); });
+    };
     for (Curve& ring : rings) {
         RemoveRepeatedPoints(ring.points);
         if (EnclosesNothing(ring.points)) {
             notes.Count("closed curves that enclose nothing left out", ring.line);
-        } else if (std::any_of(kept.begin(), kept.end(), [&](const Curve& other) {
-                       return IsSameClosed(ring, other, tolerance);
-                   })) {
+        } else if (isKept(ring)) {
             notes.Count("outlines drawn twice, taken once", ring.line);
         } else {
+            byLeft.emplace(Box(ring.points).left, kept.size());
             kept.push_back(std::move(ring));
         }
         if (kept.size() > kMostOutlines) {

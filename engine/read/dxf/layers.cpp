@@ -37,7 +37,7 @@ std::string CountsText(const Counts& counts) {
 }  // namespace
 
 bool IsHiddenLayer(const Drawing& drawing, std::string_view layer) {
-    const auto found = drawing.layers.find(Capitals(layer));
+    const auto found = drawing.layers.find(InCapitals(layer));
     return found != drawing.layers.end() && found->second.isHidden;
 }
 
@@ -45,17 +45,17 @@ LayerChoice::LayerChoice(const Drawing& drawing, const std::vector<std::string>&
                          const std::string& source) {
     for (const std::string& given : names) {
         const std::string name = Trimmed(given);  // as those of the drawing are
-        if (!drawing.layers.contains(Capitals(name))) {
+        if (!drawing.layers.contains(InCapitals(name))) {
             throw InputError(source, "it has no layer \"" + Excerpt(name) + "\"",
                              drawing.layers.empty() ? "it has none at all; leave out --layer"
                                                     : "its layers: " + NamesOf(drawing));
         }
-        chosen_.insert(Capitals(name));
+        chosen_.insert(InCapitals(name));
     }
 }
 
 bool LayerChoice::Has(std::string_view layer) const {
-    return chosen_.empty() || chosen_.contains(Capitals(layer));
+    return chosen_.empty() || chosen_.contains(InCapitals(layer));
 }
 
 std::string LayersText(const Drawing& drawing, const std::string& source) {
@@ -63,7 +63,7 @@ std::string LayersText(const Drawing& drawing, const std::string& source) {
     EntityVisitor visitor;
     visitor.wants = [&](const Entity& entity, std::string_view layer) {
         const bool isShown = !entity.isInPaperSpace && !entity.isInvisible;
-        if (isShown) ++counts[Capitals(layer)][entity.kind];
+        if (isShown) ++counts[InCapitals(layer)][entity.kind];
         return isShown;
     };
     visitor.take = [](const Entity&, std::span<const Entity>, const Placement&) {};

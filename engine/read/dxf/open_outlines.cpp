@@ -7,9 +7,11 @@
 #include <tuple>
 #include <utility>
 
-#include "geometry/crossings.h"
-#include "geometry/ring_sides.h"
-#include "read/dxf/lengths.h"
+#include "geometry/arrangement.h"
+#include "geometry/box.h"
+#include "geometry/lengths.h"
+#include "geometry/outline_sides.h"
+#include "geometry/ring_area.h"
 
 namespace halvorn::engine::dxf {
 
@@ -25,9 +27,6 @@ constexpr std::size_t kMostChains = 1000;
 // Every end is compared with every other. A drawing with more loose chains than this is looked at
 // for outlines of several among the longest.
 constexpr std::size_t kMostLinked = 300;
-
-// Of the diagonal of the smaller box [-], as nearness counts among outlines.
-constexpr double kTouching = 1e-4;
 
 // Area over that of the circle of the same perimeter [-]. A single chain below the first encloses
 // nothing but what rounding leaves; a ring of several below the second may be parallel lines, as
@@ -64,7 +63,7 @@ public:
         });
         if (chains_.size() > kMostChains) chains_.resize(kMostChains);
         for (const Curve& outline : outlines) {
-            outlines_.push_back({outline.line, kRead, StripedRing(outline.points)});
+            outlines_.push_back({outline.line, kRead, &outline.points, Box(outline.points)});
         }
         for (std::size_t i = 0; i < chains_.size(); ++i) {
             Points& points = chains_[i].points;
@@ -73,18 +72,24 @@ public:
             const Gap gap = GapBetween(2 * i + 1, 2 * i);
             if (chains_[i].isAslant || gap.width >= kOpenOnPurpose * lengths_[i]) continue;
             if (!IsFilled(points, 1)) continue;
-            outlines_.push_back({chains_[i].firstLine, i, StripedRing(points)});
+            outlines_.push_back({chains_[i].firstLine, i, &points, Box(points)});
         }
     }
 
     // Another end may lie nearer to that of a chain than its own other one, so each chain is looked
     // at alone too: first, unless an aslant curve may be what fills its gap.
-    void Run() const {
+    void Run() {
         const bool hasAslant =
             std::any_of(chains_.begin(), chains_.end(), [](const auto& c) { return c.isAslant; });
         if (hasAslant) LinkNearestEnds();
-        for (std::size_t i = 0; i < chains_.size(); ++i) LookAt({{0.0, 2 * i + 1, 2 * i}});
+        for (std::size_t i = 0; i < chains_.size(); ++i) Consider({{0.0, 2 * i + 1, 2 * i}});
         if (!hasAslant) LinkNearestEnds();
+        if (candidates_.empty()) return;
+        try {
+            RefuseFirst();
+        } catch (const ArrangementError& error) {
+            RefuseTangle(error);
+        }
     }
 
 private:
@@ -94,11 +99,19 @@ private:
     struct Outline {
         int line;
         std::size_t chain;  // nearly closed and left out; kRead: none, it is read
-        StripedRing striped;
+        const Points* ring;
+        Box box;
+    };
+
+    // A ring that chains would be if their gaps were closed.
+    struct Candidate {
+        std::vector<Gap> gaps;  // one after each chain
+        Points ring;
+        bool isFilled;  // so that it may lie within an outline
     };
 
     static bool IsFilled(const Points& ring, std::size_t chains) {
-        const double perimeter = Length(ring) + Distance(ring.back(), ring.front());
+        const double perimeter = Perimeter(ring);
         const double least = chains == 1 ? kLeastFilledByOne : kLeastFilledBySeveral;
         return 2.0 * std::numbers::pi * std::abs(TwiceArea(ring)) >= least * perimeter * perimeter;
     }
@@ -117,7 +130,7 @@ private:
     }
 
     // Joins the two nearest ends, then the next nearest, until rings close.
-    void LinkNearestEnds() const {
+    void LinkNearestEnds() {
         const std::size_t ends = 2 * std::min(chains_.size(), kMostLinked);
         std::vector<std::size_t> farEnd(ends), mate(ends, ends);
         for (std::size_t end = 0; end < ends; ++end) farEnd[end] = end ^ 1U;
@@ -126,7 +139,7 @@ private:
             mate[gap.from] = gap.to;
             mate[gap.to] = gap.from;
             const std::size_t one = farEnd[gap.from], other = farEnd[gap.to];
-            if (one == gap.to) LookAt(GapsOfRing(gap.to, mate));
+            if (one == gap.to) Consider(GapsOfRing(gap.to, mate));
             farEnd[one] = other;
             farEnd[other] = one;
         }
@@ -159,8 +172,8 @@ private:
         }
     }
 
-    // Refuses the ring of the chains before each gap when it holds an outline or lies within one.
-    void LookAt(std::vector<Gap> gaps) const {
+    // Keeps the ring of the chains before each gap when it may hold an outline or lie within one.
+    void Consider(std::vector<Gap> gaps) {
         double open = 0.0, length = 0.0;
         Points ring;
         for (Gap& gap : gaps) {
@@ -175,64 +188,84 @@ private:
             ring.insert(ring.end(), points.begin(), points.end());
         }
         ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
-        if (const Outline* const held = HeldBy(ring, gaps)) {
-            RefuseRing(gaps, (held->chain == kRead ? "goes round the outline at line "
-                                                   : "goes round the open chain at line ") +
-                                 std::to_string(held->line));
-        }
+        const Box box(ring);
         const bool isAslant = std::any_of(gaps.begin(), gaps.end(), [this](const Gap& gap) {
             return chains_[gap.from / 2].isAslant;
         });
-        if (isAslant || !IsFilled(ring, gaps.size())) return;
-        if (const Outline* const holder = HolderOf(ring)) {
-            RefuseRing(gaps, "lies within the outline at line " + std::to_string(holder->line));
+        const bool isFilled = !isAslant && IsFilled(ring, gaps.size());
+        const bool matters =
+            std::any_of(outlines_.begin(), outlines_.end(), [&](const Outline& outline) {
+                if (!IsOwn(outline, gaps) && box.Holds(outline.box)) return true;
+                return isFilled && outline.chain == kRead && !box.IsApartFrom(outline.box, 0.0);
+            });
+        if (matters) candidates_.push_back({std::move(gaps), std::move(ring), isFilled});
+    }
+
+    static bool IsOwn(const Outline& outline, const std::vector<Gap>& gaps) {
+        return std::any_of(gaps.begin(), gaps.end(),
+                           [&](const Gap& gap) { return gap.from / 2 == outline.chain; });
+    }
+
+    // Refuses the first candidate that holds an outline or lies within one.
+    void RefuseFirst() const {
+        std::vector<const Points*> rings;
+        for (const Outline& outline : outlines_) rings.push_back(outline.ring);
+        for (const Candidate& candidate : candidates_) rings.push_back(&candidate.ring);
+        const OutlineSides sides(std::move(rings));
+        for (std::size_t i = 0; i < candidates_.size(); ++i) {
+            const Candidate& candidate = candidates_[i];
+            const std::size_t ring = outlines_.size() + i;
+            if (const Outline* const held = HeldBy(candidate, ring, sides)) {
+                RefuseRing(candidate.gaps,
+                           (held->chain == kRead ? "goes round the outline at line "
+                                                 : "goes round the open chain at line ") +
+                               std::to_string(held->line));
+            }
+            if (!candidate.isFilled) continue;
+            if (const Outline* const holder = HolderOf(ring, sides)) {
+                RefuseRing(candidate.gaps,
+                           "lies within the outline at line " + std::to_string(holder->line));
+            }
         }
     }
 
-    // Returns an outline within a ring, a read one first; none also when the ring runs along a read
-    // one, which then goes round what it holds.
-    const Outline* HeldBy(const Points& ring, const std::vector<Gap>& gaps) const {
-        const Box box(ring);
-        const auto isOwn = [&](const Outline& outline) {
-            return std::any_of(gaps.begin(), gaps.end(),
-                               [&](const Gap& gap) { return gap.from / 2 == outline.chain; });
-        };
-        const auto isWithin = [&](const Outline& outline) {
-            const Box& other = outline.striped.Bounds();
-            return other.left >= box.left && other.right <= box.right &&
-                   other.bottom >= box.bottom && other.top <= box.top;
-        };
-        if (std::none_of(outlines_.begin(), outlines_.end(), isWithin)) return nullptr;
-        const StripedRing striped(ring);
+    // What crosses too often to be arranged may be an outline or not. Read outlines that do so are
+    // left to their nesting.
+    void RefuseTangle(const ArrangementError& error) const {
+        if (error.Second() == kNone) return;
+        const std::size_t ring = Slot(std::max(error.First(), error.Second()));
+        const bool isCandidate = ring >= outlines_.size();
+        if (!isCandidate && outlines_[ring].chain == kRead) return;
+        Refuse(source_,
+               isCandidate ? LineAt(candidates_[ring - outlines_.size()].gaps.front().from)
+                           : outlines_[ring].line,
+               std::string("an open chain is nearly closed, and together ") + error.what(),
+               kNoOutline);
+    }
+
+    // Returns an outline within a candidate, a read one first; none also when the candidate runs
+    // along a read one, which then goes round what it holds.
+    const Outline* HeldBy(const Candidate& candidate, std::size_t ring,
+                          const OutlineSides& sides) const {
         const Outline* held = nullptr;
-        for (const Outline& outline : outlines_) {
-            if (isOwn(outline)) continue;
-            const double touching = Touching(striped, outline);
-            if (box.IsApartFrom(outline.striped.Bounds(), touching)) continue;
-            const Sides sides = SidesOf(outline.striped, striped, touching);
-            if (sides.LieOn() && outline.chain == kRead) return nullptr;
-            if (sides.inside && !sides.outside && held == nullptr) held = &outline;
+        for (std::size_t i = 0; i < outlines_.size(); ++i) {
+            if (IsOwn(outlines_[i], candidate.gaps)) continue;
+            const Sides own = sides.Of(i, ring);
+            if (own.LieOn() && outlines_[i].chain == kRead) return nullptr;
+            if (own.inside && !own.outside && held == nullptr) held = &outlines_[i];
         }
         return held;
     }
 
-    // Returns a read outline round a ring; none also when the ring runs along one.
-    const Outline* HolderOf(const Points& ring) const {
-        const StripedRing striped(ring);
+    // Returns a read outline round a candidate; none also when the candidate runs along one.
+    const Outline* HolderOf(std::size_t ring, const OutlineSides& sides) const {
         const Outline* holder = nullptr;
-        for (const Outline& outline : outlines_) {
-            if (outline.chain != kRead) break;
-            const double touching = Touching(striped, outline);
-            if (striped.Bounds().IsApartFrom(outline.striped.Bounds(), touching)) continue;
-            const Sides sides = SidesOf(striped, outline.striped, touching);
-            if (sides.LieOn()) return nullptr;
-            if (!sides.outside && holder == nullptr) holder = &outline;
+        for (std::size_t i = 0; i < outlines_.size() && outlines_[i].chain == kRead; ++i) {
+            const Sides own = sides.Of(ring, i);
+            if (own.LieOn()) return nullptr;
+            if (!own.outside && holder == nullptr) holder = &outlines_[i];
         }
         return holder;
-    }
-
-    static double Touching(const StripedRing& ring, const Outline& outline) {
-        return kTouching * std::min(ring.Bounds().Diagonal(), outline.striped.Bounds().Diagonal());
     }
 
     [[noreturn]] void RefuseRing(const std::vector<Gap>& gaps, const std::string& lies) const {
@@ -259,6 +292,7 @@ private:
     std::vector<LeftOutChain> chains_;  // the longest first
     std::vector<double> lengths_;
     std::vector<Outline> outlines_;  // the read ones first
+    std::vector<Candidate> candidates_;
     double millimetre_;
     const std::string& source_;
 };

@@ -7,12 +7,11 @@ namespace halvorn::engine::dxf {
 
 namespace {
 
-// Blocks lie in each other less than this in any real drawing; a block that holds itself would
-// never end.
+// Real drawings nest blocks less deeply; a block that holds itself would never end.
 constexpr int kDeepest = 16;
 
-// Blocks of blocks can multiply without end: entities and copies of blocks seen, over all
-// placements.
+// The most entities and copies of blocks over all placements: blocks of blocks can multiply without
+// end.
 constexpr std::size_t kMostSeen = 500000;
 
 class Walk {

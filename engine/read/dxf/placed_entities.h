@@ -22,7 +22,7 @@ struct Placement {
     int depth = 0;
 };
 
-/// What is called on the way.
+/// What the walk calls for each entity.
 struct EntityVisitor {
     /// Returns whether to go on with an entity, with an INSERT to what its block holds.
     /// @param layer that of the entity, or of its INSERT where it is drawn on the layer 0

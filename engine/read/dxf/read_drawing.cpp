@@ -1,6 +1,7 @@
 #include "read/dxf/read_drawing.h"
 
 #include <cmath>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
@@ -110,8 +111,8 @@ SectionModel ReadDrawing(const std::string& text, const std::string& source,
         section.elements.push_back(std::move(element));
     }
     section.isDrawn = true;
-    ClassifyByNesting(&section.elements, source);
-    const std::string frame = dxf::FrameRemark(section.elements);
+    const std::optional<std::size_t> holder = ClassifyByNesting(&section.elements, source);
+    const std::string frame = holder ? dxf::FrameRemark(section.elements, *holder) : "";
     if (!frame.empty()) notes.Say(frame);
     section.remarks = notes.Remarks();
     return section;

@@ -5,7 +5,8 @@
 
 #include <string>
 
-#include "read/open_section.h"
+#include "model/section_model.h"
+#include "read/input_options.h"
 
 namespace halvorn::engine {
 

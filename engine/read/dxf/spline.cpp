@@ -9,7 +9,7 @@ namespace halvorn::engine::dxf {
 
 namespace {
 
-// The programs that draw sections offer 10 at most.
+// Drawing programs offer degree 10 at most.
 constexpr int kHighestDegree = 10;
 
 void Check(const Spline& spline) {
