@@ -24,7 +24,7 @@ constexpr const char* kFooter = R"(Examples:
   halvorn-section IPE300                           a catalogue profile
   halvorn-section drawing.dxf --figure drawing.svg table and figure of a drawing
   halvorn-section --json section.json > results.json
-  halvorn-section --check section.json             what is doubtful about it
+  halvorn-section --check section.json             findings: what is doubtful about it
   halvorn-section --batch sections/ > table.csv    a folder to one table
   halvorn-section --batch --json IPE200 IPE300     one JSON object a line
 
@@ -39,7 +39,7 @@ Exit codes:
   1  the results could not be computed or written (full disk, exhausted memory)
   2  the command line or a section is wrong; one line on standard error for
      each says where and how to mend it; a batch writes the other sections
-  3  --check found more than remarks
+  3  --check found an error or a warning
 
 The formats of files and results: docs/file-format.md; man halvorn-section.)";
 
@@ -103,7 +103,8 @@ struct Parser {
             ->check(CLI::IsMember({"x", "y"}));
         app.add_flag("--halves", line.wantsHalves,
                      "Add the halves about both plastic axes to the table; JSON always has them");
-        app.add_flag("--check", isCheck, "Look for doubtful input instead of computing values");
+        app.add_flag("--check", isCheck,
+                     "Print the findings alone: what is doubtful or was left out");
         app.add_flag("--batch", isBatch,
                      "Many sections to one table: CSV, or with --json one object a line");
         app.add_option("--threads", line.threads, "Threads of a batch; one for each core if 0")
@@ -126,7 +127,8 @@ struct Parser {
             ->take_all()
             ->allow_extra_args(false);
         app.add_flag("--published", line.section.input.wantsPublishedValues,
-                     "Take the published values of a catalogue profile instead of its outline's");
+                     "Give the class the published values of a catalogue profile instead of its "
+                     "outline; the values stay those of the outline");
         chordTolerance = AddNumber("--chord-tolerance",
                                    "Greatest distance from an arc to its chords, in mm; 0.001 "
                                    "if not given");

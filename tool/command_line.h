@@ -17,7 +17,7 @@ enum ExitCode {
     kDone = 0,
     kNotWritten = 1,  ///< computed or not: nothing wrong with the input
     kBadInput = 2,    ///< the command line or a section; of a batch, at least one section
-    kDoubtful = 3     ///< `--check` found more than remarks
+    kDoubtful = 3     ///< `--check` found an error or a warning
 };
 
 enum class Task { Report, Check, Batch, ListProfiles, ListLayers };

@@ -132,6 +132,10 @@ ExitCode Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::set_new_handler(OutOfMemory);
+    // A report goes out in one piece, so that a reader such as head may leave after its first
+    // lines.
+    static char pipe[65536];
+    std::setvbuf(stdout, pipe, _IOFBF, sizeof pipe);
 #if defined(SIGPIPE)
     // A reader that goes away is an error like a full disk, not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);

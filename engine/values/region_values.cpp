@@ -15,8 +15,8 @@ namespace halvorn::engine {
 namespace {
 
 constexpr const char* kNotSolved =
-    "it takes a solution over the whole section, which this version does not have; class_values "
-    "has the estimate of the library's class";
+    "it takes a solution over the whole section, which this version does not have; estimates "
+    "of torsion and shear are among the class's outputs";
 constexpr const char* kNotFinite =
     "the result is not a finite number: the coordinates are too large or too small";
 constexpr const char* kOnTheEdge =
