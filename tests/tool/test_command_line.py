@@ -41,7 +41,9 @@ class CommandLine(unittest.TestCase):
             (["IPE300", "--chord-tolerance", "0"], "--chord-tolerance must be greater than 0"),
             (["IPE300", "--unit", "ft"], "ft not in"), (["IPE300", "--figure", "beam.bmp"], ".svg"),
             (["IPE300", "--figure", "no/such/folder/a.svg"], "no/such/folder"),
-            (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"), (["IPE301"], "similar profiles: IPE300"),
+            (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"),
+            (["IPE300", "--figure-blocks", "x"], "add --figure FILE"), (["IPE300", "--figure-blocks", "z"], "z not in"),
+            (["IPE300", "--halves", "--json"], "--halves adds rows"), (["--batch", "a", "--halves"], "--halves adds rows"), (["IPE301"], "similar profiles: IPE300"),
             (["--list-profiles", "IPE300"], "takes no INPUT"), (["missing.json"], "missing.json"),
             (["--layer", "0", "IPE300"], "--layer is for DXF drawings, and IPE300 is none"),
             (["--list-layers", "a.json"], "--list-layers is for DXF drawings, and a.json is none"),
@@ -85,7 +87,7 @@ class CommandLine(unittest.TestCase):
             self.assertIn("error: line 2: it crosses itself at (5.45455, 5.45455); ", done.stdout)
             refused = run(path)
             self.assertEqual((refused.returncode, refused.stdout), (2, ""))
-            self.assertIn("line 2: it crosses itself at (5.45455, 5.45455); ", refused.stderr)
+            self.assertIn("line 2: crosses itself at (5.45455, 5.45455); ", refused.stderr)
         sound = run("--check", "IPE300")
         self.assertEqual((sound.returncode, sound.stdout, sound.stderr), (0, "nothing found\n", ""))
 
