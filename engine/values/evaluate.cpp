@@ -15,9 +15,6 @@ namespace halvorn::engine {
 
 namespace {
 
-constexpr const char* kNoArea =
-    "the section encloses no area: its points lie on one line or in one place, or holes take it";
-
 void AddRegion(Report* report) {
     try {
         report->region = RegionOf(OutlinesOf(report->section.elements));
