@@ -22,7 +22,8 @@ std::vector<double> Placed(std::vector<double> ring, double scale, double dx, do
 // A plate girder: two flanges of unequal width on a web, root fillets between.
 std::vector<double> MonosymmetricI() {
     const ArcDivision division = ArcDivision::StepsPerQuarter(6);
-    std::vector<double> ring = shapes::DrawISection({600, 220, 12, 19, 24}, division).solid;
+    std::vector<double> ring =
+        engine::CoordinatesOf(shapes::DrawISection({600, 220, 12, 19, 24}, division).solid);
     for (std::size_t i = 0; i < ring.size(); i += 2) {
         // The upper flange is wider: its tips move out, its fillets stay.
         if (ring[i + 1] > 580 && ring[i] < 1) ring[i] -= 60;
@@ -32,15 +33,18 @@ std::vector<double> MonosymmetricI() {
 }
 
 std::vector<double> Channel() {
-    return shapes::DrawChannel({200, 80, 6, 11, 13}, ArcDivision::StepsPerQuarter(6)).solid;
+    return engine::CoordinatesOf(
+        shapes::DrawChannel({200, 80, 6, 11, 13}, ArcDivision::StepsPerQuarter(6)).solid);
 }
 
 // Four angles, twelve plates and four tubes' outlines around a box, none overlapping.
 Section BuiltUp() {
     Section section{"built-up section of 20", {}};
     const ArcDivision division = ArcDivision::StepsPerQuarter(4);
-    const std::vector<double> angle = shapes::DrawAngle({100, 100, 10, 12, 6}, division).solid;
-    const std::vector<double> bar = shapes::DrawCircularHollow({60, 5}, division).solid;
+    const std::vector<double> angle =
+        engine::CoordinatesOf(shapes::DrawAngle({100, 100, 10, 12, 6}, division).solid);
+    const std::vector<double> bar =
+        engine::CoordinatesOf(shapes::DrawCircularHollow({60, 5}, division).solid);
     for (int i = 0; i < 4; ++i) {
         section.contours.push_back(Placed(angle, 1, 150 * i, 0));
         section.contours.push_back(Placed(bar, 1, 150 * i, 310 + 17 * i));

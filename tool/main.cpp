@@ -57,7 +57,7 @@ bool IsTerminal(FILE* stream) {
 #endif
 }
 
-// All or an error: nothing is written before everything is known.
+// The figure is written whole or not at all, and the report after it.
 ExitCode PrintReport(const CommandLine& line) {
     Report report = EvaluateInput(line.inputs.front(), line.section);
     if (line.wantsHalves || line.figure.blocks || line.format == Format::Json) AddHalves(&report);

@@ -60,7 +60,15 @@ std::string ShortNumber(double value, int digits) {
 }
 
 std::string PlaceText(double x, double y, int digits) {
-    return "(" + ShortNumber(x, digits) + ", " + ShortNumber(y, digits) + ")";
+    // Places far from the origin keep three decimals.
+    constexpr int kMostDigits = 15;
+    const auto text = [digits](double value) {
+        const bool isFar = std::fabs(value) >= 1e3 && std::isfinite(value);
+        const int needed = isFar ? 4 + static_cast<int>(std::log10(std::fabs(value))) : 0;
+        if (needed <= digits || needed > kMostDigits) return ShortNumber(value, digits);
+        return PlainNumber(value, needed);
+    };
+    return "(" + text(x) + ", " + text(y) + ")";
 }
 
 std::string PlainNumber(double value, int digits) {

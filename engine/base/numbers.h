@@ -27,7 +27,8 @@ std::string EveryDigit(double value);
 /// and the exponential form the one that printf's %g takes. For messages.
 std::string ShortNumber(double value, int digits = 6);
 
-/// Returns a place as "(x, y)", for messages.
+/// Returns a place as "(x, y)", for messages: in so many digits, or to three decimals when these
+/// are more.
 std::string PlaceText(double x, double y, int digits = 6);
 
 /// Returns a number in so many significant digits, at most 17, without exponent and without zeros

@@ -103,6 +103,11 @@ public:
         cause_ = LostByOf(std::max(box.Width(), box.Height()),
                           std::max({std::fabs(box.left), std::fabs(box.right),
                                     std::fabs(box.bottom), std::fabs(box.top)}));
+        // Each edge may be off by the rounding of its coordinates, at half the extent at most.
+        for (const Element& element : section.elements) {
+            plasticX_ += 0.5 * box.Height() * AreaRounding(element.ring);
+            plasticY_ += 0.5 * box.Width() * AreaRounding(element.ring);
+        }
     }
 
     void Keep() {
@@ -120,14 +125,18 @@ public:
             const bool isVertical = key == "elastic_modulus_bottom" || key == "elastic_modulus_top";
             const double relative = key == "inertia_x" || isVertical                    ? ofX
                                     : key == "inertia_y" || key.starts_with("elastic_") ? ofY
+                                    : key == "inertia_xy"                               ? worst
                                                                                         : 0.0;
-            const double error =
-                key == "inertia_xy" ? rounding_.inertiaXY : relative * std::fabs(value.number);
-            if (error > 0.0) KeepDigits(error, WhyNoDigits(cause_), &value);
-            // A 0 is no better than the moments beside it.
-            if (key == "inertia_xy" && LeavesNoDigit(worst)) {
+            if (LeavesNoDigit(relative)) {
+                // A 0 is no better than the moments beside it.
                 value.whyMissing = WhyNoDigits(cause_);
+                continue;
             }
+            const double error = key == "inertia_xy"          ? rounding_.inertiaXY
+                                 : key == "plastic_modulus_x" ? plasticX_
+                                 : key == "plastic_modulus_y" ? plasticY_
+                                                              : relative * std::fabs(value.number);
+            KeepDigits(error, WhyNoDigits(cause_), &value);
         }
         if (!(worst > kTooFewDigits)) return;
         Finding finding = LostDigits(report_->section.source, "class_values, the second moments,",
@@ -142,6 +151,8 @@ private:
     const ClassOutputs& out_;
     Report* report_;
     LostBy cause_ = LostBy::Distance;
+    double plasticX_ = 0.0;  // what rounding may change the plastic moduli by [L^3]
+    double plasticY_ = 0.0;
 };
 
 void AddElementValues(Report* report) {

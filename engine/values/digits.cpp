@@ -36,15 +36,15 @@ bool LeavesNoDigit(double relative) {
     return relative > kTooFewDigits && DigitsLeft(relative) == 0;
 }
 
+bool KeepDigits(double error, double* number) {
+    const double relative = *number == 0.0 ? 0.0 : error / std::fabs(*number);
+    if (LeavesNoDigit(relative)) return false;
+    if (relative > kTooFewDigits) *number = *NumberIn(ShortNumber(*number, DigitsLeft(relative)));
+    return true;
+}
+
 void KeepDigits(double error, const std::string& whyNone, Value* value) {
-    if (!value->IsComputed() || value->number == 0.0) return;
-    const double relative = error / std::fabs(value->number);
-    if (!(relative > kTooFewDigits)) return;
-    if (LeavesNoDigit(relative)) {
-        value->whyMissing = whyNone;
-    } else {
-        value->number = *NumberIn(ShortNumber(value->number, DigitsLeft(relative)));
-    }
+    if (value->IsComputed() && !KeepDigits(error, &value->number)) value->whyMissing = whyNone;
 }
 
 Finding LostDigits(const std::string& element, const std::string& values, double relative,

@@ -28,8 +28,11 @@ std::string WhyNoDigits(LostBy cause);
 /// Whether a relative error leaves no digit.
 bool LeavesNoDigit(double relative);
 
-/// Rounds a value to the digits that an error leaves where these are fewer than a table shows, and
-/// takes away a value of which none is left.
+/// Rounds a number to the digits that an error leaves where these are fewer than a table shows.
+/// @returns false when none is left
+bool KeepDigits(double error, double* number);
+
+/// Does the same to a value, and takes it away when no digit is left.
 void KeepDigits(double error, const std::string& whyNone, Value* value);
 
 /// Returns the finding that names the digits that are left: a warning.

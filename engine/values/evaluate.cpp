@@ -6,7 +6,9 @@
 #include "base/input_error.h"
 #include "geometry/place_text.h"
 #include "model/outlines.h"
+#include "region/moments.h"
 #include "values/class_values.h"
+#include "values/digits.h"
 #include "values/find_faults.h"
 #include "values/region_values.h"
 #include "values/values.h"
@@ -45,6 +47,22 @@ void AddPublished(Report* report) {
     }
 }
 
+void KeepDigitsOfHalves(const Region& region, AxisDirection direction, PlasticHalves* halves) {
+    const Moments moments = MomentsOf(region);
+    const double across =
+        direction == AxisDirection::Horizontal ? moments.firstYError : moments.firstXError;
+    const double half = 0.5 * moments.area;
+    for (PlasticHalf& side : halves->sides) {
+        const bool hasDigits = KeepDigits(moments.areaError, &side.area) &&
+                               KeepDigits(moments.firstXError / half, &side.centroid.x) &&
+                               KeepDigits(moments.firstYError / half, &side.centroid.y) &&
+                               KeepDigits(across / half, &side.leverArm);
+        if (halves->whyMissing.empty() && !hasDigits) {
+            halves->whyMissing = "rounding of the coordinates leaves no digit of the halves";
+        }
+    }
+}
+
 }  // namespace
 
 Report Evaluate(const SectionModel& section, const Shift& shift) {
@@ -71,6 +89,7 @@ void AddHalves(Report* report) {
         PlasticHalves& halves = report->halves.emplace_back();
         if (report->whyNoRegion.empty()) {
             halves = HalvesOf(report->region, direction);
+            KeepDigitsOfHalves(report->region, direction, &halves);
         } else {
             halves.whyMissing = report->whyNoRegion;
         }

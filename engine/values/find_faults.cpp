@@ -315,7 +315,7 @@ private:
             Add(Severity::Remark, Kind::SetOnto, Slot(pair.first),
                 "it is set onto \"" + elements_[Slot(pair.second)].label + "\" at " +
                     PlaceText(contact.place) + ", " + Distance(contact.distance) + " away",
-                "right where they are meant to touch", contact.place);
+                "nothing to do where they are meant to touch", contact.place);
         }
     }
 
@@ -335,7 +335,7 @@ private:
         const Point place = region_.frame.FromFrame(second.outline.front());
         findings_.push_back({Severity::Remark, Kind::PartsApart, section_.source,
                              "the section is in " + std::to_string(region_.parts.size()) +
-                                 " parts that are not joined, one of them at " + PlaceText(place) +
+                                 " parts that share no edge, one of them at " + PlaceText(place) +
                                  "; its values hold where something makes them act as one",
                              "", place});
     }

@@ -32,7 +32,7 @@ enum class FindingKind {
     NearMiss,           ///< outlines nearly touch
     SetOnto,            ///< a vertex was set onto another outline
     Pinch,              ///< material hangs together in one point only
-    PartsApart,         ///< parts of the material do not touch
+    PartsApart,         ///< parts of the material share no edge
     GivenValues,        ///< given values contradict their outline
     SmallForClass,      ///< the class's fixed tolerances are too coarse
     LostDigits,         ///< rounding has taken digits of the values

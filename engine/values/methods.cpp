@@ -11,12 +11,8 @@ constexpr const char* kMixed =
     "the section has parts with given values and drawn ones, whose torsion and shear values are of "
     "different kinds and have no sum";
 
-bool StartsWith(std::string_view key, std::string_view start) {
-    return key.substr(0, start.size()) == start;
-}
-
 bool IsTorsionOrShear(std::string_view key) {
-    return StartsWith(key, "torsion_") || StartsWith(key, "shear_");
+    return key.starts_with("torsion_") || key.starts_with("shear_");
 }
 
 bool IsGiven(const Element& element) {
@@ -60,7 +56,7 @@ std::string WhyUnknown(const Element& element, std::string_view key) {
     const bool lacks = (key == "torsion_constant" && !given.torsionConstant) ||
                        // A hole is no part of the largest modulus.
                        (key == "torsion_modulus" && element.isSolid && !given.torsionModulus) ||
-                       (StartsWith(key, "shear_area") && lacksShear);
+                       (key.starts_with("shear_area") && lacksShear);
     if (!lacks) return "";
     const char* const what = key == "torsion_constant"  ? "torsion constant"
                              : key == "torsion_modulus" ? "torsion modulus"
@@ -70,14 +66,14 @@ std::string WhyUnknown(const Element& element, std::string_view key) {
 
 std::string PolylineMethod(const Polyline& polyline, std::string_view key) {
     if (!IsTorsionOrShear(key)) {
-        if (polyline.kind == PolylineKind::ClosedWall && StartsWith(key, "centroid_")) {
+        if (polyline.kind == PolylineKind::ClosedWall && key.starts_with("centroid_")) {
             return "exact integrals over all inside the outer face";
         }
         return polyline.kind == PolylineKind::Solid ? "exact integrals over the outline"
                                                     : "exact integrals over both faces";
     }
     if (polyline.kind == PolylineKind::Solid) return "equivalent ellipse, an estimate";
-    if (StartsWith(key, "shear_")) return "half of the area";
+    if (key.starts_with("shear_")) return "half of the area";
     // The torsion constant of an open wall is the same with both formulas.
     const bool isTube = polyline.torsion == TorsionFormulas::Tube &&
                         (polyline.kind == PolylineKind::ClosedWall || key == "torsion_modulus");
@@ -92,9 +88,9 @@ void DescribeElementMethods(const std::vector<Element>& elements, std::vector<Va
     const bool hasHole = std::any_of(elements.begin(), elements.end(),
                                      [](const Element& element) { return !element.isSolid; });
     for (Value& value : *values) {
-        if (StartsWith(value.key, "elastic_")) {
+        if (value.key.starts_with("elastic_")) {
             value.method = "inertia over fibre distance";
-        } else if (StartsWith(value.key, "plastic_")) {
+        } else if (value.key.starts_with("plastic_")) {
             value.method = hasHole ? "gross: holes count as area" : "outlines, about halving axes";
         } else if (IsTorsionOrShear(value.key)) {
             value.method = MethodsOf(elements, "equivalent ellipse of each contour, an estimate",

@@ -106,7 +106,11 @@ private:
         const char* const method = "Mohr's circle";
         Add("principal_inertia_1", method, first_, m.inertiaXError + m.inertiaYError);
         Add("principal_inertia_2", method, m.second, m.secondError);
-        Add("principal_angle", method, axes.angle * 180.0 / std::numbers::pi, 0.0);
+        const double radius = std::hypot(0.5 * (m.inertiaX - m.inertiaY), m.inertiaXY);
+        const double off = m.inertiaXError + m.inertiaYError + m.inertiaXYError;
+        const double degrees = 180.0 / std::numbers::pi;
+        Add("principal_angle", method, axes.angle * degrees,
+            radius > 0.0 ? std::min(90.0, off / (2.0 * radius) * degrees) : 0.0);
     }
 
     void AddRadiiOfGyration() {
@@ -165,14 +169,16 @@ private:
         add("plastic_axis_y", "halves the area", axes.y, 0.0);
         add("plastic_axis_x", "halves the area", axes.x, 0.0);
         const auto addFactor = [&](const char* key, double modulus, double fibre, double inertia,
-                                   double error) {
+                                   double error, double first) {
             const double factor = modulus * fibre / inertia;
-            add(key, "Wpl / smaller Wel", factor, RelativeError(error, inertia) * factor);
+            const double relative = RelativeError(error, inertia) + RelativeError(first, modulus) +
+                                    RelativeError(first / m.area, fibre);
+            add(key, "Wpl / smaller Wel", factor, relative * factor);
         };
         addFactor("shape_factor_x", moduli.x, std::max(m.toBottom, m.toTop), m.inertiaX,
-                  m.inertiaXError);
+                  m.inertiaXError, m.firstYError);
         addFactor("shape_factor_y", moduli.y, std::max(m.toLeft, m.toRight), m.inertiaY,
-                  m.inertiaYError);
+                  m.inertiaYError, m.firstXError);
     }
 
     void AddMass() {

@@ -147,6 +147,11 @@ std::vector<std::string> Footnotes(const Report& report) {
             if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
         }
     }
+    for (const PlasticHalves& halves : report.halves) {
+        const std::string note = "Not computed: " + SingleLine(halves.whyMissing);
+        const bool isNew = std::find(notes.begin(), notes.end(), note) == notes.end();
+        if (!halves.whyMissing.empty() && isNew) notes.push_back(note);
+    }
     for (const Finding& finding : report.findings) {
         if (finding.severity == Severity::Hint) continue;
         std::string kind = SeverityName(finding.severity);

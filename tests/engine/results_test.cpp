@@ -9,6 +9,7 @@
 #include <random>
 #include <span>
 
+#include "base/numbers.h"
 #include "catalogue/csv_table.h"
 #include "model/outlines.h"
 #include "read/json/section_file.h"
@@ -289,6 +290,32 @@ TEST(Values, LoseTheirDigitsByDistanceInTheClassAlone) {
     EXPECT_TRUE(Finds(coarse, FindingKind::LostDigits, "so far from the origin"));
 }
 
+// A triangle at 1e10 has coordinates to 2e-6: of its lengths of about 5 six digits are left, and
+// no value shows more. Nothing is left of what the class has at 1e12.
+TEST(Values, ShowNoDigitThatRoundingHasTaken) {
+    Report report =
+        Evaluate(Section({{true, {{1e10, 1e10}, {1e10 + 7, 1e10 + 2}, {1e10 + 3, 1e10 + 8}}}}), {});
+    AddHalves(&report);
+    std::vector<double> numbers;
+    for (const Value& value : report.values) {
+        const bool isPlace = value.key.starts_with("centroid") || value.key.find("axis") < 20;
+        if (value.IsComputed() && !isPlace) numbers.push_back(value.number);
+    }
+    for (const PlasticHalf& half : report.halves[0].sides) {
+        numbers.insert(numbers.end(), {half.area, half.leverArm});
+    }
+    EXPECT_GT(numbers.size(), 20U);
+    for (const double number : numbers) {
+        EXPECT_EQ(number, *NumberIn(ShortNumber(number, 6))) << EveryDigit(number);
+    }
+    const Report lost = Evaluate(Section({{true, Rectangle(1e12, 0, 10, 10)}}), {});
+    for (const char* const key :
+         {"inertia_y", "inertia_xy", "elastic_modulus_left", "elastic_modulus_right"}) {
+        EXPECT_FALSE(Entry(lost.classValues, key).IsComputed()) << key;
+    }
+    EXPECT_TRUE(Entry(lost.classValues, "inertia_x").IsComputed());
+}
+
 TEST(Values, ComeWithAFindingWhereARingCrossesItself) {
     const auto findsLoop = [](const Points& ring) {
         return Finds(Evaluate(Section({{true, ring}}), {}), FindingKind::SelfCrossing,
@@ -492,6 +519,15 @@ TEST(PlasticHalves, AreToldInJsonAndTheTable) {
     near("above", "lever_arm", 9);
     near("below", "centroid_x", 50);
     near("below", "centroid_y", (1600 * 40 + 200 * 81) / 1800.0);
+    // About x = 50 each half has 800 about 5 and 1000 about 25 from it.
+    const double arm = (800 * 5 + 1000 * 25) / 1800.0;
+    for (const auto& [side, sign] : {std::pair{"right", 1.0}, {"left", -1.0}}) {
+        EXPECT_NEAR(halves["y"][side]["centroid_x"].get<double>(), 50 + sign * arm, 1e-9);
+        EXPECT_NEAR(halves["y"][side]["centroid_y"].get<double>(), 610 / 9.0, 1e-9);
+        for (const Points& piece : report.halves[1].sides[sign > 0 ? 0 : 1].pieces) {
+            for (const Point& point : piece) EXPECT_GE(sign * (point.x - 50), -1e-9);
+        }
+    }
     EXPECT_NEAR(halves["y"]["right"]["lever_arm"].get<double>() +
                     halves["y"]["left"]["lever_arm"].get<double>(),
                 report.Find("plastic_modulus_y")->number / 1800, 1e-9);
