@@ -1,7 +1,7 @@
 // The arrangement and the region of whatever outlines: they are refused, or all of it is
 // consistent.
 #include "region/region.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 
 #include "fuzz/byte_program.h"
 #include "geometry/faces.h"

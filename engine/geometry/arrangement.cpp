@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "geometry/outline_contacts.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 
 namespace halvorn::engine {
 

@@ -11,7 +11,7 @@
 #include "geometry/arrangement.h"
 #include "geometry/faces.h"
 #include "geometry/lengths.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 #include "kernel/box_tree.h"
 
 namespace halvorn::engine {

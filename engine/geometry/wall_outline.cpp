@@ -1,5 +1,5 @@
 #include "geometry/wall_outline.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 
 #include <algorithm>
 #include <cmath>

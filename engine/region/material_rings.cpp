@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <tuple>
 
+#include "base/disjoint_sets.h"
 namespace halvorn::engine {
 
 namespace {
@@ -29,27 +29,6 @@ double BridgeCost(const Point& from, const Point& to) {
         std::min(std::fabs(along.x), std::fabs(along.y)) <= kAlongAxis * length;
     return isAlongAxis ? kAxisPenalty * length : length;
 }
-
-// Sets that grow together.
-class DisjointSets {
-public:
-    explicit DisjointSets(std::size_t count) : parents_(count) {
-        std::iota(parents_.begin(), parents_.end(), std::size_t{0});
-    }
-    std::size_t Find(std::size_t i) {
-        while (parents_[i] != i) i = parents_[i] = parents_[parents_[i]];
-        return i;
-    }
-    bool Join(std::size_t a, std::size_t b) {
-        a = Find(a);
-        b = Find(b);
-        parents_[a] = b;
-        return a != b;
-    }
-
-private:
-    std::vector<std::size_t> parents_;
-};
 
 // An edge within the material between what lies at its ends: a ring or a vertex off all rings.
 struct Span {

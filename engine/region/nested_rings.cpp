@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 #include "geometry/simple_rings.h"
 #include "kernel/box_tree.h"
 
@@ -72,11 +72,6 @@ void MakeParts(std::vector<Points>& rings, const std::vector<NestedRing>& nested
         part.area -= nested[i].area;
         part.voids.push_back(std::move(rings[i]));
     }
-}
-
-void DropRepeatedPoints(Points& ring) {
-    ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
-    while (ring.size() > 1 && ring.front() == ring.back()) ring.pop_back();
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 #include "model/outlines.h"
 #include "values/class_rounding.h"
 #include "values/digits.h"

@@ -8,7 +8,7 @@
 
 #include "base/numbers.h"
 #include "geometry/place_text.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 #include "values/class_rounding.h"
 
 namespace halvorn::engine {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "region/region.h"
-#include "values/plastic_axis.h"
+#include "values/halving_line.h"
 
 namespace halvorn::engine {
 

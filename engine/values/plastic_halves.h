@@ -9,7 +9,7 @@
 
 #include "geometry/point.h"
 #include "region/region.h"
-#include "values/plastic_axis.h"
+#include "values/halving_line.h"
 
 namespace halvorn::engine {
 

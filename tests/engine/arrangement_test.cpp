@@ -11,7 +11,7 @@
 
 #include "geometry/faces.h"
 #include "geometry/predicates.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 #include "region/region.h"
 #include "ring_sections.h"
 #include "values/plastic_halves.h"

@@ -3,31 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <numeric>
 #include <utility>
+
+#include "base/disjoint_sets.h"
 
 namespace halvorn::engine::dxf {
 
 namespace {
 
 using Cell = std::pair<std::int64_t, std::int64_t>;
-
-class Clusters {
-public:
-    explicit Clusters(std::size_t count) : parent_(count) {
-        std::iota(parent_.begin(), parent_.end(), std::size_t{0});
-    }
-
-    std::size_t Root(std::size_t i) {
-        while (parent_[i] != i) i = parent_[i] = parent_[parent_[i]];
-        return i;
-    }
-
-    void Link(std::size_t i, std::size_t j) { parent_[Root(i)] = Root(j); }
-
-private:
-    std::vector<std::size_t> parent_;
-};
 
 // The points of one cell of a grid: a part of a list that is sorted by cells.
 struct CellPoints {
@@ -63,14 +47,14 @@ double Reach(const Points& points, double tolerance) {
 std::vector<std::size_t> ClusterPoints(const Points& points, double tolerance) {
     const double reach = Reach(points, tolerance);
     const auto sorted = SortedByCells(points, 0.5 * reach);
-    Clusters clusters(points.size());
+    DisjointSets clusters(points.size());
     std::vector<CellPoints> cells;
     for (std::size_t i = 0; i < sorted.size(); ++i) {
         if (cells.empty() || cells.back().cell != sorted[i].first) {
             cells.push_back({sorted[i].first, i, i});
         }
         cells.back().end = i + 1;
-        clusters.Link(sorted[i].second, sorted[cells.back().begin].second);
+        clusters.Join(sorted[i].second, sorted[cells.back().begin].second);
     }
     const auto linkIfNear = [&](const CellPoints& one, const CellPoints& other) {
         const bool isCrowded = (one.end - one.begin) * (other.end - other.begin) > kCrowd * kCrowd;
@@ -79,7 +63,7 @@ std::vector<std::size_t> ClusterPoints(const Points& points, double tolerance) {
             for (std::size_t j = other.begin; j < other.end; ++j) {
                 const auto& q = points[sorted[j].second];
                 if (isCrowded || std::hypot(p.x - q.x, p.y - q.y) <= reach) {
-                    clusters.Link(sorted[i].second, sorted[j].second);
+                    clusters.Join(sorted[i].second, sorted[j].second);
                     return;
                 }
             }
@@ -100,7 +84,7 @@ std::vector<std::size_t> ClusterPoints(const Points& points, double tolerance) {
     std::vector<std::size_t> numbers(points.size()), numberOfRoot(points.size(), points.size());
     std::size_t count = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
-        std::size_t& number = numberOfRoot[clusters.Root(i)];
+        std::size_t& number = numberOfRoot[clusters.Find(i)];
         if (number == points.size()) number = count++;
         numbers[i] = number;
     }

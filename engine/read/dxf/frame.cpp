@@ -6,7 +6,7 @@
 
 #include "geometry/box.h"
 #include "geometry/lengths.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 #include "read/dxf/group_reader.h"
 
 namespace halvorn::engine::dxf {

@@ -7,6 +7,7 @@
 
 #include "geometry/box.h"
 #include "geometry/lengths.h"
+#include "geometry/rings.h"
 #include "read/dxf/end_clusters.h"
 #include "read/dxf/open_outlines.h"
 #include "read/input_options.h"
@@ -323,11 +324,6 @@ private:
     Gaps closed_, bridged_, cut_;
 };
 
-void RemoveRepeatedPoints(Points& ring) {
-    ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
-    while (ring.size() > 1 && ring.back() == ring.front()) ring.pop_back();
-}
-
 }  // namespace
 
 std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, double millimetre,
@@ -357,7 +353,7 @@ std::vector<Curve> JoinCurves(std::vector<Curve> curves, double tolerance, doubl
             [&](const auto& entry) { return IsSameClosed(ring, kept[entry.second], tolerance); });
     };
     for (Curve& ring : rings) {
-        RemoveRepeatedPoints(ring.points);
+        DropRepeatedPoints(ring.points);
         if (EnclosesNothing(ring.points)) {
             notes.Count("closed curves that enclose nothing left out", ring.line);
         } else if (isKept(ring)) {

@@ -11,7 +11,7 @@
 #include "geometry/box.h"
 #include "geometry/lengths.h"
 #include "geometry/outline_sides.h"
-#include "geometry/ring_area.h"
+#include "geometry/rings.h"
 
 namespace halvorn::engine::dxf {
 

@@ -1,11 +1,10 @@
-/// @file plastic_axis.h
+/// @file halving_line.h
 /// Where a line halves the area of a section.
-#ifndef HALVORN_ENGINE_VALUES_PLASTIC_AXIS_H
-#define HALVORN_ENGINE_VALUES_PLASTIC_AXIS_H
+#ifndef HALVORN_ENGINE_VALUES_HALVING_LINE_H
+#define HALVORN_ENGINE_VALUES_HALVING_LINE_H
 
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "geometry/point.h"
 

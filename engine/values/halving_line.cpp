@@ -1,4 +1,4 @@
-#include "values/plastic_axis.h"
+#include "values/halving_line.h"
 
 #include <algorithm>
 #include <cmath>
