@@ -333,7 +333,8 @@ private:
         told.reserve(contacts.size());
         for (const Contact& contact : contacts) {
             told.push_back({contact.of, contact.to, result_.frame_.FromFrame(contact.place),
-                            result_.frame_.LengthFromFrame(contact.distance)});
+                            result_.frame_.LengthFromFrame(contact.distance),
+                            result_.frame_.FromFrame(contact.foot)});
         }
         return told;
     }

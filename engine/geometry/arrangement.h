@@ -52,6 +52,7 @@ struct OutlineContact {
     Index edgeOf = kNone;
     Point place;            ///< of the vertex [L]
     double distance = 0.0;  ///< [L]
+    Point foot;             ///< where the other is nearest [L]
 };
 
 /// Outlines that cannot be arranged: coordinates that are not finite or far too large, or more

@@ -18,8 +18,6 @@ namespace halvorn::engine {
 
 namespace {
 
-constexpr Index kShared = -2;  // the owner of a vertex of several outlines
-
 double Length(const Point& v) {
     return std::hypot(v.x, v.y);
 }
@@ -112,7 +110,7 @@ private:
             for (const Point& point : rings[r]) {
                 const Index vertex = merger.VertexAt(point);
                 if (Slot(vertex) == owners_.size()) owners_.push_back(static_cast<Index>(r));
-                Share(vertex, static_cast<Index>(r));
+                if (!IsOf(vertex, static_cast<Index>(r))) Share(vertex, static_cast<Index>(r));
                 path.push_back(vertex);
             }
         }
@@ -121,16 +119,43 @@ private:
         nearest_.assign(owners_.size(), std::numeric_limits<double>::infinity());
     }
 
+    // The outlines that a vertex is of.
+    std::vector<Index> OwnersOf(Index vertex) const {
+        std::vector<Index> owners = {owners_[Slot(vertex)]};
+        const auto more = sharers_.find(vertex);
+        if (more != sharers_.end()) {
+            owners.insert(owners.end(), more->second.begin(), more->second.end());
+        }
+        return owners;
+    }
+
+    bool IsShared(Index vertex) const { return sharers_.contains(vertex); }
+
+    bool IsOf(Index vertex, Index ring) const {
+        if (owners_[Slot(vertex)] == ring) return true;
+        const auto more = sharers_.find(vertex);
+        return more != sharers_.end() &&
+               std::find(more->second.begin(), more->second.end(), ring) != more->second.end();
+    }
+
+    // Of the outlines that a vertex is of the first other than one; that one if there is none.
+    Index OwnerBeside(Index vertex, Index ring) const {
+        for (const Index owner : OwnersOf(vertex)) {
+            if (owner != ring) return owner;
+        }
+        return ring;
+    }
+
     void Share(Index vertex, Index ring) {
-        Index& owner = owners_[Slot(vertex)];
-        if (owner == ring) return;
-        if (owner != kShared) Touch(owner, ring);
-        owner = kShared;
+        for (const Index owner : OwnersOf(vertex)) Touch(owner, ring);
+        sharers_[vertex].push_back(ring);
     }
 
     void Touch(Index a, Index b) { touching_[std::minmax(a, b)] = true; }
 
-    bool IsOfAnother(Index vertex, Index ring) const { return owners_[Slot(vertex)] != ring; }
+    bool IsOfAnother(Index vertex, Index ring) const {
+        return owners_[Slot(vertex)] != ring || IsShared(vertex);
+    }
 
     void BuildTree() {
         const std::size_t n = result_.points.size();
@@ -157,7 +182,7 @@ private:
                 [&](int other) {
                     const bool isCandidate =
                         Slot(other) < v && targets_[Slot(other)] == other &&
-                        (owners_[Slot(other)] != owners_[v] || owners_[v] == kShared);
+                        (owners_[Slot(other)] != owners_[v] || IsShared(static_cast<Index>(v)));
                     const double distance = Length(result_.points[Slot(other)] - point);
                     if (!isCandidate || distance > least) return false;
                     least = distance;
@@ -166,10 +191,15 @@ private:
                 });
             if (nearest == kNone) continue;
             targets_[v] = nearest;
-            const Contact contact = {nearest, owners_[v], owners_[Slot(nearest)], least, point};
-            if (contact.of >= 0 && contact.to >= 0) Touch(contact.of, contact.to);
-            if (least > merge_) result_.moved.push_back(contact);
-            owners_[Slot(nearest)] = kShared;
+            const Index of = owners_[v];
+            const Index to = OwnerBeside(nearest, of);
+            if (least > merge_ && of != to) {
+                result_.moved.push_back(
+                    {nearest, of, to, least, point, result_.points[Slot(nearest)]});
+            }
+            for (const Index owner : OwnersOf(static_cast<Index>(v))) {
+                if (!IsOf(nearest, owner)) Share(nearest, owner);
+            }
         }
     }
 
@@ -194,25 +224,29 @@ private:
         const Point offset = result_.points[Slot(vertex)] - edge.from;
         const double along = Dot(edge.along, offset);
         const double across = std::fabs(Cross(edge.along, offset));
-        const Index owner = owners_[Slot(vertex)];
+        const Point& at = result_.points[Slot(vertex)];
         if (along > 0.0 && along < edge.length && across <= contact_) {
             stops_.push_back({ring, place, along, vertex});
-            if (owner >= 0) Touch(owner, ring);
+            for (const Index owner : OwnersOf(vertex)) {
+                if (owner != ring) Touch(owner, ring);
+            }
             if (across < nearest_[Slot(vertex)]) {
                 nearest_[Slot(vertex)] = across;
-                feet_[vertex] = {{vertex, owner, ring, across, result_.points[Slot(vertex)]},
-                                 edge.from + along * edge.along};
+                feet_[vertex] = {vertex, OwnerBeside(vertex, ring),     ring, across,
+                                 at,     edge.from + along * edge.along};
             }
             return;
         }
         const double beyond = std::max({0.0, -along, along - edge.length});
         const double distance = std::hypot(across, beyond);
-        if (distance > nearMiss_ || owner < 0) return;
-        Contact& miss =
-            misses_.try_emplace(std::minmax(owner, ring), Contact{kNone, 0, 0, nearMiss_, {}})
-                .first->second;
-        if (distance <= miss.distance) {
-            miss = {vertex, owner, ring, distance, result_.points[Slot(vertex)]};
+        if (distance > nearMiss_ || IsOf(vertex, ring)) return;
+        const Point foot = edge.from + std::clamp(along, 0.0, edge.length) * edge.along;
+        for (const Index owner : OwnersOf(vertex)) {
+            Contact& miss =
+                misses_
+                    .try_emplace(std::minmax(owner, ring), Contact{kNone, 0, 0, nearMiss_, {}, {}})
+                    .first->second;
+            if (distance <= miss.distance) miss = {vertex, owner, ring, distance, at, foot};
         }
     }
 
@@ -223,10 +257,8 @@ private:
             }
         }
         for (const auto& [vertex, foot] : feet_) {
-            if (foot.contact.distance > merge_ && foot.contact.of >= 0) {
-                result_.moved.push_back(foot.contact);
-            }
-            result_.points[Slot(vertex)] = foot.place;
+            if (foot.distance > merge_) result_.moved.push_back(foot);
+            result_.points[Slot(vertex)] = foot.foot;
         }
         for (const auto& [pair, miss] : misses_) {
             if (miss.vertex != kNone && !touching_.contains(pair)) {
@@ -270,21 +302,17 @@ private:
         }
     };
 
-    struct Foot {
-        Contact contact;
-        Point place;
-    };
-
     double merge_;
     double contact_;
     double nearMiss_;
     OutlinePaths result_;
-    std::vector<Index> owners_;   // of each vertex: its outline, or kShared
+    std::vector<Index> owners_;   // of each vertex: its first outline
     std::vector<Index> targets_;  // of each vertex: itself, or the one that it became
     std::vector<double> nearest_;
     KBoxTree tree_;
     std::vector<Stop> stops_;
-    std::map<Index, Foot> feet_;
+    std::map<Index, std::vector<Index>> sharers_;  // of vertices of several outlines: the others
+    std::map<Index, Contact> feet_;
     std::map<std::pair<Index, Index>, Contact> misses_;
     std::map<std::pair<Index, Index>, bool> touching_;
 };

@@ -17,6 +17,7 @@ struct Contact {
     Index to = kNone;
     double distance = 0.0;
     Point place;
+    Point foot;  ///< on outline `to`, where it is nearest
 };
 
 /// Outlines as paths along common vertices. Each path visits the vertices that lie on its edges.

@@ -1,11 +1,25 @@
 #include "model/outlines.h"
 
 #include <algorithm>
+#include <span>
 
 #include "geometry/rounded_polygon.h"
 #include "geometry/wall_outline.h"
 
 namespace halvorn::engine {
+
+namespace {
+
+bool CrossesItself(const Points& ring) {
+    const WeightedRing outline = {&ring, 1};
+    try {
+        return !Arrangement(std::span(&outline, 1)).Crossings().empty();
+    } catch (const ArrangementError&) {
+        return false;  // told when the faces are arranged
+    }
+}
+
+}  // namespace
 
 std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
     std::vector<WeightedRing> outlines;
@@ -36,9 +50,17 @@ std::vector<Element> ElementsOf(const Polyline& polyline, const shapes::ArcDivis
     std::vector<Element> elements(1);
     const auto isRound = [](double radius) { return radius > 0.0; };
     if (polyline.kind != PolylineKind::Solid) {
-        elements = ElementsOf(DrawWall({polyline.points, polyline.radii, polyline.thickness,
-                                        polyline.kind == PolylineKind::ClosedWall},
-                                       division));
+        const shapes::Outline outline =
+            DrawWall({polyline.points, polyline.radii, polyline.thickness,
+                      polyline.kind == PolylineKind::ClosedWall},
+                     division);
+        // Where a line crosses itself its faces do not run round each other.
+        if (polyline.kind == PolylineKind::ClosedWall && CrossesItself(polyline.points)) {
+            elements[0].ring = WallKeyhole(outline);
+        } else {
+            elements = ElementsOf(outline);
+        }
+        for (Element& element : elements) element.isWall = true;
     } else if (std::any_of(polyline.radii.begin(), polyline.radii.end(), isRound)) {
         std::vector<shapes::Corner> corners;
         for (std::size_t i = 0; i < polyline.points.size(); ++i) {

@@ -44,6 +44,7 @@ struct Element {
     /// The outline, at least three points. With given values a hollow outline is one keyhole ring:
     /// out along a bridge and back along the same one.
     Points ring;
+    bool isWall = false;  ///< drawn from its mid-line: where it crosses itself it counts once
     std::optional<GivenValues> given;  ///< absent: all values come from the ring
 };
 

@@ -146,8 +146,11 @@ struct EdgeSums {
     }
 };
 
-double Cleared(double value, double error) {
-    return std::fabs(value) <= error ? 0.0 : value;
+// A value that is 0 but for rounding, when a tenth of it is no more than its error or when it is
+// nothing beside its scale.
+double Cleared(double value, double error, double scale) {
+    constexpr double kNothing = 1e-12;
+    return std::fabs(value) <= std::max(10.0 * error, kNothing * scale) ? 0.0 : value;
 }
 
 // How far the coordinates of a region may be from what was meant, in the frame.
@@ -184,12 +187,14 @@ Moments MomentsOf(const Region& region) {
     moments.inertiaY = told(own.y, 4);
     moments.inertiaYError = told(errors.xx, 4);
     moments.inertiaXYError = told(std::sqrt(errors.xx) * std::sqrt(errors.yy), 4);
-    moments.inertiaXY = Cleared(told(own.xy, 4), moments.inertiaXYError);
+    moments.inertiaXY = Cleared(told(own.xy, 4), moments.inertiaXYError,
+                                told(std::sqrt(own.x) * std::sqrt(own.y), 4));
     moments.second = told(own.second, 4);
     moments.secondError = told(s * s * errors.yy + c * c * errors.xx + 2.0 * s * c * errors.xy, 4);
     const Point centroid = region.frame.FromFrame(own.centroid);
-    moments.centroid = {Cleared(centroid.x, moments.firstXError / moments.area),
-                        Cleared(centroid.y, moments.firstYError / moments.area)};
+    moments.centroid = {
+        Cleared(centroid.x, moments.firstXError / moments.area, told(extent.Width(), 1)),
+        Cleared(centroid.y, moments.firstYError / moments.area, told(extent.Height(), 1))};
     moments.toBottom = told(own.centroid.y - extent.bottom, 1);
     moments.toTop = told(extent.top - own.centroid.y, 1);
     moments.toLeft = told(own.centroid.x - extent.left, 1);

@@ -64,10 +64,12 @@ public:
         region_.size = arrangement_.Size();
         region_.crossings = arrangement_.Crossings();
         region_.moved = arrangement_.Moved();
-        region_.nearMisses = arrangement_.NearMisses();
         FindParts();
         TraceRings();
         FindOddPlaces();
+        for (const OutlineContact& miss : arrangement_.NearMisses()) {
+            if (IsGap(miss)) region_.nearMisses.push_back(miss);
+        }
     }
 
     Region Take() { return std::move(region_); }
@@ -133,6 +135,35 @@ private:
         for (const Index vertex : rings.Pinches()) {
             region_.pinches.push_back(region_.frame.FromFrame(mesh_.PointAt(vertex)));
         }
+    }
+
+    // Whether nothing but the two outlines says what is between them, which do not cross: of solids
+    // there is a gap, of holes there is material.
+    bool IsGap(const OutlineContact& miss) const {
+        const auto of = Slot(miss.vertexOf);
+        const auto to = Slot(miss.edgeOf);
+        for (const OutlineCrossing& crossing : region_.crossings) {
+            const bool isOfBoth =
+                std::minmax(Slot(crossing.first), Slot(crossing.second)) == std::minmax(of, to);
+            if (isOfBoth) return false;
+        }
+        if ((outlines_[of].weight > 0) != (outlines_[to].weight > 0)) return true;
+        // Beside the middle too: a third outline may end there.
+        const Point across = miss.foot - miss.place;
+        const Point middle = 0.5 * (miss.place + miss.foot);
+        bool isMaterial = false;
+        for (const double shift : {-1.0, 0.0, 1.0}) {
+            isMaterial = isMaterial || SumAt(middle + shift * Point(-across.y, across.x)) >= 1;
+        }
+        return isMaterial == (outlines_[of].weight < 0);
+    }
+
+    int SumAt(const Point& point) const {
+        int sum = 0;
+        for (const WeightedRing& outline : outlines_) {
+            if (WindingNumber(*outline.ring, point) != 0) sum += outline.weight;
+        }
+        return sum;
     }
 
     static bool IsOdd(const Face& face) {

@@ -47,7 +47,7 @@ struct Region {
     std::vector<Point> pinches;  ///< where material meets in one point only [L]
     std::vector<OutlineCrossing> crossings;
     std::vector<OutlineContact> moved;
-    std::vector<OutlineContact> nearMisses;
+    std::vector<OutlineContact> nearMisses;  ///< of outlines that neither cross nor are filled up
     /// Of each outline: the parts that it borders.
     std::vector<std::vector<std::size_t>> partsOf;
 

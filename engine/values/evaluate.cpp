@@ -1,6 +1,7 @@
 #include "values/evaluate.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "base/input_error.h"
@@ -52,7 +53,13 @@ void KeepDigitsOfHalves(const Region& region, AxisDirection direction, PlasticHa
     const double across =
         direction == AxisDirection::Horizontal ? moments.firstYError : moments.firstXError;
     const double half = 0.5 * moments.area;
+    const auto clear = [&](double& coordinate, double extent) {
+        constexpr double kNothing = 1e-12;
+        if (std::fabs(coordinate) <= kNothing * extent) coordinate = 0.0;
+    };
     for (PlasticHalf& side : halves->sides) {
+        clear(side.centroid.x, moments.toLeft + moments.toRight);
+        clear(side.centroid.y, moments.toBottom + moments.toTop);
         const bool hasDigits = KeepDigits(moments.areaError, &side.area) &&
                                KeepDigits(moments.firstXError / half, &side.centroid.x) &&
                                KeepDigits(moments.firstYError / half, &side.centroid.y) &&

@@ -239,16 +239,23 @@ private:
 
     void TellRingsWithoutArea() {
         if (region_.size == 0.0) return;
+        constexpr double kSmallest = 1e-8;  // of the section; ten times what is one point
+        const double size = region_.frame.LengthFromFrame(region_.size);
         for (std::size_t i = 0; i < elements_.size(); ++i) {
-            if (!HasNoArea(elements_[i].ring) || OwnCrossing(i)) continue;
-            Add(Severity::Error, Kind::NoArea, i, "it encloses no area",
-                "look for missing points, or for points in a wrong order", {});
+            if (OwnCrossing(i)) continue;
+            if (HasNoArea(elements_[i].ring)) {
+                Add(Severity::Error, Kind::NoArea, i, "it encloses no area",
+                    "look for missing points, or for points in a wrong order", {});
+            } else if (Box(elements_[i].ring).Diagonal() <= kSmallest * size) {
+                Add(Severity::Error, Kind::NoArea, i,
+                    "it is so small beside the section that its points are one",
+                    "look for a point that is far off, or leave it out", {});
+            }
         }
     }
 
     void TellSelfCrossing(std::size_t i, const Point& place) {
-        const bool isWall = section_.polyline && section_.polyline->kind != PolylineKind::Solid;
-        if (isWall) {
+        if (elements_[i].isWall) {
             Add(Severity::Warning, Kind::SelfCrossing, i,
                 "the wall crosses itself at " + PlaceText(place),
                 "its material there counts once; draw the line without crossings", place);
@@ -350,7 +357,7 @@ private:
 
 void LookAtGivenValues(const Element& element, std::vector<Finding>& findings) {
     constexpr double kAgreement = 0.1;
-    if (!element.given) return;
+    if (!element.given || element.isWall) return;  // a wall's are computed
     const double drawn = AreaOf(element.ring);
     if (std::fabs(drawn - element.given->area) <= kAgreement * element.given->area) return;
     findings.push_back({Severity::Warning,

@@ -148,7 +148,7 @@ void ExpectZero(const Report& report, const std::string& key) {
 }
 
 TEST(Rounding, Leaves0WhereASectionIsSymmetric) {
-    for (const char* const profile : {"IPE300", "HEB200", "SHS100x5", "CHS355.6x8"}) {
+    for (const char* const profile : {"IPE300", "IPE330", "HEM200", "SHS100x5", "CHS355.6x8"}) {
         for (const char* const values : {"drawn", "published"}) {
             for (const int angle : {0, 90, 180, 30}) {
                 SCOPED_TRACE(std::string(profile) + values + std::to_string(angle));

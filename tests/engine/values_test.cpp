@@ -108,6 +108,25 @@ TEST(Polylines, HaveTheValuesOfTheirFaces) {
     EXPECT_NEAR(ofClass("inertia_x_origin"), net.Find("inertia_x")->number + area * yG * yG, 1e-3);
 }
 
+// A figure of eight, whose two crossing strips are 111.8 long: the union counts their diamond once.
+TEST(Polylines, CountAWallThatCrossesItselfOnce) {
+    const std::string line = R"("points": [[0, 0], [100, 50], [100, 0], [0, 50]], "thickness": 4)";
+    const Report polyline = Evaluate(
+        Read(R"("polyline": {"kind": "closed_wall", "torsion": "tube", )" + line + "}"), {});
+    const Report part =
+        Evaluate(Read(R"("parts": [{"wall": {"kind": "closed", )" + line + "}}]"), {});
+    // Mitred at its corners a strip has 4 times its mid-line; at the crossing the diamond
+    // 16 / sin 2a is taken once, with tan a = 1 / 2.
+    const double once = 4 * (2 * std::hypot(100, 50) + 100) - 16 / 0.8;
+    for (const Report* const report : {&polyline, &part}) {
+        EXPECT_NEAR(report->Find("area")->number, once, 1e-9);
+        EXPECT_NEAR(report->Find("centroid_x")->number, 50, 1e-9);
+        ASSERT_EQ(report->findings.size(), 1U) << FindingsText(report->findings);
+        EXPECT_EQ(report->findings[0].severity, Severity::Warning);
+        EXPECT_NE(report->findings[0].problem.find("the wall crosses itself"), std::string::npos);
+    }
+}
+
 // Bends of sheet: both faces about one centre. A half ring and a square with rounded corners.
 TEST(Polylines, AreRoundedByTrueArcs) {
     const double pi = std::numbers::pi;

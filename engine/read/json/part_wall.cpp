@@ -70,6 +70,7 @@ std::vector<Element> ReadWallPart(const Node& wall, const shapes::ArcDivision& d
         const Points midLine = MidLine(line, division);
         Element element;
         element.ring = WallKeyhole(outline);
+        element.isWall = true;
         element.given = FaceValues(outline);
         AddWallFormulas(line, midLine, *element.given);
         return {element};
