@@ -4,7 +4,7 @@
 #include <cmath>
 #include <sstream>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"

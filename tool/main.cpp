@@ -7,16 +7,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
-#include "catalogue/catalogue.h"
-#include "figure/figure.h"
+#include "read/open_section.h"
 #include "tool/batch.h"
 #include "tool/command_line.h"
-#include "values/evaluate.h"
-#include "write/csv.h"
-#include "write/json.h"
-#include "write/table.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -59,17 +54,17 @@ bool IsTerminal(FILE* stream) {
 
 // All or an error: nothing is written before everything is known.
 ExitCode PrintReport(const CommandLine& line) {
-    const Report report = EvaluateInput(line.inputs.front(), line.section);
-    if (!line.figurePath.empty()) WriteFigure(report, line.figurePath);
+    const SectionReport report = EvaluateInput(line.inputs.front(), line.section);
+    if (!line.figurePath.empty()) report.WriteFigure(line.figurePath);
     switch (line.format) {
         case Format::Table:
-            Print(TableText(report));
+            Print(report.Table());
             break;
         case Format::Json:
-            Print(JsonText(report));
+            Print(report.Json());
             break;
         case Format::Csv:
-            Print(CsvHeader() + CsvRow(report));
+            Print(CsvHeader() + report.CsvRow());
             break;
     }
     return kDone;
@@ -77,7 +72,7 @@ ExitCode PrintReport(const CommandLine& line) {
 
 ExitCode PrintFindings(const CommandLine& line) {
     const std::vector<Finding> findings =
-        Diagnose(OpenSection(line.inputs.front(), line.section.input));
+        Section::Open(line.inputs.front(), line.section.input).Diagnose();
     Print(FindingsText(findings));
     for (const Finding& finding : findings) {
         if (finding.severity > Severity::Remark) return kDoubtful;

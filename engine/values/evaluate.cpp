@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "model/outlines.h"
 #include "values/class_values.h"
 #include "values/find_faults.h"
@@ -31,8 +31,7 @@ void RefuseSelfCrossing(const Report& report) {
     if (!report.section.isDrawn) return;
     const Finding* const crossing = FindSelfCrossing(report.findings);
     if (crossing == nullptr) return;
-    throw InputError(report.section.source + ": " + crossing->element, crossing->problem,
-                     crossing->mend);
+    throw InputError(report.section.source, crossing->element, crossing->problem, crossing->mend);
 }
 
 void AddPublished(Report* report) {

@@ -5,11 +5,11 @@
 #include <map>
 #include <optional>
 
+#include "HalvornEngine.h"
 #include "geometry/box.h"
 #include "geometry/lengths.h"
 #include "read/dxf/end_clusters.h"
 #include "read/dxf/open_outlines.h"
-#include "read/input_options.h"
 
 namespace halvorn::engine::dxf {
 
