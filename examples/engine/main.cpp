@@ -7,7 +7,8 @@ using namespace halvorn::engine;
 
 static void Print(const SectionReport& report) {
     std::printf("%s, lengths in %s\n", report.Source().c_str(), report.LengthUnit().c_str());
-    for (const char* const key : {"area", "inertia_x", "plastic_modulus_x", "inertia_1"}) {
+    for (const char* const key :
+         {"area", "inertia_x", "plastic_modulus_x", "principal_inertia_2"}) {
         const Value* const value = report.Find(key);  // null: not computed, the table says why
         if (value == nullptr) continue;
         std::printf("  %-5s %12.6g %s\n", value->symbol.c_str(), value->number,
