@@ -24,6 +24,7 @@
 #ifndef HALVORN_ENGINE_HALVORNENGINE_H
 #define HALVORN_ENGINE_HALVORNENGINE_H
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -45,6 +46,10 @@ struct Point {
     /// @param ordinate  [L]
     constexpr Point(double abscissa, double ordinate) : x(abscissa), y(ordinate) {}
 };
+
+/// The vertices of a line or a ring in their order; a ring's last joins its first, which is not
+/// repeated [L].
+using Points = std::vector<Point>;
 
 /// Input that the user can mend. `what` is one line: source, place, problem and mend.
 class InputError : public std::runtime_error {
@@ -174,6 +179,28 @@ struct Shift {
     double dy = 0.0;  ///< up [L]
 };
 
+/// The direction of an axis through a section.
+enum class AxisDirection {
+    Horizontal,  ///< distances from it are measured in y
+    Vertical     ///< in x
+};
+
+/// One side of a plastic axis, in the section's coordinates.
+struct PlasticHalf {
+    double area = 0.0;           ///< [L^2]
+    Point centroid;              ///< [L]
+    double leverArm = 0.0;       ///< distance of the centroid from the axis [L]
+    std::vector<Points> pieces;  ///< the half itself; holes hang on by bridges [L]
+};
+
+/// Both halves: above and below a horizontal axis, to the right and to the left of a vertical one.
+/// Their areas times their lever arms add up to the plastic modulus.
+struct PlasticHalves {
+    double axis = 0.0;                 ///< y of a horizontal one, x of a vertical one [L]
+    std::array<PlasticHalf, 2> sides;  ///< in the order above
+    std::string whyMissing;  ///< one sentence without a full stop; empty: there are halves
+};
+
 /// The join tolerance of drawings when none is given, in millimetres [mm]: what their rounded
 /// coordinates leave between ends that are meant to be one.
 inline constexpr double kDefaultJoinTolerance = 0.01;
@@ -198,6 +225,17 @@ enum class TextFormat {
     Json,  ///< a section file
     Dxf,   ///< a drawing, in ASCII
     Csv    ///< points
+};
+
+/// What a table shows beside the values.
+struct TableOptions {
+    bool wantsHalves = false;  ///< the halves about both plastic axes
+};
+
+/// What a figure shows beside the section, its axes and its values.
+struct FigureOptions {
+    /// Tints both sides of this plastic axis.
+    std::optional<AxisDirection> blocks;
 };
 
 struct Report;
@@ -229,8 +267,13 @@ public:
     /// @param key  "inertia_x"
     const Value* Find(std::string_view key) const;
 
+    /// Returns the halves of the section about a plastic axis, which this call cuts.
+    /// @param direction  of the axis
+    PlasticHalves Halves(AxisDirection direction) const;
+
     /// Returns the table for people, lines of at most 115 columns.
-    std::string Table() const;
+    /// @param options  on what it shows
+    std::string Table(const TableOptions& options = {}) const;
     /// Returns a JSON object for programs, on several lines.
     std::string Json() const;
     /// Returns the same object on one line.
@@ -242,9 +285,10 @@ public:
     /// there before stays until the new figure is whole.
     /// @param path  ends in .svg, .png or .pdf; the latter two where the engine was built with
     /// Cairo
+    /// @param options  on what the figure shows
     /// @throws InputError for another path, or a section too large to be drawn; std::runtime_error
     ///         when the figure cannot be written
-    void WriteFigure(const std::string& path) const;
+    void WriteFigure(const std::string& path, const FigureOptions& options = {}) const;
 
 private:
     friend class Section;

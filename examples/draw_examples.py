@@ -79,11 +79,11 @@ EXAMPLES = {
                    "root_radius": 12, "toe_radius": 6}]},
     "shs-100x5": {
         "name": "SHS 100 x 5, solid and hole", "unit": "mm",
-        "description": "Square hollow section with sharp corners; the plastic moduli are gross",
+        "description": "Square hollow section with sharp corners as a solid and a hole",
         "contours": [solid(SHS[0]), {"kind": "hole", "points": SHS[1]}]},
     "shs-100x5-keyhole": {
         "name": "SHS 100 x 5, keyhole", "unit": "mm",
-        "description": "The same hollow section as one contour; the plastic moduli are net",
+        "description": "The same hollow section as one contour, for hosts that want net plastic moduli",
         "contours": [solid(keyhole(*SHS))]},
     "t-beam-metres": {
         "name": "T-beam", "unit": "m",

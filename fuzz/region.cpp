@@ -1,11 +1,11 @@
 // The arrangement and the region of whatever outlines: they are refused, or all of it is
 // consistent.
 #include "region/region.h"
+#include "geometry/ring_area.h"
 
 #include "fuzz/byte_program.h"
-#include "geometry/crossings.h"
 #include "geometry/faces.h"
-#include "values/net_plastic.h"
+#include "values/plastic_halves.h"
 
 namespace {
 

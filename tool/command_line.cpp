@@ -24,7 +24,7 @@ constexpr const char* kFooter = R"(Examples:
   halvorn-section IPE300                           a catalogue profile
   halvorn-section drawing.dxf --figure drawing.svg table and figure of a drawing
   halvorn-section --json section.json > results.json
-  halvorn-section --check section.json             what is doubtful about it
+  halvorn-section --check section.json             findings: what is doubtful about it
   halvorn-section --batch sections/ > table.csv    a folder to one table
   halvorn-section --batch --json IPE200 IPE300     one JSON object a line
 
@@ -39,7 +39,7 @@ Exit codes:
   1  the results could not be computed or written (full disk, exhausted memory)
   2  the command line or a section is wrong; one line on standard error for
      each says where and how to mend it; a batch writes the other sections
-  3  --check found more than remarks
+  3  --check found an error or a warning
 
 The formats of files and results: docs/file-format.md; man halvorn-section.)";
 
@@ -76,7 +76,7 @@ struct Parser {
     CommandLine line;
     bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false,
          isLayers = false;
-    std::string unit;
+    std::string unit, blocks;
     CLI::Option *density, *chordTolerance, *joinTolerance;
 
     Parser() {
@@ -97,7 +97,14 @@ struct Parser {
             ->excludes(json);
         app.add_option("--figure", line.figurePath, "Draw the section to a .svg, .png or .pdf file")
             ->type_name("FILE");
-        app.add_flag("--check", isCheck, "Look for doubtful input instead of computing values");
+        app.add_option("--figure-blocks", blocks,
+                       "Tint the halves of the section about its plastic axis x or y in the figure")
+            ->type_name("AXIS")
+            ->check(CLI::IsMember({"x", "y"}));
+        app.add_flag("--halves", line.table.wantsHalves,
+                     "Add the halves about both plastic axes to the table; JSON always has them");
+        app.add_flag("--check", isCheck,
+                     "Print the findings alone: what is doubtful or was left out");
         app.add_flag("--batch", isBatch,
                      "Many sections to one table: CSV, or with --json one object a line");
         app.add_option("--threads", line.threads, "Threads of a batch; one for each core if 0")
@@ -120,7 +127,8 @@ struct Parser {
             ->take_all()
             ->allow_extra_args(false);
         app.add_flag("--published", line.section.input.wantsPublishedValues,
-                     "Take the published values of a catalogue profile instead of its outline's");
+                     "Give the class the published values of a catalogue profile instead of its "
+                     "outline; the values stay those of the outline");
         chordTolerance = AddNumber("--chord-tolerance",
                                    "Greatest distance from an arc to its chords, in mm; 0.001 "
                                    "if not given");
@@ -180,6 +188,16 @@ struct Parser {
         }
         if (!line.inputs.empty() && line.task == Task::ListProfiles) {
             Fail("--list-profiles takes no INPUT", "leave it out");
+        }
+        if (line.table.wantsHalves && (line.task != Task::Report || line.format != Format::Table)) {
+            Fail("--halves adds rows to the table of one section", "leave it out");
+        }
+        if (!blocks.empty()) {
+            line.figure.blocks =
+                blocks == "x" ? AxisDirection::Horizontal : AxisDirection::Vertical;
+            if (line.figurePath.empty()) {
+                Fail("--figure-blocks is for a figure", "add --figure FILE");
+            }
         }
         if (line.figurePath.empty()) return;
         if (line.task != Task::Report) Fail("--figure draws one section", "leave it out");

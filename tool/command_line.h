@@ -16,7 +16,7 @@ enum ExitCode {
     kDone = 0,
     kNotWritten = 1,  ///< computed or not: nothing wrong with the input
     kBadInput = 2,    ///< the command line or a section; of a batch, at least one section
-    kDoubtful = 3     ///< `--check` found more than remarks
+    kDoubtful = 3     ///< `--check` found an error or a warning
 };
 
 enum class Task { Report, Check, Batch, ListProfiles, ListLayers };
@@ -27,6 +27,8 @@ struct CommandLine {
     std::vector<std::string> inputs;
     Format format = Format::Table;
     std::string figurePath;  ///< empty: no figure
+    engine::FigureOptions figure;
+    engine::TableOptions table;
     SectionOptions section;
     unsigned threads = 0;
 };

@@ -55,10 +55,10 @@ bool IsTerminal(FILE* stream) {
 // All or an error: nothing is written before everything is known.
 ExitCode PrintReport(const CommandLine& line) {
     const SectionReport report = EvaluateInput(line.inputs.front(), line.section);
-    if (!line.figurePath.empty()) report.WriteFigure(line.figurePath);
+    if (!line.figurePath.empty()) report.WriteFigure(line.figurePath, line.figure);
     switch (line.format) {
         case Format::Table:
-            Print(report.Table());
+            Print(report.Table(line.table));
             break;
         case Format::Json:
             Print(report.Json());
@@ -125,6 +125,10 @@ ExitCode Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     std::set_new_handler(OutOfMemory);
+    // A report goes out in one piece, so that a reader such as head may leave after its first
+    // lines.
+    static char pipe[65536];
+    std::setvbuf(stdout, pipe, _IOFBF, sizeof pipe);
 #if defined(SIGPIPE)
     // A reader that goes away is an error like a full disk, not the end of the program.
     std::signal(SIGPIPE, SIG_IGN);

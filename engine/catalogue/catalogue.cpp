@@ -155,11 +155,12 @@ std::vector<PublishedValue> PublishedValuesOf(std::string_view name, const std::
                     {"Sy", "plastic_modulus_y", 3}};
     const CsvRecord* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
-    const double factor = MetresPer("mm") / MetresPer(unit);
+    // A division by 10 or 1000 keeps the table's digits, a multiplication by 0.1 does not.
+    const double divisor = MetresPer(unit) / MetresPer("mm");
     std::vector<PublishedValue> values;
     for (const auto& [column, key, power] : kColumns) {
         const std::optional<double> number = row->Number(column);
-        if (number) values.push_back({key, *number * std::pow(factor, power)});
+        if (number) values.push_back({key, *number / std::pow(divisor, power)});
     }
     return values;
 }

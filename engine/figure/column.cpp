@@ -37,6 +37,15 @@ void AddSample(Sheet& sheet, const LegendEntry& entry, double left, double basel
         sheet.page.centroids.push_back({left + 0.5 * kSample, middle});
         return;
     }
+    if (entry.tint) {
+        constexpr double kHalfHeight = 3.5;
+        sheet.page.blocks.push_back({{{left, middle - kHalfHeight},
+                                      {left + kSample, middle - kHalfHeight},
+                                      {left + kSample, middle + kHalfHeight},
+                                      {left, middle + kHalfHeight}},
+                                     *entry.tint});
+        return;
+    }
     if (entry.kind != LineKind::Hatch) {
         sheet.Add(entry.kind, {{left, middle}, {left + kSample, middle}});
         return;

@@ -89,10 +89,10 @@ void CheckFigurePath(const std::string& path) {
     }
 }
 
-void WriteFigure(const Report& report, const std::string& path) {
+void WriteFigure(const Report& report, const std::string& path, const FigureOptions& options) {
     CheckFigurePath(path);
     const figure::Format format = FormatOf(path);
-    const figure::Page page = figure::LayOut(report, figure::FontMeasure(format));
+    const figure::Page page = figure::LayOut(report, figure::FontMeasure(format), options);
     const std::string bytes = figure::Paint(page, format);
     PartFile file(path);
     file.Write(bytes);

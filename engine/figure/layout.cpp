@@ -161,7 +161,7 @@ double RoundLength(double most) {
     return power;
 }
 
-Page LayOut(const Report& report, const MeasureText& measure) {
+Page LayOut(const Report& report, const MeasureText& measure, const FigureOptions& options) {
     Sheet sheet{report, measure};
     MeasureSection(sheet);
     const std::vector<ValueRow> rows = ValueRows(report);
@@ -169,10 +169,13 @@ Page LayOut(const Report& report, const MeasureText& measure) {
     Place(sheet, (static_cast<double>(rows.size()) + kLegendRows) * kRowHeight);
 
     AddSection(sheet);
+    const std::size_t axis = options.blocks == AxisDirection::Vertical ? 1 : 0;
+    if (options.blocks) AddBlocks(sheet, axis);
     AddDimensions(sheet);
     if (sheet.hasOrigin) AddOrigin(sheet, {});
     AddAxes(sheet);
     AddCentroid(sheet);
+    if (options.blocks) LabelBlocks(sheet, axis);
     AddFooter(sheet);
     const PageBox& drawing = sheet.page.drawing;
     const PageBox column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});

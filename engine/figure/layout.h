@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_FIGURE_LAYOUT_H
 #define HALVORN_ENGINE_FIGURE_LAYOUT_H
 
+#include "figure/figure.h"
 #include "figure/page.h"
 #include "values/report.h"
 
@@ -12,7 +13,7 @@ namespace halvorn::engine::figure {
 /// bar, values and legend. The page is no larger than A5 on its side and as small as its content
 /// allows. What the report does not know is not drawn.
 /// @throws InputError when the section's extent is not a finite number
-Page LayOut(const Report& report, const MeasureText& measure);
+Page LayOut(const Report& report, const MeasureText& measure, const FigureOptions& options = {});
 
 /// Returns the largest of 1, 2, 5, 10, 20 ... (and 0.5, 0.2 ...) that is not above `most`, a
 /// positive number.

@@ -50,6 +50,12 @@ struct Area {
     bool isSolid;
 };
 
+/// A tinted patch over the areas: one side of a plastic axis.
+struct Block {
+    std::vector<Spot> spots;
+    bool isFirst;  ///< of the two tints
+};
+
 /// A stretch of text on the line (0), raised (1) or lowered (-1).
 struct Run {
     std::string text;
@@ -78,6 +84,7 @@ struct Page {
     double height = 0.0;
     PageBox drawing{};  ///< where the section, its axes and its dimensions are
     std::vector<Area> areas;
+    std::vector<Block> blocks;
     std::vector<Line> lines;
     std::vector<std::vector<Spot>> arrowHeads;  ///< filled
     std::vector<Spot> centroids;                ///< where a mark of the centre of gravity is

@@ -107,6 +107,15 @@ void PaintAreas(cairo_t* context, const std::vector<Area>& areas) {
     cairo_restore(context);
 }
 
+void PaintBlocks(cairo_t* context, const std::vector<Block>& blocks) {
+    for (const Block& block : blocks) {
+        const auto& [red, green, blue] = block.isFirst ? kFirstTint : kSecondTint;
+        cairo_set_source_rgb(context, red / 255.0, green / 255.0, blue / 255.0);
+        Trace(context, block.spots, true);
+        cairo_fill(context);
+    }
+}
+
 void PaintLine(cairo_t* context, const Line& line) {
     const Pen pen = PenOf(line.kind);
     cairo_set_line_width(context, pen.weight);
@@ -174,6 +183,7 @@ void PaintPage(cairo_t* context, const Page& page) {
     cairo_set_source_rgb(context, 1.0, 1.0, 1.0);
     cairo_paint(context);
     PaintAreas(context, page.areas);
+    PaintBlocks(context, page.blocks);
     cairo_set_source_rgb(context, 0.0, 0.0, 0.0);
     for (const Line& line : page.lines) PaintLine(context, line);
     for (const std::vector<Spot>& head : page.arrowHeads) Trace(context, head, true);

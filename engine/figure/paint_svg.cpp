@@ -25,11 +25,18 @@ std::string Attribute(std::string_view name, const std::string& value) {
     return ' ' + std::string(name) + "=\"" + value + '"';
 }
 
-std::string Grey(int grey) {
+std::string Code(const Colour& colour) {
     constexpr std::string_view kDigits = "0123456789abcdef";
-    const std::string pair = {kDigits[static_cast<std::size_t>(grey / 16)],
-                              kDigits[static_cast<std::size_t>(grey % 16)]};
-    return '#' + pair + pair + pair;
+    std::string code = "#";
+    for (const int part : {colour.red, colour.green, colour.blue}) {
+        code += kDigits[static_cast<std::size_t>(part / 16)];
+        code += kDigits[static_cast<std::size_t>(part % 16)];
+    }
+    return code;
+}
+
+std::string Grey(int grey) {
+    return Code({grey, grey, grey});
 }
 
 std::string Escaped(std::string_view text) {
@@ -91,6 +98,20 @@ std::string Areas(const std::vector<Area>& areas) {
     return "<clipPath" + Attribute("id", name) + "><path" + Attribute("d", solids) +
            "/></clipPath>\n" + fill + Attribute("clip-path", "url(#" + name + ")") +
            Attribute("d", all) + "/>\n";
+}
+
+std::string Blocks(const std::vector<Block>& blocks) {
+    std::string text;
+    for (const bool isFirst : {true, false}) {
+        std::string path;
+        for (const Block& block : blocks) {
+            if (block.isFirst == isFirst) path += Path(block.spots, true);
+        }
+        if (path.empty()) continue;
+        text += "<path" + Attribute("fill", Code(isFirst ? kFirstTint : kSecondTint)) +
+                Attribute("d", path) + "/>\n";
+    }
+    return text;
 }
 
 std::string Stroke(LineKind kind) {
@@ -199,7 +220,7 @@ std::string PaintSvg(const Page& page) {
                       Attribute("viewBox", "0 0 " + width + ' ' + height) + ">\n<title>" +
                       Escaped(page.title) + "</title>\n<desc>" + Escaped(page.summary) +
                       "</desc>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
-    svg += Areas(page.areas) + Lines(page.lines) + Filled(page);
+    svg += Areas(page.areas) + Blocks(page.blocks) + Lines(page.lines) + Filled(page);
     for (const Spot& spot : page.centroids) svg += Centroid(spot);
     return svg + Texts(page) + "</svg>\n";
 }

@@ -27,6 +27,15 @@ constexpr double kTextEdge = 2.4;  // weight of the white edge that keeps texts 
 constexpr int kSolidGrey = 217;
 constexpr int kTextGrey = 76;
 
+/// Red, green and blue from 0 to 255.
+struct Colour {
+    int red, green, blue;
+};
+
+// Light enough for black lines, far enough apart in grey.
+constexpr Colour kFirstTint = {246, 199, 178};
+constexpr Colour kSecondTint = {176, 205, 236};
+
 }  // namespace halvorn::engine::figure
 
 #endif

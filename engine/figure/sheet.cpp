@@ -1,10 +1,10 @@
 #include "figure/sheet.h"
-#include "figure/outline.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "figure/hatch.h"
+#include "figure/outline.h"
 #include "figure/text.h"
 
 namespace halvorn::engine::figure {
@@ -13,23 +13,6 @@ namespace {
 
 // Vertices nearer to the last one are left out: no eye and no printer tells them apart.
 constexpr double kFinest = 0.03;  // [pt]
-
-std::vector<Spot> OnPage(const Sheet& sheet, const Points& points) {
-    std::vector<Spot> spots;
-    for (const auto& [x, y] : points) {
-        const Spot spot = sheet.ToPage(x, y);
-        const bool isNew = spots.empty() ||
-                           std::hypot(spot.x - spots.back().x, spot.y - spots.back().y) >= kFinest;
-        if (isNew) spots.push_back(spot);
-    }
-    // The last vertex counts: a stretch ends there, a ring may have no other one.
-    if (!points.empty()) {
-        const Spot last = sheet.ToPage(points.back().x, points.back().y);
-        if (spots.size() > 1) spots.back() = last;
-        if (spots.size() == 1) spots.push_back(last);
-    }
-    return spots;
-}
 
 void AddHatching(Sheet& sheet) {
     constexpr double kSpacing = 6.0;
@@ -59,6 +42,23 @@ double ArmBeside(const Sheet& sheet, const Spot& origin) {
 }
 
 }  // namespace
+
+std::vector<Spot> OnPage(const Sheet& sheet, const Points& points) {
+    std::vector<Spot> spots;
+    for (const auto& [x, y] : points) {
+        const Spot spot = sheet.ToPage(x, y);
+        const bool isNew = spots.empty() ||
+                           std::hypot(spot.x - spots.back().x, spot.y - spots.back().y) >= kFinest;
+        if (isNew) spots.push_back(spot);
+    }
+    // The last vertex counts: a stretch ends there, a ring may have no other one.
+    if (!points.empty()) {
+        const Spot last = sheet.ToPage(points.back().x, points.back().y);
+        if (spots.size() > 1) spots.back() = last;
+        if (spots.size() == 1) spots.push_back(last);
+    }
+    return spots;
+}
 
 void Sheet::AddArrowHead(const Spot& tip, const Spot& tail) {
     constexpr double kLength = 7.0;

@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_FIGURE_SHEET_H
 #define HALVORN_ENGINE_FIGURE_SHEET_H
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,7 +26,8 @@ constexpr double kOriginRoom = 34.0;  // with what stands at their tips
 struct LegendEntry {
     LineKind kind;  ///< Arrow: the mark of the centre of gravity
     std::string text;
-    bool isFalling = false;  ///< of a hatching
+    bool isFalling = false;      ///< of a hatching
+    std::optional<bool> tint{};  ///< a patch instead of a line: whether of the first tint
 };
 
 struct Sheet {
@@ -65,6 +67,16 @@ std::optional<Spot> CentroidOnPage(const Sheet& sheet);
 
 /// Puts areas, outlines and hatching on the page.
 void AddSection(Sheet& sheet);
+
+/// Tints both sides of a plastic axis, and draws their centroids and lever arms.
+/// @param axis  0: the horizontal one, 1: the vertical one
+void AddBlocks(Sheet& sheet, std::size_t axis);
+
+/// Writes the lever arms of both sides beside their centroids, after all lines.
+void LabelBlocks(Sheet& sheet, std::size_t axis);
+
+/// Returns the corners of a ring on the page, without those that no eye tells apart.
+std::vector<Spot> OnPage(const Sheet& sheet, const Points& points);
 
 /// Puts the overall width and height on the page.
 void AddDimensions(Sheet& sheet);

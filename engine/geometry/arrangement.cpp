@@ -8,8 +8,8 @@
 #include <tuple>
 #include <utility>
 
-#include "geometry/crossings.h"
 #include "geometry/outline_contacts.h"
+#include "geometry/ring_area.h"
 
 namespace halvorn::engine {
 

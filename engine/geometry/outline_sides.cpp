@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "geometry/arrangement.h"
-#include "geometry/crossings.h"
 #include "geometry/faces.h"
 #include "geometry/lengths.h"
+#include "geometry/ring_area.h"
 #include "kernel/box_tree.h"
 
 namespace halvorn::engine {

@@ -1,10 +1,9 @@
 /// @file point.h
-/// What is computed with points, and rows of them.
+/// What is computed with points.
 #ifndef HALVORN_ENGINE_GEOMETRY_POINT_H
 #define HALVORN_ENGINE_GEOMETRY_POINT_H
 
 #include <cmath>
-#include <vector>
 
 #include "HalvornEngine.h"
 
@@ -45,10 +44,6 @@ inline double Dot(const Point& a, const Point& b) {
 inline double TurnBetween(const Point& from, const Point& to) {
     return std::atan2(Cross(from, to), Dot(from, to));
 }
-
-/// The vertices of a line or a ring in their order; a ring's last joins its first, which is not
-/// repeated.
-using Points = std::vector<Point>;
 
 }  // namespace halvorn::engine
 

@@ -1,9 +1,8 @@
 #include "geometry/wall_outline.h"
+#include "geometry/ring_area.h"
 
 #include <algorithm>
 #include <cmath>
-
-#include "geometry/crossings.h"
 
 namespace halvorn::engine::shapes {
 namespace {

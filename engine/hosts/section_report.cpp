@@ -2,12 +2,22 @@
 
 #include "HalvornEngine.h"
 #include "figure/figure.h"
-#include "values/report.h"
+#include "values/evaluate.h"
 #include "write/csv.h"
 #include "write/json.h"
 #include "write/table.h"
 
 namespace halvorn::engine {
+
+namespace {
+
+Report WithHalves(const Report& report) {
+    Report copy = report;
+    AddHalves(&copy);
+    return copy;
+}
+
+}  // namespace
 
 SectionReport::SectionReport(std::shared_ptr<const Report> report) : report_(std::move(report)) {}
 
@@ -47,24 +57,29 @@ const Value* SectionReport::Find(std::string_view key) const {
     return FindValue(report_->values, key);
 }
 
-std::string SectionReport::Table() const {
-    return TableText(*report_);
+PlasticHalves SectionReport::Halves(AxisDirection direction) const {
+    const Report report = WithHalves(*report_);
+    return direction == AxisDirection::Horizontal ? report.halves.front() : report.halves.back();
+}
+
+std::string SectionReport::Table(const TableOptions& options) const {
+    return TableText(options.wantsHalves ? WithHalves(*report_) : *report_);
 }
 
 std::string SectionReport::Json() const {
-    return JsonText(*report_);
+    return JsonText(WithHalves(*report_));
 }
 
 std::string SectionReport::JsonLine() const {
-    return engine::JsonLine(*report_);
+    return engine::JsonLine(WithHalves(*report_));
 }
 
 std::string SectionReport::CsvRow() const {
     return engine::CsvRow(*report_);
 }
 
-void SectionReport::WriteFigure(const std::string& path) const {
-    engine::WriteFigure(*report_, path);
+void SectionReport::WriteFigure(const std::string& path, const FigureOptions& options) const {
+    engine::WriteFigure(options.blocks ? WithHalves(*report_) : *report_, path, options);
 }
 
 }  // namespace halvorn::engine

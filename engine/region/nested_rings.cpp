@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "geometry/crossings.h"
+#include "geometry/ring_area.h"
 #include "geometry/simple_rings.h"
 #include "kernel/box_tree.h"
 

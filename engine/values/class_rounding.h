@@ -18,7 +18,8 @@ double AreaRounding(const Points& points);
 
 /// How far the library's sums over a section may be off by rounding. Each ring's share is
 /// (8 + sqrt(n) / 2) u a X^i Y^k, with its n points, u = 2^-53, the area a of its box and its reach
-/// from the origin, X = largest |x| + width and Y likewise (docs/theory.md, Derived values).
+/// from the origin, X = largest |x| + width and Y likewise (docs/theory.md, Rounding of class
+/// values).
 struct SumRounding {
     double firstX = 0.0;         ///< of the moments of area [L^3]
     double firstY = 0.0;         ///< likewise

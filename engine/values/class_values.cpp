@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geometry/crossings.h"
+#include "geometry/ring_area.h"
 #include "model/outlines.h"
 #include "values/class_rounding.h"
 #include "values/digits.h"
@@ -19,8 +19,6 @@ constexpr const char* kNotFinite =
 constexpr const char* kStopped =
     "a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx "
     "or --dy) or the section has no extent";
-constexpr const char* kNoArea =
-    "the section encloses no area: its points lie on one line or in one place, or holes take it";
 constexpr const char* kTooSmall =
     "the area is too small for the library's fixed tolerance; use a smaller unit, such as mm";
 constexpr const char* kImpossibleWall =

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "HalvornEngine.h"
+#include "geometry/place_text.h"
 #include "model/outlines.h"
 #include "values/class_values.h"
 #include "values/find_faults.h"
@@ -13,9 +14,6 @@
 namespace halvorn::engine {
 
 namespace {
-
-constexpr const char* kNoArea =
-    "the section encloses no area: its points lie on one line or in one place, or holes take it";
 
 void AddRegion(Report* report) {
     try {
@@ -31,17 +29,18 @@ void RefuseSelfCrossing(const Report& report) {
     if (!report.section.isDrawn) return;
     const Finding* const crossing = FindSelfCrossing(report.findings);
     if (crossing == nullptr) return;
-    throw InputError(report.section.source, crossing->element, crossing->problem, crossing->mend);
+    throw InputError(report.section.source, crossing->element,
+                     "crosses itself at " + PlaceText(*crossing->place), crossing->mend);
 }
 
 void AddPublished(Report* report) {
-    for (const auto& [key, number] : report->section.published) {
+    for (const PublishedValue& published : report->section.published) {
         const auto* const description =
             std::find_if(kPublishedValues.begin(), kPublishedValues.end(),
-                         [&](const ValueDescription& entry) { return entry.key == key; });
+                         [&](const ValueDescription& entry) { return entry.key == published.key; });
         Value& value =
             report->published.emplace_back(DescribedValue(*description, report->section.unit));
-        value.number = number;
+        value.number = published.number;
         value.method = "published";
     }
 }
@@ -64,6 +63,18 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     std::stable_sort(report.findings.begin(), report.findings.end(),
                      [](const Finding& a, const Finding& b) { return a.severity > b.severity; });
     return report;
+}
+
+void AddHalves(Report* report) {
+    report->halves.clear();
+    for (const AxisDirection direction : {AxisDirection::Horizontal, AxisDirection::Vertical}) {
+        PlasticHalves& halves = report->halves.emplace_back();
+        if (report->whyNoRegion.empty()) {
+            halves = HalvesOf(report->region, direction);
+        } else {
+            halves.whyMissing = report->whyNoRegion;
+        }
+    }
 }
 
 std::vector<Finding> Diagnose(SectionModel section) {

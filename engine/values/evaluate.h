@@ -14,6 +14,9 @@ Report Evaluate(const SectionModel& section, const Shift& shift);
 /// Returns what `Evaluate` finds, of outlines that cross themselves too.
 std::vector<Finding> Diagnose(SectionModel section);
 
+/// Adds the halves of the section about both plastic axes to its report.
+void AddHalves(Report* report);
+
 }  // namespace halvorn::engine
 
 #endif

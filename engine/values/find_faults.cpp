@@ -7,7 +7,8 @@
 #include <string_view>
 
 #include "base/numbers.h"
-#include "geometry/crossings.h"
+#include "geometry/place_text.h"
+#include "geometry/ring_area.h"
 #include "values/class_rounding.h"
 
 namespace halvorn::engine {
@@ -36,7 +37,9 @@ bool HasNoArea(const Points& ring) {
 class RingFaults {
 public:
     RingFaults(const Element& element, const std::string& unit, std::vector<Finding>& findings)
-        : element_(element), unit_(unit), findings_(findings) {
+        : element_(element), unit_(unit), findings_(findings) {}
+
+    void Find() {
         DropRepeatedPoints();
         if (points_.size() < 3) {
             Add(Severity::Error, Kind::TooFewPoints, "it has too few different points",
@@ -84,7 +87,8 @@ private:
             const Point out = points_[(i + 1) % points_.size()] - points_[i];
             const double dot = Dot(in, out);
             constexpr double kAlong = 1e-12;
-            if (std::fabs(Cross(in, out)) > kAlong * std::fabs(dot)) continue;
+            const bool isStraight = std::fabs(Cross(in, out)) <= kAlong * std::fabs(dot);
+            if (!isStraight || !std::isfinite(dot)) continue;
             if (dot > 0.0) {
                 straight.push_back(i);
             } else if (++spikes <= kMostPlaces) {
@@ -138,7 +142,9 @@ public:
         : elements_(report.section.elements),
           region_(report.region),
           section_(report.section),
-          findings_(findings) {
+          findings_(findings) {}
+
+    void Find() {
         for (const OddPlace& odd : region_.oddPlaces) Sort(odd);
         TellTurns();
         TellRingsWithoutArea();
@@ -378,10 +384,10 @@ std::vector<Finding> FindFaults(const Report& report) {
     const SectionModel& section = report.section;
     std::vector<Finding> findings;
     for (const Element& element : section.elements) {
-        RingFaults(element, section.unit, findings);
+        RingFaults(element, section.unit, findings).Find();
         LookAtGivenValues(element, findings);
     }
-    RegionFaults(report, findings);
+    RegionFaults(report, findings).Find();
     LookForMissingRegion(report, findings);
     for (const std::string& remark : section.remarks) {
         findings.push_back({Severity::Remark, Kind::Reading, section.source, remark, "", {}});

@@ -29,25 +29,16 @@ Point AlongAndAcross(const Point& p, AxisDirection direction) {
     return direction == AxisDirection::Horizontal ? p : Point(p.y, p.x);
 }
 
-// A ring's strips that count as positive, whichever way it runs, or as it runs.
-enum class Sense { Positive, AsItRuns };
-
-void AddStrips(const Points& ring, AxisDirection direction, Sense sense, double lowest,
+void AddStrips(const Points& ring, AxisDirection direction, double lowest,
                std::vector<Strip>& strips) {
-    const std::size_t first = strips.size();
     const double sign = direction == AxisDirection::Horizontal ? 1.0 : -1.0;
-    double area = 0.0;
     Point from = AlongAndAcross(ring.empty() ? Point() : ring.back(), direction);
     for (const Point& vertex : ring) {
         const Point to = AlongAndAcross(vertex, direction);
-        const Strip strip = {std::min(from.y, to.y) - lowest, std::max(from.y, to.y) - lowest,
-                             sign * (from.x - to.x)};
-        area += strip.width * strip.Middle();
-        strips.push_back(strip);
+        strips.push_back({std::min(from.y, to.y) - lowest, std::max(from.y, to.y) - lowest,
+                          sign * (from.x - to.x)});
         from = to;
     }
-    if (sense == Sense::AsItRuns || area >= 0.0) return;
-    for (std::size_t i = first; i < strips.size(); ++i) strips[i].width = -strips[i].width;
 }
 
 // The strips that a bracket of heights may still cut. Those below it count no more, those above it
@@ -104,8 +95,9 @@ private:
     double momentAbove_ = 0.0;
 };
 
-std::optional<double> Halve(std::span<const Points* const> rings, AxisDirection direction,
-                            Sense sense) {
+}  // namespace
+
+std::optional<double> HalvingLine(std::span<const Points* const> rings, AxisDirection direction) {
     constexpr double kRounding = 1e-13;  // of the sum of all strips [-]
     double lowest = std::numeric_limits<double>::infinity();
     double highest = -lowest;
@@ -120,7 +112,7 @@ std::optional<double> Halve(std::span<const Points* const> rings, AxisDirection 
     }
     std::vector<Strip> strips;
     strips.reserve(count);
-    for (const Points* const ring : rings) AddStrips(*ring, direction, sense, lowest, strips);
+    for (const Points* const ring : rings) AddStrips(*ring, direction, lowest, strips);
     double area = 0.0;
     double sum = 0.0;
     for (const Strip& strip : strips) {
@@ -142,20 +134,6 @@ std::optional<double> Halve(std::span<const Points* const> rings, AxisDirection 
     if (std::fabs(line) > kNearOrigin * height) return line;
     const double off = 0.5 * (from - heightAt(2.0 * rounding) + heightAt(-2.0 * rounding) - to);
     return std::fabs(line) <= off ? 0.0 : line;
-}
-
-}  // namespace
-
-std::optional<double> HalvingLine(const std::vector<Points>& rings, AxisDirection direction) {
-    std::vector<const Points*> all;
-    all.reserve(rings.size());
-    for (const Points& ring : rings) all.push_back(&ring);
-    return Halve(all, direction, Sense::Positive);
-}
-
-std::optional<double> HalvingLineOfDirected(std::span<const Points* const> rings,
-                                            AxisDirection direction) {
-    return Halve(rings, direction, Sense::AsItRuns);
 }
 
 // With v the distance across the line, |v| is the derivative of v |v| / 2 across it; by Green's

@@ -15,9 +15,9 @@ namespace halvorn::engine {
 namespace {
 
 constexpr const char* kNotSolved =
-    "it takes a solution over the whole section, which this version does not have; class_values "
-    "has the estimate of the library's class";
-constexpr const char* kNotFinite =
+    "it takes a solution over the whole section, which this version does not have; estimates "
+    "of torsion and shear are among the class's outputs";
+constexpr const char* kBeyondDoubles =
     "the result is not a finite number: the coordinates are too large or too small";
 constexpr const char* kOnTheEdge =
     "its fibre distance is 0: the reference point lies on the edge of the section (change --dx or "
@@ -61,7 +61,7 @@ private:
         Value value = DescribedValue(*description, report_.section.unit);
         value.number = number + 0.0;  // no value is -0
         value.method = method;
-        if (!std::isfinite(number)) value.whyMissing = kNotFinite;
+        if (!std::isfinite(number)) value.whyMissing = kBeyondDoubles;
         KeepDigits(error, whyNoDigits_, &value);
         report_.values.push_back(value);
     }

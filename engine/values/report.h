@@ -22,6 +22,8 @@ struct Report {
     std::vector<Value> published;    ///< of a catalogue profile
     std::vector<Value> classValues;  ///< outputs of the library's class, under keys of their own
     std::vector<Finding> findings;   ///< worst first
+    /// About the horizontal and the vertical plastic axis; none unless `AddHalves` adds them.
+    std::vector<PlasticHalves> halves;
 
     /// Returns the value with this key among `values`, as `FindValue`.
     const Value* Find(std::string_view key) const { return FindValue(values, key); }

@@ -39,6 +39,10 @@ extern const std::array<OutputDescription<ClassOutputs>, 17> kClassValues;
 /// The outputs of `CSectionTools::CalculContourQuelconqueTOOL` in reading order.
 extern const std::array<OutputDescription<PolylineOutputs>, 10> kPolylineValues;
 
+/// Why a section without area has no other value.
+inline constexpr const char* kNoArea =
+    "the section encloses no area: its points lie on one line or in one place, or holes take it";
+
 /// Returns a value with what its description says, without a number.
 Value DescribedValue(const ValueDescription& description, const std::string& lengthUnit);
 

@@ -1,5 +1,6 @@
 #include "write/json.h"
 
+#include <array>
 #include <nlohmann/json.hpp>
 
 #include "values/class_values.h"
@@ -9,6 +10,9 @@ namespace halvorn::engine {
 namespace {
 
 using nlohmann::ordered_json;
+
+// Of the halves of a report.
+constexpr std::array kDirections = {AxisDirection::Horizontal, AxisDirection::Vertical};
 
 ordered_json Members(const std::vector<Value>& values) {
     ordered_json members = ordered_json::object();
@@ -44,6 +48,27 @@ ordered_json List(const std::vector<Finding>& findings) {
     return list;
 }
 
+ordered_json Halves(const std::vector<PlasticHalves>& halves) {
+    ordered_json axes = ordered_json::object();
+    for (std::size_t i = 0; i < halves.size(); ++i) {
+        ordered_json axis = ordered_json::object();
+        if (!halves[i].whyMissing.empty()) {
+            axis["not_computed"] = halves[i].whyMissing;
+        } else {
+            axis["axis"] = halves[i].axis;
+            for (std::size_t side = 0; side < 2; ++side) {
+                const PlasticHalf& half = halves[i].sides[side];
+                axis[SidesOf(kDirections[i])[side]] = {{"area", half.area},
+                                                       {"centroid_x", half.centroid.x},
+                                                       {"centroid_y", half.centroid.y},
+                                                       {"lever_arm", half.leverArm}};
+            }
+        }
+        axes[i == 0 ? "x" : "y"] = axis;
+    }
+    return axes;
+}
+
 ordered_json Object(const Report& report) {
     const SectionModel& section = report.section;
     const bool isPolyline = section.polyline.has_value();
@@ -56,6 +81,7 @@ ordered_json Object(const Report& report) {
             {"shift", {{"dx", report.shift.dx}, {"dy", report.shift.dy}}},
             {"values", Members(report.values)},
             {"published", Members(report.published)},
+            {"plastic_halves", Halves(report.halves)},
             {"class_values", Members(report.classValues)},
             {"class_values_are", isPolyline ? kPolylineValuesAre : kClassValuesAre},
             {"findings", List(report.findings)}};

@@ -10,7 +10,7 @@
 namespace halvorn::engine {
 
 /// Returns a JSON object on several lines: numbers with every digit, null for what was not
-/// computed.
+/// computed. The report has its halves.
 std::string JsonText(const Report& report);
 
 /// Returns the same object on one line, for tables of one object a line.

@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "values/values.h"
 
 namespace halvorn::engine {
 
@@ -81,6 +82,37 @@ std::vector<std::string> NumberLongMethods(std::vector<Row>& rows) {
     return methods;
 }
 
+// The halves as values.
+std::vector<Value> HalfValues(const Report& report) {
+    std::vector<Value> values;
+    const auto add = [&](const std::string& name, const std::string& symbol, int power,
+                         double number, const std::string& whyMissing) {
+        Value value = DescribedValue({"", "", "", power}, report.section.unit);
+        value.name = name;
+        value.symbol = symbol;
+        value.number = number;
+        value.whyMissing = whyMissing;
+        values.push_back(value);
+    };
+    for (std::size_t i = 0; i < report.halves.size(); ++i) {
+        const bool isHorizontal = i == 0;
+        const PlasticHalves& halves = report.halves[i];
+        const auto sides =
+            SidesOf(isHorizontal ? AxisDirection::Horizontal : AxisDirection::Vertical);
+        for (std::size_t side = 0; side < 2; ++side) {
+            const PlasticHalf& half = halves.sides[side];
+            const std::string of =
+                std::string(isHorizontal ? "Half " : "Half on the ") + sides[side] + ", ";
+            const std::string index = std::string(",") + sides[side];
+            add(of + "area", "A" + index, 2, half.area, halves.whyMissing);
+            add(of + "centroid x", "xG" + index, 1, half.centroid.x, halves.whyMissing);
+            add(of + "centroid y", "yG" + index, 1, half.centroid.y, halves.whyMissing);
+            add(of + "lever arm", "z" + index, 1, half.leverArm, halves.whyMissing);
+        }
+    }
+    return values;
+}
+
 // All blocks in the same columns, a line apart, and what stands for the numbers in them.
 std::string Blocks(const Report& report) {
     std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
@@ -94,6 +126,7 @@ std::string Blocks(const Report& report) {
         rows.insert(rows.end(), block.begin(), block.end());
     };
     add(nullptr, report.values);
+    add("Halves about the plastic axes", HalfValues(report));
     add("Published", report.published);
     add("Outputs of the class", report.classValues);
     const std::vector<std::string> methods = NumberLongMethods(rows);

@@ -17,7 +17,8 @@ constexpr double kZeroArea = 1e-15;
 // Of one bound to another [-]: a digit.
 constexpr double kMuchWorse = 10.0;
 
-// The roundings of many points add up like those of a random walk (docs/theory.md, Derived values).
+// The roundings of many points add up like those of a random walk (docs/theory.md, Rounding of
+// class values).
 double RoundingsOf(std::size_t points) {
     return kUnit * (8.0 + 0.5 * std::sqrt(static_cast<double>(points)));
 }

@@ -42,8 +42,8 @@ public:
     ///
     /// They are those of `halvorn-section`: a contour of n points adds (8 + sqrt(n) / 2) u a X^i
     /// Y^k to the bound of the integral of x^i y^k, with u = 2^-53, the area a of its box and its
-    /// reach from the origin, X = largest |x| + width and Y likewise (docs/theory.md, Derived
-    /// values).
+    /// reach from the origin, X = largest |x| + width and Y likewise (docs/theory.md,
+    /// Rounding of class values).
     ValueRounding Bounds(double area) const;
 
     /// Whether an origin in the middle of the section would give a digit or more of an inertia

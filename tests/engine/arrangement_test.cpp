@@ -9,12 +9,12 @@
 #include <random>
 #include <string>
 
-#include "geometry/crossings.h"
 #include "geometry/faces.h"
 #include "geometry/predicates.h"
+#include "geometry/ring_area.h"
 #include "region/region.h"
 #include "ring_sections.h"
-#include "values/net_plastic.h"
+#include "values/plastic_halves.h"
 
 namespace {
 

@@ -67,6 +67,37 @@ TEST(FigureColumn, SaysValuesWithTheirUnits) {
     EXPECT_EQ(plate.at(11), "Wpl,x 250·10^3 mm^3");
 }
 
+// The tee's axis at 82 halves 3600; its halves below and above cover 1 each of the two tints.
+TEST(FigureBlocks, TintBothHalvesAndTellTheirLeverArms) {
+    Report report =
+        ReportOf({{40, 0}, {60, 0}, {60, 80}, {100, 80}, {100, 100}, {0, 100}, {0, 80}, {40, 80}});
+    FigureOptions options;
+    options.blocks = AxisDirection::Horizontal;
+    EXPECT_TRUE(LayOut(report, Characters, options).blocks.empty()) << "no halves were asked for";
+    AddHalves(&report);
+    const Page page = LayOut(report, Characters, options);
+    std::array<double, 2> areas{};
+    for (const Block& block : page.blocks) {
+        double twice = 0.0;
+        for (std::size_t i = 0; i < block.spots.size(); ++i) {
+            const Spot &a = block.spots[i], &b = block.spots[(i + 1) % block.spots.size()];
+            twice += a.x * b.y - a.y * b.x;
+        }
+        areas[block.isFirst ? 0 : 1] += std::fabs(twice) / 2;
+    }
+    const double swatch = 30.0 * 7.0;  // of the legend
+    EXPECT_NEAR((areas[0] - swatch) / (areas[1] - swatch), 1.0, 1e-9);
+    EXPECT_EQ(page.centroids.size(), 4U) << "G, two halves and the legend";
+    // Above 18 x 100 about 91; below 1600 about 40 and 2 x 100 about 81.
+    const std::vector<std::string> rows = ColumnRows(page);
+    EXPECT_NE(std::find(rows.begin(), rows.end(), "half below, its centroid and lever arm"),
+              rows.end());
+    std::set<std::string> texts;
+    for (const Label& label : page.labels) texts.insert(PlainText(label.runs));
+    EXPECT_TRUE(texts.contains("z = 9 mm"));
+    EXPECT_TRUE(texts.contains("z = 37.444 mm")) << (1600 * 42 + 200 * 1) / 1800.0;
+}
+
 TEST(FigureColumn, ExplainsInItsLegendWhatTheDrawingHas) {
     Report report = ReportOf(Rectangle(0, 0, 120, 80), Rectangle(50, 50, 60, 90));
     report.section.elements.push_back(report.section.elements.front());

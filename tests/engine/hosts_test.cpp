@@ -58,6 +58,23 @@ TEST(EngineForHosts, ACallersDensityGoesBeforeThatOfTheFile) {
     EXPECT_DOUBLE_EQ(NumberOf(bar.Evaluate({}, 7850.0), "mass_per_metre"), 4.71);
 }
 
+TEST(EngineForHosts, TheHalvesOfABarAreBars) {
+    const SectionReport report = Section::Parse(kJson, TextFormat::Json, "bar").Evaluate();
+    const PlasticHalves levels = report.Halves(AxisDirection::Horizontal);
+    const PlasticHalves sides = report.Halves(AxisDirection::Vertical);
+    EXPECT_DOUBLE_EQ(levels.axis, 17.0);
+    EXPECT_DOUBLE_EQ(levels.sides[0].centroid.y, 22.0);  // above
+    EXPECT_DOUBLE_EQ(levels.sides[1].leverArm, 5.0);
+    EXPECT_DOUBLE_EQ(sides.axis, 20.0);
+    EXPECT_DOUBLE_EQ(sides.sides[0].centroid.x, 27.5);  // to the right
+    EXPECT_DOUBLE_EQ(sides.sides[1].area, 300.0);
+    TableOptions options;
+    EXPECT_EQ(report.Table(options).find("Half above, area"), std::string::npos);
+    options.wantsHalves = true;
+    EXPECT_NE(report.Table(options).find("Half above, area"), std::string::npos);
+    EXPECT_NE(report.Json().find("\"lever_arm\": 7.5"), std::string::npos);
+}
+
 TEST(EngineForHosts, OpensProfilesInAUnitAndDrawsThem) {
     InputOptions options;
     options.unit = "cm";
@@ -75,10 +92,17 @@ TEST(EngineForHosts, OpensProfilesInAUnitAndDrawsThem) {
     EXPECT_EQ(CsvHeader().rfind("source,name,unit,area,", 0), 0U);
     EXPECT_EQ(CatalogueNames().size(), 896U);
     const std::string path = testing::TempDir() + "hosts_test.svg";
-    report.WriteFigure(path);
-    std::ostringstream drawn;
-    drawn << std::ifstream(path).rdbuf();
-    EXPECT_NE(drawn.str().find("<svg"), std::string::npos);
+    const auto drawn = [&](const FigureOptions& asked) {
+        report.WriteFigure(path, asked);
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        return text.str();
+    };
+    FigureOptions tinted;
+    tinted.blocks = AxisDirection::Vertical;
+    const std::string plain = drawn({}), blocks = drawn(tinted);
+    EXPECT_NE(plain.find("<svg"), std::string::npos);
+    EXPECT_GT(blocks.size(), plain.size());
     std::filesystem::remove(path);
 }
 

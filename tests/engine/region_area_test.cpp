@@ -8,7 +8,7 @@
 #include <string>
 
 #include "catalogue/catalogue.h"
-#include "geometry/crossings.h"
+#include "geometry/ring_area.h"
 #include "model/outlines.h"
 #include "region/nested_rings.h"
 #include "region/region.h"

@@ -4,18 +4,21 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <numbers>
 #include <random>
+#include <span>
 
 #include "catalogue/csv_table.h"
-#include "geometry/crossings.h"
 #include "model/outlines.h"
 #include "read/json/section_file.h"
 #include "region/region.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
-#include "values/net_plastic.h"
+#include "values/plastic_halves.h"
 #include "write/csv.h"
+#include "write/json.h"
+#include "write/table.h"
 
 namespace {
 
@@ -27,6 +30,12 @@ using test_support::Section;
 
 Region RegionOfRings(const Rings& rings) {
     return RegionOf(test_support::Weighted(rings));
+}
+
+bool IsSimple(const Points& ring) {
+    const WeightedRing outline = {&ring, 1};
+    const Region region = RegionOfArrangement(std::span(&outline, 1));
+    return region.crossings.empty() && region.oddPlaces.empty();
 }
 
 Points Turned(Points ring, double degrees) {
@@ -142,7 +151,7 @@ const Case kCases[] = {
 
 constexpr double kExact = 1e-9;
 
-TEST(Derived, FollowsClosedForms) {
+TEST(RegionValues, FollowsClosedForms) {
     for (const Case& c : kCases) {
         const Report report = Evaluate(Section(c.rings), {});
         for (const auto& [key, expected] : c.expected) {
@@ -156,7 +165,7 @@ TEST(Derived, FollowsClosedForms) {
 }
 
 // Moved, in another unit, run through the other way and with the reference point elsewhere.
-TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
+TEST(RegionValues, DoesNotDependOnHowTheSectionIsDrawn) {
     constexpr double kMetre = 1e-3, kX = 700, kY = -300;
     for (const Case& c : kCases) {
         SectionModel section = Section(c.rings);
@@ -194,7 +203,7 @@ TEST(Derived, DoesNotDependOnHowTheSectionIsDrawn) {
 }
 
 // Material counts once, whatever overlaps; a hole takes no more than there is.
-TEST(Derived, CountsMaterialOnce) {
+TEST(RegionValues, CountsMaterialOnce) {
     const double area = 1e4;
     const std::pair<Rings, double> cases[] = {
         {{{true, kSquare}, {false, Rectangle(200, 0, 9, 9)}}, area},
@@ -399,7 +408,7 @@ TEST(NetPlasticValues, AgreeWithAScanOfRandomSections) {
         // No integral tells where a bridge runs.
         const Region region = RegionOfRings(rings);
         for (const Part& part : region.parts) {
-            EXPECT_TRUE(FindCrossings(JoinedRing(part), false, 1).empty());
+            EXPECT_TRUE(IsSimple(JoinedRing(part)));
         }
         holes += rings.size() - 2;
         for (const bool isAcross : {false, true}) {
@@ -460,12 +469,37 @@ TEST(NetPlasticValues, OfHolesInRowsAndColumns) {
         const int column = i % 10, row = i / 10;
         rings.emplace_back(false, Rectangle(10 * column + 3, 10 * row + 3, 4, 4));
     }
-    EXPECT_TRUE(FindCrossings(JoinedRing(RegionOfRings(rings).parts.at(0)), false, 1).empty());
+    EXPECT_TRUE(IsSimple(JoinedRing(RegionOfRings(rings).parts.at(0))));
     // 16 of each hole times the distances 5, 15 ... 45 of its centre from the axis.
     const Report report = Evaluate(Section(rings), {});
     for (const char* const key : {"plastic_modulus_x", "plastic_modulus_y"}) {
         EXPECT_NEAR(Entry(report, key).number, 250e3 - 16 * 20 * 125, 1e-5);
     }
+}
+
+// Of the tee about its axis at 82: 1800 above about 91, below 1600 about 40 and 200 about 81.
+TEST(PlasticHalves, AreToldInJsonAndTheTable) {
+    Report report = Evaluate(Section({{true, kTee}}), {});
+    EXPECT_EQ(nlohmann::json::parse(JsonText(report))["plastic_halves"].size(), 0U);
+    AddHalves(&report);
+    const auto halves = nlohmann::json::parse(JsonText(report))["plastic_halves"];
+    const auto near = [&](const char* side, const char* key, double expected) {
+        EXPECT_NEAR(halves["x"][side][key].get<double>(), expected, 1e-9 * expected) << side << key;
+    };
+    EXPECT_NEAR(halves["x"]["axis"].get<double>(), 82, 1e-9);
+    near("above", "area", 1800);
+    near("above", "centroid_y", 91);
+    near("above", "lever_arm", 9);
+    near("below", "centroid_x", 50);
+    near("below", "centroid_y", (1600 * 40 + 200 * 81) / 1800.0);
+    EXPECT_NEAR(halves["y"]["right"]["lever_arm"].get<double>() +
+                    halves["y"]["left"]["lever_arm"].get<double>(),
+                report.Find("plastic_modulus_y")->number / 1800, 1e-9);
+    EXPECT_NE(TableText(report).find("Half above, lever arm"), std::string::npos);
+    Report empty = Evaluate(Section({{true, {{0, 0}, {1, 1}, {3, 3}}}}), {});
+    AddHalves(&empty);
+    EXPECT_EQ(nlohmann::json::parse(JsonText(empty))["plastic_halves"]["y"]["not_computed"],
+              empty.whyNoRegion);
 }
 
 TEST(Csv, HasACellForEveryColumn) {

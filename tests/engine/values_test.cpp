@@ -411,7 +411,7 @@ Sum of the profiles' extra values     extra        not computed
 
 Not computed: its fibre distance is 0: the reference point lies on the edge of the section (change --dx or --dy).
 
-Not computed: it takes a solution over the whole section, which this version does not have; class_values has the estimate of the library's class.
+Not computed: it takes a solution over the whole section, which this version does not have; estimates of torsion and shear are among the class's outputs.
 
 Not computed: a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx or --dy) or the section has no extent.
 

@@ -31,7 +31,7 @@ ColumnPowers FinestDigits(const std::vector<engine::CsvRecord>& rows) {
 PropertyValues EvaluateRow(const engine::CsvRecord& row, double scale) {
     try {
         const auto division = engine::shapes::ArcDivision::StepsPerQuarter(arcStepsPerQuarter);
-        return Evaluate(engine::DrawProfile(row, division).outline, scale);
+        return Evaluate(engine::DrawProfile(row, division), scale);
     } catch (const std::exception& error) {
         throw std::runtime_error(row.Text("name") + ": " + error.what());
     }

@@ -5,6 +5,7 @@ import json
 import os
 import pty
 import re
+import socket
 import subprocess
 import sys
 import tempfile
@@ -40,7 +41,9 @@ class CommandLine(unittest.TestCase):
             (["IPE300", "--chord-tolerance", "0"], "--chord-tolerance must be greater than 0"),
             (["IPE300", "--unit", "ft"], "ft not in"), (["IPE300", "--figure", "beam.bmp"], ".svg"),
             (["IPE300", "--figure", "no/such/folder/a.svg"], "no/such/folder"),
-            (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"), (["IPE301"], "similar profiles: IPE300"),
+            (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"),
+            (["IPE300", "--figure-blocks", "x"], "add --figure FILE"), (["IPE300", "--figure-blocks", "z"], "z not in"),
+            (["IPE300", "--halves", "--json"], "--halves adds rows"), (["--batch", "a", "--halves"], "--halves adds rows"), (["IPE301"], "similar profiles: IPE300"),
             (["--list-profiles", "IPE300"], "takes no INPUT"), (["missing.json"], "missing.json"),
             (["--layer", "0", "IPE300"], "--layer is for DXF drawings, and IPE300 is none"),
             (["--list-layers", "a.json"], "--list-layers is for DXF drawings, and a.json is none"),
@@ -70,8 +73,9 @@ class CommandLine(unittest.TestCase):
         self.assertIn("Second moment, horizontal axis", table)
         self.assertEqual(float(rows[0]["inertia_x"]), values["inertia_x"]["value"])
         self.assertAlmostEqual(values["inertia_x"]["value"], 83.56e6, delta=0.02e6)
-        published = json.loads(run("--json", "--published", "--unit", "cm", "SHS100x5").stdout)["values"]
-        self.assertEqual(published["area"]["unit"], "cm^2")
+        published = json.loads(run("--json", "--published", "--unit", "cm", "SHS100x5").stdout)
+        for block in ("values", "published", "class_values"):
+            self.assertEqual(published[block]["area"]["unit"], "cm^2")
 
     def test_check_tells_by_its_exit_code(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -80,7 +84,7 @@ class CommandLine(unittest.TestCase):
                 file.write("# unit: mm\n0,0\n10,10\n10,0\n0,12\n")
             done = run("--check", path)
             self.assertEqual(done.returncode, 3)
-            self.assertIn("error: line 2: edges 0 and 2 cross at (5.45455, 5.45455)", done.stdout)
+            self.assertIn("error: line 2: it crosses itself at (5.45455, 5.45455); ", done.stdout)
             refused = run(path)
             self.assertEqual((refused.returncode, refused.stdout), (2, ""))
             self.assertIn("line 2: crosses itself at (5.45455, 5.45455); ", refused.stderr)
@@ -99,7 +103,8 @@ class CommandLine(unittest.TestCase):
 
     def test_layers_are_those_of_the_drawings(self):
         self.assertEqual(run("--list-layers", BEAM).stdout, "0: 4 ARC, 12 LINE\nAXES (off or frozen): 2 LINE\n")
-        remarks = json.loads(run("--json", "--layer", "0", "--layer", "axes", BEAM).stdout)["remarks"]
+        found = json.loads(run("--json", "--layer", "0", "--layer", "axes", BEAM).stdout)["findings"]
+        remarks = [finding["problem"] for finding in found if finding["severity"] != "hint"]
         self.assertEqual([remark[:36] for remark in remarks], ["entities on the layer AXES, which is"])
         done = run("--batch", "--layer", "axes", "--layer", "0", "IPE300", BEAM,
                    os.path.join(EXAMPLES, "extrusion-cm.dxf"))
@@ -140,6 +145,14 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(done.returncode, 0)
         self.assertIn(b"50 of 50", os.read(master, 1 << 16))
         os.close(master)
+
+    def test_a_report_goes_out_in_one_piece(self):
+        if not hasattr(socket, "SOCK_SEQPACKET"):
+            self.skipTest("this machine has no sockets that keep writes apart")
+        ours, its = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
+        with ours, its:
+            subprocess.run([PROGRAM, "--published", "L100x100x10"], stdout=its, check=True, timeout=120)
+            self.assertEqual(ours.recv(1 << 16).decode(), run("--published", "L100x100x10").stdout)
 
     def test_a_figure_is_small_and_carries_its_words(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "geometry/box.h"
-#include "geometry/crossings.h"
 #include "geometry/lengths.h"
+#include "geometry/ring_area.h"
 #include "read/dxf/group_reader.h"
 
 namespace halvorn::engine::dxf {

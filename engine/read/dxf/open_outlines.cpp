@@ -9,9 +9,9 @@
 
 #include "geometry/arrangement.h"
 #include "geometry/box.h"
-#include "geometry/crossings.h"
 #include "geometry/lengths.h"
 #include "geometry/outline_sides.h"
+#include "geometry/ring_area.h"
 
 namespace halvorn::engine::dxf {
 

@@ -12,8 +12,7 @@
 namespace halvorn::engine {
 
 /// Returns the elements of a part with the key "shape", unplaced and without labels: its outline,
-/// and a hole when it is hollow. The first has the thin-wall torsion constant, but for compact
-/// solids.
+/// and a hole when it is hollow.
 /// @param commonKeys  keys that any part may have
 std::vector<Element> ReadShapePart(const Node& part, std::vector<std::string_view> commonKeys,
                                    const shapes::ArcDivision& division);
