@@ -8,6 +8,7 @@
 #include "model/outlines.h"
 #include "values/class_values.h"
 #include "values/find_faults.h"
+#include "values/plastic_halves.h"
 #include "values/region_values.h"
 #include "values/values.h"
 
