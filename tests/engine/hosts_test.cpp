@@ -149,7 +149,7 @@ TEST(EngineForHosts, ErrorsNameSourcePlaceAndMend) {
          "/parts/0", "expected", ""},
         {[&] { parse("0,0\n1\n", TextFormat::Csv); }, "host", "line 2", "expected", ""},
         {[&] { parse("0,0\n4,4\n4,0\n0,4\n", TextFormat::Csv).Evaluate(); }, "host", "line 1",
-         "it crosses itself", "bring"},
+         "crosses itself", "bring"},
         {[&] { Section::Open("IPE301"); }, "IPE301", "", "neither a file", "similar profiles"},
         {[&] { Section::Open("absent.json"); }, "absent.json", "", "cannot be opened", "check"},
         {[&] { Section::Open("IPE300", furlong); }, "options", "", "the unit is furlong", "give"},
