@@ -1,5 +1,5 @@
 # What is installed of the library: itself, its one header, its licence, and the files by which
-# find_package and pkg-config find it; the tool's program installs itself. No installed file holds an
+# find_package and pkg-config find it; the tool's program and the engine install themselves. No installed file holds an
 # absolute path, so a prefix can be moved.
 include(CMakePackageConfigHelpers)
 
@@ -50,6 +50,7 @@ install(FILES ${PROJECT_BINARY_DIR}/HalvornSectionTools.pc
 # Debian's packages have their own folders for documents and say the licence in their own way.
 if(NOT HALVORN_PACKAGES)
   set(HALVORN_DOCDIR_Development ${CMAKE_INSTALL_DOCDIR})
+  set(HALVORN_DOCDIR_Engine ${CMAKE_INSTALL_DOCDIR})
   set(HALVORN_DOCDIR_Tool ${CMAKE_INSTALL_DOCDIR})
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE
     DESTINATION ${CMAKE_INSTALL_DOCDIR}
@@ -74,7 +75,7 @@ if(HALVORN_WITH_TOOL)
     published-values.md)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples
     DESTINATION ${HALVORN_DOCDIR_Tool} COMPONENT Tool
-    PATTERN consumer EXCLUDE PATTERN *.py EXCLUDE)
+    PATTERN consumer EXCLUDE PATTERN engine EXCLUDE PATTERN *.py EXCLUDE)
   set(HALVORN_MANUAL_PAGE ${PROJECT_SOURCE_DIR}/docs/halvorn-section.1)
   if(HALVORN_PACKAGES AND EXISTS ${HALVORN_MANUAL_PAGE})
     halvorn_install_compressed(${HALVORN_MANUAL_PAGE} ${CMAKE_INSTALL_MANDIR}/man1

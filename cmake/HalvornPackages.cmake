@@ -1,5 +1,5 @@
-# Debian packages of the library (runtime and development), of the tool and of the Python module, one
-# per component: scripts/package. Included before the install rules, which then follow Debian's layout.
+# Debian packages of the library (runtime and development), of the engine for C++ hosts, of the tool and
+# of the Python module, one per component: scripts/package. Included before the install rules, which then follow Debian's layout.
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr" OR NOT HALVORN_WITH_TOOL OR
    NOT HALVORN_PYTHON OR NOT HALVORN_INSTALL OR NOT HALVORN_LIBRARY_TYPE STREQUAL "SHARED")
   message(FATAL_ERROR "Packages want -DCMAKE_INSTALL_PREFIX=/usr, the shared library, the tool and "
@@ -13,6 +13,7 @@ set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 string(TOLOWER libHalvornSectionTools HALVORN_PACKAGE_STEM)
 set(HALVORN_PACKAGE_Runtime ${HALVORN_PACKAGE_STEM}${HALVORN_SOVERSION})
 set(HALVORN_PACKAGE_Development ${HALVORN_PACKAGE_STEM}-dev)
+set(HALVORN_PACKAGE_Engine ${HALVORN_PACKAGE_STEM}-engine-dev)
 set(HALVORN_PACKAGE_Tool halvorn-section)
 set(HALVORN_PACKAGE_Python python3-halvorn-section-tools)
 set(HALVORN_PACKAGE_VERSION ${PROJECT_VERSION}-1)
@@ -38,7 +39,7 @@ string(STRIP "${HALVORN_LICENCE_TEXT}" HALVORN_LICENCE_TEXT)
 string(REPLACE "\n\n" "\n.\n" HALVORN_LICENCE_TEXT "${HALVORN_LICENCE_TEXT}")
 string(REPLACE "\n" "\n " HALVORN_LICENCE_TEXT "${HALVORN_LICENCE_TEXT}")
 
-foreach(component IN ITEMS Runtime Development Tool Python)
+foreach(component IN ITEMS Runtime Development Engine Tool Python)
   set(package ${HALVORN_PACKAGE_${component}})
   set(HALVORN_DOCDIR_${component} ${CMAKE_INSTALL_DATAROOTDIR}/doc/${package})
   set(made ${PROJECT_BINARY_DIR}/debian/${component})
@@ -62,7 +63,7 @@ file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/DEBIAN/shlibs CONTENT
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL Runtime Development Tool Python)
+set(CPACK_COMPONENTS_ALL Runtime Development Engine Tool Python)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -93,6 +94,18 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "properties of structural cross-sections, development files
 The header of the class CSectionTools, the files by which CMake and pkg-config
 find the library, an example and the documents for developers of host programs.")
+
+# Apart from the header of the class, whose hosts do without Cairo.
+set(CPACK_DEBIAN_ENGINE_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS
+  "${HALVORN_PACKAGE_Development} (= ${HALVORN_PACKAGE_VERSION})")
+if(HALVORN_WITH_FIGURES)
+  string(APPEND CPACK_DEBIAN_ENGINE_PACKAGE_DEPENDS ", libcairo2-dev, pkg-config")
+endif()
+set(CPACK_DEBIAN_ENGINE_DESCRIPTION "properties of structural cross-sections, engine for C++ programs
+A static library with one header that reads profiles by name, drawings and
+section files, computes everything that is known about a section, and writes
+tables, CSV, JSON and figures; with an example.")
 
 set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_TOOL_DESCRIPTION "properties of structural cross-sections on the command line

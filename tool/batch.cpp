@@ -8,10 +8,7 @@
 #include <mutex>
 #include <thread>
 
-#include "base/input_error.h"
-#include "values/evaluate.h"
-#include "write/csv.h"
-#include "write/json.h"
+#include "read/open_section.h"
 
 namespace halvorn::tool {
 
@@ -31,10 +28,9 @@ Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
         // Layers are those of the drawings in the batch; nothing else has any.
         SectionOptions section = options.section;
         if (!IsDrawing(argument)) section.input.layers.clear();
-        Report report = EvaluateInput(argument, section);
-        if (options.format == BatchFormat::JsonLines) AddHalves(&report);
+        const SectionReport report = EvaluateInput(argument, section);
         return {true, false,
-                options.format == BatchFormat::Csv ? CsvRow(report) : JsonLine(report)};
+                options.format == BatchFormat::Csv ? report.CsvRow() : report.JsonLine()};
     } catch (const std::exception& error) {
         return {true, true, error.what()};
     }
@@ -119,15 +115,8 @@ private:
 
 }  // namespace
 
-Report EvaluateInput(const std::string& argument, const SectionOptions& options) {
-    SectionModel section = OpenSection(argument, options.input);
-    if (options.density) section.density = options.density;
-    const Shift& shift = options.shift;
-    if (section.polyline && (shift.dx != 0.0 || shift.dy != 0.0)) {
-        throw InputError(section.source + ": /polyline",
-                         "a polyline has no reference point to shift", "leave out --dx and --dy");
-    }
-    return Evaluate(section, shift);
+SectionReport EvaluateInput(const std::string& argument, const SectionOptions& options) {
+    return Section::Open(argument, options.input).Evaluate(options.shift, options.density);
 }
 
 std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,

@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "read/open_section.h"
-#include "values/report.h"
+#include "HalvornEngine.h"
 
 namespace halvorn::tool {
 
@@ -22,8 +21,8 @@ struct SectionOptions {
 };
 
 /// Reads the section that `argument` names and computes its values.
-/// @throws InputError as `OpenSection`, and for a polyline whose reference point is to be shifted
-engine::Report EvaluateInput(const std::string& argument, const SectionOptions& options);
+/// @throws InputError as `Section::Open` and `Section::Evaluate`
+engine::SectionReport EvaluateInput(const std::string& argument, const SectionOptions& options);
 
 enum class BatchFormat { Csv, JsonLines };
 
@@ -34,8 +33,8 @@ struct BatchOptions {
     bool showsProgress = false;  ///< a bar on standard error
 };
 
-/// Returns the arguments for `OpenSection` that `paths` stand for: the section files of a folder in
-/// the order of their names; the entries of a list (.txt: one a line; .csv: those of the column
+/// Returns the arguments for `Section::Open` that `paths` stand for: the section files of a folder
+/// in the order of their names; the entries of a list (.txt: one a line; .csv: those of the column
 /// `name`, or the first); anything else as it is.
 /// @param complain  gets one line for each row without a name, and for each folder or list that is
 ///                  empty or cannot be read; the rest is returned

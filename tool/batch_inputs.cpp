@@ -4,7 +4,7 @@
 #include <functional>
 #include <sstream>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "catalogue/csv_table.h"
 #include "tool/batch.h"

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <sstream>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"
@@ -101,7 +101,7 @@ struct Parser {
                        "Tint the halves of the section about its plastic axis x or y in the figure")
             ->type_name("AXIS")
             ->check(CLI::IsMember({"x", "y"}));
-        app.add_flag("--halves", line.wantsHalves,
+        app.add_flag("--halves", line.table.wantsHalves,
                      "Add the halves about both plastic axes to the table; JSON always has them");
         app.add_flag("--check", isCheck,
                      "Print the findings alone: what is doubtful or was left out");
@@ -189,7 +189,7 @@ struct Parser {
         if (!line.inputs.empty() && line.task == Task::ListProfiles) {
             Fail("--list-profiles takes no INPUT", "leave it out");
         }
-        if (line.wantsHalves && (line.task != Task::Report || line.format != Format::Table)) {
+        if (line.table.wantsHalves && (line.task != Task::Report || line.format != Format::Table)) {
             Fail("--halves adds rows to the table of one section", "leave it out");
         }
         if (!blocks.empty()) {

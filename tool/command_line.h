@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "figure/figure.h"
 #include "tool/batch.h"
 
 namespace halvorn::tool {
@@ -29,7 +28,7 @@ struct CommandLine {
     Format format = Format::Table;
     std::string figurePath;  ///< empty: no figure
     engine::FigureOptions figure;
-    bool wantsHalves = false;  ///< in the table
+    engine::TableOptions table;
     SectionOptions section;
     unsigned threads = 0;
 };

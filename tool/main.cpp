@@ -7,16 +7,11 @@
 #include <stdexcept>
 #include <string>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
-#include "catalogue/catalogue.h"
-#include "figure/figure.h"
+#include "read/open_section.h"
 #include "tool/batch.h"
 #include "tool/command_line.h"
-#include "values/evaluate.h"
-#include "write/csv.h"
-#include "write/json.h"
-#include "write/table.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -59,19 +54,17 @@ bool IsTerminal(FILE* stream) {
 
 // The figure is written whole or not at all, and the report after it.
 ExitCode PrintReport(const CommandLine& line) {
-    Report report = EvaluateInput(line.inputs.front(), line.section);
-    if (line.wantsHalves || line.figure.blocks || line.format == Format::Json) AddHalves(&report);
-    if (!line.figurePath.empty()) WriteFigure(report, line.figurePath, line.figure);
+    const SectionReport report = EvaluateInput(line.inputs.front(), line.section);
+    if (!line.figurePath.empty()) report.WriteFigure(line.figurePath, line.figure);
     switch (line.format) {
         case Format::Table:
-            if (!line.wantsHalves) report.halves.clear();
-            Print(TableText(report));
+            Print(report.Table(line.table));
             break;
         case Format::Json:
-            Print(JsonText(report));
+            Print(report.Json());
             break;
         case Format::Csv:
-            Print(CsvHeader() + CsvRow(report));
+            Print(CsvHeader() + report.CsvRow());
             break;
     }
     return kDone;
@@ -79,7 +72,7 @@ ExitCode PrintReport(const CommandLine& line) {
 
 ExitCode PrintFindings(const CommandLine& line) {
     const std::vector<Finding> findings =
-        Diagnose(OpenSection(line.inputs.front(), line.section.input));
+        Section::Open(line.inputs.front(), line.section.input).Diagnose();
     Print(FindingsText(findings));
     for (const Finding& finding : findings) {
         if (finding.severity > Severity::Remark) return kDoubtful;

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/utf8.h"
 
 namespace halvorn::engine {

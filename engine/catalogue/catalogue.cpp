@@ -5,8 +5,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "HalvornEngine.h"
 #include "base/dimension_checks.h"
-#include "base/input_error.h"
 #include "catalogue/csv_table.h"
 #include "catalogue/draw_profile.h"
 #include "catalogue/profile_names.h"

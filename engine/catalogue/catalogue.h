@@ -19,9 +19,6 @@ bool IsCatalogueProfile(std::string_view name);
 /// Returns the names closest to one that the catalogue does not have, at most three.
 std::vector<std::string> SimilarProfiles(std::string_view name);
 
-/// Returns every name, in the order of the table.
-std::vector<std::string> CatalogueNames();
-
 /// Returns the elements of a profile, lower left corner of its bounding box at the origin.
 ///
 /// Drawn: the outline as free contours, a hollow profile as solid and hole. With published values:

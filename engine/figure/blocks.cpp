@@ -2,6 +2,7 @@
 
 #include "figure/sheet.h"
 #include "figure/text.h"
+#include "values/plastic_halves.h"
 
 namespace halvorn::engine::figure {
 

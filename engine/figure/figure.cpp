@@ -7,7 +7,7 @@
 #include <random>
 #include <stdexcept>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "figure/layout.h"
 #include "figure/paint.h"

@@ -3,7 +3,6 @@
 #ifndef HALVORN_ENGINE_FIGURE_FIGURE_H
 #define HALVORN_ENGINE_FIGURE_FIGURE_H
 
-#include <optional>
 #include <string>
 
 #include "values/report.h"
@@ -15,14 +14,9 @@ namespace halvorn::engine {
 ///         folder is missing or the path is a folder
 void CheckFigurePath(const std::string& path);
 
-/// What a figure shows beside the section, its axes and its values.
-struct FigureOptions {
-    /// Tints both sides of this plastic axis, of a report with its halves.
-    std::optional<AxisDirection> blocks;
-};
-
-/// Writes the drawing of a section to a file: all of it, or an error and no file; what was there
-/// before stays until the new one is whole. Equal reports give equal bytes on one machine.
+/// Writes the drawing of a section, which has its halves if they are to be tinted, to a file: all
+/// of it, or an error and no file; what was there before stays until the new one is whole. Equal
+/// reports give equal bytes on one machine.
 /// @throws InputError as `CheckFigurePath`, and when the section's extent overflows;
 ///         std::runtime_error when the figure cannot be drawn or written
 void WriteFigure(const Report& report, const std::string& path, const FigureOptions& options = {});

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "figure/sheet.h"
 #include "figure/text.h"
 #include "model/outlines.h"

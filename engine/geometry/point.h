@@ -1,29 +1,34 @@
 /// @file point.h
-/// The point of the engine, and rows of them.
+/// What is computed with points.
 #ifndef HALVORN_ENGINE_GEOMETRY_POINT_H
 #define HALVORN_ENGINE_GEOMETRY_POINT_H
 
 #include <cmath>
-#include <vector>
+
+#include "HalvornEngine.h"
 
 namespace halvorn::engine {
 
-/// A point or a vector in the plane: x to the right, y up [L]. The order is that of x, then of y.
-struct Point {
-    double x = 0.0;
-    double y = 0.0;
+inline bool operator==(const Point& a, const Point& b) {
+    return a.x == b.x && a.y == b.y;
+}
 
-    constexpr Point() = default;
-    constexpr Point(double abscissa, double ordinate) : x(abscissa), y(ordinate) {}
+/// The order is that of x, then of y.
+inline bool operator<(const Point& a, const Point& b) {
+    return a.x < b.x || (a.x == b.x && a.y < b.y);
+}
 
-    friend bool operator==(const Point& a, const Point& b) { return a.x == b.x && a.y == b.y; }
-    friend bool operator<(const Point& a, const Point& b) {
-        return a.x < b.x || (a.x == b.x && a.y < b.y);
-    }
-    friend Point operator+(const Point& a, const Point& b) { return {a.x + b.x, a.y + b.y}; }
-    friend Point operator-(const Point& a, const Point& b) { return {a.x - b.x, a.y - b.y}; }
-    friend Point operator*(double factor, const Point& p) { return {factor * p.x, factor * p.y}; }
-};
+inline Point operator+(const Point& a, const Point& b) {
+    return {a.x + b.x, a.y + b.y};
+}
+
+inline Point operator-(const Point& a, const Point& b) {
+    return {a.x - b.x, a.y - b.y};
+}
+
+inline Point operator*(double factor, const Point& p) {
+    return {factor * p.x, factor * p.y};
+}
 
 /// Returns the z component of a x b: positive when b lies counter-clockwise of a [L^2].
 inline double Cross(const Point& a, const Point& b) {
@@ -39,10 +44,6 @@ inline double Dot(const Point& a, const Point& b) {
 inline double TurnBetween(const Point& from, const Point& to) {
     return std::atan2(Cross(from, to), Dot(from, to));
 }
-
-/// The vertices of a line or a ring in their order; a ring's last joins its first, which is not
-/// repeated.
-using Points = std::vector<Point>;
 
 }  // namespace halvorn::engine
 

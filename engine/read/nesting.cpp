@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "geometry/arrangement.h"
 #include "geometry/outline_sides.h"
 
@@ -26,7 +26,7 @@ OutlineSides SidesOfAll(const std::vector<Element>& elements, const std::string&
         const std::string& first = elements[Slot(error.First())].label;
         const std::string& second = elements[Slot(error.Second())].label;
         const bool isOne = error.First() == error.Second();
-        throw InputError(source + ": " + second,
+        throw InputError(source, second,
                          "crosses " + (isOne ? "itself" : "the outline of " + first) +
                              ", and together " + error.what(),
                          isOne ? "draw it without crossings" : kDrawApart);
@@ -48,7 +48,7 @@ std::optional<std::size_t> ClassifyByNesting(std::vector<Element>* elements,
             const bool lieOn = own.LieOn() || other.LieOn();
             if (lieOn || own.Cross() || other.Cross()) {
                 const auto [first, second] = std::minmax({i, k});
-                throw InputError(source + ": " + (*elements)[second].label,
+                throw InputError(source, (*elements)[second].label,
                                  std::string(lieOn ? "lies on" : "crosses") + " the outline of " +
                                      (*elements)[first].label +
                                      ", so nothing tells solid from hole",

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "catalogue/catalogue.h"
 #include "geometry/box.h"
 #include "read/csv/points_csv.h"
 #include "read/dxf/read_drawing.h"
+#include "read/input_options.h"
 #include "read/json/section_file.h"
 
 namespace halvorn::engine {
@@ -31,6 +32,7 @@ bool IsFileName(const std::string& argument) {
 }
 
 SectionModel CatalogueSection(const std::string& name, const InputOptions& options) {
+    CheckInputOptions(options);
     if (!IsCatalogueProfile(name)) {
         std::string remedy = "halvorn-section --list-profiles prints the catalogue";
         std::string similar;
@@ -53,19 +55,17 @@ SectionModel CatalogueSection(const std::string& name, const InputOptions& optio
 }
 
 SectionModel FileSection(const std::string& path, const InputOptions& options) {
-    const std::string source = SourceName(path);
-    const std::string text = ReadInput(path);
-    if (IsDrawing(path)) return ReadDrawing(text, source, options);
-    if (path != "-" && Ending(path) == ".csv") return ReadPointsCsv(text, source, options);
-    return ReadSectionText(text, source, options);
+    TextFormat format = TextFormat::Json;
+    if (IsDrawing(path)) format = TextFormat::Dxf;
+    if (path != "-" && Ending(path) == ".csv") format = TextFormat::Csv;
+    return ParseSection(ReadInput(path), format, SourceName(path), options);
 }
 
-void RefuseUnlessDrawing(const std::string& argument, const char* option) {
-    if (IsDrawing(argument)) return;
-    throw InputError("command line",
-                     std::string(option) + " is for DXF drawings, and " +
-                         Excerpt(SourceName(argument)) + " is none",
-                     "leave it out");
+[[noreturn]] void RefuseForDrawingsOnly(const std::string& source, const char* option) {
+    throw InputError(
+        "command line",
+        std::string(option) + " is for DXF drawings, and " + Excerpt(source) + " is none",
+        "leave it out");
 }
 
 // No section of a structure is larger or smaller; a wrong unit makes it so.
@@ -92,14 +92,26 @@ bool IsDrawing(const std::string& argument) {
 }
 
 std::string ListLayers(const std::string& argument) {
-    RefuseUnlessDrawing(argument, "--list-layers");
+    if (!IsDrawing(argument)) RefuseForDrawingsOnly(SourceName(argument), "--list-layers");
     return DrawingLayers(ReadInput(argument), SourceName(argument));
 }
 
 SectionModel OpenSection(const std::string& argument, const InputOptions& options) {
-    if (!options.layers.empty()) RefuseUnlessDrawing(argument, "--layer");
-    if (!IsFileName(argument)) return CatalogueSection(argument, options);
-    SectionModel section = FileSection(argument, options);
+    // Before the file is read: what is no drawing may be a pipe.
+    if (!options.layers.empty() && !IsDrawing(argument)) {
+        RefuseForDrawingsOnly(SourceName(argument), "--layer");
+    }
+    return IsFileName(argument) ? FileSection(argument, options)
+                                : CatalogueSection(argument, options);
+}
+
+SectionModel ParseSection(const std::string& text, TextFormat format, const std::string& source,
+                          const InputOptions& options) {
+    const bool isDrawing = format == TextFormat::Dxf;
+    if (!options.layers.empty() && !isDrawing) RefuseForDrawingsOnly(source, "--layer");
+    SectionModel section = isDrawing                   ? ReadDrawing(text, source, options)
+                           : format == TextFormat::Csv ? ReadPointsCsv(text, source, options)
+                                                       : ReadSectionText(text, source, options);
     if (section.isUnitAssumed) DoubtUnit(section);
     return section;
 }

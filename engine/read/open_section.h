@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "HalvornEngine.h"
 #include "model/section_model.h"
-#include "read/input_options.h"
 
 namespace halvorn::engine {
 
@@ -15,6 +15,11 @@ namespace halvorn::engine {
 /// A file of that name overrides the profile.
 /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
 SectionModel OpenSection(const std::string& argument, const InputOptions& options);
+
+/// Returns the section in a text that came from `source`.
+/// @throws InputError as `OpenSection`
+SectionModel ParseSection(const std::string& text, TextFormat format, const std::string& source,
+                          const InputOptions& options);
 
 /// Returns whether `argument` names a drawing by its ending.
 bool IsDrawing(const std::string& argument);

@@ -4,13 +4,14 @@
 #include <cmath>
 #include <utility>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "geometry/place_text.h"
 #include "model/outlines.h"
 #include "region/moments.h"
 #include "values/class_values.h"
 #include "values/digits.h"
 #include "values/find_faults.h"
+#include "values/plastic_halves.h"
 #include "values/region_values.h"
 #include "values/values.h"
 
@@ -32,7 +33,7 @@ void RefuseSelfCrossing(const Report& report) {
     if (!report.section.isDrawn) return;
     const Finding* const crossing = FindSelfCrossing(report.findings);
     if (crossing == nullptr) return;
-    throw InputError(report.section.source + ": " + crossing->element,
+    throw InputError(report.section.source, crossing->element,
                      "crosses itself at " + PlaceText(*crossing->place), crossing->mend);
 }
 

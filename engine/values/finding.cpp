@@ -1,5 +1,6 @@
-#include "values/finding.h"
+#include <algorithm>
 
+#include "HalvornEngine.h"
 #include "base/text.h"
 
 namespace halvorn::engine {
@@ -74,6 +75,12 @@ std::string FindingsText(const std::vector<Finding>& findings) {
         text += SeverityName(finding.severity) + (": " + FindingText(finding)) + '\n';
     }
     return text;
+}
+
+const Finding* FindFinding(const std::vector<Finding>& findings, FindingKind kind) {
+    const auto found = std::find_if(findings.begin(), findings.end(),
+                                    [&](const Finding& finding) { return finding.kind == kind; });
+    return found == findings.end() ? nullptr : &*found;
 }
 
 }  // namespace halvorn::engine

@@ -10,8 +10,6 @@
 
 namespace halvorn::engine {
 
-enum class AxisDirection { Horizontal, Vertical };
-
 /// Returns the height y of the horizontal line, or the abscissa x of the vertical one, that halves
 /// the area of rings; counter-clockwise ones count positive, clockwise ones, which lie within them,
 /// negative [L]. Empty when there is none. Where a gap halves it, such as between two equal plates,

@@ -7,36 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "HalvornEngine.h"
 #include "model/section_model.h"
 #include "region/region.h"
-#include "values/finding.h"
-#include "values/plastic_halves.h"
 
 namespace halvorn::engine {
-
-/// One reported value.
-struct Value {
-    std::string key;         ///< in JSON and CSV; never changes once released
-    std::string name;        ///< in full words
-    std::string symbol;      ///< as engineers write it
-    std::string unit;        ///< "mm^4", "kg/m", "deg"; empty: none
-    int power = 0;           ///< of the length unit; 0: another unit or none
-    double number = 0.0;     ///< meaningful when `whyMissing` is empty
-    std::string method;      ///< how it was found, a few words
-    std::string whyMissing;  ///< one sentence without a full stop
-
-    bool IsComputed() const { return whyMissing.empty(); }
-};
-
-/// Returns the value with this key; null when it is not there or was not computed.
-const Value* FindValue(const std::vector<Value>& values, std::string_view key);
-
-/// Shift of the reference point of the elastic moduli from the centre of gravity, in the unit of
-/// the section.
-struct Shift {
-    double dx = 0.0;
-    double dy = 0.0;
-};
 
 struct Report {
     SectionModel section;

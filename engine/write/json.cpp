@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "values/class_values.h"
+#include "values/plastic_halves.h"
 
 namespace halvorn::engine {
 

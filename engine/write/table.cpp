@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "values/plastic_halves.h"
 #include "values/values.h"
 
 namespace halvorn::engine {

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "catalogue/csv_table.h"
 #include "read/open_section.h"

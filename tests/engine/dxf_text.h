@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "read/dxf/read_drawing.h"
 
 namespace halvorn::engine {

@@ -19,7 +19,7 @@
 #include <iterator>
 #include <random>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "figure/hatch.h"
 #include "figure/outline.h"
 #include "figure/paint.h"

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <functional>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "read/csv/points_csv.h"
 #include "read/nesting.h"
 #include "values/evaluate.h"

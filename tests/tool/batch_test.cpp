@@ -7,7 +7,7 @@
 #include <fstream>
 #include <random>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "write/csv.h"
 
 namespace {

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "read/csv/points_table.h"
+#include "read/input_options.h"
 #include "read/nesting.h"
 
 namespace halvorn::engine {
@@ -134,6 +135,7 @@ private:
 
 SectionModel ReadPointsCsv(const std::string& text, const std::string& source,
                            const InputOptions& options) {
+    CheckInputOptions(options);
     return Reader(ReadPointsTable(text, source), source).Read(options);
 }
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"

@@ -1,6 +1,6 @@
 #include "read/dxf/drawing.h"
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "base/utf8.h"
 

@@ -1,6 +1,6 @@
 #include "read/dxf/group_reader.h"
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/numbers.h"
 #include "base/text.h"
 

@@ -5,12 +5,12 @@
 #include <map>
 #include <optional>
 
+#include "HalvornEngine.h"
 #include "geometry/box.h"
 #include "geometry/lengths.h"
 #include "geometry/rings.h"
 #include "read/dxf/end_clusters.h"
 #include "read/dxf/open_outlines.h"
-#include "read/input_options.h"
 
 namespace halvorn::engine::dxf {
 

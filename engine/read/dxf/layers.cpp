@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "read/dxf/placed_entities.h"
 

@@ -1,17 +1,16 @@
 #include "read/dxf/read_drawing.h"
 
-#include <cmath>
 #include <optional>
-#include <stdexcept>
 #include <utility>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "read/dxf/collect_curves.h"
 #include "read/dxf/drawing.h"
 #include "read/dxf/frame.h"
 #include "read/dxf/join_curves.h"
 #include "read/dxf/layers.h"
 #include "read/dxf/notes.h"
+#include "read/input_options.h"
 #include "read/nesting.h"
 
 namespace halvorn::engine {
@@ -63,16 +62,8 @@ std::string UnitOf(const Drawing& drawing, const std::string& source, const Inpu
 }
 
 // Returns a tolerance in the unit of the drawing.
-double InUnit(double millimetres, const std::string& unit, const char* name) {
-    if (!(millimetres > 0.0 && std::isfinite(millimetres))) {
-        throw InputError("command line", std::string("the ") + name + " tolerance is not positive",
-                         "give it in millimetres, for example 0.01");
-    }
-    try {
-        return millimetres * MetresPer("mm") / MetresPer(unit);
-    } catch (const std::invalid_argument&) {
-        throw InputError("command line", "the unit is " + unit, "give mm, cm, m or in");
-    }
+double InUnit(double millimetres, const std::string& unit) {
+    return millimetres * MetresPer("mm") / MetresPer(unit);
 }
 
 [[noreturn]] void RefuseEmpty(const std::string& source, const Notes& notes) {
@@ -91,14 +82,15 @@ std::string DrawingLayers(const std::string& text, const std::string& source) {
 
 SectionModel ReadDrawing(const std::string& text, const std::string& source,
                          const InputOptions& options) {
+    CheckInputOptions(options);
     const Drawing drawing = dxf::FindParts(text, source);
     Notes notes;
     SectionModel section;
     section.source = source;
     section.unit = UnitOf(drawing, source, options, notes);
     section.isUnitAssumed = !options.unit && StatedUnit(drawing).empty();
-    const double chord = InUnit(options.chordTolerance, section.unit, "chord");
-    const double join = InUnit(options.joinTolerance, section.unit, "join");
+    const double chord = InUnit(options.chordTolerance, section.unit);
+    const double join = InUnit(options.joinTolerance, section.unit);
     if (!drawing.hasEnd) notes.Say("the file closes without EOF, so its end may be missing");
     const dxf::LayerChoice layers(drawing, options.layers, source);
     auto outlines = dxf::JoinCurves(dxf::CollectCurves(drawing, layers, chord, source, notes), join,

@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "HalvornEngine.h"
 #include "model/section_model.h"
-#include "read/input_options.h"
 
 namespace halvorn::engine {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "base/utf8.h"
 
@@ -73,7 +73,7 @@ public:
 
     bool key(string_t& name) override {
         if (containers_.back()->contains(name)) {
-            throw InputError(Here(), "the key \"" + Excerpt(name) + "\" appears twice",
+            throw InputError(source_, Here(), "the key \"" + Excerpt(name) + "\" appears twice",
                              "keep one of the two");
         }
         key_ = std::move(name);
@@ -86,17 +86,17 @@ public:
         const std::string where = LineAndColumn(text_, position);
         const std::string read = SingleLine(EndOf(lastToken));
         if (error.id == kNumberOverflow) {
-            throw InputError(source_ + ": " + path_ + NextToken() + ": " + where,
+            throw InputError(source_, path_ + NextToken() + ": " + where,
                              "the number " + read + " is beyond the range of a double",
                              "write a finite number");
         }
         if (IsBlank(text_)) {
-            throw InputError(source_ + ": " + where, "the input is empty",
+            throw InputError(source_, where, "the input is empty",
                              "give a section in JSON (see --help)");
         }
         std::string problem = "not valid JSON: " + SingleLine(ReasonOf(error.what()));
         if (position <= text_.size()) problem += " at '" + read + "'";
-        throw InputError(source_ + ": " + where, problem,
+        throw InputError(source_, where, problem,
                          "correct it there (JSON has no comments, no trailing commas, no NaN and "
                          "no Infinity)");
     }
@@ -110,7 +110,7 @@ private:
         return token;
     }
 
-    std::string Here() const { return source_ + ": " + (path_.empty() ? "top level" : path_); }
+    std::string Here() const { return path_.empty() ? "top level" : path_; }
 
     json* Place(json value) {
         if (containers_.empty()) return &(document_ = std::move(value));
@@ -121,7 +121,8 @@ private:
 
     bool Open(json container) {
         if (containers_.size() >= kMaxDepth) {
-            throw InputError(Here(), "nested more than " + std::to_string(kMaxDepth) + " deep",
+            throw InputError(source_, Here(),
+                             "nested more than " + std::to_string(kMaxDepth) + " deep",
                              "remove the surplus brackets");
         }
         const std::string token = NextToken();
@@ -153,7 +154,7 @@ json ParseJson(const std::string& text, const std::string& source) {
     // The parser takes a zero byte for the end of its input.
     const std::size_t zero = text.find('\0');
     if (zero != std::string::npos) {
-        throw InputError(source + ": " + LineAndColumn(text, zero + 1), "not JSON: a zero byte",
+        throw InputError(source, LineAndColumn(text, zero + 1), "not JSON: a zero byte",
                          "remove it, or save the file as UTF-8 text");
     }
     StrictBuilder builder(text, source);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/input_error.h"
+#include "HalvornEngine.h"
 #include "base/text.h"
 #include "read/json/json_document.h"
 
@@ -22,7 +22,7 @@ std::string QuotedList(const std::vector<std::string_view>& names) {
 
 void Node::Fail(const std::string& problem, const std::string& remedy) const {
     const std::string place = Pointer();
-    throw InputError(*source_ + ": " + (place.empty() ? "top level" : place), problem, remedy);
+    throw InputError(*source_, place.empty() ? "top level" : place, problem, remedy);
 }
 
 std::string Node::Pointer() const {

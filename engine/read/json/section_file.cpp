@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "model/outlines.h"
+#include "read/input_options.h"
 #include "read/json/json_document.h"
 #include "read/json/json_node.h"
 #include "read/json/parts.h"
@@ -225,6 +226,7 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
 
 SectionModel ReadSectionText(const std::string& text, const std::string& source,
                              const InputOptions& options) {
+    CheckInputOptions(options);
     const nlohmann::json document = ParseJson(text, source);
     SectionModel section = ReadSection(Node(document, source), options);
     section.source = source;

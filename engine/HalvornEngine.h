@@ -1,0 +1,355 @@
+/// @file HalvornEngine.h
+/// The engine for C++ hosts: from the name of a profile, a drawing or a section file to every value
+/// that is known about the section, as a table, CSV, JSON or a figure.
+///
+/// The engine is a static library, component `engine` of the CMake package; it stands on the class
+/// `CSectionTools`, which a host may go on using beside it. Axes, signs and terms are defined in
+/// docs/conventions.md, the keys of the values and the formats in docs/file-format.md.
+///
+/// Units: a section has one unit of length, "mm", "cm", "m" or "in", and every coordinate here is
+/// in it [L]. Each value names its own unit. Densities are in kg/m^3, tolerances in millimetres.
+///
+/// Errors: what the user of the host can mend is an `InputError`. A figure that cannot be written
+/// is a std::runtime_error, exhausted memory a std::bad_alloc. Nothing else is thrown, and after an
+/// exception every object is as it was. Remedies call options as the tool `halvorn-section` does:
+/// `--unit` is `InputOptions::unit`.
+///
+/// Ownership: `Section` and `SectionReport` are handles of data that never change. Copies share
+/// them and cost nothing; a reference or pointer from a handle lives as long as one of its copies.
+/// A handle that was moved from may only be assigned to or destroyed.
+///
+/// Threads: everything here may be called on several threads at a time, for the same section too;
+/// one handle must not be assigned to while another thread uses it. The engine starts no threads.
+/// `CSectionTools::SetTol3D` acts on the whole process, the engine included.
+#ifndef HALVORN_ENGINE_HALVORNENGINE_H
+#define HALVORN_ENGINE_HALVORNENGINE_H
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace halvorn::engine {
+
+/// A point or a vector in the plane: x to the right, y up [L].
+struct Point {
+    double x = 0.0;  ///< [L]
+    double y = 0.0;  ///< [L]
+
+    constexpr Point() = default;  ///< The origin.
+    /// A point by its coordinates.
+    /// @param abscissa  [L]
+    /// @param ordinate  [L]
+    constexpr Point(double abscissa, double ordinate) : x(abscissa), y(ordinate) {}
+};
+
+/// The vertices of a line or a ring in their order; a ring's last joins its first, which is not
+/// repeated [L].
+using Points = std::vector<Point>;
+
+/// Input that the user can mend. `what` is one line: source, place, problem and mend.
+class InputError : public std::runtime_error {
+public:
+    /// An error of the source as a whole.
+    /// @param source   what was read: a path, "standard input", a name, "options"
+    /// @param problem  what is wrong
+    /// @param mend     what to do about it
+    InputError(const std::string& source, const std::string& problem, const std::string& mend);
+    /// An error at a place within the source.
+    /// @param source   as above
+    /// @param place    an element, a JSON pointer
+    /// @param problem  what is wrong
+    /// @param mend     what to do about it
+    InputError(const std::string& source, const std::string& place, const std::string& problem,
+               const std::string& mend);
+    /// An error in a line of a text.
+    /// @param source   as above
+    /// @param line     from 1
+    /// @param problem  what is wrong
+    /// @param mend     what to do about it
+    InputError(const std::string& source, std::size_t line, const std::string& problem,
+               const std::string& mend);
+
+    /// Returns what was read: a path, "standard input", a name, "options".
+    const std::string& Source() const noexcept { return parts_->source; }
+    /// Returns the place within the source: "line 12", "/parts/0"; empty: none.
+    const std::string& Place() const noexcept { return parts_->place; }
+    /// Returns what is wrong.
+    const std::string& Problem() const noexcept { return parts_->problem; }
+    /// Returns what to do about it.
+    const std::string& Mend() const noexcept { return parts_->mend; }
+
+private:
+    struct Parts {
+        std::string source, place, problem, mend;
+    };
+    std::shared_ptr<const Parts> parts_;  // shared: copying an exception must not throw
+};
+
+/// How much a finding matters, the least first.
+enum class Severity {
+    Hint,     ///< harmless for the values: a straight vertex
+    Remark,   ///< to be known: a part that touches no other
+    Warning,  ///< the values may not be what is meant: solids overlap
+    Error     ///< the values are not what is meant: a ring crosses itself
+};
+
+/// What is found, for programs; these never change once released.
+enum class FindingKind {
+    TooFewPoints,       ///< a ring has fewer than three different points
+    RepeatedPoint,      ///< a point repeats the one before
+    StraightVertex,     ///< a vertex lies straight between its neighbours
+    Spike,              ///< an edge runs back over the one before
+    NoArea,             ///< a ring, or the section, encloses no area
+    SelfCrossing,       ///< a ring crosses itself, or runs round a part of it the other way
+    RepeatedTurn,       ///< a ring runs round a part of its area more than once
+    Overlap,            ///< solids overlap, or holes within a solid
+    HoleOutside,        ///< a hole takes what is not there
+    NearMiss,           ///< outlines nearly touch
+    SetOnto,            ///< a vertex was set onto another outline
+    Pinch,              ///< material hangs together in one point only
+    PartsApart,         ///< parts of the material share no edge
+    GivenValues,        ///< given values contradict their outline
+    SmallForClass,      ///< the class's fixed tolerances are too coarse
+    LostDigits,         ///< rounding has taken digits of the values
+    LostDigitsOfClass,  ///< likewise of class_values
+    NotArranged,        ///< nothing tells what the outlines mean
+    Reading             ///< the reader left something out or took it for granted
+};
+
+/// What is doubtful about a section, or what its reader should know.
+struct Finding {
+    Severity severity = Severity::Remark;     ///< how much it matters
+    FindingKind kind = FindingKind::Reading;  ///< what it is, for programs
+    std::string element;         ///< label of the element, or the source of the section
+    std::string problem;         ///< what and where, amounts in the section's unit
+    std::string mend;            ///< what to do about it; may be empty
+    std::optional<Point> place;  ///< [L]
+};
+
+/// Returns "error", "warning", "remark" or "hint".
+/// @param severity  any
+const char* SeverityName(Severity severity);
+
+/// Returns a kind as programs read it: "self_crossing".
+/// @param kind  any
+const char* KindName(FindingKind kind);
+
+/// Returns a finding as one line without its severity: element, problem, mend.
+/// @param finding  any
+std::string FindingText(const Finding& finding);
+
+/// Returns all findings as lines for people; "nothing found" when there are none.
+/// @param findings  in the order of the lines
+std::string FindingsText(const std::vector<Finding>& findings);
+
+/// Returns the first finding of a kind; null when there is none.
+/// @param findings  which own it
+/// @param kind      that is looked for
+const Finding* FindFinding(const std::vector<Finding>& findings, FindingKind kind);
+
+/// One reported value.
+struct Value {
+    std::string key;         ///< in JSON and CSV; never changes once released
+    std::string name;        ///< in full words
+    std::string symbol;      ///< as engineers write it
+    std::string unit;        ///< "mm^4", "kg/m", "deg"; empty: none
+    int power = 0;           ///< of the length unit; 0: another unit or none
+    double number = 0.0;     ///< meaningful when `whyMissing` is empty
+    std::string method;      ///< how it was found, a few words
+    std::string whyMissing;  ///< one sentence without a full stop
+
+    /// Returns whether there is a number.
+    bool IsComputed() const { return whyMissing.empty(); }
+};
+
+/// Returns the value with a key; null when it is not there or was not computed.
+/// @param values  which own it
+/// @param key     "inertia_x"
+const Value* FindValue(const std::vector<Value>& values, std::string_view key);
+
+/// Shift of the reference point of the elastic moduli from the centre of gravity, in the unit of
+/// the section.
+struct Shift {
+    double dx = 0.0;  ///< to the right [L]
+    double dy = 0.0;  ///< up [L]
+};
+
+/// The direction of an axis through a section.
+enum class AxisDirection {
+    Horizontal,  ///< distances from it are measured in y
+    Vertical     ///< in x
+};
+
+/// One side of a plastic axis, in the section's coordinates.
+struct PlasticHalf {
+    double area = 0.0;           ///< [L^2]
+    Point centroid;              ///< [L]
+    double leverArm = 0.0;       ///< distance of the centroid from the axis [L]
+    std::vector<Points> pieces;  ///< the half itself; holes hang on by bridges [L]
+};
+
+/// Both halves: above and below a horizontal axis, to the right and to the left of a vertical one.
+/// Their areas times their lever arms add up to the plastic modulus.
+struct PlasticHalves {
+    double axis = 0.0;                 ///< y of a horizontal one, x of a vertical one [L]
+    std::array<PlasticHalf, 2> sides;  ///< in the order above
+    std::string whyMissing;  ///< one sentence without a full stop; empty: there are halves
+};
+
+/// The join tolerance of drawings when none is given, in millimetres [mm]: what their rounded
+/// coordinates leave between ends that are meant to be one.
+inline constexpr double kDefaultJoinTolerance = 0.01;
+
+/// What a caller says about reading.
+struct InputOptions {
+    /// Of CSV that states none, and of a drawing whatever it states. Of a catalogue profile the
+    /// unit of its values; empty: mm.
+    std::optional<std::string> unit;
+    /// Greatest distance between an arc and its chords, in millimetres [mm].
+    double chordTolerance = 0.001;
+    /// Ends of lines in a drawing that are no farther apart are joined, in millimetres [mm].
+    double joinTolerance = kDefaultJoinTolerance;
+    /// Only these layers of a drawing are read; none: all. In letters of either case.
+    std::vector<std::string> layers;
+    /// A catalogue profile is pushed as a standard profile with its published values.
+    bool wantsPublishedValues = false;
+};
+
+/// The formats that sections are written in (docs/file-format.md).
+enum class TextFormat {
+    Json,  ///< a section file
+    Dxf,   ///< a drawing, in ASCII
+    Csv    ///< points
+};
+
+/// What a table shows beside the values.
+struct TableOptions {
+    bool wantsHalves = false;  ///< the halves about both plastic axes
+};
+
+/// What a figure shows beside the section, its axes and its values.
+struct FigureOptions {
+    /// Tints both sides of this plastic axis.
+    std::optional<AxisDirection> blocks;
+};
+
+struct Report;
+struct SectionModel;
+
+/// Everything that is known about one section; see the file's comment on ownership and threads.
+class SectionReport {
+public:
+    /// Returns how messages call where the section came from: a path, the name of a profile.
+    const std::string& Source() const;
+    /// Returns the name of the section; may be empty.
+    const std::string& Name() const;
+    /// Returns the description of the section; may be empty.
+    const std::string& Description() const;
+    /// Returns the unit of every length: "mm", "cm", "m" or "in".
+    const std::string& LengthUnit() const;
+
+    /// Returns what an engineer means by each symbol, in reading order; every key is always there,
+    /// with the reason where there is no number.
+    const std::vector<Value>& Values() const;
+    /// Returns what a table publishes of a catalogue profile, in reading order; empty for all else.
+    const std::vector<Value>& Published() const;
+    /// Returns the outputs of `CSectionTools` as they stand, in reading order.
+    const std::vector<Value>& ClassValues() const;
+    /// Returns what was found, the worst first.
+    const std::vector<Finding>& Findings() const;
+
+    /// Returns the value with a key among `Values`; null when it is not there or was not computed.
+    /// @param key  "inertia_x"
+    const Value* Find(std::string_view key) const;
+
+    /// Returns the halves of the section about a plastic axis, which this call cuts.
+    /// @param direction  of the axis
+    PlasticHalves Halves(AxisDirection direction) const;
+
+    /// Returns the table for people, lines of at most 115 columns.
+    /// @param options  on what it shows
+    std::string Table(const TableOptions& options = {}) const;
+    /// Returns a JSON object for programs, on several lines.
+    std::string Json() const;
+    /// Returns the same object on one line.
+    std::string JsonLine() const;
+    /// Returns a line of comma-separated values for the columns of `CsvHeader`.
+    std::string CsvRow() const;
+
+    /// Writes the section with its axes and dimensions to a file: all of it, or nothing; what was
+    /// there before stays until the new figure is whole.
+    /// @param path  ends in .svg, .png or .pdf; the latter two where the engine was built with
+    /// Cairo
+    /// @param options  on what the figure shows
+    /// @throws InputError for another path, or a section too large to be drawn; std::runtime_error
+    ///         when the figure cannot be written
+    void WriteFigure(const std::string& path, const FigureOptions& options = {}) const;
+
+private:
+    friend class Section;
+    explicit SectionReport(std::shared_ptr<const Report> report);
+    std::shared_ptr<const Report> report_;
+};
+
+/// A section that was read; see the file's comment on ownership and threads.
+class Section {
+public:
+    /// Reads the section that `argument` names: a file (.json, .dxf, .csv by its ending; of any
+    /// other ending, and "-", standard input, JSON), or else a profile of the catalogue such as
+    /// "IPE300". A file of that name overrides the profile.
+    /// @param argument  in the file system's encoding, UTF-8 for a profile
+    /// @param options   on reading
+    /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
+    static Section Open(const std::string& argument, const InputOptions& options = {});
+
+    /// Reads a section from a text.
+    /// @param text     all of it
+    /// @param format   of the text
+    /// @param source   how messages and reports call it
+    /// @param options  on reading
+    /// @throws InputError as `Open`
+    static Section Parse(const std::string& text, TextFormat format, const std::string& source,
+                         const InputOptions& options = {});
+
+    /// Returns how messages call where the section came from: a path, the name of a profile.
+    const std::string& Source() const;
+    /// Returns the name of the section; may be empty.
+    const std::string& Name() const;
+    /// Returns the unit of every length: "mm", "cm", "m" or "in".
+    const std::string& LengthUnit() const;
+    /// Returns the density that the section file states, if any [kg/m^3].
+    std::optional<double> Density() const;
+
+    /// Computes everything that is known about the section. Cost: for most sections a few passes
+    /// over the vertices, n log n for outlines that touch or overlap.
+    /// @param shift    of the reference point of the elastic moduli [L]
+    /// @param density  for the mass per metre, overrides that of a file [kg/m^3]
+    /// @throws InputError for a drawing or points whose outline crosses itself, and for a shift
+    ///         that is not finite or of a polyline, or a density that is not positive and finite
+    SectionReport Evaluate(const Shift& shift = {}, std::optional<double> density = {}) const;
+
+    /// Returns what is doubtful about the section, the worst first, of outlines that cross
+    /// themselves too.
+    std::vector<Finding> Diagnose() const;
+
+private:
+    explicit Section(std::shared_ptr<const SectionModel> model);
+    std::shared_ptr<const SectionModel> model_;
+};
+
+/// Returns the names of all profiles of the catalogue, in its order.
+std::vector<std::string> CatalogueNames();
+
+/// Returns the line of column names for `SectionReport::CsvRow`, the same for every section, with
+/// its line feed: source, name, unit, every key of the values, "class_" before every key of the
+/// class's outputs, notes.
+std::string CsvHeader();
+
+}  // namespace halvorn::engine
+
+#endif

@@ -1,0 +1,203 @@
+// What a C++ host sees of the engine: its public header alone.
+#include <HalvornEngine.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <sstream>
+#include <thread>
+
+namespace {
+
+using namespace halvorn::engine;
+
+// A bar 30 x 20, its lower left corner at (5, 7).
+constexpr const char* kJson =
+    R"({"version": 1, "unit": "mm", "name": "bar", "density": 8000,
+        "contours": [{"kind": "solid", "points": [[5, 7], [35, 7], [35, 27], [5, 27]]}]})";
+constexpr const char* kCsv = "# unit: mm\n5,7\n35,7\n35,27\n5,27\n";
+constexpr const char* kDxf =
+    "0\nSECTION\n2\nHEADER\n9\n$INSUNITS\n70\n4\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
+    "0\nLWPOLYLINE\n90\n4\n70\n1\n10\n5\n20\n7\n10\n35\n20\n7\n10\n35\n20\n27\n10\n5\n20\n27\n"
+    "0\nENDSEC\n0\nEOF\n";
+
+double NumberOf(const SectionReport& report, const char* key) {
+    const Value* const value = report.Find(key);
+    return value == nullptr ? std::numeric_limits<double>::quiet_NaN() : value->number;
+}
+
+TEST(EngineForHosts, ReadsEachFormatToTheSameValues) {
+    const std::pair<TextFormat, const char*> texts[] = {
+        {TextFormat::Json, kJson}, {TextFormat::Csv, kCsv}, {TextFormat::Dxf, kDxf}};
+    for (const auto& [format, text] : texts) {
+        const Section section = Section::Parse(text, format, "a bar");
+        EXPECT_EQ(section.Source(), "a bar");
+        EXPECT_EQ(section.LengthUnit(), "mm");
+        const SectionReport report = section.Evaluate({1.0, 2.0});
+        EXPECT_DOUBLE_EQ(NumberOf(report, "area"), 600.0);
+        EXPECT_DOUBLE_EQ(NumberOf(report, "centroid_x"), 20.0);
+        EXPECT_DOUBLE_EQ(NumberOf(report, "inertia_x"), 20000.0);  // 30 20^3 / 12
+        EXPECT_DOUBLE_EQ(NumberOf(report, "plastic_modulus_x"), 3000.0);
+        // The reference point lies 12 above the bottom and 14 from the right.
+        EXPECT_DOUBLE_EQ(NumberOf(report, "elastic_modulus_bottom"), 20000.0 / 12.0);
+        EXPECT_DOUBLE_EQ(NumberOf(report, "elastic_modulus_right"), 45000.0 / 14.0);
+        EXPECT_DOUBLE_EQ(FindValue(report.ClassValues(), "plastic_modulus_x")->number, 3000.0);
+        EXPECT_TRUE(report.Published().empty());
+        EXPECT_TRUE(report.Findings().empty()) << FindingsText(report.Findings());
+        EXPECT_TRUE(section.Diagnose().empty());
+    }
+}
+
+TEST(EngineForHosts, ACallersDensityGoesBeforeThatOfTheFile) {
+    const Section bar = Section::Parse(kJson, TextFormat::Json, "bar");
+    EXPECT_EQ(bar.Name(), "bar");
+    EXPECT_EQ(bar.Density(), 8000.0);
+    EXPECT_DOUBLE_EQ(NumberOf(bar.Evaluate(), "mass_per_metre"), 4.8);
+    EXPECT_DOUBLE_EQ(NumberOf(bar.Evaluate({}, 7850.0), "mass_per_metre"), 4.71);
+}
+
+TEST(EngineForHosts, TheHalvesOfABarAreBars) {
+    const SectionReport report = Section::Parse(kJson, TextFormat::Json, "bar").Evaluate();
+    const PlasticHalves levels = report.Halves(AxisDirection::Horizontal);
+    const PlasticHalves sides = report.Halves(AxisDirection::Vertical);
+    EXPECT_DOUBLE_EQ(levels.axis, 17.0);
+    EXPECT_DOUBLE_EQ(levels.sides[0].centroid.y, 22.0);  // above
+    EXPECT_DOUBLE_EQ(levels.sides[1].leverArm, 5.0);
+    EXPECT_DOUBLE_EQ(sides.axis, 20.0);
+    EXPECT_DOUBLE_EQ(sides.sides[0].centroid.x, 27.5);  // to the right
+    EXPECT_DOUBLE_EQ(sides.sides[1].area, 300.0);
+    TableOptions options;
+    EXPECT_EQ(report.Table(options).find("Half above, area"), std::string::npos);
+    options.wantsHalves = true;
+    EXPECT_NE(report.Table(options).find("Half above, area"), std::string::npos);
+    EXPECT_NE(report.Json().find("\"lever_arm\": 7.5"), std::string::npos);
+}
+
+TEST(EngineForHosts, OpensProfilesInAUnitAndDrawsThem) {
+    InputOptions options;
+    options.unit = "cm";
+    const SectionReport report = Section::Open("ipe 300", options).Evaluate();
+    EXPECT_EQ(report.Source(), "IPE300");
+    const Value* const published = FindValue(report.Published(), "elastic_modulus_x_min");
+    ASSERT_NE(published, nullptr);
+    EXPECT_NEAR(published->number, 557.0, 1e-9);
+    EXPECT_NEAR(NumberOf(report, "elastic_modulus_bottom"), 557.0, 0.3);
+    EXPECT_NEAR(NumberOf(report, "area"), 53.81, 0.01);
+    EXPECT_EQ(report.Table().rfind("IPE300\n", 0), 0U);
+    EXPECT_NE(report.Json().find("\"length_unit\": \"cm\""), std::string::npos);
+    EXPECT_EQ(report.JsonLine().find('\n'), report.JsonLine().size() - 1);
+    EXPECT_EQ(report.CsvRow().rfind("IPE300,IPE300,cm,", 0), 0U);
+    EXPECT_EQ(CsvHeader().rfind("source,name,unit,area,", 0), 0U);
+    EXPECT_EQ(CatalogueNames().size(), 896U);
+    const std::string path = testing::TempDir() + "hosts_test.svg";
+    const auto drawn = [&](const FigureOptions& asked) {
+        report.WriteFigure(path, asked);
+        std::ostringstream text;
+        text << std::ifstream(path).rdbuf();
+        return text.str();
+    };
+    FigureOptions tinted;
+    tinted.blocks = AxisDirection::Vertical;
+    const std::string plain = drawn({}), blocks = drawn(tinted);
+    EXPECT_NE(plain.find("<svg"), std::string::npos);
+    EXPECT_GT(blocks.size(), plain.size());
+    std::filesystem::remove(path);
+}
+
+TEST(EngineForHosts, FindingsComeByKindAndWorstFirst) {
+    // Two overlapping squares and one apart.
+    const Section section = Section::Parse(
+        R"({"version": 1, "unit": "mm", "contours": [
+            {"kind": "solid", "points": [[0, 0], [10, 0], [10, 10], [0, 10]]},
+            {"kind": "solid", "points": [[5, 5], [15, 5], [15, 15], [5, 15]]},
+            {"kind": "solid", "points": [[50, 0], [60, 0], [60, 10], [50, 10]]}]})",
+        TextFormat::Json, "squares");
+    const SectionReport report = section.Evaluate();
+    const Finding* const overlap = FindFinding(report.Findings(), FindingKind::Overlap);
+    ASSERT_NE(overlap, nullptr);
+    EXPECT_EQ(overlap, &report.Findings().front());
+    EXPECT_STREQ(SeverityName(overlap->severity), "warning");
+    EXPECT_STREQ(KindName(overlap->kind), "overlap");
+    ASSERT_TRUE(overlap->place.has_value());
+    EXPECT_TRUE(overlap->place->x > 5 && overlap->place->x < 10) << overlap->place->x;
+    EXPECT_NE(FindFinding(report.Findings(), FindingKind::PartsApart), nullptr);
+    EXPECT_EQ(FindFinding(report.Findings(), FindingKind::Pinch), nullptr);
+    EXPECT_DOUBLE_EQ(NumberOf(report, "area"), 275.0);  // what overlaps counts once
+}
+
+TEST(EngineForHosts, ErrorsNameSourcePlaceAndMend) {
+    const double infinite = std::numeric_limits<double>::infinity();
+    InputOptions furlong, coarse, layered;
+    furlong.unit = "furlong";
+    coarse.chordTolerance = 0.0;
+    layered.layers = {"0"};
+    const auto parse = [](const char* text, TextFormat format, const InputOptions& options = {}) {
+        return Section::Parse(text, format, "host", options);
+    };
+    const char* const wall = R"({"version": 1, "unit": "mm", "polyline": {"kind": "solid", 
+        "points": [[0, 0], [4, 0], [4, 3]]}})";
+    struct Case {
+        std::function<void()> call;
+        const char *source, *place, *problem, *mend;  // how each begins
+    };
+    const Case cases[] = {
+        {[&] { parse("{\"version\": 1,\n oops", TextFormat::Json); }, "host", "line 2",
+         "not valid JSON", "correct it"},
+        {[&] { parse(R"({"version": 1, "unit": "mm", "parts": [7]})", TextFormat::Json); }, "host",
+         "/parts/0", "expected", ""},
+        {[&] { parse("0,0\n1\n", TextFormat::Csv); }, "host", "line 2", "expected", ""},
+        {[&] { parse("0,0\n4,4\n4,0\n0,4\n", TextFormat::Csv).Evaluate(); }, "host", "line 1",
+         "crosses itself", "bring"},
+        {[&] { Section::Open("IPE301"); }, "IPE301", "", "neither a file", "similar profiles"},
+        {[&] { Section::Open("absent.json"); }, "absent.json", "", "cannot be opened", "check"},
+        {[&] { Section::Open("IPE300", furlong); }, "options", "", "the unit is furlong", "give"},
+        {[&] { parse(kJson, TextFormat::Json, furlong); }, "options", "", "the unit is", "give"},
+        {[&] { parse(kCsv, TextFormat::Csv, furlong); }, "options", "", "the unit is", "give"},
+        {[&] { parse(kDxf, TextFormat::Dxf, coarse); }, "options", "", "the chord tol", "give"},
+        {[&] { parse(kJson, TextFormat::Json, layered); }, "command line", "", "--layer", "leave"},
+        {[&] {
+             parse(kDxf, TextFormat::Dxf, layered).Evaluate({0.0, infinite});
+         },
+         "options", "", "the shift", "give"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({}, -1.0); }, "options", "", "the density",
+         "give kg/m^3"},
+        {[&] {
+             parse(wall, TextFormat::Json).Evaluate({1.0, 0.0});
+         },
+         "host", "/polyline", "a polyline has no", "leave out"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate().WriteFigure("a.txt"); }, "a.txt", "",
+         "a figure is", "give"},
+    };
+    for (const Case& each : cases) {
+        try {
+            each.call();
+            ADD_FAILURE() << each.problem << " passes";
+        } catch (const InputError& error) {
+            const std::string place = error.Place().empty() ? "" : ": " + error.Place();
+            EXPECT_EQ(error.what(),
+                      error.Source() + place + ": " + error.Problem() + "; " + error.Mend());
+            EXPECT_EQ(error.Source(), each.source) << error.what();
+            EXPECT_EQ(error.Place().rfind(each.place, 0), 0U) << error.what();
+            EXPECT_EQ(error.Problem().rfind(each.problem, 0), 0U) << error.what();
+            EXPECT_EQ(error.Mend().rfind(each.mend, 0), 0U) << error.what();
+        }
+    }
+}
+
+TEST(EngineForHosts, OneSectionServesManyThreads) {
+    const Section shared = Section::Open("HEB200");
+    const std::string alone = shared.Evaluate().Json() + Section::Open("IPE300").Evaluate().Json();
+    std::vector<std::string> texts(8);
+    std::vector<std::thread> threads;
+    for (std::string& text : texts) {
+        threads.emplace_back([&text, &shared] {
+            text = shared.Evaluate().Json() + Section::Open("IPE300").Evaluate().Json();
+        });
+    }
+    for (std::thread& thread : threads) thread.join();
+    for (const std::string& text : texts) EXPECT_EQ(text, alone);
+}
+
+}  // namespace
