@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cstddef>
 
+#include "numeric/ieee_arithmetic.h"
+
 namespace halvorn {
 
 std::string FormatFixed(double value, int precision) {
