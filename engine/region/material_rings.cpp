@@ -9,25 +9,12 @@ namespace halvorn::engine {
 
 namespace {
 
-// A bridge along an axis costs this much more length.
-constexpr double kAxisPenalty = 2.0;
-// Sine of the angle to an axis within which a bridge counts as along it.
-constexpr double kAlongAxis = 0.05;
-
 std::size_t NextSlot(std::size_t i) {
     return i == 2 ? 0 : i + 1;
 }
 
 std::size_t PreviousSlot(std::size_t i) {
     return i == 0 ? 2 : i - 1;
-}
-
-double BridgeCost(const Point& from, const Point& to) {
-    const Point along = to - from;
-    const double length = std::hypot(along.x, along.y);
-    const bool isAlongAxis =
-        std::min(std::fabs(along.x), std::fabs(along.y)) <= kAlongAxis * length;
-    return isAlongAxis ? kAxisPenalty * length : length;
 }
 
 // An edge within the material between what lies at its ends: a ring or a vertex off all rings.

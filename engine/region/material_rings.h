@@ -19,6 +19,18 @@ struct MaterialRing {
     std::vector<Index> edges;  ///< outlines along it, without repetition
 };
 
+/// Returns what a bridge costs: the square of its length, four times as much within 3 degrees of an
+/// axis, where neutral axes run.
+inline double BridgeCost(const Point& from, const Point& to) {
+    constexpr double kAxisPenalty = 4.0;
+    constexpr double kAlongAxis = 0.05 * 0.05;  // square of the sine of the angle
+    const double x = (to.x - from.x) * (to.x - from.x);
+    const double y = (to.y - from.y) * (to.y - from.y);
+    const double square = x + y;
+    const bool isAlongAxis = (x < y ? x : y) <= kAlongAxis * square;
+    return isAlongAxis ? kAxisPenalty * square : square;
+}
+
 /// See `Region` and `Part` for what the rings are.
 class MaterialRings {
 public:

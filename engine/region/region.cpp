@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
 
 #include "geometry/faces.h"
+#include "geometry/predicates.h"
 #include "geometry/simple_rings.h"
 #include "region/material_rings.h"
 #include "region/nested_rings.h"
@@ -193,6 +195,53 @@ private:
     std::vector<Index> partOf_;  // of each triangle
 };
 
+// Whether a segment between two vertices meets an edge of a ring other than at their ends.
+bool Meets(const Point& from, const Point& to, const Points& ring) {
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const Point& a = ring[i];
+        const Point& b = ring[i + 1 == ring.size() ? 0 : i + 1];
+        if (a == from || a == to || b == from || b == to) continue;
+        const int first = Orientation(from, to, a) * Orientation(from, to, b);
+        const int second = Orientation(a, b, from) * Orientation(a, b, to);
+        if (first <= 0 && second <= 0) return true;
+    }
+    return false;
+}
+
+// The rings of a part with one void, joined by the cheapest bridge between their vertices; nothing
+// when that is no bridge or costs too much to find.
+std::optional<Points> JoinedToOneVoid(const Part& part) {
+    constexpr std::size_t kMostPairs = 1000000;
+    if (part.voids.size() != 1) return std::nullopt;
+    const Points& outline = part.outline;
+    const Points& hole = part.voids[0];
+    if (outline.size() * hole.size() > kMostPairs) return std::nullopt;
+    double least = std::numeric_limits<double>::infinity();
+    std::size_t from = 0;
+    std::size_t to = 0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+        for (std::size_t k = 0; k < hole.size(); ++k) {
+            const double cost = BridgeCost(outline[i], hole[k]);
+            if (cost >= least) continue;
+            least = cost;
+            from = i;
+            to = k;
+        }
+    }
+    // Rings that touch have no bridge between different points.
+    if (!(least > 0.0) || Meets(outline[from], hole[to], outline) ||
+        Meets(outline[from], hole[to], hole)) {
+        return std::nullopt;
+    }
+    Points joined;
+    joined.reserve(outline.size() + hole.size() + 2);
+    for (std::size_t i = 0; i <= outline.size(); ++i) {
+        joined.push_back(outline[(from + i) % outline.size()]);
+    }
+    for (std::size_t k = 0; k <= hole.size(); ++k) joined.push_back(hole[(to + k) % hole.size()]);
+    return joined;
+}
+
 }  // namespace
 
 Region RegionOf(std::span<const WeightedRing> outlines) {
@@ -210,6 +259,7 @@ Region RegionOfArrangement(std::span<const WeightedRing> outlines) {
 
 Points JoinedRing(const Part& part) {
     if (part.voids.empty()) return part.outline;
+    if (std::optional<Points> joined = JoinedToOneVoid(part)) return std::move(*joined);
     std::vector<const Points*> rings = {&part.outline};
     for (const Points& ring : part.voids) rings.push_back(&ring);
     const Arrangement arrangement = Arrangement::OfTouchingRings(rings);

@@ -49,8 +49,7 @@ void AddPublished(Report* report) {
     }
 }
 
-void KeepDigitsOfHalves(const Region& region, AxisDirection direction, PlasticHalves* halves) {
-    const Moments moments = MomentsOf(region);
+void KeepDigitsOfHalves(const Moments& moments, AxisDirection direction, PlasticHalves* halves) {
     const double across =
         direction == AxisDirection::Horizontal ? moments.firstYError : moments.firstXError;
     const double half = 0.5 * moments.area;
@@ -93,11 +92,13 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
 
 void AddHalves(Report* report) {
     report->halves.clear();
+    const std::vector<Points> joined = JoinedRingsOf(report->region);
+    const Moments moments = report->whyNoRegion.empty() ? MomentsOf(report->region) : Moments{};
     for (const AxisDirection direction : {AxisDirection::Horizontal, AxisDirection::Vertical}) {
         PlasticHalves& halves = report->halves.emplace_back();
         if (report->whyNoRegion.empty()) {
-            halves = HalvesOf(report->region, direction);
-            KeepDigitsOfHalves(report->region, direction, &halves);
+            halves = HalvesOf(report->region, joined, direction);
+            KeepDigitsOfHalves(moments, direction, &halves);
         } else {
             halves.whyMissing = report->whyNoRegion;
         }

@@ -66,7 +66,18 @@ struct AreaMoment {
 
 }  // namespace
 
+std::vector<Points> JoinedRingsOf(const Region& region) {
+    std::vector<Points> joined;
+    for (const Part& part : region.parts) joined.push_back(JoinedRing(part));
+    return joined;
+}
+
 PlasticHalves HalvesOf(const Region& region, AxisDirection direction) {
+    return HalvesOf(region, JoinedRingsOf(region), direction);
+}
+
+PlasticHalves HalvesOf(const Region& region, const std::vector<Points>& joined,
+                       AxisDirection direction) {
     constexpr double kAgreement = 1e-9;  // of the area [-]
     PlasticHalves halves;
     const auto axis = PlasticAxis(region, direction);
@@ -77,9 +88,10 @@ PlasticHalves HalvesOf(const Region& region, AxisDirection direction) {
     const Point onAxis = region.frame.FromFrame({*axis, *axis});
     halves.axis = direction == AxisDirection::Horizontal ? onAxis.y : onAxis.x;
     std::array<AreaMoment, 2> sums;
-    for (const Part& part : region.parts) {
+    for (const Points& ring : joined) {
         Points turned;
-        for (const Point& point : JoinedRing(part)) turned.push_back(AcrossAxis(point, direction));
+        turned.reserve(ring.size());
+        for (const Point& point : ring) turned.push_back(AcrossAxis(point, direction));
         for (Points& piece : CutAt(turned, *axis, region.size)) {
             const AreaMoment own = AreaMoment::Of(piece);
             const std::size_t side = own.moment.y >= *axis * own.area ? 0 : 1;

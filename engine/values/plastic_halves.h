@@ -14,6 +14,14 @@ namespace halvorn::engine {
 /// half agrees with half of the region's within 1e-9 of it, else there are none.
 PlasticHalves HalvesOf(const Region& region, AxisDirection direction);
 
+/// Returns the same.
+/// @param joined  the ring of each part, as `JoinedRing` gives it, for both directions
+PlasticHalves HalvesOf(const Region& region, const std::vector<Points>& joined,
+                       AxisDirection direction);
+
+/// Returns the joined ring of each part.
+std::vector<Points> JoinedRingsOf(const Region& region);
+
 /// Returns what the sides about an axis are called: "above" and "below", "right" and "left".
 std::array<const char*, 2> SidesOf(AxisDirection direction);
 
