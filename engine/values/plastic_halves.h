@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_VALUES_PLASTIC_HALVES_H
 
 #include <array>
+#include <vector>
 
 #include "HalvornEngine.h"
 #include "region/region.h"
