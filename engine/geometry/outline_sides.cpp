@@ -220,7 +220,7 @@ private:
 OutlineSides::OutlineSides(std::vector<const Points*> rings) : rings_(std::move(rings)) {
     shapes_.reserve(rings_.size());
     for (const Points* ring : rings_) {
-        shapes_.push_back({Box(*ring), 0.5 * std::fabs(TwiceArea(*ring)), Perimeter(*ring), {}});
+        shapes_.push_back({Box(*ring), AreaOf(*ring), Perimeter(*ring), {}});
     }
     std::vector<std::size_t> all(rings_.size());
     std::iota(all.begin(), all.end(), std::size_t{0});

@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_GEOMETRY_RINGS_H
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "geometry/point.h"
@@ -18,6 +19,11 @@ inline double TwiceArea(const Points& ring) {
         area += Cross(ring[i] - ring[0], ring[i + 1] - ring[0]);
     }
     return area;
+}
+
+/// Returns the area of a ring, whichever way it runs [L^2].
+inline double AreaOf(const Points& ring) {
+    return 0.5 * std::fabs(TwiceArea(ring));
 }
 
 /// Drops the points of a ring that repeat the one before, also a last one that repeats the first.

@@ -79,7 +79,7 @@ bool IsWithoutCentroid(const std::vector<Element>& elements, double area) {
     double lost = 0.0;
     for (const Element& element : elements) {
         if (element.given) continue;
-        const double own = 0.5 * std::fabs(TwiceArea(element.ring));
+        const double own = AreaOf(element.ring);
         if (own <= kNoCentroid) lost += own;
     }
     return lost > kNegligible * std::fabs(area);

@@ -10,7 +10,7 @@
 #include "region/moments.h"
 #include "values/class_values.h"
 #include "values/digits.h"
-#include "values/find_faults.h"
+#include "values/findings.h"
 #include "values/plastic_halves.h"
 #include "values/region_values.h"
 #include "values/values.h"
@@ -80,7 +80,7 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     report.section = section;
     report.shift = shift;
     AddRegion(&report);
-    report.findings = FindFaults(report);
+    report.findings = FindingsOf(report);
     RefuseSelfCrossing(report);
     AddRegionValues(&report);
     AddPublished(&report);

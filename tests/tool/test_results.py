@@ -300,7 +300,7 @@ class GoodInput(unittest.TestCase):
             return [(key, value["symbol"], value["unit"]) for key, value in values.items()]
 
         kinds = {re.sub("`", "", kind): severity for kind, severity, _ in table("Findings")}
-        named = re.findall(r'return "(\w+)";', (SOURCE / "engine/values/finding.cpp").read_text(encoding="utf-8"))
+        named = re.findall(r'return "(\w+)";', (SOURCE / "engine/values/finding_texts.cpp").read_text(encoding="utf-8"))
         self.assertEqual(sorted(named), sorted([*kinds, "error", "warning", "remark", "hint"]))
         spoiled = edited(RECTANGLE, "/contours/0/points", [[0, 0], [9, 0], [9, 9], [0, 9], [0, 5]])
         for section in (spoiled, TRIANGLE, {"version": 1, "unit": "in", "parts": [{"profile": "UPE200"}]},

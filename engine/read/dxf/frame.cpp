@@ -53,7 +53,7 @@ bool IsTube(const Box& outer, const Element& inner) {
     constexpr double offCentre = 0.01;  // of the diagonal
     constexpr double thickestWall = 0.2;  // of the side across it
     const Box box(inner.ring);
-    const double filled = 0.5 * std::fabs(TwiceArea(inner.ring)) / (box.Width() * box.Height());
+    const double filled = AreaOf(inner.ring) / (box.Width() * box.Height());
     const double hollow = 1.0 - 2.0 * thickestWall;
     const bool isThin =
         box.Width() >= hollow * outer.Width() && box.Height() >= hollow * outer.Height();

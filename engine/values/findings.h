@@ -1,7 +1,7 @@
-/// @file find_faults.h
+/// @file findings.h
 /// The one search for what is doubtful about a section.
-#ifndef HALVORN_ENGINE_VALUES_FIND_FAULTS_H
-#define HALVORN_ENGINE_VALUES_FIND_FAULTS_H
+#ifndef HALVORN_ENGINE_VALUES_FINDINGS_H
+#define HALVORN_ENGINE_VALUES_FINDINGS_H
 
 #include <vector>
 
@@ -15,7 +15,7 @@ namespace halvorn::engine {
 /// hangs together in a point, parts apart; given values that contradict their outline; sizes too
 /// small for the class; and what the reader left out.
 /// @pre section, region and `whyNoRegion` of the report are there
-std::vector<Finding> FindFaults(const Report& report);
+std::vector<Finding> FindingsOf(const Report& report);
 
 /// Returns where an outline crosses itself and cuts off more than 1e-6 of its area, or runs round
 /// it the other way: the first such finding; null when there is none.

@@ -1,0 +1,245 @@
+#include "values/region_findings.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "base/numbers.h"
+#include "geometry/box.h"
+#include "geometry/place_text.h"
+#include "geometry/rings.h"
+#include "values/ring_findings.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+using Kind = FindingKind;
+
+// What the region tells.
+class RegionFindings {
+public:
+    RegionFindings(const SectionModel& section, const Region& region,
+                   std::vector<Finding>& findings)
+        : elements_(section.elements), region_(region), section_(section), findings_(findings) {}
+
+    void Add() {
+        for (const OddPlace& odd : region_.oddPlaces) Gather(odd);
+        TellTurns();
+        TellRingsWithoutArea();
+        TellOverlaps();
+        TellHolesOutside();
+        TellContacts();
+        TellPinches();
+        TellPartsApart();
+    }
+
+private:
+    struct Amount {
+        double area = 0.0;
+        double largest = 0.0;
+        Point place;
+
+        void Add(double more, const Point& at) {
+            area += more;
+            if (more > largest) place = at;
+            largest = std::max(largest, more);
+        }
+    };
+    using Outlines = std::vector<std::size_t>;
+
+    void Tell(Severity severity, Kind kind, std::size_t element, const std::string& problem,
+              const std::string& mend, std::optional<Point> place) {
+        findings_.push_back({severity, kind, elements_[element].label, problem, mend, place});
+    }
+
+    std::string Told(double area) const { return ShortNumber(area) + " " + section_.unit + "^2"; }
+
+    double AreaOfElement(std::size_t i) const { return AreaOf(elements_[i].ring); }
+
+    // Of the outlines round a place the ones with the smallest areas.
+    Outlines Smallest(Outlines outlines, std::size_t count) const {
+        std::sort(outlines.begin(), outlines.end(), [&](std::size_t a, std::size_t b) {
+            const double ofA = AreaOfElement(a), ofB = AreaOfElement(b);
+            return ofA < ofB || (ofA == ofB && a > b);
+        });
+        outlines.resize(std::min(count, outlines.size()));
+        std::sort(outlines.begin(), outlines.end());
+        return outlines;
+    }
+
+    void Gather(const OddPlace& odd) {
+        Outlines solids, holes;
+        for (const auto& [i, winding] : odd.windings) {
+            if (winding != 1) (winding < 0 ? reversed_ : repeated_)[i].Add(odd.area, odd.place);
+            (elements_[i].isSolid ? solids : holes).push_back(i);
+        }
+        const auto solidCount = static_cast<int>(solids.size());
+        const auto holeCount = static_cast<int>(holes.size());
+        const int sum = solidCount - holeCount;
+        if (sum > 1) {
+            overlaps_[Smallest(solids, static_cast<std::size_t>(sum))].Add(odd.area, odd.place);
+        } else if (sum < 0 && solidCount == 0) {
+            for (const std::size_t hole : holes) outside_[hole].Add(odd.area, odd.place);
+        } else if (sum < 0) {
+            overlaps_[Smallest(holes, static_cast<std::size_t>(1 - sum))].Add(odd.area, odd.place);
+        }
+    }
+
+    // A place where an outline crosses itself, if it does.
+    std::optional<Point> OwnCrossing(std::size_t i) const {
+        for (const OutlineCrossing& crossing : region_.crossings) {
+            if (Slot(crossing.first) == i && Slot(crossing.second) == i) return crossing.place;
+        }
+        return {};
+    }
+
+    void TellTurns() {
+        // Less is what rounding does to curves that meet at a tangent.
+        constexpr double kLeastLoop = 1e-6;  // of the outline's area
+        std::set<std::size_t> told;
+        for (const auto* const amounts : {&reversed_, &repeated_}) {
+            for (const auto& [i, amount] : *amounts) {
+                if (amount.area <= kLeastLoop * std::max(AreaOfElement(i), amount.area)) continue;
+                if (!told.insert(i).second) continue;
+                const auto crossing = OwnCrossing(i);
+                if (crossing || amounts == &reversed_) {
+                    TellSelfCrossing(i, crossing.value_or(amount.place));
+                } else {
+                    Tell(Severity::Warning, Kind::RepeatedTurn, i,
+                         "it runs round a part of its area more than once: " + Told(amount.area) +
+                             " at " + PlaceText(amount.place) + " count once here",
+                         "run round a hole in the other sense, and round each part once",
+                         amount.place);
+                }
+            }
+        }
+    }
+
+    void TellRingsWithoutArea() {
+        if (region_.size == 0.0) return;
+        constexpr double kSmallest = 1e-8;  // of the section; ten times what is one point
+        const double size = region_.frame.LengthFromFrame(region_.size);
+        for (std::size_t i = 0; i < elements_.size(); ++i) {
+            if (OwnCrossing(i)) continue;
+            if (HasNoArea(elements_[i].ring)) {
+                Tell(Severity::Error, Kind::NoArea, i, "it encloses no area",
+                     "look for missing points, or for points in a wrong order", {});
+            } else if (Box(elements_[i].ring).Diagonal() <= kSmallest * size) {
+                Tell(Severity::Error, Kind::NoArea, i,
+                     "it is so small beside the section that its points are one",
+                     "look for a point that is far off, or leave it out", {});
+            }
+        }
+    }
+
+    void TellSelfCrossing(std::size_t i, const Point& place) {
+        if (elements_[i].isWall) {
+            Tell(Severity::Warning, Kind::SelfCrossing, i,
+                 "the wall crosses itself at " + PlaceText(place),
+                 "its material there counts once; draw the line without crossings", place);
+        } else {
+            Tell(Severity::Error, Kind::SelfCrossing, i, "it crosses itself at " + PlaceText(place),
+                 "bring its points into order, or draw each part as an outline", place);
+        }
+    }
+
+    void TellOverlaps() {
+        constexpr double kNegligible = 1e-9;  // of the smallest of the outlines
+        for (const auto& [outlines, amount] : overlaps_) {
+            const std::size_t first = outlines.front();
+            double least = AreaOfElement(first);
+            std::string others;
+            for (std::size_t k = 1; k < outlines.size(); ++k) {
+                least = std::min(least, AreaOfElement(outlines[k]));
+                others += (k > 1 ? " and \"" : "\"") + elements_[outlines[k]].label + "\"";
+            }
+            if (others.empty() || amount.area <= kNegligible * least) continue;
+            const bool isSolid = elements_[first].isSolid;
+            Tell(Severity::Warning, Kind::Overlap, first,
+                 std::string("it overlaps ") + (isSolid ? "" : "the hole ") + others + ": " +
+                     Told(amount.area) + " at " + PlaceText(amount.place) +
+                     (isSolid ? " count once here, and in class_values for each"
+                              : " are taken once here, and in class_values for each"),
+                 isSolid ? "move one of them or join both to one contour"
+                         : "move one of them or join both to one hole",
+                 amount.place);
+        }
+    }
+
+    void TellHolesOutside() {
+        constexpr double kNegligible = 1e-9;  // of the hole
+        for (const auto& [i, amount] : outside_) {
+            if (amount.area <= kNegligible * AreaOfElement(i)) continue;
+            Tell(Severity::Warning, Kind::HoleOutside, i,
+                 Told(amount.area) + " of this hole lie outside every solid, at " +
+                     PlaceText(amount.place) +
+                     "; they take nothing here, and are subtracted in "
+                     "class_values",
+                 "move it inside, or give the solid around it", amount.place);
+        }
+    }
+
+    std::string Distance(double distance) const {
+        return ShortNumber(distance) + " " + section_.unit;
+    }
+
+    void TellContacts() {
+        for (const OutlineContact& miss : region_.nearMisses) {
+            Tell(Severity::Warning, Kind::NearMiss, Slot(miss.vertexOf),
+                 "it comes within " + Distance(miss.distance) + " of \"" +
+                     elements_[Slot(miss.edgeOf)].label + "\" at " + PlaceText(miss.place) +
+                     " and does not touch it",
+                 "let them touch, or move them apart", miss.place);
+        }
+        std::map<std::pair<Index, Index>, OutlineContact> farthest;
+        for (const OutlineContact& moved : region_.moved) {
+            auto& contact = farthest[{moved.vertexOf, moved.edgeOf}];
+            if (moved.distance >= contact.distance) contact = moved;
+        }
+        for (const auto& [pair, contact] : farthest) {
+            Tell(Severity::Remark, Kind::SetOnto, Slot(pair.first),
+                 "it is set onto \"" + elements_[Slot(pair.second)].label + "\" at " +
+                     PlaceText(contact.place) + ", " + Distance(contact.distance) + " away",
+                 "nothing to do where they are meant to touch", contact.place);
+        }
+    }
+
+    void TellPinches() {
+        for (std::size_t k = 0; k < std::min(region_.pinches.size(), kMostPlaces); ++k) {
+            const Point& place = region_.pinches[k];
+            findings_.push_back(
+                {Severity::Warning, Kind::Pinch, section_.source,
+                 "the material hangs together in one point only at " + PlaceText(place),
+                 "join it there, or part it", place});
+        }
+    }
+
+    void TellPartsApart() {
+        if (region_.parts.size() < 2) return;
+        const Part& second = region_.parts[1];
+        const Point place = region_.frame.FromFrame(second.outline.front());
+        findings_.push_back({Severity::Remark, Kind::PartsApart, section_.source,
+                             "the section is in " + std::to_string(region_.parts.size()) +
+                                 " parts that share no edge, one of them at " + PlaceText(place) +
+                                 "; its values hold where something makes them act as one",
+                             "", place});
+    }
+
+    const std::vector<Element>& elements_;
+    const Region& region_;
+    const SectionModel& section_;
+    std::vector<Finding>& findings_;
+    std::map<std::size_t, Amount> reversed_, repeated_, outside_;
+    std::map<Outlines, Amount> overlaps_;
+};
+
+}  // namespace
+
+void AddRegionFindings(const SectionModel& section, const Region& region,
+                       std::vector<Finding>* findings) {
+    RegionFindings(section, region, *findings).Add();
+}
+
+}  // namespace halvorn::engine
