@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "model/push_element.h"
 #include "shapes/profiles.h"
 
 namespace halvorn::benchmarks {

@@ -132,9 +132,9 @@ struct Summary {
     std::vector<double> numbers;
     std::vector<std::size_t> counts;
 
-    explicit Summary(const Region& region) {
-        counts = {region.parts.size(),     region.oddPlaces.size(), region.pinches.size(),
-                  region.crossings.size(), region.moved.size(),     region.nearMisses.size()};
+    explicit Summary(const Region& region)
+        : counts{region.parts.size(),     region.oddPlaces.size(), region.pinches.size(),
+                 region.crossings.size(), region.moved.size(),     region.nearMisses.size()} {
         numbers = {region.area, region.size, region.frame.origin.x, region.frame.origin.y,
                    std::ldexp(1.0, region.frame.exponent)};
         for (const Part& part : region.parts) {
