@@ -133,10 +133,10 @@ struct Summary {
     std::vector<std::size_t> counts;
 
     explicit Summary(const Region& region)
-        : counts{region.parts.size(),     region.oddPlaces.size(), region.pinches.size(),
+        : numbers{region.area, region.size, region.frame.origin.x, region.frame.origin.y,
+                  std::ldexp(1.0, region.frame.exponent)},
+          counts{region.parts.size(),     region.oddPlaces.size(), region.pinches.size(),
                  region.crossings.size(), region.moved.size(),     region.nearMisses.size()} {
-        numbers = {region.area, region.size, region.frame.origin.x, region.frame.origin.y,
-                   std::ldexp(1.0, region.frame.exponent)};
         for (const Part& part : region.parts) {
             counts.push_back(part.outline.size());
             counts.push_back(part.voids.size());
