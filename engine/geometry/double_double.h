@@ -5,6 +5,37 @@
 
 namespace halvorn::engine {
 
+/// Two doubles whose sum is an exact result.
+struct ExactPair {
+    double high;  ///< the rounded result
+    double low;   ///< what rounding took
+};
+
+/// Returns a + b exactly (D. E. Knuth, The Art of Computer Programming 2, 4.2.2).
+constexpr ExactPair TwoSum(double a, double b) {
+    const double sum = a + b;
+    const double ofB = sum - a;
+    return {sum, (a - (sum - ofB)) + (b - ofB)};
+}
+
+/// Returns a b exactly, without a fused operation, which not every machine has (Dekker).
+/// @pre neither the product nor 2^27 times a factor overflows, and the product's low part does not
+///      underflow
+constexpr ExactPair TwoProduct(double a, double b) {
+    // The leading and the trailing 26 bits.
+    const auto halves = [](double value) {
+        constexpr double kSplitter = 134217729.0;  // 2^27 + 1
+        const double scaled = kSplitter * value;
+        const double high = scaled - (scaled - value);
+        return ExactPair{high, value - high};
+    };
+    const double product = a * b;
+    const ExactPair x = halves(a);
+    const ExactPair y = halves(b);
+    return {product,
+            ((x.high * y.high - product) + x.high * y.low + x.low * y.high) + x.low * y.low};
+}
+
 /// high + low, where low is no more than half a unit in the last place of high. Results of sums and
 /// products are off by some 2^-104 of the larger operand (T. J. Dekker, A floating-point technique
 /// for extending the available precision, 1971).
@@ -17,10 +48,8 @@ public:
     constexpr explicit operator double() const { return high_ + low_; }
 
     friend constexpr DoubleDouble operator+(const DoubleDouble& a, const DoubleDouble& b) {
-        const double sum = a.high_ + b.high_;
-        const double ofB = sum - a.high_;
-        const double error = (a.high_ - (sum - ofB)) + (b.high_ - ofB);
-        return Normal(sum, error + (a.low_ + b.low_));
+        const ExactPair sum = TwoSum(a.high_, b.high_);
+        return Normal(sum.high, sum.low + (a.low_ + b.low_));
     }
     friend constexpr DoubleDouble operator-(const DoubleDouble& a) {
         return Normal(-a.high_, -a.low_);
@@ -29,12 +58,8 @@ public:
         return a + -b;
     }
     friend constexpr DoubleDouble operator*(const DoubleDouble& a, const DoubleDouble& b) {
-        const double product = a.high_ * b.high_;
-        const auto [aHigh, aLow] = Halves(a.high_);
-        const auto [bHigh, bLow] = Halves(b.high_);
-        const double error =
-            ((aHigh * bHigh - product) + aHigh * bLow + aLow * bHigh) + aLow * bLow;
-        return Normal(product, error + (a.high_ * b.low_ + a.low_ * b.high_));
+        const ExactPair product = TwoProduct(a.high_, b.high_);
+        return Normal(product.high, product.low + (a.high_ * b.low_ + a.low_ * b.high_));
     }
     friend constexpr DoubleDouble operator/(const DoubleDouble& a, const DoubleDouble& b) {
         const double first = a.high_ / b.high_;
@@ -44,18 +69,6 @@ public:
     DoubleDouble& operator+=(const DoubleDouble& other) { return *this = *this + other; }
 
 private:
-    struct Pair {
-        double high;
-        double low;
-    };
-
-    // The leading and the trailing 26 bits.
-    static constexpr Pair Halves(double value) {
-        constexpr double kSplitter = 134217729.0;  // 2^27 + 1
-        const double scaled = kSplitter * value;
-        const double high = scaled - (scaled - value);
-        return {high, value - high};
-    }
     static constexpr DoubleDouble Normal(double high, double low) {
         DoubleDouble result;
         result.high_ = high + low;

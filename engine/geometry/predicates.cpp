@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <limits>
 
+#include "geometry/double_double.h"
+
 namespace halvorn::engine {
 
 namespace {
@@ -33,20 +35,11 @@ struct Expansion {
     }
 };
 
-// Knuth's sum: a + b = sum + error exactly.
-void TwoSum(double a, double b, double& sum, double& error) {
-    sum = a + b;
-    const double ofB = sum - a;
-    error = (a - (sum - ofB)) + (b - ofB);
-}
-
 Expansion<2> Difference(double a, double b) {
-    double sum = 0.0;
-    double error = 0.0;
-    TwoSum(a, -b, sum, error);
+    const auto [high, low] = TwoSum(a, -b);
     Expansion<2> result;
-    result.Append(error);
-    result.Append(sum);
+    result.Append(low);
+    result.Append(high);
     return result;
 }
 
@@ -62,11 +55,9 @@ Expansion<N + M> Sum(const Expansion<N>& a, const Expansion<M>& b) {
         const bool isFromA =
             k == b.count || (i < a.count && std::fabs(a.terms[i]) < std::fabs(b.terms[k]));
         const double term = isFromA ? a.terms[i++] : b.terms[k++];
-        double sum = 0.0;
-        double error = 0.0;
-        TwoSum(carry, term, sum, error);
-        result.Append(error);
-        carry = sum;
+        const ExactPair sum = TwoSum(carry, term);
+        result.Append(sum.low);
+        carry = sum.high;
     }
     result.Append(carry);
     return result;
@@ -84,14 +75,12 @@ Expansion<2 * N> Scaled(const Expansion<N>& a, double factor) {
     Expansion<2 * N> result;
     double carry = 0.0;
     for (std::size_t i = 0; i < a.count; ++i) {
-        const double product = a.terms[i] * factor;
-        const double rest = std::fma(a.terms[i], factor, -product);
-        double sum = 0.0;
-        double error = 0.0;
-        TwoSum(carry, rest, sum, error);
-        result.Append(error);
-        TwoSum(product, sum, carry, error);
-        result.Append(error);
+        const ExactPair product = TwoProduct(a.terms[i], factor);
+        const ExactPair rest = TwoSum(carry, product.low);
+        result.Append(rest.low);
+        const ExactPair sum = TwoSum(product.high, rest.high);
+        result.Append(sum.low);
+        carry = sum.high;
     }
     result.Append(carry);
     return result;
