@@ -14,7 +14,8 @@ constexpr const char* kTurn =
     "turn it, or draw its straight pieces as contours of their own, parallel to the axes";
 
 int DigitsLeft(double relative) {
-    return std::max(0, static_cast<int>(std::floor(-std::log10(relative))));
+    if (!(relative < 1.0)) return 0;  // infinite, too
+    return static_cast<int>(std::floor(-std::log10(relative)));
 }
 
 }  // namespace
