@@ -1,6 +1,5 @@
 #include "values/digits.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "base/numbers.h"
