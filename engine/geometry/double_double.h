@@ -43,6 +43,7 @@ constexpr ExactPair TwoProduct(double a, double b) {
 class DoubleDouble {
 public:
     constexpr DoubleDouble() = default;
+    // Implicit: formulas are templates over their numbers and mix in doubles, which lose nothing.
     constexpr DoubleDouble(double value) : high_(value) {}  // NOLINT(google-explicit-constructor)
 
     constexpr explicit operator double() const { return high_ + low_; }
