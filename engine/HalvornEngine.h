@@ -179,6 +179,17 @@ struct Shift {
     double dy = 0.0;  ///< up [L]
 };
 
+/// Forces on a section, in a unit of force F of the caller's choice; moments in it times the
+/// section's unit of length. Stresses come out in F / L^2.
+struct SectionForces {
+    double n = 0.0;   ///< along the axis, at the centre of gravity, positive in tension [F]
+    double mx = 0.0;  ///< puts what is above the centre of gravity in tension [F L]
+    double my = 0.0;  ///< puts what is to the right of it in tension [F L]
+    double vx = 0.0;  ///< shear along x, through the shear centre [F]
+    double vy = 0.0;  ///< shear along y, through the shear centre [F]
+    double t = 0.0;   ///< torque about the shear centre, counter-clockwise [F L]
+};
+
 /// The direction of an axis through a section.
 enum class AxisDirection {
     Horizontal,  ///< distances from it are measured in y
