@@ -1,6 +1,7 @@
+#include <algorithm>
 #include <numeric>
-#include <optional>
 #include <tuple>
+#include <utility>
 
 #include "geometry/predicates.h"
 #include "warping/mesh_places.h"

@@ -2,19 +2,22 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <numbers>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "geometry/arrangement.h"
 #include "geometry/box.h"
 #include "geometry/predicates.h"
+#include "warping/cavity.h"
 #include "warping/mesh_places.h"
 #include "warping/rim_lines.h"
 
 namespace halvorn::engine {
 
 namespace {
+
 // Height over the shortest edge of a triangle, as a part of what gives the smallest angle, at which
 // a new vertex comes at most (A. Uengoer, Off-centers, 2004). Below 1, so that the new angle clears
 // the smallest by enough; of 0.8 to 1 this gave the fewest triangles over the catalogue.
@@ -25,14 +28,17 @@ constexpr double kOffCentre = 0.9;
 // angle of Ruppert's circles takes a third more triangles in thin walls.
 constexpr double kLensSquaredCosine = 0.25;
 
-// Edges shorter than this part of the size are not divided, and triangles that have one are left:
-// points nearer than this are one where outlines are arranged.
+// Edges shorter than this part of the size are not divided, and triangles lower than this are left:
+// points nearer than this are one where outlines are arranged, so that what is thinner is rounding.
 constexpr double kShortest = kMergeDistance;
 
+// J. Ruppert, A Delaunay refinement algorithm for quality 2-dimensional mesh generation, 1995:
+// edges of rings that are encroached are divided; else the centre of a bad triangle's circle
+// becomes a vertex, unless it would encroach on an edge, which is divided instead.
 class Refinement {
 public:
     Refinement(const MeshOptions& options, TriangleMesh& mesh)
-        : options_(options), mesh_(mesh), lines_(mesh) {
+        : options_(options), mesh_(mesh), lines_(mesh), cavity_(mesh) {
         const double angle = options.smallestAngle / 180.0 * std::numbers::pi;
         const double sine = std::sin(angle);
         leastSquaredSine_ = sine * sine;
@@ -48,12 +54,17 @@ public:
             if (!rims_.empty()) {
                 const Candidate next = rims_.back();
                 rims_.pop_back();
-                if (IsStillThere(next)) DivideEncroached(next.triangle);
+                if (!IsStillThere(next)) continue;
+                if (const auto edge = EncroachedEdge(next.triangle)) {
+                    DivideRim(next.triangle, *edge);
+                }
             } else if (!bad_.empty()) {
                 std::pop_heap(bad_.begin(), bad_.end(), IsLater);
                 const Candidate next = bad_.back();
                 bad_.pop_back();
-                if (IsStillThere(next) && Improve(next.triangle)) Judge(next.triangle);
+                if (!IsStillThere(next) || !Improve(next.triangle)) continue;
+                // An edge of a ring was divided in its place.
+                if (IsStillThere(next)) Judge(next.triangle);
             } else {
                 break;
             }
@@ -67,13 +78,6 @@ private:
         Index triangle;
         std::array<Index, 3> corners;
     };
-    // An edge around the cavity that a new vertex makes, and what lies beyond.
-    struct CavityEdge {
-        Index from;
-        Index to;
-        Index beyond;
-        std::size_t edgeBeyond;
-    };
 
     static bool IsLater(const Candidate& a, const Candidate& b) { return a.rank > b.rank; }
 
@@ -81,6 +85,7 @@ private:
         return mesh_.corners[Slot(c.triangle)] == c.corners;
     }
 
+    // Whether a vertex is so near to an edge of a ring that this is divided.
     bool IsEncroached(const Point& from, const Point& to, const Point& by) const {
         const Point a = from - by;
         const Point b = to - by;
@@ -110,8 +115,8 @@ private:
     // Puts a triangle into the queue of bad ones if it is one, those with the shortest edges first.
     void Judge(Index t) {
         const std::array<double, 3> squares = SquaredLengths(t);
-        const double shortest = std::min({squares[0], squares[1], squares[2]});
-        if (shortest < leastSquare_ || !IsBad(t, squares)) return;
+        if (!IsBad(t, squares)) return;
+        const double shortest = *std::min_element(squares.begin(), squares.end());
         bad_.push_back({shortest, t, mesh_.corners[Slot(t)]});
         std::push_heap(bad_.begin(), bad_.end(), IsLater);
     }
@@ -131,6 +136,8 @@ private:
         const Point& apex = CornerPoint(mesh_, t, 0);
         const double twiceArea =
             Cross(CornerPoint(mesh_, t, 1) - apex, CornerPoint(mesh_, t, 2) - apex);
+        const double longest = *std::max_element(squares.begin(), squares.end());
+        if (twiceArea * twiceArea < leastSquare_ * longest) return false;
         if (0.5 * twiceArea > options_.largestArea) return true;
         for (std::size_t corner = 0; corner < 3; ++corner) {
             const double sides = squares[After(corner)] * squares[Before(corner)];
@@ -141,10 +148,6 @@ private:
             }
         }
         return false;
-    }
-
-    void DivideEncroached(Index t) {
-        if (const auto edge = EncroachedEdge(t)) DivideRim(t, *edge);
     }
 
     // The centre of the circle through the corners, or the point nearer to the shortest edge from
@@ -163,128 +166,65 @@ private:
         return start + 0.5 * base + used * Point(-base.y, base.x);
     }
 
-    // Returns whether a vertex was added.
-    bool Improve(Index t) {
-        const Point target = Target(t);
+    // The triangle in which a point lies that is in the circle of this one, and the edge of a ring
+    // beyond which it lies, if one is in its way; 3 without one. In each triangle on the way the
+    // point lies deeper in the circle, so that the way ends; and since it lies in the circle of the
+    // last one, an edge of a ring in its way sees it under a right angle or more.
+    std::pair<Index, std::size_t> Locate(const Point& point, Index t) const {
         for (;;) {
             std::size_t exit = 3;
             for (std::size_t edge = 0; edge < 3; ++edge) {
                 if (exit != 3 && mesh_.neighbours[Slot(t)][edge] == kNone) continue;
-                if (Orientation(CornerPoint(mesh_, t, After(edge)),
-                                CornerPoint(mesh_, t, Before(edge)), target) < 0) {
-                    exit = edge;
-                }
+                const Point& from = CornerPoint(mesh_, t, After(edge));
+                if (Orientation(from, CornerPoint(mesh_, t, Before(edge)), point) < 0) exit = edge;
             }
-            if (exit == 3) break;
-            const Index beyond = mesh_.neighbours[Slot(t)][exit];
-            if (beyond == kNone) return DivideRim(t, exit);
-            t = beyond;
+            if (exit == 3 || mesh_.neighbours[Slot(t)][exit] == kNone) return {t, exit};
+            t = mesh_.neighbours[Slot(t)][exit];
         }
-        Dig(target, t);
-        for (const CavityEdge& edge : cavityEdges_) {
+    }
+
+    // Returns whether a vertex was added.
+    bool Improve(Index t) {
+        const Point target = Target(t);
+        const auto [place, edgeBefore] = Locate(target, t);
+        if (edgeBefore != 3) return DivideRim(place, edgeBefore);
+        cavity_.Dig(target, place);
+        for (const Cavity::Edge& edge : cavity_.Edges()) {
             if (edge.beyond == kNone && IsEncroached(mesh_.vertices[Slot(edge.from)],
                                                      mesh_.vertices[Slot(edge.to)], target)) {
-                return DivideRim(static_cast<Index>(edge.edgeBeyond / 3), edge.edgeBeyond % 3);
+                return DivideRim(edge.within, edge.edgeWithin);
             }
         }
-        if (!IsStar(target, kNone)) return false;
+        if (!cavity_.Fill()) return false;
         lines_.AddVertexWithin();
-        Fill(target, kNone);
+        LookAtNew();
         return true;
     }
 
     bool DivideRim(Index t, std::size_t edge) {
         if (SquaredLengths(t)[edge] < leastSquare_) return false;
         const Index from = mesh_.corners[Slot(t)][After(edge)];
-        const Point division = lines_.Division(mesh_, from, mesh_.corners[Slot(t)][Before(edge)]);
-        Dig(division, t);
-        if (!IsStar(division, from)) return false;
+        const Index to = mesh_.corners[Slot(t)][Before(edge)];
+        cavity_.Dig(lines_.Division(mesh_, from, to), t, from);
+        if (!cavity_.Fill()) return false;
         lines_.AddVertexOnEdgeFrom(from);
-        Fill(division, from);
+        LookAtNew();
         return true;
     }
 
-    // Finds the triangles in whose circles a point lies that hang together with one, and the edges
-    // around them.
-    void Dig(const Point& point, Index start) {
-        inCavity_.resize(mesh_.corners.size(), 0);
-        ++cavityNumber_;
-        cavity_.assign(1, start);
-        cavityEdges_.clear();
-        inCavity_[Slot(start)] = cavityNumber_;
-        for (std::size_t i = 0; i < cavity_.size(); ++i) {
-            const Index t = cavity_[i];
-            for (std::size_t edge = 0; edge < 3; ++edge) {
-                const Index beyond = mesh_.neighbours[Slot(t)][edge];
-                const Index from = mesh_.corners[Slot(t)][After(edge)];
-                const Index to = mesh_.corners[Slot(t)][Before(edge)];
-                if (beyond == kNone) {
-                    cavityEdges_.push_back({from, to, kNone, 3 * Slot(t) + edge});
-                    continue;
-                }
-                if (inCavity_[Slot(beyond)] == cavityNumber_) continue;
-                if (InCircle(CornerPoint(mesh_, beyond, 0), CornerPoint(mesh_, beyond, 1),
-                             CornerPoint(mesh_, beyond, 2), point) > 0) {
-                    inCavity_[Slot(beyond)] = cavityNumber_;
-                    cavity_.push_back(beyond);
-                } else {
-                    cavityEdges_.push_back({from, to, beyond, EdgeBeyond(mesh_, t, edge)});
-                }
-            }
-        }
-    }
-
-    // Whether every edge around the cavity sees the point on its left, but for the edge of a ring
-    // on which it lies, by the start of that.
-    bool IsStar(const Point& point, Index onEdgeFrom) const {
-        return std::all_of(cavityEdges_.begin(), cavityEdges_.end(), [&](const CavityEdge& e) {
-            return (e.beyond == kNone && e.from == onEdgeFrom) ||
-                   Orientation(mesh_.vertices[Slot(e.from)], mesh_.vertices[Slot(e.to)], point) > 0;
-        });
-    }
-
-    void Fill(const Point& point, Index onEdgeFrom) {
-        const auto vertex = static_cast<Index>(mesh_.vertices.size());
-        mesh_.vertices.push_back(point);
-        leaving_.resize(mesh_.vertices.size(), kNone);
-        std::size_t used = 0;
-        filled_.clear();
-        for (const CavityEdge& edge : cavityEdges_) {
-            if (edge.beyond == kNone && edge.from == onEdgeFrom) continue;
-            if (used == cavity_.size()) {
-                cavity_.push_back(static_cast<Index>(mesh_.corners.size()));
-                mesh_.corners.emplace_back();
-                mesh_.neighbours.emplace_back();
-            }
-            const Index t = cavity_[used++];
-            mesh_.corners[Slot(t)] = {vertex, edge.from, edge.to};
-            mesh_.neighbours[Slot(t)] = {edge.beyond, kNone, kNone};
-            if (edge.beyond != kNone) mesh_.neighbours[Slot(edge.beyond)][edge.edgeBeyond] = t;
-            leaving_[Slot(edge.from)] = t;
-        }
-        for (const Index t : cavity_) {
-            const Index next = leaving_[Slot(mesh_.corners[Slot(t)][2])];
-            mesh_.neighbours[Slot(t)][1] = next;
-            if (next != kNone) mesh_.neighbours[Slot(next)][2] = t;
-        }
-        for (const Index t : cavity_) leaving_[Slot(mesh_.corners[Slot(t)][1])] = kNone;
-        filled_ = cavity_;
-        for (const Index t : filled_) Look(t);
+    void LookAtNew() {
+        for (const Index t : cavity_.Triangles()) Look(t);
     }
 
     const MeshOptions& options_;
     TriangleMesh& mesh_;
     RimLines lines_;
+    Cavity cavity_;
     double leastSquaredSine_ = 0.0;
     double mostHeight_ = 0.0;
     double leastSquare_ = 0.0;  // of the length of edges that are divided
     std::vector<Candidate> rims_;
     std::vector<Candidate> bad_;  // a heap
-    std::vector<Index> cavity_, filled_;
-    std::vector<CavityEdge> cavityEdges_;
-    std::vector<std::uint32_t> inCavity_;
-    std::uint32_t cavityNumber_ = 0;
-    std::vector<Index> leaving_;  // of each vertex: the new triangle whose outer edge starts there
 };
 
 }  // namespace

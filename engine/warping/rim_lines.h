@@ -23,16 +23,19 @@ public:
     /// Returns where to divide the edge from `from` to `to` of a ring.
     Point Division(const TriangleMesh& mesh, Index from, Index to) const;
     /// Takes note of a vertex that divides an edge of a ring that starts at `from`.
-    void AddVertexOnEdgeFrom(Index from) { lineOf_.push_back(lineFrom_[Slot(from)]), Follow(); }
+    void AddVertexOnEdgeFrom(Index from) { AddVertexOn(lineFrom_[Slot(from)]); }
     /// Takes note of a vertex within the part.
-    void AddVertexWithin() { lineOf_.push_back(kNone), lineFrom_.push_back(kNone); }
+    void AddVertexWithin() { AddVertexOn(kNone); }
 
     /// Whether nothing can widen the angle of a triangle at a corner: edges of rings enclose it, or
     /// its other two corners lie on one shell about the corner where two lines meet.
     bool Impose(const TriangleMesh& mesh, Index triangle, std::size_t corner) const;
 
 private:
-    void Follow() { lineFrom_.push_back(lineOf_.back()); }
+    void AddVertexOn(Index line) {
+        lineOf_.push_back(line);
+        lineFrom_.push_back(line);
+    }
     bool IsSharp(Index vertex) const {
         return Slot(vertex) < isSharp_.size() && isSharp_[Slot(vertex)];
     }
