@@ -268,6 +268,11 @@ TEST(TriangleMesh, IsGoodForHardCases) {
         {"spike", {{true, {{0, 0}, {100, 0}, {100, 1e-3}, {50, 1e-3}, {50, 60}, {0, 60}}}}},
         {"slit",
          {{true, {{0, 0}, {9, 0}, {9, 9}, {4.500005, 9}, {4.5, 1}, {4.499995, 9}, {0, 9}}}}},
+        {"wedge of 10 degrees, holed near its tip",
+         {{true, {{0, 0}, {100, 0}, {90, 15.9}}}, {false, Rectangle(20, 1.5, 0.5, 0.5)}}},
+        {"wedge of 1 degree on a block, holed",
+         {{true, {{0, 0}, {100, 0}, {100, -50}, {130, -50}, {130, 50}, {100, 1.75}}},
+          {false, Rectangle(60, 0.4, 0.2, 0.2)}}},
         {"star", {{true, Star(30, 3)}}},
         {"gear", {{true, Star(1000, 99.5)}}},
         {"comb", {{true, Comb(40)}}},
@@ -327,6 +332,14 @@ TEST(TriangleMesh, KeepsTheLargestArea) {
         }
         EXPECT_LT(static_cast<double>(mesh.corners.size()), 3.0 * parts);
     }
+}
+
+TEST(BisectTriangles, HalvesEachTriangleOfASquareOnce) {
+    const Rings rings = {{true, Rectangle(0, 0, 1, 1)}};
+    TriangleMesh mesh = MeshOf(RegionOf(Weighted(rings)).parts.at(0));
+    const std::vector<Index> both = {0, 1};
+    EXPECT_EQ(BisectTriangles(both, &mesh), std::vector<Index>({0, 1, 0, 1}));
+    EXPECT_EQ(mesh.vertices.size(), 5U);
 }
 
 // Towards one corner: each round adds a few triangles round it, wherever the others are.
