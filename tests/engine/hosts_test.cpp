@@ -163,6 +163,19 @@ TEST(EngineForHosts, ErrorsNameSourcePlaceAndMend) {
          "options", "", "the shift", "give"},
         {[&] { parse(kCsv, TextFormat::Csv).Evaluate({.density = -1.0}); }, "options", "",
          "the density", "give kg/m^3"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({.tolerance = 1e-10}); }, "options", "",
+         "the tolerance", "give"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({.poisson = -infinite}); }, "options", "",
+         "Poisson's ratio", "give"},
+        {[&] {
+             parse(kCsv, TextFormat::Csv).Evaluate({.forces = SectionForces{0, 0, infinite}});
+         },
+         "options", "", "a force is not finite", "give"},
+        {[&] {
+             parse(kCsv, TextFormat::Csv)
+                 .Evaluate({.wantsWarping = false, .forces = SectionForces{}});
+         },
+         "options", "", "stresses take", "ask"},
         {[&] {
              parse(wall, TextFormat::Json).Evaluate({.shift = {1.0, 0.0}});
          },
