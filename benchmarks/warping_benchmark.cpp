@@ -164,7 +164,7 @@ std::shared_ptr<const Subject> Shared(const std::string& name, Drawing drawing) 
 void RegisterComparisons() {
     for (const auto& subject :
          {Shared("IPE 300", Profile("IPE300")), Shared("L 100x100x10", Profile("L100x100x10")),
-          Shared("SHS 100x5", Profile("SHS100x5")), Shared("two-cell box", TwoCells()),
+          Shared("SHS 100x100x5", Profile("SHS 100x100x5")), Shared("two-cell box", TwoCells()),
           Shared("lipped channel", LippedChannel()), Shared("concrete T", ConcreteT()),
           Shared("gear", Gear(1000))}) {
         // The reference is solved once, when the first benchmark needs it.
