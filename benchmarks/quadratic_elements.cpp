@@ -1,5 +1,6 @@
 #include "quadratic_elements.h"
 
+#include <Eigen/LU>
 #include <Eigen/SparseCholesky>
 #include <Eigen/SparseCore>
 #include <array>
