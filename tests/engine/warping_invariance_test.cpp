@@ -13,6 +13,7 @@
 
 #include "random_sections.h"
 #include "shapes/profiles.h"
+#include "warping/part_solution.h"
 #include "warping_checks.h"
 
 namespace {
@@ -249,6 +250,36 @@ TEST(WarpingInput, IsRefusedWhereItHasNoSolution) {
     }
     for (const double wrong : {nan, -0.01, 0.51}) {
         EXPECT_THROW(Solve(square, Within(1e-4, wrong)), std::invalid_argument) << wrong;
+    }
+}
+
+// Of stresses that differ from the true one by a gradient and by a balanced field: only then is the
+// distance of the bounds the energy of their difference.
+void ExpectHypercircle(const Energies& energies) {
+    const double bounds[] = {energies.torsionUpper - energies.torsionLower,
+                             energies.shearUpper[0][0] - energies.shearLower[0][0],
+                             energies.shearUpper[1][1] - energies.shearLower[1][1]};
+    const double scale[] = {energies.torsionUpper, energies.shearUpper[0][0],
+                            energies.shearUpper[1][1]};
+    for (std::size_t i = 0; i < 3; ++i) {
+        double difference = 0.0;
+        for (const auto& gaps : energies.gaps) difference += gaps[i];
+        EXPECT_NEAR(bounds[i], difference, 1e-10 * scale[i]) << i;
+        EXPECT_GE(difference, 0.0);
+    }
+}
+
+TEST(WarpingBounds, AreAsFarApartAsTheTwoStresses) {
+    for (const auto& [name, rings] : Sections()) {
+        SCOPED_TRACE(name);
+        for (const double angle : {0.0, 0.5}) {
+            const Region region = RegionOf(Weighted(Similarity{1.0, angle, {}}(rings)));
+            for (const Part& part : region.parts) {
+                for (const double tolerance : {0.1, 1e-4}) {
+                    ExpectHypercircle(SolvePart(part, Within(tolerance)).energies);
+                }
+            }
+        }
     }
 }
 

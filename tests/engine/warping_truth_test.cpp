@@ -11,6 +11,7 @@
 
 #include "base/text.h"
 #include "catalogue/csv_table.h"
+#include "region/moments.h"
 #include "warping_checks.h"
 
 namespace {
@@ -293,6 +294,35 @@ TEST(WarpingTruth, ThinWallsApproachTheTheoryOfThinWalls) {
             EXPECT_LT(off, 0.5 * last + 1e-4) << wall.name << ", t = " << t;
             last = off;
         }
+    }
+}
+
+// What Poisson's ratio adds to the compliance under a force along y, over k^2.
+double PoissonCompliance(const Rings& rings) {
+    const double without = Solve(rings, Within(1e-6)).shearAreaY.Middle();
+    const double with = Solve(rings, Within(1e-6, 0.5)).shearAreaY.Middle();
+    return 9.0 * (1.0 / with - 1.0 / without);
+}
+
+TEST(WarpingTruth, PoissonsRatioActsOnTubesAndCells) {
+    // The stress function of a tube of radii 1 and m is x / I (r^2 + m^2 / r^2 - 1 - m^2) / -8.
+    for (const double m : {0.3, 0.8}) {
+        const double inertia = pi * (1 - std::pow(m, 4)) / 4;
+        const double sum = (1 + m * m) * (1 - std::pow(m, 4)) / 32 - m * m * (1 - m * m) / 16 -
+                           (1 - std::pow(m, 6)) / 48;
+        const Rings tube = {{true, RegularPolygon(kChords, kAreaTrue)},
+                            {false, RegularPolygon(kChords, m * kAreaTrue)}};
+        const double exact = pi * sum / (inertia * inertia);
+        EXPECT_NEAR(PoissonCompliance(tube) / exact, 1.0, 2e-3) << m;
+    }
+    // Shear flows q in both cells of thin walls, against each other, and 2 q in the wall between:
+    // round a cell q / t sums to the integral of x / I over it, and no torque is left.
+    for (const double t : {0.02, 0.005}) {
+        const Rings cells = TwoCells(t);
+        const double inertia = MomentsOf(RegionOf(Weighted(cells))).inertiaX;
+        const double round = 0.5 * kWidth * kWidth * kHeight / inertia;
+        const double exact = 2.0 * t * round * round / (2 * kWidth + 3 * kHeight);
+        EXPECT_NEAR(PoissonCompliance(cells) / exact, 1.0, 5.0 * t) << t;
     }
 }
 
