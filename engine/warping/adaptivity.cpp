@@ -1,0 +1,154 @@
+#include "warping/adaptivity.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <numeric>
+#include <utility>
+
+#include "warping/shape_functions.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+// Where the boundary turns into the material by more, the singular stress rules the error: the
+// radius to the power of at least 0.05. At the joints of a fillet's chords it is hardly felt.
+constexpr double kStrongTurn = 10.0 * std::numbers::pi / 180.0;
+// Triangles keep their order while all of them together make up no more of the error.
+constexpr double kToleratedSum = 0.3;
+// By how much one more order and one halving are expected to reduce a share, and the most of them at
+// once. At a corner of the material of 270 degrees a halving takes 2^(-2/3).
+constexpr double kByOrder = 10.0;
+constexpr int kMostOrders = 2;
+constexpr double kByHalving = 1.6;
+constexpr int kMostHalvings = 10;
+// An order that reduced a share by less met a solution that is not smooth.
+constexpr double kPoorOrder = 3.0;
+
+std::vector<char> StrongCorners(const FieldSpace& space) {
+    std::vector<char> isStrong(space.mesh.vertices.size(), 0);
+    for (const RimRing& ring : space.rings) {
+        for (std::size_t i = 0; i < ring.edges.size(); ++i) {
+            const EdgeRef& in = ring.edges[i];
+            const EdgeRef& out = ring.edges[(i + 1) % ring.edges.size()];
+            const Point& a = space.CornerAt(in.triangle, in.edge + 1);
+            const Point& b = space.CornerAt(out.triangle, out.edge + 1);
+            const Point& c = space.CornerAt(out.triangle, out.edge + 2);
+            if (TurnBetween(b - a, c - b) > -kStrongTurn) continue;
+            isStrong[Slot(space.mesh.corners[Slot(out.triangle)][Slot((out.edge + 1) % 3)])] = 1;
+        }
+    }
+    return isStrong;
+}
+
+int StepsFor(double ratio, double byStep, int most) {
+    return std::clamp(static_cast<int>(std::ceil(std::log(ratio) / std::log(byStep))), 1, most);
+}
+
+class Enrichment {
+public:
+    Enrichment(const FieldSpace& space, const std::vector<double>& shares, Discretisation* to)
+        : space_(space), shares_(shares), to_(*to), isStrong_(StrongCorners(space)) {}
+
+    void Run() {
+        const double tolerated = ToleratedShare();
+        std::vector<int> halvings(shares_.size(), 0);
+        for (std::size_t t = 0; t < shares_.size(); ++t) {
+            if (shares_[t] <= tolerated) continue;
+            const double ratio = shares_[t] / tolerated;
+            const double before = std::exchange(to_.sharesBefore[t], 0.0);
+            const bool wasPoor = before > 0.0 && shares_[t] * kPoorOrder > before;
+            const bool isAtCorner = TouchesStrongCorner(to_.mesh, t);
+            int& order = to_.orders[t];
+            order = std::max(order, isAtCorner ? 3 : 2);
+            if (isAtCorner) {
+                halvings[t] = StepsFor(ratio, kByHalving, kMostHalvings);
+            } else if (wasPoor || order >= kHighestOrder) {
+                halvings[t] = 2;
+            } else {
+                order = std::min(order + StepsFor(ratio, kByOrder, kMostOrders), kHighestOrder);
+                to_.sharesBefore[t] = shares_[t];
+            }
+        }
+        Halve(std::move(halvings));
+    }
+
+private:
+    // The largest share that is left as it is.
+    double ToleratedShare() const {
+        std::vector<double> sorted = shares_;
+        std::sort(sorted.begin(), sorted.end());
+        double sum = 0.0;
+        double largest = sorted.front();
+        for (const double share : sorted) {
+            sum += share;
+            if (sum > kToleratedSum) break;
+            largest = share;
+        }
+        return largest;
+    }
+
+    bool TouchesStrongCorner(const TriangleMesh& mesh, std::size_t triangle) const {
+        const auto& corners = mesh.corners[triangle];
+        return std::any_of(corners.begin(), corners.end(), [&](Index v) {
+            return Slot(v) < isStrong_.size() && isStrong_[Slot(v)] != 0;
+        });
+    }
+
+    // After the first halving only pieces at a corner are halved on, unless none of the triangle was.
+    void Halve(std::vector<int> halvings) {
+        std::vector<char> isAtCorner(halvings.size());
+        for (std::size_t t = 0; t < halvings.size(); ++t) {
+            isAtCorner[t] = TouchesStrongCorner(to_.mesh, t) ? 1 : 0;
+        }
+        for (;;) {
+            std::vector<Index> marked;
+            for (std::size_t t = 0; t < halvings.size(); ++t) {
+                if (halvings[t] <= 0) continue;
+                if (isAtCorner[t] != 0 && !TouchesStrongCorner(to_.mesh, t)) continue;
+                marked.push_back(static_cast<Index>(t));
+            }
+            if (marked.empty()) return;
+            // A function on a triangle with a richer edge stays one after it is halved.
+            for (const Index t : marked) to_.orders[Slot(t)] = OrderWithEdges(Slot(t));
+            for (const Index t : marked) --halvings[Slot(t)];
+            const std::vector<Index> whole = BisectTriangles(marked, &to_.mesh);
+            halvings = Inherit(halvings, whole);
+            isAtCorner = Inherit(isAtCorner, whole);
+            to_.orders = Inherit(to_.orders, whole);
+            to_.sharesBefore = Inherit(to_.sharesBefore, whole);
+        }
+    }
+
+    int OrderWithEdges(std::size_t triangle) const { return to_.orders[triangle]; }
+
+    template <typename T>
+    static std::vector<T> Inherit(const std::vector<T>& values, const std::vector<Index>& whole) {
+        std::vector<T> inherited;
+        inherited.reserve(whole.size());
+        for (const Index t : whole) inherited.push_back(values[Slot(t)]);
+        return inherited;
+    }
+
+    const FieldSpace& space_;
+    const std::vector<double>& shares_;
+    Discretisation& to_;
+    std::vector<char> isStrong_;  // of the vertices of the space
+};
+
+}  // namespace
+
+Discretisation StartOf(TriangleMesh mesh) {
+    Discretisation start;
+    start.orders.assign(mesh.corners.size(), 2);
+    start.sharesBefore.assign(mesh.corners.size(), 0.0);
+    start.mesh = std::move(mesh);
+    return start;
+}
+
+void Enrich(const FieldSpace& space, const std::vector<double>& shares, Discretisation* to) {
+    Enrichment(space, shares, to).Run();
+}
+
+}  // namespace halvorn::engine

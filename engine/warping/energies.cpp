@@ -1,0 +1,112 @@
+#include "warping/energies.h"
+
+#include "warping/shape_functions.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+double SquareOf(const Point& stress) {
+    return Dot(stress, stress);
+}
+
+class Integration {
+public:
+    explicit Integration(const Fields& fields) : fields_(fields) {
+        sums_.gaps.resize(fields.coefficients.size());
+    }
+
+    Energies Run() {
+        for (std::size_t t = 0; t < sums_.gaps.size(); ++t) AddTriangle(static_cast<Index>(t));
+        for (std::size_t ring = 1; ring < fields_.space.rings.size(); ++ring) {
+            // Clockwise: the area is negative.
+            sums_.torsionLower -=
+                4.0 * fields_.voidStress[ring - 1] * fields_.space.rings[ring].area;
+        }
+        return std::move(sums_);
+    }
+
+private:
+    void AddTriangle(Index triangle) {
+        const FieldSpace& space = fields_.space;
+        const Quadrature& rule = QuadratureOf(space.HighestOrderAt(triangle));
+        const Eigen::MatrixXd& c = fields_.coefficients[Slot(triangle)];
+        const TriangleMap map = MapOf(space, triangle);
+        const Eigen::MatrixXd byXi = c.transpose() * rule.byXi;
+        const Eigen::MatrixXd byEta = c.transpose() * rule.byEta;
+        const Eigen::MatrixXd byX = map.byXi.x * byXi + map.byEta.x * byEta;
+        const Eigen::MatrixXd byY = map.byXi.y * byXi + map.byEta.y * byEta;
+        const Eigen::MatrixXd values = c.leftCols(kFreeFields + 1).transpose() * rule.values;
+        for (std::size_t i = 0; i < rule.corners.size(); ++i) {
+            Point at;
+            for (int corner = 0; corner < 3; ++corner) {
+                at = at + rule.corners[i][Slot(corner)] * space.CornerAt(triangle, corner);
+            }
+            const auto column = static_cast<Eigen::Index>(i);
+            const double weight = map.area * rule.weights[column];
+            const FieldStresses s = StressesFrom(fields_, at, byX.col(column), byY.col(column));
+            AddTorsion(s, values.col(column), at, weight);
+            AddShear(s, values.col(column), at, weight);
+            auto& gaps = sums_.gaps[Slot(triangle)];
+            gaps[0] += weight * SquareOf(s.torsionFree - s.torsionHeld);
+            gaps[1] += weight * SquareOf(s.shearFree[0] - s.shearHeld[0]);
+            gaps[2] += weight * SquareOf(s.shearFree[1] - s.shearHeld[1]);
+        }
+    }
+
+    void AddTorsion(const FieldStresses& s, const Eigen::VectorXd& values, const Point& at,
+                    double weight) {
+        const double warping = values[Warping];
+        sums_.torsionUpper += weight * SquareOf(s.torsionFree);
+        sums_.torsionLower += weight * (4.0 * values[Stress] - SquareOf(s.torsionHeld));
+        sums_.warping += weight * warping;
+        sums_.warpingX += weight * warping * at.x;
+        sums_.warpingY += weight * warping * at.y;
+        sums_.warpingSquare += weight * warping * warping;
+    }
+
+    void AddShear(const FieldStresses& s, const Eigen::VectorXd& values, const Point& at,
+                  double weight) {
+        for (std::size_t a = 0; a < 2; ++a) {
+            sums_.torqueOfFree[a] += weight * Cross(at, s.shearFree[a]);
+            sums_.torqueOfHeld[a] += weight * Cross(at, s.shearHeld[a]);
+            sums_.torqueOfLateral[a] += weight * Cross(at, s.lateral[a]);
+            for (std::size_t b = 0; b < 2; ++b) {
+                const double work = Dot(fields_.loads.slopes[a], at) *
+                                        values[static_cast<Eigen::Index>(ShearX + b)] +
+                                    Dot(fields_.loads.slopes[b], at) *
+                                        values[static_cast<Eigen::Index>(ShearX + a)];
+                sums_.shearLower[a][b] += weight * (work - Dot(s.shearFree[a], s.shearFree[b]));
+                sums_.shearUpper[a][b] += weight * Dot(s.shearHeld[a], s.shearHeld[b]);
+                sums_.lateral[a][b] += weight * Dot(s.lateral[a], s.lateral[b]);
+            }
+        }
+    }
+
+    const Fields& fields_;
+    Energies sums_;
+};
+
+}  // namespace
+
+FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::VectorXd& byX,
+                           const Eigen::VectorXd& byY) {
+    FieldStresses s;
+    s.torsionFree = {byX[Warping] - at.y, byY[Warping] + at.x};
+    s.torsionHeld = {byY[Stress], -byX[Stress]};
+    for (int load = 0; load < 2; ++load) {
+        const std::size_t k = Slot(load);
+        const Point& slopes = fields.loads.slopes[k];
+        s.shearFree[k] = {byX[ShearX + load], byY[ShearX + load]};
+        s.shearHeld[k] = {byY[StressX + load] - 0.5 * slopes.x * at.x * at.x,
+                          -byX[StressX + load] - 0.5 * slopes.y * at.y * at.y};
+        s.lateral[k] = {byY[LateralX + load], -byX[LateralX + load]};
+    }
+    return s;
+}
+
+Energies EnergiesOf(const Fields& fields) {
+    return Integration(fields).Run();
+}
+
+}  // namespace halvorn::engine

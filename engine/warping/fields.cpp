@@ -1,0 +1,241 @@
+#include "warping/fields.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "warping/element_equations.h"
+#include "warping/shape_functions.h"
+#include "warping/sparse_system.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+// Where the unknowns of a system stand: of each vertex and edge the first; kNone: none.
+struct Numbering {
+    std::vector<Index> vertex;
+    std::vector<Index> edge;
+    std::vector<Index> ofVoid;  // by ring
+    Index count = 0;
+};
+
+// Free functions: the constant is fixed at the first vertex. Held ones: none on the outline, one for
+// each void.
+Numbering Number(const FieldSpace& space, bool isHeld) {
+    const std::size_t vertices = space.mesh.vertices.size();
+    const std::size_t edges = space.edgeOrders.size();
+    std::vector<Index> sizes(vertices + edges + space.rings.size(), 0);
+    std::vector<Index> blockOf(vertices + edges);
+    for (std::size_t v = 0; v < vertices; ++v) {
+        const Index ring = space.ringAt[v];
+        const bool isOnRim = isHeld && ring != kNone;
+        blockOf[v] = static_cast<Index>(isOnRim ? vertices + edges + Slot(ring) : v);
+        sizes[v] = isOnRim || (!isHeld && v == 0) ? 0 : 1;
+    }
+    for (std::size_t ring = 1; isHeld && ring < space.rings.size(); ++ring) {
+        sizes[vertices + edges + ring] = 1;
+    }
+    for (std::size_t e = 0; e < edges; ++e) {
+        blockOf[vertices + e] = static_cast<Index>(vertices + e);
+        sizes[vertices + e] = space.edgeOrders[e] - 1;
+    }
+    if (isHeld) {
+        for (const RimRing& ring : space.rings) {
+            for (const EdgeRef& at : ring.edges) {
+                sizes[vertices + Slot(space.edges[Slot(at.triangle)][Slot(at.edge)])] = 0;
+            }
+        }
+    }
+    std::vector<std::array<Index, 6>> groups(space.TriangleCount());
+    for (std::size_t t = 0; t < groups.size(); ++t) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            groups[t][i] = blockOf[Slot(space.mesh.corners[t][i])];
+            groups[t][i + 3] = blockOf[vertices + Slot(space.edges[t][i])];
+        }
+    }
+    const std::vector<Index> first = OrderBlocks(sizes, groups);
+    Numbering numbering;
+    const auto place = [&](Index block) {
+        return sizes[Slot(block)] == 0 ? kNone : first[Slot(block)];
+    };
+    for (std::size_t v = 0; v < vertices; ++v) numbering.vertex.push_back(place(blockOf[v]));
+    for (std::size_t e = 0; e < edges; ++e) {
+        numbering.edge.push_back(place(static_cast<Index>(vertices + e)));
+    }
+    for (std::size_t ring = 0; ring < space.rings.size(); ++ring) {
+        numbering.ofVoid.push_back(place(static_cast<Index>(vertices + edges + ring)));
+    }
+    for (const Index size : sizes) numbering.count += size;
+    return numbering;
+}
+
+class Solver {
+public:
+    Solver(FieldSpace space, const LinearLoads& loads)
+        : rims_(RimDataOf(space, loads)) {
+        fields_.space = std::move(space);
+        fields_.loads = loads;
+    }
+
+    Fields Solve() {
+        const FieldSpace& space = fields_.space;
+        equations_.reserve(space.TriangleCount());
+        for (std::size_t t = 0; t < space.TriangleCount(); ++t) {
+            equations_.push_back(EquationsOf(space, fields_.loads, static_cast<Index>(t)));
+            const int order = space.HighestOrderAt(static_cast<Index>(t));
+            fields_.coefficients.emplace_back(
+                Eigen::MatrixXd::Zero(FunctionCount(order), FieldCount));
+        }
+        SolveHalf(false);
+        SolveHalf(true);
+        AddInner();
+        return std::move(fields_);
+    }
+
+private:
+    struct Unknown {
+        Index number = kNone;
+        double sign = 1.0;
+    };
+
+    Unknown UnknownOf(const Numbering& numbering, Index triangle, const OuterFunction& f) const {
+        const FieldSpace& space = fields_.space;
+        if (f.edge < 0) {
+            return {numbering.vertex[Slot(space.mesh.corners[Slot(triangle)][Slot(f.place)])], 1.0};
+        }
+        const Index first = numbering.edge[Slot(space.edges[Slot(triangle)][Slot(f.edge)])];
+        if (first == kNone) return {};
+        const bool isTurned = f.order % 2 == 1 && !space.RunsUp(triangle, f.edge);
+        return {first + f.order - 2, isTurned ? -1.0 : 1.0};
+    }
+
+    // What is given of both stress functions of shear for an outer function.
+    double Given(Index triangle, const OuterFunction& f, std::size_t load) const {
+        const FieldSpace& space = fields_.space;
+        if (f.edge < 0) {
+            const Index vertex = space.mesh.corners[Slot(triangle)][Slot(f.place)];
+            return rims_.atVertex[Slot(vertex)][load] + rims_.JumpAt(triangle, f.place, load);
+        }
+        if (f.order > 3 || space.mesh.neighbours[Slot(triangle)][Slot(f.edge)] != kNone) return 0.0;
+        const Index edge = space.edges[Slot(triangle)][Slot(f.edge)];
+        return rims_.atEdge[Slot(edge)][static_cast<std::size_t>(f.order - 2)][load];
+    }
+
+    void SolveHalf(bool isHeld) {
+        const FieldSpace& space = fields_.space;
+        const Numbering numbering = Number(space, isHeld);
+        const int firstField = isHeld ? kFreeFields : 0;
+        const int fieldCount = isHeld ? kHeldFields : kFreeFields;
+        fields_.unknowns = std::max(fields_.unknowns, Slot(numbering.count));
+        SparseSystem system(numbering.count, fieldCount);
+        for (std::size_t t = 0; t < equations_.size(); ++t) {
+            Assemble(static_cast<Index>(t), numbering, isHeld, &system);
+        }
+        if (isHeld) AddVoids(numbering, &system);
+        const Eigen::MatrixXd solution = system.Solve();
+        if (isHeld) {
+            for (std::size_t ring = 1; ring < space.rings.size(); ++ring) {
+                fields_.voidStress.push_back(solution(numbering.ofVoid[ring], Stress - firstField));
+            }
+        }
+        for (std::size_t t = 0; t < equations_.size(); ++t) {
+            const auto triangle = static_cast<Index>(t);
+            for (const OuterFunction& f : equations_[t].outer) {
+                const Unknown unknown = UnknownOf(numbering, triangle, f);
+                for (int k = 0; k < fieldCount; ++k) {
+                    double& to = fields_.coefficients[t](f.place, firstField + k);
+                    if (unknown.number != kNone) to = unknown.sign * solution(unknown.number, k);
+                }
+                if (!isHeld) continue;
+                for (int load = 0; load < 2; ++load) {
+                    fields_.coefficients[t](f.place, StressX + load) +=
+                        Given(triangle, f, Slot(load));
+                }
+            }
+        }
+    }
+
+    void Assemble(Index triangle, const Numbering& numbering, bool isHeld, SparseSystem* system) {
+        const ElementEquations& equations = equations_[Slot(triangle)];
+        const auto count = static_cast<Eigen::Index>(equations.outer.size());
+        Eigen::MatrixXd loads = equations.loads;
+        if (isHeld) {
+            Eigen::MatrixXd given(count, 2);
+            for (Eigen::Index i = 0; i < count; ++i) {
+                const OuterFunction& f = equations.outer[static_cast<std::size_t>(i)];
+                given(i, 0) = Given(triangle, f, 0);
+                given(i, 1) = Given(triangle, f, 1);
+            }
+            loads.middleCols(StressX, 2).noalias() -= equations.stiffness * given;
+        }
+        const int firstField = isHeld ? kFreeFields : 0;
+        unknowns_.clear();
+        for (const OuterFunction& f : equations.outer) {
+            unknowns_.push_back(UnknownOf(numbering, triangle, f));
+        }
+        for (Eigen::Index i = 0; i < count; ++i) {
+            const Unknown& row = unknowns_[static_cast<std::size_t>(i)];
+            if (row.number == kNone) continue;
+            for (Eigen::Index k = 0; k < system->RightHandSides().cols(); ++k) {
+                system->RightHandSides()(row.number, k) += row.sign * loads(i, firstField + k);
+            }
+            for (Eigen::Index j = 0; j < count; ++j) {
+                const Unknown& column = unknowns_[static_cast<std::size_t>(j)];
+                if (column.number == kNone || column.number > row.number) continue;
+                system->Add(row.number, column.number,
+                            row.sign * column.sign * equations.stiffness(i, j));
+            }
+        }
+    }
+
+    // A void is loaded as if it were a plate without stiffness. Its ring runs clockwise: the
+    // integrals over it are negative.
+    void AddVoids(const Numbering& numbering, SparseSystem* system) const {
+        for (std::size_t ring = 1; ring < fields_.space.rings.size(); ++ring) {
+            const RimRing& rim = fields_.space.rings[ring];
+            const Index row = numbering.ofVoid[ring];
+            system->RightHandSides()(row, Stress - kFreeFields) -= 2.0 * rim.area;
+            for (int load = 0; load < 2; ++load) {
+                const Point& slopes = fields_.loads.slopes[Slot(load)];
+                system->RightHandSides()(row, LateralX - kFreeFields + load) -=
+                    slopes.y * rim.firstX - slopes.x * rim.firstY;
+            }
+        }
+    }
+
+    void AddInner() {
+        for (std::size_t t = 0; t < equations_.size(); ++t) {
+            const ElementEquations& equations = equations_[t];
+            if (equations.inner.empty()) continue;
+            Eigen::MatrixXd& coefficients = fields_.coefficients[t];
+            Eigen::MatrixXd outer(static_cast<Eigen::Index>(equations.outer.size()), FieldCount);
+            Eigen::Index row = 0;
+            for (const OuterFunction& f : equations.outer) {
+                outer.row(row++) = coefficients.row(f.place);
+            }
+            const Eigen::MatrixXd inner = equations.innerLoads - equations.innerByOuter * outer;
+            row = 0;
+            for (const int place : equations.inner) coefficients.row(place) = inner.row(row++);
+        }
+    }
+
+    Fields fields_;
+    RimData rims_;
+    std::vector<ElementEquations> equations_;
+    std::vector<Unknown> unknowns_;  // of one triangle
+};
+
+}  // namespace
+
+std::size_t UnknownsOf(const FieldSpace& space) {
+    std::size_t count = space.mesh.vertices.size();
+    for (const int order : space.edgeOrders) count += static_cast<std::size_t>(order) - 1;
+    return count;
+}
+
+Fields SolveFields(FieldSpace space, const LinearLoads& loads) {
+    return Solver(std::move(space), loads).Solve();
+}
+
+}  // namespace halvorn::engine

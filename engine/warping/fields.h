@@ -1,0 +1,52 @@
+/// @file fields.h
+/// The fields of torsion and shear over one part: their equations solved on a space.
+///
+/// Shear modulus 1, rate of twist 1, shear forces 1, all about the centre of gravity of the part.
+/// - `Warping` w, of torsion: the stress (w_x - y, w_y + x) has the least energy.
+/// - `ShearX`, `ShearY` c: the stress (c_x, c_y) is in equilibrium on the average with the load
+///   g = a x + b y of a shear force of 1 along x, along y.
+/// - `Stress` f, of torsion: the stress (f_y, -f_x); f is 0 on the outline, constant on each void.
+/// - `StressX`, `StressY` h: the stress t + (h_y, -h_x) with t = -(a x^2, b y^2) / 2 is in
+///   equilibrium with g at each point.
+/// - `LateralX`, `LateralY` l: the stress (l_y, -l_x) is what Poisson's ratio adds, times
+///   nu / (1 + nu): without load, with curl b x - a y.
+/// Source: S. P. Timoshenko and J. N. Goodier, Theory of Elasticity, 1970, sections 104 to 109, 118.
+#ifndef HALVORN_ENGINE_WARPING_FIELDS_H
+#define HALVORN_ENGINE_WARPING_FIELDS_H
+
+#include <Eigen/Dense>
+#include <cstddef>
+#include <vector>
+
+#include "warping/field_space.h"
+#include "warping/sheets.h"
+
+namespace halvorn::engine {
+
+/// The columns of coefficients.
+enum Field { Warping, ShearX, ShearY, Stress, StressX, StressY, LateralX, LateralY, FieldCount };
+
+/// The fields that are minimised over all functions, up to a constant.
+inline constexpr int kFreeFields = 3;
+/// The rest are given on the rings, up to the constants of the voids.
+inline constexpr int kHeldFields = FieldCount - kFreeFields;
+
+/// Solved fields.
+struct Fields {
+    FieldSpace space;
+    LinearLoads loads;
+    /// Of each triangle: function by field, of the functions up to `HighestOrderAt`.
+    std::vector<Eigen::MatrixXd> coefficients;
+    std::vector<double> voidStress;  ///< of `Stress` on each void
+    std::size_t unknowns = 0;        ///< of the larger system
+};
+
+/// Returns how many unknowns the larger system of a space has, at most.
+std::size_t UnknownsOf(const FieldSpace& space);
+
+/// Solves all fields. Cost: two sparse factorisations, n^1.5 for n unknowns at the most.
+Fields SolveFields(FieldSpace space, const LinearLoads& loads);
+
+}  // namespace halvorn::engine
+
+#endif

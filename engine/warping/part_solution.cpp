@@ -1,0 +1,118 @@
+#include "warping/part_solution.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "warping/adaptivity.h"
+#include "warping/shape_functions.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+LinearLoads LoadsOf(const PartMoments& m) {
+    const double determinant = m.xx * m.yy - m.xy * m.xy;
+    LinearLoads loads;
+    loads.slopes[0] = {m.yy / determinant, -m.xy / determinant};
+    loads.slopes[1] = {-m.xy / determinant, m.xx / determinant};
+    return loads;
+}
+
+// Shares of the triangles in the widths of the brackets, 1 for all when they are as wide as allowed.
+// Of the three the one that lacks most counts.
+std::vector<double> SharesOf(const Energies& energies, double tolerance) {
+    const std::array<double, 3> middles{
+        0.5 * (energies.torsionUpper + energies.torsionLower),
+        0.5 * (energies.shearUpper[0][0] + energies.shearLower[0][0]),
+        0.5 * (energies.shearUpper[1][1] + energies.shearLower[1][1])};
+    std::vector<double> shares;
+    shares.reserve(energies.gaps.size());
+    for (const auto& gaps : energies.gaps) {
+        double share = 0.0;
+        for (std::size_t k = 0; k < 3; ++k) {
+            share = std::max(share, gaps[k] / (2.0 * tolerance * middles[k]));
+        }
+        shares.push_back(share);
+    }
+    return shares;
+}
+
+bool AreNarrow(const Energies& e, double tolerance) {
+    const auto isNarrow = [&](double lower, double upper) {
+        return upper - lower <= tolerance * (upper + lower);
+    };
+    return isNarrow(e.torsionLower, e.torsionUpper) &&
+           isNarrow(e.shearLower[0][0], e.shearUpper[0][0]) &&
+           isNarrow(e.shearLower[1][1], e.shearUpper[1][1]);
+}
+
+}  // namespace
+
+PartMoments CentreMesh(TriangleMesh* mesh) {
+    PartMoments m;
+    Point first;
+    for (const auto& corners : mesh->corners) {
+        const Point& a = mesh->vertices[Slot(corners[0])];
+        const Point& b = mesh->vertices[Slot(corners[1])];
+        const Point& c = mesh->vertices[Slot(corners[2])];
+        const double area = 0.5 * Cross(b - a, c - a);
+        m.area += area;
+        first = first + area / 3.0 * (a + b + c);
+    }
+    m.centroid = 1.0 / m.area * first;
+    for (Point& p : mesh->vertices) p = p - m.centroid;
+    const Quadrature& rule = QuadratureOf(2);
+    for (const auto& corners : mesh->corners) {
+        const Point& a = mesh->vertices[Slot(corners[0])];
+        const Point& b = mesh->vertices[Slot(corners[1])];
+        const Point& c = mesh->vertices[Slot(corners[2])];
+        const double area = 0.5 * Cross(b - a, c - a);
+        for (std::size_t i = 0; i < rule.corners.size(); ++i) {
+            const auto& l = rule.corners[i];
+            const Point p = l[0] * a + l[1] * b + l[2] * c;
+            const double weight = area * rule.weights[static_cast<Eigen::Index>(i)];
+            m.xx += weight * p.x * p.x;
+            m.xy += weight * p.x * p.y;
+            m.yy += weight * p.y * p.y;
+            m.xxx += weight * p.x * p.x * p.x;
+            m.xxy += weight * p.x * p.x * p.y;
+            m.xyy += weight * p.x * p.y * p.y;
+            m.yyy += weight * p.y * p.y * p.y;
+        }
+    }
+    return m;
+}
+
+PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
+    PartSolution solution;
+    MeshOptions meshOptions;
+    TriangleMesh mesh = MeshOf(part, meshOptions);
+    solution.moments = CentreMesh(&mesh);
+    const LinearLoads loads = LoadsOf(solution.moments);
+    Discretisation discretisation = StartOf(std::move(mesh));
+    for (int round = 0;; ++round) {
+        FieldSpace space;
+        space.mesh = discretisation.mesh;
+        space.orders = discretisation.orders;
+        CompleteSpace(&space);
+        if (round > 0 && UnknownsOf(space) > options.mostUnknowns) {
+            solution.status = WarpingStatus::TooMany;
+            break;
+        }
+        solution.fields = SolveFields(std::move(space), loads);
+        solution.unknowns = std::max(solution.unknowns, solution.fields.unknowns);
+        solution.before = std::exchange(solution.energies, EnergiesOf(solution.fields));
+        if (getenv("HT")) fprintf(stderr,"round %d tri %zu unk %zu J %.9g %.9g rel %.2e Cx %.9g rel %.2e Cy %.9g %.2e\n", round, solution.energies.gaps.size(), solution.unknowns, solution.energies.torsionLower, solution.energies.torsionUpper, (solution.energies.torsionUpper-solution.energies.torsionLower)/(solution.energies.torsionUpper+solution.energies.torsionLower), solution.energies.shearLower[0][0], (solution.energies.shearUpper[0][0]-solution.energies.shearLower[0][0])/(solution.energies.shearUpper[0][0]+solution.energies.shearLower[0][0]),solution.energies.shearLower[1][1],(solution.energies.shearUpper[1][1]-solution.energies.shearLower[1][1])/(solution.energies.shearUpper[1][1]+solution.energies.shearLower[1][1]));
+        if (AreNarrow(solution.energies, options.tolerance)) break;
+        if (options.isInterrupted && options.isInterrupted()) {
+            solution.status = WarpingStatus::Interrupted;
+            break;
+        }
+        Enrich(solution.fields.space, SharesOf(solution.energies, options.tolerance),
+               &discretisation);
+    }
+    return solution;
+}
+
+}  // namespace halvorn::engine

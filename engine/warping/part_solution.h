@@ -1,0 +1,40 @@
+/// @file part_solution.h
+/// Torsion and shear of one part of a region, in the units of its mesh.
+#ifndef HALVORN_ENGINE_WARPING_PART_SOLUTION_H
+#define HALVORN_ENGINE_WARPING_PART_SOLUTION_H
+
+#include <cstddef>
+
+#include "warping/energies.h"
+#include "warping/fields.h"
+#include "warping/warping.h"
+
+namespace halvorn::engine {
+
+/// Integrals over a part about its centre of gravity.
+struct PartMoments {
+    double area = 0.0;
+    Point centroid;  ///< in the frame of the region
+    double xx = 0.0, xy = 0.0, yy = 0.0;
+    double xxx = 0.0, xxy = 0.0, xyy = 0.0, yyy = 0.0;
+};
+
+/// Moves a mesh to its centre of gravity and returns its moments.
+PartMoments CentreMesh(TriangleMesh* mesh);
+
+struct PartSolution {
+    WarpingStatus status = WarpingStatus::Reached;
+    PartMoments moments;
+    Fields fields;
+    Energies energies;
+    Energies before;  ///< of the last solution but one
+    std::size_t unknowns = 0;
+};
+
+/// Solves until the brackets are as narrow as the options ask.
+/// @throws WarpingError
+PartSolution SolvePart(const Part& part, const WarpingOptions& options);
+
+}  // namespace halvorn::engine
+
+#endif

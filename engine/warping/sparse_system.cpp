@@ -1,0 +1,58 @@
+#include "warping/sparse_system.h"
+
+#include <Eigen/OrderingMethods>
+#include <Eigen/SparseCholesky>
+#include <Eigen/SparseCore>
+
+#include "warping/warping.h"
+
+namespace halvorn::engine {
+
+std::vector<Index> OrderBlocks(std::span<const Index> sizes,
+                               std::span<const std::array<Index, 6>> groups) {
+    using Pattern = Eigen::SparseMatrix<char, Eigen::ColMajor, Index>;
+    std::vector<Eigen::Triplet<char, Index>> entries;
+    entries.reserve(groups.size() * 36);
+    for (const auto& group : groups) {
+        for (const Index a : group) {
+            if (a == kNone || sizes[Slot(a)] == 0) continue;
+            for (const Index b : group) {
+                if (b == kNone || sizes[Slot(b)] == 0) continue;
+                entries.emplace_back(a, b, static_cast<char>(1));
+            }
+        }
+    }
+    const auto count = static_cast<Index>(sizes.size());
+    Pattern pattern(count, count);
+    pattern.setFromTriplets(entries.begin(), entries.end(), [](char a, char) { return a; });
+    Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, Index> places;
+    Eigen::AMDOrdering<Index>()(pattern, places);
+    std::vector<Index> first(sizes.size(), kNone);
+    Index next = 0;
+    for (Eigen::Index i = 0; i < places.size(); ++i) {
+        const Index block = places.indices()[i];
+        first[Slot(block)] = next;
+        next += sizes[Slot(block)];
+    }
+    return first;
+}
+
+void SparseSystem::Add(Index row, Index column, double amount) {
+    entries_.push_back({row, column, amount});
+}
+
+Eigen::MatrixXd SparseSystem::Solve() {
+    const Eigen::Index count = rightHandSides_.rows();
+    if (count == 0) return rightHandSides_;
+    using Matrix = Eigen::SparseMatrix<double, Eigen::ColMajor, Index>;
+    Matrix matrix(count, count);
+    matrix.setFromTriplets(entries_.begin(), entries_.end());
+    entries_ = {};
+    Eigen::SimplicialLLT<Matrix, Eigen::Lower, Eigen::NaturalOrdering<Index>> factor(matrix);
+    if (factor.info() != Eigen::Success) {
+        throw WarpingError("the equations cannot be solved in the digits of a double");
+    }
+    return factor.solve(rightHandSides_);
+}
+
+}  // namespace halvorn::engine

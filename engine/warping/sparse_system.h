@@ -1,0 +1,50 @@
+/// @file sparse_system.h
+/// A symmetric positive definite system of blocks of unknowns, assembled from triangles.
+#ifndef HALVORN_ENGINE_WARPING_SPARSE_SYSTEM_H
+#define HALVORN_ENGINE_WARPING_SPARSE_SYSTEM_H
+
+#include <Eigen/Dense>
+#include <span>
+#include <vector>
+
+#include "geometry/triangulation.h"
+
+namespace halvorn::engine {
+
+/// Returns for each block of unknowns the number of its first unknown, in an order that keeps the
+/// factor sparse (approximate minimum degree, of the blocks that share a triangle).
+/// @param sizes   of the blocks
+/// @param groups  of six blocks that share a triangle; kNone: none
+std::vector<Index> OrderBlocks(std::span<const Index> sizes,
+                               std::span<const std::array<Index, 6>> groups);
+
+/// See the file's comment.
+class SparseSystem {
+public:
+    SparseSystem(Index unknowns, Eigen::Index rightHandSides)
+        : rightHandSides_(Eigen::MatrixXd::Zero(unknowns, rightHandSides)) {}
+
+    /// Adds to a place of the matrix; the other half is its mirror image. @pre row >= column
+    void Add(Index row, Index column, double amount);
+    Eigen::MatrixXd& RightHandSides() { return rightHandSides_; }
+
+    /// Returns the solution, unknown by right hand side. Frees the entries.
+    /// @throws WarpingError when rounding has left the matrix not positive definite
+    Eigen::MatrixXd Solve();
+
+private:
+    struct Entry {
+        Index row_, column_;
+        double value_;
+        Index row() const { return row_; }
+        Index col() const { return column_; }
+        double value() const { return value_; }
+    };
+
+    std::vector<Entry> entries_;
+    Eigen::MatrixXd rightHandSides_;
+};
+
+}  // namespace halvorn::engine
+
+#endif
