@@ -243,10 +243,19 @@ struct TableOptions {
     bool wantsHalves = false;  ///< the halves about both plastic axes
 };
 
+/// A stress that a figure can show.
+enum class StressKind {
+    Normal,   ///< along the axis, positive in tension
+    Shear,    ///< length of the vector of both shear stresses
+    VonMises  ///< sqrt(normal^2 + 3 shear^2)
+};
+
 /// What a figure shows beside the section, its axes and its values.
 struct FigureOptions {
     /// Tints both sides of this plastic axis.
     std::optional<AxisDirection> blocks;
+    /// Fills the section with this stress under the forces of the report.
+    std::optional<StressKind> stress;
 };
 
 struct Report;

@@ -54,6 +54,7 @@ std::vector<NeutralAxis> NeutralAxes(const Sheet& sheet, bool isHorizontal) {
                                               {LineKind::Plastic, kPlastic, "plastic_axis_x"}}};
     std::vector<NeutralAxis> axes;
     for (const Source& source : sources) {
+        if (sheet.stress != nullptr && source.kind != LineKind::Elastic) continue;
         const Value* const value = sheet.report.Find(source.key);
         if (value == nullptr) continue;
         const Spot spot = sheet.ToPage(value->number, value->number);
@@ -171,19 +172,20 @@ void AddAxes(Sheet& sheet) {
     }
     if (hasElastic) sheet.legend.push_back({LineKind::Elastic, "ENA, elastic neutral axes"});
     if (hasPlastic) sheet.legend.push_back({LineKind::Plastic, "PNA, plastic neutral axes"});
-    AddPrincipalAxes(sheet);
+    if (sheet.stress == nullptr) AddPrincipalAxes(sheet);
 }
 
 void AddCentroid(Sheet& sheet) {
     const std::optional<Spot> centre = CentroidOnPage(sheet);
     if (!centre) return;
     sheet.page.centroids.push_back(*centre);
+    sheet.legend.push_back({LineKind::Arrow, "G, centre of gravity"});
+    if (sheet.stress != nullptr) return;
     const double x = sheet.report.Find("centroid_x")->number;
     const double y = sheet.report.Find("centroid_y")->number;
     Runs text = Joined({{"G ("}}, Coordinate(sheet, x));
     text = Joined(Joined(text, {{"; "}}), Coordinate(sheet, y));
     AddFreeLabel(sheet, Joined(text, {{") " + sheet.report.section.unit}}), {*centre});
-    sheet.legend.push_back({LineKind::Arrow, "G, centre of gravity"});
 }
 
 }  // namespace halvorn::engine::figure
