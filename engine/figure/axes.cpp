@@ -83,6 +83,24 @@ std::vector<double> Spread(std::vector<double> places, const std::vector<double>
     return places;
 }
 
+// From side to side; beside stresses only its ends outside of the section, whose thin walls it may
+// run along.
+void AddAxisLine(Sheet& sheet, const NeutralAxis& axis, bool isHorizontal) {
+    const PageBox reach = sheet.content.Grown(kOverhang);
+    const auto add = [&](double from, double to) {
+        sheet.Add(axis.kind, isHorizontal ? std::vector<Spot>{{from, axis.at}, {to, axis.at}}
+                                          : std::vector<Spot>{{axis.at, from}, {axis.at, to}});
+    };
+    const double from = isHorizontal ? reach.left : reach.bottom;
+    const double to = isHorizontal ? reach.right : reach.top;
+    if (sheet.stress == nullptr) {
+        add(from, to);
+        return;
+    }
+    add(from, isHorizontal ? sheet.section.left : sheet.section.bottom);
+    add(isHorizontal ? sheet.section.right : sheet.section.top, to);
+}
+
 void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
     constexpr double kLeader = 11.0;
     const std::vector<NeutralAxis> axes = NeutralAxes(sheet, isHorizontal);
@@ -99,11 +117,10 @@ void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
     const double gap = isSpread ? kLeader : 2.0;
     for (std::size_t i = 0; i < axes.size(); ++i) {
         const double at = axes[i].at;
+        AddAxisLine(sheet, axes[i], isHorizontal);
         if (isHorizontal) {
-            sheet.Add(axes[i].kind, {{reach.left, at}, {reach.right, at}});
             sheet.Write({{axes[i].label}}, {reach.right + gap + 2.0, places[i] + 0.35 * kTextSize});
         } else {
-            sheet.Add(axes[i].kind, {{at, reach.bottom}, {at, reach.top}});
             sheet.Write({{axes[i].label}}, {places[i], reach.top - gap - 2.0}).anchor =
                 Anchor::Centre;
         }
@@ -179,13 +196,12 @@ void AddCentroid(Sheet& sheet) {
     const std::optional<Spot> centre = CentroidOnPage(sheet);
     if (!centre) return;
     sheet.page.centroids.push_back(*centre);
-    sheet.legend.push_back({LineKind::Arrow, "G, centre of gravity"});
-    if (sheet.stress != nullptr) return;
     const double x = sheet.report.Find("centroid_x")->number;
     const double y = sheet.report.Find("centroid_y")->number;
     Runs text = Joined({{"G ("}}, Coordinate(sheet, x));
     text = Joined(Joined(text, {{"; "}}), Coordinate(sheet, y));
     AddFreeLabel(sheet, Joined(text, {{") " + sheet.report.section.unit}}), {*centre});
+    sheet.legend.push_back({LineKind::Arrow, "G, centre of gravity"});
 }
 
 }  // namespace halvorn::engine::figure

@@ -40,11 +40,13 @@ void MeasureSection(Sheet& sheet) {
         throw InputError(sheet.report.section.source, "the section is too large to be drawn",
                          "give it in a larger unit");
     }
-    // The origin belongs in the drawing unless the section would shrink much for it.
+    // The origin belongs in the drawing unless the section would shrink much for it, or its arrows
+    // would lie on the colours of stresses.
     constexpr double kShrink = 1.3;
     const double width = std::max(sheet.bounds.right, 0.0) - std::min(sheet.bounds.left, 0.0);
     const double height = std::max(sheet.bounds.top, 0.0) - std::min(sheet.bounds.bottom, 0.0);
-    sheet.hasOrigin = std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
+    sheet.hasOrigin = sheet.stress == nullptr &&
+                      std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
 }
 
 // Section and coordinate arrows at a scale, relative to the section's lower left corner.
@@ -208,9 +210,9 @@ Page LayOut(const Report& report, const MeasureText& measure, const FigureOption
     AddDimensions(sheet);
     if (sheet.hasOrigin) AddOrigin(sheet, {});
     AddAxes(sheet);
-    AddCentroid(sheet);
+    if (!scale) AddCentroid(sheet);
     if (hasBlocks) LabelBlocks(sheet, axis);
-    if (stress != nullptr) AddPeak(sheet);
+    if (scale) AddPeak(sheet);
     AddFooter(sheet);
     const PageBox column = AddColumn(sheet, rows, scale ? &*scale : nullptr);
     sheet.page.width = column.right + kMargin;

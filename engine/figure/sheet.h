@@ -95,8 +95,7 @@ double AxisLabelRoom(const Report& report, const MeasureText& measure);
 /// stresses the elastic axes alone, which leave most of the colours to be seen.
 void AddAxes(Sheet& sheet);
 
-/// Marks the centre of gravity, as far as it lies in the drawing, and labels it, beside stresses
-/// in the legend alone.
+/// Marks the centre of gravity, as far as it lies in the drawing, and labels it.
 void AddCentroid(Sheet& sheet);
 
 /// Puts a label near one of the places, where the least is in the way; with a leader from the place

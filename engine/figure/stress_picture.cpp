@@ -139,6 +139,37 @@ std::vector<double> AddStrip(Sheet& sheet, const StressScale& scale, const PageB
     return heights;
 }
 
+// Writes numbers at heights beside a strip, their decimal points one below the other, and returns
+// where they end. The lowest and the highest stay; what is too near to them is left out.
+double AddNumbers(Sheet& sheet, const std::vector<std::string>& texts,
+                  const std::vector<double>& heights, double left, bool goesOn) {
+    constexpr double kTick = 3.0;
+    const auto width = [&](const std::string& text) {
+        return sheet.measure(text, kSmallSize, false);
+    };
+    double whole = 0.0;
+    double decimals = 0.0;
+    for (const std::string& text : texts) {
+        const std::string before = text.substr(0, text.find('.'));
+        whole = std::max(whole, width(before));
+        decimals = std::max(decimals, width(text.substr(before.size())));
+    }
+    const double point = left + 2.0 * kTick + whole;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const auto isNear = [&](double end) { return std::fabs(heights[i] - end) < kSmallSize; };
+        const bool isEnd = i == 0 || i + 1 == texts.size();
+        if (!isEnd && (isNear(heights.front()) || isNear(heights.back()))) continue;
+        const double start = point - width(texts[i].substr(0, texts[i].find('.')));
+        sheet.Write({{texts[i]}}, {start, heights[i] + 0.35 * kSmallSize}, kSmallSize);
+        sheet.Add(LineKind::Rim, {{left, heights[i]}, {left + kTick, heights[i]}});
+    }
+    const double end = point + decimals;
+    if (!goesOn) return end;
+    const Label& more =
+        sheet.Write({{"and above"}}, {end + 5.0, heights.back() + 0.35 * kSmallSize}, kSmallSize);
+    return BoxOf(more, sheet.measure).right;
+}
+
 double StripHeight(const StressScale& scale) {
     constexpr double kStepHeight = 12.0;   // at least: room for a number
     constexpr double kLeastHeight = 96.0;  // of a strip with several bands
@@ -176,8 +207,9 @@ std::vector<ValueRow> StressRows(const Sheet& sheet) {
     std::vector<ValueRow> rows;
     for (const Force& force : ForcesOf(picture.forces)) {
         constexpr int kForceDigits = 6;
+        constexpr double kPlainForceBelow = 1e6;
         rows.push_back({Symbol(force.name),
-                        Number(force.value, kForceDigits, 1e7),
+                        Number(force.value, kForceDigits, kPlainForceBelow),
                         {{force.isMoment ? "F " + unit : "F"}}});
     }
     rows.push_back({Joined({{"largest "}}, Words(picture.kind).symbol),
@@ -225,7 +257,7 @@ PageBox AddScale(Sheet& sheet, const StressScale& scale, const Spot& corner) {
         SharedExponent(std::max(std::fabs(scale.ends.front()), std::fabs(scale.ends.back())));
     const Label& heading =
         sheet.Write(ScaleHeading(sheet, exponent), {corner.x, corner.y + kRowHeight}, kSmallSize);
-    double right = BoxOf(heading, sheet.measure).right;
+    const double right = BoxOf(heading, sheet.measure).right;
     const double top = corner.y + kStripTop;
     const PageBox strip = {corner.x, top, corner.x + kStripWidth, top + StripHeight(scale)};
     std::vector<double> heights = AddStrip(sheet, scale, strip);
@@ -234,27 +266,9 @@ PageBox AddScale(Sheet& sheet, const StressScale& scale, const Spot& corner) {
         heights = {0.5 * (strip.top + strip.bottom)};
         texts.resize(1);
     }
-    double widest = 0.0;
-    for (const std::string& text : texts) {
-        widest = std::max(widest, sheet.measure(text, kSmallSize, false));
-    }
-    const double numbersEnd = strip.right + 6.0 + widest;
-    right = std::max(right, numbersEnd);
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        const auto isHiddenBy = [&](double end) {
-            return i > 0 && i + 1 < texts.size() && std::fabs(heights[i] - end) < kSmallSize;
-        };
-        if (isHiddenBy(heights.front()) || isHiddenBy(heights.back())) continue;
-        const double baseline = heights[i] + 0.35 * kSmallSize;
-        sheet.Write({{texts[i]}}, {numbersEnd, baseline}, kSmallSize).anchor = Anchor::Right;
-        sheet.Add(LineKind::Rim, {{strip.right, heights[i]}, {strip.right + 3.0, heights[i]}});
-    }
-    if (scale.goesOn) {
-        const double baseline = heights.back() + 0.35 * kSmallSize;
-        const Label& more = sheet.Write({{"and above"}}, {numbersEnd + 5.0, baseline}, kSmallSize);
-        right = std::max(right, BoxOf(more, sheet.measure).right);
-    }
-    return {corner.x, corner.y, right, corner.y + ScaleHeight(scale)};
+    return {corner.x, corner.y,
+            std::max(right, AddNumbers(sheet, texts, heights, strip.right, scale.goesOn)),
+            corner.y + ScaleHeight(scale)};
 }
 
 }  // namespace halvorn::engine::figure
