@@ -171,8 +171,8 @@ double AddNumbers(Sheet& sheet, const std::vector<std::string>& texts,
 }
 
 double StripHeight(const StressScale& scale) {
-    constexpr double kStepHeight = 12.0;   // at least: room for a number
-    constexpr double kLeastHeight = 96.0;  // of a strip with several bands
+    constexpr double kStepHeight = 14.0;   // at least: room for a number
+    constexpr double kLeastHeight = 98.0;  // of a strip with several bands
     constexpr double kOneHeight = 24.0;    // of a strip with one
     if (scale.step == 0.0) return kOneHeight;
     const double steps = scale.ends.back() / scale.step - scale.ends.front() / scale.step;
@@ -215,8 +215,10 @@ std::vector<ValueRow> StressRows(const Sheet& sheet) {
     rows.push_back({Joined({{"largest "}}, Words(picture.kind).symbol),
                     StressNumber(picture.peak.stress.value), Unit(StressUnit(sheet))});
     if (picture.peak.stress.value == 0.0) return rows;
-    rows.push_back({{{"at x"}}, Coordinate(sheet, picture.peak.place.x), {{unit}}});
-    rows.push_back({{{"at y"}}, Coordinate(sheet, picture.peak.place.y), {{unit}}});
+    const auto& [x, y] = picture.peak.place;
+    Runs place = Joined(Joined({{"("}}, Coordinate(sheet, x)), {{"; "}});
+    place = Joined(Joined(std::move(place), Coordinate(sheet, y)), {{")"}});
+    rows.push_back({{{"at"}}, place, {{unit}}});
     return rows;
 }
 

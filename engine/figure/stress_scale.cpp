@@ -45,7 +45,7 @@ Colour ColourAt(std::span<const Colour> map, double share) {
 // The levels between two ends: multiples of a step. Those too near an end for a band of their own
 // are left out, but not 0, where the sign changes.
 std::vector<double> LevelsBetween(double low, double high, double step) {
-    constexpr double kNarrowest = 0.25;  // of the step
+    constexpr double kNarrowest = 0.66;  // of the step: room for both numbers
     std::vector<double> levels;
     const double last = std::floor(high / step);
     for (double k = std::ceil(low / step); k <= last; k += 1.0) {
@@ -62,9 +62,6 @@ void Divide(double low, double high, StressScale* scale) {
     double power = std::pow(10.0, std::floor(std::log10(least)));
     for (;; power *= 10.0) {
         for (const double factor : {1.0, 2.0, 2.5, 5.0}) {
-            // Slack: a range of just twelve steps.
-            constexpr double kSlack = 1.0 + 1e-9;
-            if (factor * power * kSlack < least) continue;
             const std::vector<double> levels = LevelsBetween(low, high, factor * power);
             if (levels.size() >= kMostBands) continue;
             scale->step = factor * power;

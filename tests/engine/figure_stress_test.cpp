@@ -1,5 +1,8 @@
 // Bands of stresses, their scale, and how both come onto a page.
 #include <gtest/gtest.h>
+#if defined(HALVORN_HAS_CAIRO)
+#include <cairo.h>
+#endif
 
 #include <cmath>
 #include <limits>
@@ -7,6 +10,7 @@
 #include <random>
 #include <sstream>
 
+#include "figure/font_widths.h"
 #include "figure/paint.h"
 #include "figure/paint_svg.h"
 #include "figure/stress_bands.h"
@@ -235,6 +239,183 @@ TEST(StressScale, HasOneBandForAStressThatIsTheSameAllOver) {
             EXPECT_FALSE(scale.goesOn);
         }
     }
+}
+
+// A plate of 80 x 80 under stresses that a hand can write down.
+StressPicture PictureOf(StressKind kind, double (*value)(const Point&), const PeakStress& peak) {
+    const Mesh mesh = Grid(8, 80, 0.2, 3, NoHole);
+    StressPicture picture;
+    picture.kind = kind;
+    picture.peak = peak;
+    picture.field.points = mesh.points;
+    picture.field.triangles = mesh.triangles;
+    std::vector<double> other(mesh.points.size(), std::nan(""));  // never asked for
+    picture.field.normal = picture.field.shear = picture.field.vonMises = other;
+    std::vector<double>& values = kind == StressKind::Normal  ? picture.field.normal
+                                  : kind == StressKind::Shear ? picture.field.shear
+                                                              : picture.field.vonMises;
+    values = ValuesAt(mesh.points, value);
+    return picture;
+}
+
+std::vector<std::string> ColumnTexts(const Page& page) {
+    std::map<std::pair<double, double>, std::string> texts;
+    for (const Label& label : page.labels) {
+        const auto [x, y] = label.at;
+        if (x > page.drawing.right && y > page.drawing.top) texts[{y, x}] = PlainText(label.runs);
+    }
+    std::vector<std::string> column;
+    for (const auto& [place, text] : texts) column.push_back(text);
+    return column;
+}
+
+// On the page everything is upside down and 80 is the section's width.
+TEST(StressFigure, ShowsBandsForcesAndScale) {
+    StressPicture picture =
+        PictureOf(StressKind::Normal, [](const Point& p) { return 0.75 * (p.y - 20.0); },
+                  {{45, 0}, {80, 80}});
+    picture.forces.n = 2400;
+    picture.forces.mx = -1234567;
+    const Page page = LayOut(ReportOf(Rectangle(0, 0, 80, 80)), Characters, {}, &picture);
+    ExpectOrderly(page);
+    const std::vector<std::string> expected = {"N",
+                                               "2400",
+                                               "F",
+                                               "Mx",
+                                               "\u22121.23457\u00B710^6",
+                                               "F mm",
+                                               "largest \u03C3",
+                                               "45",
+                                               "F/mm^2",
+                                               "at",
+                                               "(80; 80)",
+                                               "mm",
+                                               "\u03C3 in F/mm^2",
+                                               "45",
+                                               "40",
+                                               "35",
+                                               "30",
+                                               "25",
+                                               "20",
+                                               "15",
+                                               "10",
+                                               "5",
+                                               "0",
+                                               "\u22125",
+                                               "\u221210",
+                                               "\u221215",
+                                               "ENA, elastic neutral axes",
+                                               "largest normal stress"};
+    EXPECT_EQ(ColumnTexts(page), expected);
+    EXPECT_EQ(page.labels.back().runs.front().text, "Normal stress under N and Mx");
+    ASSERT_EQ(page.bands.size(), 24U) << "12 in the section, 12 in the scale";
+    double width = 0.0;
+    for (std::size_t i = 0; i < 12; ++i) {
+        std::vector<Points> rings;
+        for (const auto& ring : page.bands[i].rings) {
+            Points& points = rings.emplace_back();
+            for (const Spot& spot : ring) points.emplace_back(spot.x, -spot.y);
+        }
+        const double area = Area(rings);
+        if (i == 0) width = std::sqrt(area);
+        EXPECT_NEAR(area, width * width * (1.0 - static_cast<double>(i) / 12.0), 1e-9 * area);
+        EXPECT_EQ(Lightness(page.bands[i].colour), Lightness(page.bands[i + 12].colour));
+    }
+    EXPECT_EQ(page.peaks.size(), 2U) << "in the section and in the legend";
+    EXPECT_TRUE(page.areas.empty());
+}
+
+// What stands from the heading of the scale on.
+TEST(StressFigure, NumbersScalesOfAnySize) {
+    const auto rising = [](const Point& p) { return p.x / 80; };
+    const auto tiny = [](const Point& p) { return 3.1e-7 * p.x / 80; };
+    const auto negative = [](const Point& p) { return -9e7 - 3e7 * p.x / 80; };
+    const auto nothing = [](const Point&) { return 0.0; };
+    const auto even = [](const Point&) { return 123.456; };
+    const std::string unit = " in F/mm^2", minus = "\u2212";
+    const struct {
+        StressKind kind;
+        double (*value)(const Point&);
+        double largest;
+        std::vector<std::string> texts;
+    } cases[] = {
+        {StressKind::Shear,
+         rising,
+         0.523,
+         {"\u03C4" + unit, "0.523", "and above", "0.45", "0.4", "0.35", "0.3", "0.25", "0.2",
+          "0.15", "0.1", "0.05", "0"}},
+        {StressKind::Shear,
+         tiny,
+         3.1e-7,
+         {"\u03C4 in 10^\u22129 F/mm^2", "310", "275", "250", "225", "200", "175", "150", "125",
+          "100", "75", "50", "25", "0"}},
+        {StressKind::Normal,
+         negative,
+         -1.2e8,
+         {"\u03C3 in 10^6 F/mm^2", minus + "90", minus + "92.5", minus + "95", minus + "97.5",
+          minus + "100", minus + "102.5", minus + "105", minus + "107.5", minus + "110",
+          minus + "112.5", minus + "115", minus + "117.5", minus + "120"}},
+        {StressKind::VonMises, nothing, 0, {"\u03C3v" + unit, "0"}},
+        {StressKind::VonMises, even, 123.456, {"\u03C3v" + unit, "123.5"}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.largest);
+        const StressPicture picture = PictureOf(c.kind, c.value, {{c.largest, 0}, {40, 40}});
+        const Page page = LayOut(ReportOf(Rectangle(0, 0, 80, 80)), Characters, {}, &picture);
+        ExpectOrderly(page);
+        const std::vector<std::string> texts = ColumnTexts(page);
+        const auto from = std::find(texts.begin(), texts.end(), c.texts.front());
+        const auto to = std::find(from, texts.end(), "ENA, elastic neutral axes");
+        EXPECT_EQ(std::vector<std::string>(from, to), c.texts);
+    }
+}
+
+// One path a band, in SVG and in PNG of the colour that the band has; no file of many triangles.
+TEST(StressFigure, PaintsEachBandInItsColour) {
+    StressPicture picture =
+        PictureOf(StressKind::Shear, [](const Point& p) { return p.x; }, {{80, 0}, {80, 40}});
+    const Mesh fine = Grid(120, 80, 0.2, 3, NoHole);
+    picture.field.points = fine.points;
+    picture.field.triangles = fine.triangles;
+    picture.field.shear = ValuesAt(fine.points, [](const Point& p) { return p.x; });
+    const Report report = ReportOf(Rectangle(0, 0, 80, 80));
+    const std::string svg = PaintSvg(LayOut(report, TextWidth, {}, &picture));
+    std::size_t paths = 0;
+    for (std::size_t at = 0; (at = svg.find("<path fill=\"#", at)) != std::string::npos; ++at)
+        ++paths;
+    EXPECT_EQ(paths, 16U) << "8 in the section, 8 in the scale";
+    EXPECT_LT(svg.size(), 20000U);
+    EXPECT_NE(svg.find("<path fill=\"#472c7a\""), std::string::npos);
+#if defined(HALVORN_HAS_CAIRO)
+    const Page page = LayOut(report, FontMeasure(Format::Png), {}, &picture);
+    std::string png = Paint(page, Format::Png);
+    const auto read = [](void* bytes, unsigned char* data, unsigned int length) {
+        auto& rest = *static_cast<std::string*>(bytes);
+        rest.copy(reinterpret_cast<char*>(data), length);
+        rest.erase(0, length);
+        return CAIRO_STATUS_SUCCESS;
+    };
+    cairo_surface_t* const image = cairo_image_surface_create_from_png_stream(read, &png);
+    ASSERT_EQ(cairo_surface_status(image), CAIRO_STATUS_SUCCESS);
+    const double dots = cairo_image_surface_get_width(image) / page.width;
+    std::vector<double> left;
+    for (std::size_t i = 0; i < 8; ++i) {
+        left.push_back(page.width);
+        for (const Spot& spot : page.bands[i].rings.at(0)) left[i] = std::min(left[i], spot.x);
+    }
+    for (std::size_t i = 0; i < 8; ++i) {
+        const double x = i + 1 < 8 ? 0.5 * (left[i] + left[i + 1]) : left[i] + 2.0;
+        const double y = page.bands[0].rings[0][0].y - 20.0;
+        const unsigned char* const pixel =
+            cairo_image_surface_get_data(image) +
+            static_cast<int>(y * dots) * cairo_image_surface_get_stride(image) +
+            4 * static_cast<int>(x * dots);
+        const Colour& colour = page.bands[i].colour;
+        EXPECT_TRUE(pixel[0] == colour.blue && pixel[1] == colour.green && pixel[2] == colour.red)
+            << i;
+    }
+    cairo_surface_destroy(image);
+#endif
 }
 
 }  // namespace
