@@ -172,7 +172,8 @@ std::vector<Points> StressBands::AtLeast(double level) const {
     for (std::size_t i = 0; i < triangles_.size(); ++i) AddPieces(i, level, &segments);
     CancelOpposites(&segments);
     std::vector<Points> rings;
-    for (const auto& nodes : Chained(std::move(segments), points_.size() + edges_.size())) {
+    const auto chains = Chained(std::move(segments), points_.size() + edges_.size());
+    for (const auto& nodes : chains) {
         Points& ring = rings.emplace_back();
         for (const Node node : nodes) ring.push_back(PlaceOf(node, level));
     }
