@@ -7,7 +7,7 @@ Pen PenOf(LineKind kind) {
         case LineKind::Outline:
             return {1.1, {}, 0, true};
         case LineKind::Rim:
-            return {0.35, {}, 0, true};
+            return {0.25, {}, 0, true};
         case LineKind::Elastic:
             return {0.7, {9.0, 3.0}, 2};
         case LineKind::Plastic:

@@ -171,9 +171,9 @@ double AddNumbers(Sheet& sheet, const std::vector<std::string>& texts,
 }
 
 double StripHeight(const StressScale& scale) {
-    constexpr double kStepStrip = 14.0;   // at least: room for a number
-    constexpr double kLeastStrip = 98.0;  // of a strip with several bands
-    constexpr double kOneStrip = 24.0;    // of a strip with one
+    constexpr double kStepStrip = 14.0;    // at least: room for a number
+    constexpr double kLeastStrip = 160.0;  // of a strip with several bands
+    constexpr double kOneStrip = 24.0;     // of a strip with one
     if (scale.step == 0.0) return kOneStrip;
     const double steps = scale.ends.back() / scale.step - scale.ends.front() / scale.step;
     return std::max(kLeastStrip, kStepStrip * steps);

@@ -45,12 +45,15 @@ Colour ColourAt(std::span<const Colour> map, double share) {
 // The levels between two ends: multiples of a step. Those too near an end for a band of their own
 // are left out, but not 0, where the sign changes.
 std::vector<double> LevelsBetween(double low, double high, double step) {
-    constexpr double kNarrowest = 0.66;  // of the step: room for both numbers
+    // Room for both numbers beside a strip, which is never lower than 160 pt nor a step than 14 pt.
+    constexpr double kNarrowest = 0.66;        // of the step
+    constexpr double kNarrowestOfAll = 0.058;  // of all
+    const double narrowest = std::min(kNarrowest * step, kNarrowestOfAll * (high - low));
     std::vector<double> levels;
     const double last = std::floor(high / step);
     for (double k = std::ceil(low / step); k <= last; k += 1.0) {
         const double level = k * step;
-        const double room = k == 0.0 ? 0.0 : kNarrowest * step;
+        const double room = k == 0.0 ? 0.0 : narrowest;
         if (level - low > room && high - level > room) levels.push_back(level);
     }
     return levels;
