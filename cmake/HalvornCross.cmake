@@ -1,24 +1,27 @@
 # What a cross build takes from the build machine: packages of headers alone, Google Test's sources,
 # and for Windows the compiler's runtime DLLs.
 
-# Makes a package of headers alone known, by links to its headers and its CMake files in a folder of
-# their own: /usr/include itself would put the build machine's C library before the target's.
-function(halvorn_borrow_headers package folder)
+# Makes a package of headers alone known, by links to its headers and its CMake files, which are in
+# cmake_folder under /usr/share, in a folder of their own: /usr/include itself would put the build
+# machine's C library before the target's.
+function(halvorn_borrow_headers package folder cmake_folder)
   find_path(HALVORN_${package}_HEADERS ${folder} PATHS /usr/include
     NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
-  find_path(HALVORN_${package}_CMAKE ${package}Config.cmake PATHS /usr/share/cmake/${package}
+  find_path(HALVORN_${package}_CMAKE ${package}Config.cmake PATHS /usr/share/${cmake_folder}
     NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
   if(NOT HALVORN_${package}_HEADERS OR NOT HALVORN_${package}_CMAKE)
     return()
   endif()
   set(prefix ${PROJECT_BINARY_DIR}/borrowed)
-  file(MAKE_DIRECTORY ${prefix}/include ${prefix}/share/cmake)
+  cmake_path(GET cmake_folder PARENT_PATH above)
+  file(MAKE_DIRECTORY ${prefix}/include ${prefix}/share/${above})
   file(CREATE_LINK ${HALVORN_${package}_HEADERS}/${folder} ${prefix}/include/${folder} SYMBOLIC)
-  file(CREATE_LINK ${HALVORN_${package}_CMAKE} ${prefix}/share/cmake/${package} SYMBOLIC)
-  set(${package}_DIR ${prefix}/share/cmake/${package} CACHE PATH "Borrowed" FORCE)
+  file(CREATE_LINK ${HALVORN_${package}_CMAKE} ${prefix}/share/${cmake_folder} SYMBOLIC)
+  set(${package}_DIR ${prefix}/share/${cmake_folder} CACHE PATH "Borrowed" FORCE)
 endfunction()
-halvorn_borrow_headers(CLI11 CLI)
-halvorn_borrow_headers(nlohmann_json nlohmann)
+halvorn_borrow_headers(CLI11 CLI cmake/CLI11)
+halvorn_borrow_headers(nlohmann_json nlohmann cmake/nlohmann_json)
+halvorn_borrow_headers(Eigen3 eigen3 eigen3/cmake)
 
 # Debian's googletest package; a target's own Google Test, where there is one, goes first.
 if(HALVORN_BUILD_TESTS)

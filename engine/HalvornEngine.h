@@ -26,6 +26,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -118,6 +119,8 @@ enum class FindingKind {
     LostDigits,         ///< rounding has taken digits of the values
     LostDigitsOfClass,  ///< likewise of class_values
     NotArranged,        ///< nothing tells what the outlines mean
+    WideBounds,         ///< the bounds of torsion and shear are wider than was asked for
+    SharpCorners,       ///< corners at which the stress of torsion has no bound
     Reading             ///< the reader left something out or took it for granted
 };
 
@@ -163,6 +166,11 @@ struct Value {
     std::string method;      ///< how it was found, a few words
     std::string whyMissing;  ///< one sentence without a full stop
 
+    /// Two bounds of what the drawn outline has, both or none; the number is their middle.
+    std::optional<double> lower;
+    std::optional<double> upper;  ///< see `lower`
+    std::optional<double> error;  ///< of a value without bounds: how far off it can be, 0 or more
+
     /// Returns whether there is a number.
     bool IsComputed() const { return whyMissing.empty(); }
 };
@@ -188,6 +196,28 @@ struct SectionForces {
     double vx = 0.0;  ///< shear along x, through the shear centre [F]
     double vy = 0.0;  ///< shear along y, through the shear centre [F]
     double t = 0.0;   ///< torque about the shear centre, counter-clockwise [F L]
+};
+
+/// The largest magnitude of a stress under forces.
+struct LargestStress {
+    Value value;  ///< key "normal", "shear" or "von_mises"; unit "F/mm^2", F that of the forces
+    Point place;  ///< where it is, meaningful when there is a number [L]
+};
+
+/// What `Section::Evaluate` computes.
+struct EvaluateOptions {
+    Shift shift = {};  ///< of the reference point of the elastic moduli [L]
+    std::optional<double> density =
+        {};  ///< for the mass per metre, overrides that of a file [kg/m^3]
+    /// Torsion, warping and shear, which take a solution over the whole section: most of the time.
+    bool wantsWarping = true;
+    /// Greatest half width of the bounds of torsion constant and shear stiffness areas, relative to
+    /// their middle; from 1e-9 to 0.1.
+    double tolerance = 1e-4;
+    double poisson = 0.0;                      ///< Poisson's ratio, from 0 to 0.5
+    std::optional<SectionForces> forces = {};  ///< the largest stresses under them
+    /// Asked now and then while the solution runs; true stops it, with bounds as wide as they are.
+    std::function<bool()> isInterrupted = {};
 };
 
 /// The direction of an axis through a section.
@@ -280,6 +310,8 @@ public:
     const std::vector<Value>& Published() const;
     /// Returns the outputs of `CSectionTools` as they stand, in reading order.
     const std::vector<Value>& ClassValues() const;
+    /// Returns the largest normal, shear and von Mises stress; empty without forces.
+    const std::vector<LargestStress>& Stresses() const;
     /// Returns what was found, the worst first.
     const std::vector<Finding>& Findings() const;
 
@@ -345,13 +377,15 @@ public:
     /// Returns the density that the section file states, if any [kg/m^3].
     std::optional<double> Density() const;
 
-    /// Computes everything that is known about the section. Cost: for most sections a few passes
-    /// over the vertices, n log n for outlines that touch or overlap.
-    /// @param shift    of the reference point of the elastic moduli [L]
-    /// @param density  for the mass per metre, overrides that of a file [kg/m^3]
-    /// @throws InputError for a drawing or points whose outline crosses itself, and for a shift
-    ///         that is not finite or of a polyline, or a density that is not positive and finite
-    SectionReport Evaluate(const Shift& shift = {}, std::optional<double> density = {}) const;
+    /// Computes everything that is known about the section. Cost: without torsion, warping and
+    /// shear, for most sections a few passes over the vertices, n log n for outlines that touch or
+    /// overlap; with them a solution, about linear in the vertices, that takes most of the time.
+    /// @param options  on what is computed
+    /// @throws InputError for a drawing or points whose outline crosses itself, and for options out
+    ///         of range: a shift that is not finite or of a polyline, a density that is not
+    ///         positive and finite, a tolerance, a Poisson's ratio, forces that are not finite or
+    ///         come without `wantsWarping`
+    SectionReport Evaluate(const EvaluateOptions& options = {}) const;
 
     /// Returns what is doubtful about the section, the worst first, of outlines that cross
     /// themselves too.

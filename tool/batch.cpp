@@ -116,7 +116,7 @@ private:
 }  // namespace
 
 SectionReport EvaluateInput(const std::string& argument, const SectionOptions& options) {
-    return Section::Open(argument, options.input).Evaluate(options.shift, options.density);
+    return Section::Open(argument, options.input).Evaluate(options.values);
 }
 
 std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,8 +15,7 @@ namespace halvorn::tool {
 /// What the command line says about every section.
 struct SectionOptions {
     engine::InputOptions input;
-    engine::Shift shift;
-    std::optional<double> density;  ///< goes before that of a file [kg/m^3]
+    engine::EvaluateOptions values;
 };
 
 /// Reads the section that `argument` names and computes its values.

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "base/units.h"
 #include "figure/figure.h"
+#include "tool/forces.h"
 
 namespace halvorn::tool {
 
@@ -24,6 +25,7 @@ constexpr const char* kFooter = R"(Examples:
   halvorn-section IPE300                           a catalogue profile
   halvorn-section drawing.dxf --figure drawing.svg table and figure of a drawing
   halvorn-section --json section.json > results.json
+  halvorn-section IPE300 --forces Vy=-50e3,Mx=20e6 largest stresses
   halvorn-section --check section.json             findings: what is doubtful about it
   halvorn-section --batch sections/ > table.csv    a folder to one table
   halvorn-section --batch --json IPE200 IPE300     one JSON object a line
@@ -70,14 +72,26 @@ std::optional<double> PositiveNumber(const CLI::Option* option, const char* reme
     return number;
 }
 
+std::optional<double> NumberBetween(const CLI::Option* option, double least, double greatest,
+                                    const char* remedy) {
+    if (option->count() == 0) return std::nullopt;
+    const double number = option->as<double>();
+    if (!(least <= number && number <= greatest)) {
+        Fail(option->get_name() + " must be from " + ShortNumber(least) + " to " +
+                 ShortNumber(greatest),
+             remedy);
+    }
+    return number;
+}
+
 // The program's options; values that need checks of their own are read from the option.
 struct Parser {
     CLI::App app{kDescription, "halvorn-section"};
     CommandLine line;
     bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false,
-         isLayers = false;
-    std::string unit, blocks;
-    CLI::Option *density, *chordTolerance, *joinTolerance;
+         isLayers = false, isWarping = false;
+    std::string unit, blocks, forces, stress;
+    CLI::Option *density, *chordTolerance, *joinTolerance, *poisson, *tolerance;
 
     Parser() {
         app.set_version_flag("--version", "halvorn-section " HALVORN_VERSION);
@@ -101,6 +115,11 @@ struct Parser {
                        "Tint the halves of the section about its plastic axis x or y in the figure")
             ->type_name("AXIS")
             ->check(CLI::IsMember({"x", "y"}));
+        app.add_option("--figure-stress", stress,
+                       "Fill the section in the figure with the stress under --forces: von_mises, "
+                       "sigma or tau")
+            ->type_name("STRESS")
+            ->check(CLI::IsMember({"von_mises", "sigma", "tau"}));
         app.add_flag("--halves", line.table.wantsHalves,
                      "Add the halves about both plastic axes to the table; JSON always has them");
         app.add_flag("--check", isCheck,
@@ -138,13 +157,27 @@ struct Parser {
     }
 
     void AddValues() {
-        app.add_option("--dx", line.section.shift.dx,
+        app.add_option("--dx", line.section.values.shift.dx,
                        "Shift of the elastic moduli's reference point from xG, in the unit of the "
                        "section")
             ->check(IsPlainNumber);
-        app.add_option("--dy", line.section.shift.dy, "Likewise from yG; both 0 if not given")
+        app.add_option("--dy", line.section.values.shift.dy,
+                       "Likewise from yG; both 0 if not given")
             ->check(IsPlainNumber);
         density = AddNumber("--density", "Density in kg/m^3, for the mass per metre");
+        app.add_flag("--warping", isWarping,
+                     "Torsion, warping and shear in a batch too; one section always has them");
+        tolerance = AddNumber("--tolerance",
+                              "Half width of the bounds of torsion constant and shear stiffness "
+                              "areas, relative, from 1e-9 to 0.1; 1e-4 if not given");
+        poisson = AddNumber("--poisson",
+                            "Poisson's ratio, from 0 to 0.5, for shear; 0 if not given, above it "
+                            "the bounds of the shear stiffness areas are estimates");
+        app.add_option(
+               "--forces", forces,
+               "Print the largest stresses under N, Mx, My, Vx, Vy and T, any of them, as in "
+               "N=-250e3,My=4e6: a force unit of your choice, lengths in that of the section")
+            ->type_name("FORCES");
     }
 
     CLI::Option* AddNumber(const std::string& name, const std::string& description) {
@@ -152,17 +185,60 @@ struct Parser {
     }
 
     void TakeNumbers() {
-        const Shift& shift = line.section.shift;
+        EvaluateOptions& values = line.section.values;
+        const Shift& shift = values.shift;
         if (!std::isfinite(shift.dx) || !std::isfinite(shift.dy)) {
             Fail("--dx and --dy must be finite", "give plain numbers");
         }
         InputOptions& input = line.section.input;
         if (!unit.empty()) input.unit = unit;
-        line.section.density = PositiveNumber(density, "give kg/m^3, for steel 7850");
+        values.density = PositiveNumber(density, "give kg/m^3, for steel 7850");
         input.chordTolerance = PositiveNumber(chordTolerance, "give millimetres, such as 0.001")
                                    .value_or(input.chordTolerance);
         input.joinTolerance = PositiveNumber(joinTolerance, "give millimetres, such as 0.01")
                                   .value_or(input.joinTolerance);
+        values.tolerance =
+            NumberBetween(tolerance, 1e-9, 0.1, "give a relative width, such as 1e-4")
+                .value_or(values.tolerance);
+        values.poisson = NumberBetween(poisson, 0.0, 0.5, "give 0.3 for steel, 0.2 for concrete")
+                             .value_or(values.poisson);
+        if (app.count("--forces") > 0) values.forces = ForcesIn(forces);
+    }
+
+    // Options that act on torsion, warping and shear alone.
+    void TakeWarping() {
+        line.section.values.wantsWarping = line.task != Task::Batch || isWarping;
+        if (isWarping && line.task != Task::Batch) {
+            Fail("--warping is for a batch", "leave it out: one section always has these values");
+        }
+        const char* const given = tolerance->count() > 0       ? "--tolerance"
+                                  : poisson->count() > 0       ? "--poisson"
+                                  : line.section.values.forces ? "--forces"
+                                                               : nullptr;
+        if (given == nullptr) return;
+        if (line.task != Task::Report && line.task != Task::Batch) {
+            Fail(given + std::string(" is for values"), "leave it out");
+        }
+        if (!line.section.values.wantsWarping) {
+            Fail(given + std::string(" acts on torsion, warping and shear"), "add --warping");
+        }
+        if (line.section.values.forces && (isCsv || (line.task == Task::Batch && !isJson))) {
+            Fail("CSV has no columns for stresses", "give --json with --forces");
+        }
+    }
+
+    void TakeStress() {
+        if (stress.empty()) return;
+        line.figure.stress = stress == "sigma" ? StressKind::Normal
+                             : stress == "tau" ? StressKind::Shear
+                                               : StressKind::VonMises;
+        if (line.figurePath.empty()) Fail("--figure-stress is for a figure", "add --figure FILE");
+        if (!line.section.values.forces) {
+            Fail("--figure-stress shows the stress under forces", "add --forces");
+        }
+        if (line.figure.blocks) {
+            Fail("--figure-blocks and --figure-stress both fill the section", "give one of them");
+        }
     }
 
     void TakeTask() {
@@ -199,6 +275,8 @@ struct Parser {
                 Fail("--figure-blocks is for a figure", "add --figure FILE");
             }
         }
+        TakeWarping();
+        TakeStress();
         if (line.figurePath.empty()) return;
         if (line.task != Task::Report) Fail("--figure draws one section", "leave it out");
         CheckFigurePath(line.figurePath);

@@ -36,6 +36,15 @@ std::string WithoutLastZeros(std::string text) {
     return text;
 }
 
+// Whether a column shows a number of this size without an exponent.
+bool IsPlain(double magnitude) {
+    constexpr double kFrom = 1e-4;
+    constexpr double kBelow = 1e15;
+    return kFrom <= magnitude && magnitude < kBelow;
+}
+
+constexpr const char* kPlusMinus = " \xC2\xB1 ";  // in UTF-8
+
 }  // namespace
 
 std::optional<double> NumberIn(std::string_view text) {
@@ -80,12 +89,42 @@ std::string PlainNumber(double value, int digits) {
 }
 
 std::string TableNumber(double value, int digits) {
-    constexpr double kPlainFrom = 1e-4;
-    constexpr double kPlainBelow = 1e15;
-    const double magnitude = std::fabs(value);
-    const bool isPlain = magnitude == 0.0 || (kPlainFrom <= magnitude && magnitude < kPlainBelow);
-    if (isPlain) return PlainNumber(value, digits);
+    if (value == 0.0 || IsPlain(std::fabs(value))) return PlainNumber(value, digits);
     return Written(value, std::chars_format::scientific, digits - 1);
+}
+
+std::string NumberWithin(double value, double error, int digits) {
+    const auto placeOf = [](double number) {
+        return static_cast<int>(std::floor(std::log10(std::fabs(number))));
+    };
+    const bool isBelowDigits =
+        value != 0.0 && error < 0.5 * std::pow(10.0, placeOf(value) - digits + 1);
+    if (error == 0.0 || isBelowDigits || !std::isfinite(value) || !std::isfinite(error)) {
+        return TableNumber(value, digits);
+    }
+    constexpr double kRounding = 1e-9;  // of a step: what is no more does not take another one
+    int place = placeOf(error) - 1;
+    double step = 0.0, shown = 0.0, steps = 10.0;
+    while (steps >= 10.0) {
+        ++place;
+        step = std::pow(10.0, place);
+        shown = std::round(value / step) * step + 0.0;
+        steps = std::ceil((error + std::fabs(value - shown)) / step - kRounding);
+    }
+    const double bound = steps * step;
+    constexpr int kFewestPlaces = -6, kMostPlaces = 3;
+    const bool isPlain = kFewestPlaces <= place && place <= kMostPlaces &&
+                         IsPlain(std::max(std::fabs(shown), bound));
+    const auto plain = [&](double number) {
+        return Written(number, std::chars_format::fixed, std::max(0, -place));
+    };
+    const auto scientific = [&](double number) {
+        if (number == 0.0) return std::string("0");
+        constexpr double kUp = 1.0 + 1e-12;  // a power of ten that rounding has left below it
+        return Written(number, std::chars_format::scientific, placeOf(number * kUp) - place);
+    };
+    return isPlain ? plain(shown) + kPlusMinus + plain(bound)
+                   : scientific(shown) + kPlusMinus + scientific(bound);
 }
 
 std::string FixedNumber(double value, int decimals) {

@@ -1,6 +1,13 @@
 #include "base/utf8.h"
 
+#include <algorithm>
+
 namespace halvorn::engine {
+
+std::size_t CharacterCount(std::string_view text) {
+    return text.size() -
+           static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsContinuation));
+}
 
 std::size_t SequenceLength(std::string_view text) {
     const auto lead = static_cast<unsigned char>(text.front());

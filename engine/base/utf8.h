@@ -14,6 +14,9 @@ inline bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
+/// Returns the characters of a text.
+std::size_t CharacterCount(std::string_view text);
+
 /// Returns the bytes at the start of a text, not empty, that belong together by their leading bits,
 /// whether they are a character or not; 1 for a byte that starts nothing.
 std::size_t SequenceLength(std::string_view text);

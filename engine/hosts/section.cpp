@@ -9,6 +9,11 @@ namespace halvorn::engine {
 
 namespace {
 
+// Those of `WarpingOptions`.
+constexpr double kLeastTolerance = 1e-9;    // [-]
+constexpr double kGreatestTolerance = 0.1;  // [-]
+constexpr double kGreatestPoisson = 0.5;    // of what keeps its volume
+
 void CheckShift(const Shift& shift, const SectionModel& section) {
     if (!std::isfinite(shift.dx) || !std::isfinite(shift.dy)) {
         throw InputError("options", "the shift of the reference point is not finite",
@@ -24,6 +29,24 @@ void CheckDensity(const std::optional<double>& density) {
     if (!density || (*density > 0.0 && std::isfinite(*density))) return;
     throw InputError("options", "the density is not positive and finite",
                      "give kg/m^3, for steel 7850");
+}
+
+void CheckWarping(const EvaluateOptions& options) {
+    const auto check = [](bool holds, const char* problem, const char* mend) {
+        if (!holds) throw InputError("options", problem, mend);
+    };
+    // Written so that NaN is refused.
+    check(kLeastTolerance <= options.tolerance && options.tolerance <= kGreatestTolerance,
+          "the tolerance is not from 1e-9 to 0.1", "give a relative width, such as 1e-4");
+    check(0.0 <= options.poisson && options.poisson <= kGreatestPoisson,
+          "Poisson's ratio is not from 0 to 0.5", "give 0.3 for steel, 0.2 for concrete");
+    if (!options.forces) return;
+    const SectionForces& f = *options.forces;
+    for (const double force : {f.n, f.mx, f.my, f.vx, f.vy, f.t}) {
+        check(std::isfinite(force), "a force is not finite", "give plain numbers");
+    }
+    check(options.wantsWarping, "stresses take the solution of torsion and shear",
+          "ask for it, or leave out the forces");
 }
 
 }  // namespace
@@ -56,15 +79,18 @@ std::optional<double> Section::Density() const {
     return model_->density;
 }
 
-SectionReport Section::Evaluate(const Shift& shift, std::optional<double> density) const {
-    CheckShift(shift, *model_);
-    CheckDensity(density);
+SectionReport Section::Evaluate(const EvaluateOptions& options) const {
+    CheckShift(options.shift, *model_);
+    CheckDensity(options.density);
+    CheckWarping(options);
     const auto evaluated = [&](const SectionModel& section) {
-        return SectionReport(std::make_shared<const Report>(engine::Evaluate(section, shift)));
+        const auto report = std::make_shared<Report>(engine::Evaluate(section, options.shift));
+        if (options.wantsWarping) AddWarping(options, report.get());
+        return SectionReport(report);
     };
-    if (!density) return evaluated(*model_);
+    if (!options.density) return evaluated(*model_);
     SectionModel dense = *model_;
-    dense.density = density;
+    dense.density = options.density;
     return evaluated(dense);
 }
 

@@ -49,6 +49,10 @@ const std::vector<Value>& SectionReport::ClassValues() const {
     return report_->classValues;
 }
 
+const std::vector<LargestStress>& SectionReport::Stresses() const {
+    return report_->stresses;
+}
+
 const std::vector<Finding>& SectionReport::Findings() const {
     return report_->findings;
 }

@@ -13,7 +13,10 @@
 #include "values/findings.h"
 #include "values/plastic_halves.h"
 #include "values/region_values.h"
+#include "values/stress_values.h"
 #include "values/values.h"
+#include "values/warping_values.h"
+#include "warping/warping.h"
 
 namespace halvorn::engine {
 
@@ -70,6 +73,24 @@ void KeepDigitsOfHalves(const Moments& moments, AxisDirection direction, Plastic
     }
 }
 
+void SortFindings(Report* report) {
+    std::stable_sort(report->findings.begin(), report->findings.end(),
+                     [](const Finding& a, const Finding& b) { return a.severity > b.severity; });
+}
+
+void Solve(const EvaluateOptions& options, Report* report) {
+    WarpingOptions wanted;
+    wanted.tolerance = options.tolerance;
+    wanted.poisson = options.poisson;
+    wanted.isInterrupted = options.isInterrupted;
+    try {
+        report->warping =
+            std::make_shared<const WarpingSolution>(SolveWarping(report->region, wanted));
+    } catch (const WarpingError& error) {
+        report->whyNoWarping = error.what();
+    }
+}
+
 }  // namespace
 
 Report Evaluate(const SectionModel& section, const Shift& shift) {
@@ -79,15 +100,28 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     Report report;
     report.section = section;
     report.shift = shift;
+    report.whyNoWarping = kNoWarpingAsked;
     AddRegion(&report);
     report.findings = FindingsOf(report);
     RefuseSelfCrossing(report);
     AddRegionValues(&report);
     AddPublished(&report);
     AddClassValues(&report);
-    std::stable_sort(report.findings.begin(), report.findings.end(),
-                     [](const Finding& a, const Finding& b) { return a.severity > b.severity; });
+    SortFindings(&report);
     return report;
+}
+
+void AddWarping(const EvaluateOptions& options, Report* report) {
+    report->tolerance = options.tolerance;
+    report->poisson = options.poisson;
+    report->forces = options.forces;
+    report->whyNoWarping = report->whyNoRegion;
+    if (report->whyNoRegion.empty()) {
+        Solve(options, report);
+        AddWarpingValues(report);
+    }
+    if (options.forces) AddStresses(report);
+    SortFindings(report);
 }
 
 void AddHalves(Report* report) {

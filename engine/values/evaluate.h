@@ -7,9 +7,15 @@
 
 namespace halvorn::engine {
 
-/// Computes all values of a section; `shift` has no meaning for the class's values of a polyline.
+/// Computes all values of a section but those of torsion, warping and shear, which are missing with
+/// the option that asks for them; `shift` has no meaning for the class's values of a polyline.
 /// @throws InputError for a section that `isDrawn` with an outline that crosses itself
 Report Evaluate(const SectionModel& section, const Shift& shift);
+
+/// Solves torsion, warping and shear: adds their values to a report, the largest stresses when
+/// there are forces, and what is found about them.
+/// @param options  tolerance, Poisson's ratio, forces and interruption, all in range
+void AddWarping(const EvaluateOptions& options, Report* report);
 
 /// Returns what `Evaluate` finds, of outlines that cross themselves too.
 std::vector<Finding> Diagnose(SectionModel section);

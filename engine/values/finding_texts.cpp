@@ -57,6 +57,10 @@ const char* KindName(FindingKind kind) {
             return "lost_digits_of_class";
         case FindingKind::NotArranged:
             return "not_arranged";
+        case FindingKind::WideBounds:
+            return "wide_bounds";
+        case FindingKind::SharpCorners:
+            return "sharp_corners";
         case FindingKind::Reading:
             break;
     }

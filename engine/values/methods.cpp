@@ -98,8 +98,7 @@ void DescribeElementMethods(const std::vector<Element>& elements, std::vector<Va
         } else if (value.key == "extra_sum") {
             value.method = "sum over the profiles";
         } else {
-            value.method =
-                MethodsOf(elements, "exact integrals over the outlines", "exact integrals", false);
+            value.method = MethodsOf(elements, "exact integrals", "exact integrals", false);
         }
         if (isMixed && value.IsComputed() && IsTorsionOrShear(value.key)) {
             value.whyMissing = kMixed;

@@ -9,21 +9,17 @@
 #include "values/digits.h"
 #include "values/net_plastic.h"
 #include "values/values.h"
+#include "values/warping_values.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-constexpr const char* kNotSolved =
-    "it takes a solution over the whole section, which this version does not have; estimates "
-    "of torsion and shear are among the class's outputs";
-constexpr const char* kBeyondDoubles =
-    "the result is not a finite number: the coordinates are too large or too small";
 constexpr const char* kOnTheEdge =
     "its fibre distance is 0: the reference point lies on the edge of the section (change --dx or "
     "--dy)";
 
-constexpr const char* kIntegrals = "exact integrals over the material";
+constexpr const char* kIntegrals = "exact integrals";
 
 class RegionValues {
 public:
@@ -37,10 +33,9 @@ public:
         AddElasticModuli();
         AddPlasticValues();
         for (const ValueDescription& description : kValues) {
-            const std::string_view key = description.key;
-            const bool isNext = key.starts_with("torsion_") || key.starts_with("warping_") ||
-                                key.starts_with("shear_") || key.starts_with("monosymmetry_");
-            if (isNext) report_.values.push_back(MissingValue(description, kNotSolved));
+            if (IsOfWarping(description.key)) {
+                report_.values.push_back(MissingValue(description, report_.whyNoWarping));
+            }
         }
         AddMass();
         WarnOfLostDigits();
@@ -130,24 +125,25 @@ private:
     void AddElasticModuli() {
         const Moments& m = moments_;
         const Shift& shift = report_.shift;
-        const auto add = [&](const char* key, double inertia, double error, double distance,
-                             double size, double first) {
+        const auto add = [&](const char* key, const char* method, double inertia, double error,
+                             double distance, double size, double first) {
             constexpr double kOnEdge = 1e-12;  // of the section's extent
             const double modulus = inertia / distance;
             const double relative =
                 RelativeError(error, inertia) + RelativeError(first / m.area, distance);
-            Add(key, "second moment over fibre distance", modulus, relative * std::fabs(modulus));
+            Add(key, method, modulus, relative * std::fabs(modulus));
             if (std::fabs(distance) <= kOnEdge * size) Miss(kOnTheEdge);
         };
         const double height = m.toBottom + m.toTop;
         const double width = m.toLeft + m.toRight;
-        add("elastic_modulus_bottom", m.inertiaX, m.inertiaXError, m.toBottom + shift.dy, height,
+        const char *const ofX = "Ix / fibre distance", *const ofY = "Iy / fibre distance";
+        add("elastic_modulus_bottom", ofX, m.inertiaX, m.inertiaXError, m.toBottom + shift.dy,
+            height, m.firstYError);
+        add("elastic_modulus_top", ofX, m.inertiaX, m.inertiaXError, m.toTop - shift.dy, height,
             m.firstYError);
-        add("elastic_modulus_top", m.inertiaX, m.inertiaXError, m.toTop - shift.dy, height,
-            m.firstYError);
-        add("elastic_modulus_left", m.inertiaY, m.inertiaYError, m.toLeft + shift.dx, width,
+        add("elastic_modulus_left", ofY, m.inertiaY, m.inertiaYError, m.toLeft + shift.dx, width,
             m.firstXError);
-        add("elastic_modulus_right", m.inertiaY, m.inertiaYError, m.toRight - shift.dx, width,
+        add("elastic_modulus_right", ofY, m.inertiaY, m.inertiaYError, m.toRight - shift.dx, width,
             m.firstXError);
     }
 

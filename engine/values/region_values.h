@@ -17,10 +17,10 @@ namespace halvorn::engine {
 ///   them when that is more. An angle that no difference decides is 0.
 /// - Plastic axes and moduli of the material as it is; shape factors, the plastic modulus over the
 ///   smaller elastic one from the centre of gravity, whatever the shift.
-/// - Torsion, warping and shear are missing with their reason.
+/// - Torsion, warping and shear are missing with `whyNoWarping`, until they are solved.
 /// - Mass per metre when the density is known.
 ///
-/// @pre section, shift, region and `whyNoRegion` of the report are there
+/// @pre section, shift, region, `whyNoRegion` and `whyNoWarping` of the report are there
 void AddRegionValues(Report* report);
 
 }  // namespace halvorn::engine

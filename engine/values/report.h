@@ -3,6 +3,8 @@
 #ifndef HALVORN_ENGINE_VALUES_REPORT_H
 #define HALVORN_ENGINE_VALUES_REPORT_H
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "HalvornEngine.h"
 #include "model/section_model.h"
 #include "region/region.h"
+#include "warping/warping.h"
 
 namespace halvorn::engine {
 
@@ -22,6 +25,13 @@ struct Report {
     std::vector<Value> published;    ///< of a catalogue profile
     std::vector<Value> classValues;  ///< outputs of the library's class, under keys of their own
     std::vector<Finding> findings;   ///< worst first
+    /// Torsion, warping and shear as `AddWarping` solves them; null when `whyNoWarping` says why.
+    std::shared_ptr<const WarpingSolution> warping;
+    std::string whyNoWarping;             ///< one sentence without a full stop
+    double tolerance = 0.0;               ///< that the solution was asked for [-]
+    double poisson = 0.0;                 ///< Poisson's ratio of the solution
+    std::optional<SectionForces> forces;  ///< on the section
+    std::vector<LargestStress> stresses;  ///< normal, shear, von Mises; none without forces
     /// About the horizontal and the vertical plastic axis; none unless `AddHalves` adds them.
     std::vector<PlasticHalves> halves;
 

@@ -43,6 +43,10 @@ extern const std::array<OutputDescription<PolylineOutputs>, 10> kPolylineValues;
 inline constexpr const char* kNoArea =
     "the section encloses no area: its points lie on one line or in one place, or holes take it";
 
+/// Why a value that was computed is none.
+inline constexpr const char* kBeyondDoubles =
+    "the result is not a finite number: the coordinates are too large or too small";
+
 /// Returns a value with what its description says, without a number.
 Value DescribedValue(const ValueDescription& description, const std::string& lengthUnit);
 

@@ -5,6 +5,7 @@
 
 #include "values/class_values.h"
 #include "values/plastic_halves.h"
+#include "values/stress_values.h"
 
 namespace halvorn::engine {
 
@@ -15,21 +16,40 @@ using nlohmann::ordered_json;
 // Of the halves of a report.
 constexpr std::array kDirections = {AxisDirection::Horizontal, AxisDirection::Vertical};
 
+ordered_json Entry(const Value& value) {
+    ordered_json entry = {{"value", nullptr}};
+    if (value.IsComputed()) {
+        entry["value"] = value.number;
+        if (value.lower) entry["lower"] = *value.lower;
+        if (value.upper) entry["upper"] = *value.upper;
+        if (value.error) entry["error"] = *value.error;
+    }
+    entry["unit"] = nullptr;
+    if (!value.unit.empty()) entry["unit"] = value.unit;
+    entry["symbol"] = value.symbol;
+    entry["name"] = value.name;
+    entry["method"] = value.method;
+    if (!value.IsComputed()) entry["not_computed"] = value.whyMissing;
+    return entry;
+}
+
 ordered_json Members(const std::vector<Value>& values) {
     ordered_json members = ordered_json::object();
-    for (const Value& value : values) {
-        ordered_json entry = {{"value", nullptr},
-                              {"unit", nullptr},
-                              {"symbol", value.symbol},
-                              {"name", value.name},
-                              {"method", value.method}};
-        if (value.IsComputed()) {
-            entry["value"] = value.number;
-        } else {
-            entry["not_computed"] = value.whyMissing;
-        }
-        if (!value.unit.empty()) entry["unit"] = value.unit;
-        members[value.key] = entry;
+    for (const Value& value : values) members[value.key] = Entry(value);
+    return members;
+}
+
+ordered_json Stresses(const Report& report) {
+    ordered_json members = ordered_json::object();
+    if (!report.forces) return members;
+    for (const ForceDescription& force : kForces) {
+        members["forces"][force.name] = (*report.forces).*force.force;
+    }
+    for (const LargestStress& stress : report.stresses) {
+        ordered_json entry = Entry(stress.value);
+        entry["place"] = nullptr;
+        if (stress.value.IsComputed()) entry["place"] = {stress.place.x, stress.place.y};
+        members[stress.value.key] = entry;
     }
     return members;
 }
@@ -81,6 +101,7 @@ ordered_json Object(const Report& report) {
             {"kind", isPolyline ? "polyline" : "section"},
             {"shift", {{"dx", report.shift.dx}, {"dy", report.shift.dy}}},
             {"values", Members(report.values)},
+            {"stresses", Stresses(report)},
             {"published", Members(report.published)},
             {"plastic_halves", Halves(report.halves)},
             {"class_values", Members(report.classValues)},

@@ -6,7 +6,10 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "base/utf8.h"
+#include "geometry/place_text.h"
 #include "values/plastic_halves.h"
+#include "values/stress_values.h"
 #include "values/values.h"
 
 namespace halvorn::engine {
@@ -16,12 +19,30 @@ namespace {
 using Row = std::array<std::string, 5>;  // name, symbol, value, unit, method
 constexpr std::size_t kMethod = 4;
 
+constexpr int kDigits = 7;  // significant ones
+
 std::string SevenDigits(double number) {
-    return TableNumber(number, 7);
+    return TableNumber(number, kDigits);
 }
 
 std::size_t DigitsBeforePoint(const std::string& number) {
-    return std::min(number.find_first_of(".e"), number.size());
+    return std::min(number.find_first_of(".e "), number.size());
+}
+
+// Between two bounds the number is their middle.
+std::string Number(const Value& value) {
+    double error = value.error.value_or(0.0);
+    if (value.lower && value.upper) {
+        error = std::max(value.number - *value.lower, *value.upper - value.number);
+    }
+    return NumberWithin(value.number, error, kDigits);
+}
+
+// Numbers with bounds and exponents are long: they start where words do.
+bool IsAligned(const Value& value, const std::string& number) {
+    const bool hasExponentAndBound =
+        number.find('e') != std::string::npos && number.find(' ') != std::string::npos;
+    return value.IsComputed() && !hasExponentAndBound;
 }
 
 // The rows of a block of values, decimal points one above the other. Words start where the longest
@@ -30,14 +51,15 @@ std::vector<Row> Rows(const std::vector<Value>& values) {
     std::vector<std::string> numbers;
     std::size_t widest = 0;
     for (const Value& value : values) {
-        const bool isThere = value.IsComputed();
-        numbers.push_back(isThere ? SevenDigits(value.number) : "not computed");
-        if (isThere) widest = std::max(widest, DigitsBeforePoint(numbers.back()));
+        numbers.push_back(value.IsComputed() ? Number(value) : "not computed");
+        if (IsAligned(value, numbers.back())) {
+            widest = std::max(widest, DigitsBeforePoint(numbers.back()));
+        }
     }
     std::vector<Row> rows;
     for (std::size_t i = 0; i < values.size(); ++i) {
         const Value& value = values[i];
-        if (value.IsComputed()) {
+        if (IsAligned(value, numbers[i])) {
             numbers[i].insert(0, widest - DigitsBeforePoint(numbers[i]), ' ');
         }
         rows.push_back({value.name, value.symbol, numbers[i], value.unit,
@@ -49,13 +71,15 @@ std::vector<Row> Rows(const std::vector<Value>& values) {
 std::string JoinColumns(const std::vector<Row>& rows) {
     std::array<std::size_t, 5> widths{};
     for (const Row& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], row[i].size());
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            widths[i] = std::max(widths[i], CharacterCount(row[i]));
+        }
     }
     std::string text;
     for (const Row& row : rows) {
         std::string line;
         for (std::size_t i = 0; i < row.size(); ++i) {
-            line += row[i] + std::string(widths[i] - row[i].size() + 2, ' ');
+            line += row[i] + std::string(widths[i] - CharacterCount(row[i]) + 2, ' ');
         }
         text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
     }
@@ -69,12 +93,12 @@ std::vector<std::string> NumberLongMethods(std::vector<Row>& rows) {
     std::size_t start = 0;
     for (std::size_t column = 0; column < kMethod; ++column) {
         std::size_t width = 0;
-        for (const Row& row : rows) width = std::max(width, row[column].size());
+        for (const Row& row : rows) width = std::max(width, CharacterCount(row[column]));
         start += width + 2;
     }
     std::vector<std::string> methods;
     for (Row& row : rows) {
-        if (start + row[kMethod].size() <= kLongestLine) continue;
+        if (start + CharacterCount(row[kMethod]) <= kLongestLine) continue;
         const auto at = std::find(methods.begin(), methods.end(), row[kMethod]);
         const std::string number = std::to_string(at - methods.begin() + 1);
         if (at == methods.end()) methods.push_back(row[kMethod]);
@@ -114,6 +138,26 @@ std::vector<Value> HalfValues(const Report& report) {
     return values;
 }
 
+// The largest stresses as values, with their places.
+std::vector<Value> StressValues(const Report& report) {
+    std::vector<Value> values;
+    for (const LargestStress& stress : report.stresses) {
+        values.push_back(stress.value);
+        values.back().method += ", at " + PlaceText(stress.place);
+    }
+    return values;
+}
+
+std::string ForcesText(const Report& report) {
+    std::string text = "Forces:";
+    for (const ForceDescription& force : kForces) {
+        text += std::string(&force == kForces.data() ? " " : ", ") + force.name + " = " +
+                SevenDigits((*report.forces).*force.force) +
+                (force.isMoment ? " F " + report.section.unit : " F");
+    }
+    return text + '\n';
+}
+
 // All blocks in the same columns, a line apart, and what stands for the numbers in them.
 std::string Blocks(const Report& report) {
     std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
@@ -127,6 +171,7 @@ std::string Blocks(const Report& report) {
         rows.insert(rows.end(), block.begin(), block.end());
     };
     add(nullptr, report.values);
+    add("Stresses", StressValues(report));
     add("Halves about the plastic axes", HalfValues(report));
     add("Published", report.published);
     add("Outputs of the class", report.classValues);
@@ -141,7 +186,8 @@ std::string Blocks(const Report& report) {
 // Every reason once in the order of the values, then what is found but for hints.
 std::vector<std::string> Footnotes(const Report& report) {
     std::vector<std::string> notes;
-    for (const auto* const list : {&report.values, &report.classValues}) {
+    const std::vector<Value> stresses = StressValues(report);
+    for (const auto* const list : {&report.values, &stresses, &report.classValues}) {
         for (const Value& value : *list) {
             if (value.IsComputed()) continue;
             const std::string note = "Not computed: " + SingleLine(value.whyMissing);
@@ -175,6 +221,7 @@ std::string TableText(const Report& report) {
         text += "Reference point of the elastic moduli: (xG" + plus(report.shift.dx) + ", yG" +
                 plus(report.shift.dy) + ") " + section.unit + '\n';
     }
+    if (report.forces) text += ForcesText(report);
     text += '\n' + Blocks(report);
     for (const std::string& note : Footnotes(report)) text += '\n' + note + ".\n";
     return text;

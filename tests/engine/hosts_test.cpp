@@ -35,7 +35,7 @@ TEST(EngineForHosts, ReadsEachFormatToTheSameValues) {
         const Section section = Section::Parse(text, format, "a bar");
         EXPECT_EQ(section.Source(), "a bar");
         EXPECT_EQ(section.LengthUnit(), "mm");
-        const SectionReport report = section.Evaluate({1.0, 2.0});
+        const SectionReport report = section.Evaluate({.shift = {1.0, 2.0}});
         EXPECT_DOUBLE_EQ(NumberOf(report, "area"), 600.0);
         EXPECT_DOUBLE_EQ(NumberOf(report, "centroid_x"), 20.0);
         EXPECT_DOUBLE_EQ(NumberOf(report, "inertia_x"), 20000.0);  // 30 20^3 / 12
@@ -55,7 +55,7 @@ TEST(EngineForHosts, ACallersDensityGoesBeforeThatOfTheFile) {
     EXPECT_EQ(bar.Name(), "bar");
     EXPECT_EQ(bar.Density(), 8000.0);
     EXPECT_DOUBLE_EQ(NumberOf(bar.Evaluate(), "mass_per_metre"), 4.8);
-    EXPECT_DOUBLE_EQ(NumberOf(bar.Evaluate({}, 7850.0), "mass_per_metre"), 4.71);
+    EXPECT_DOUBLE_EQ(NumberOf(bar.Evaluate({.density = 7850.0}), "mass_per_metre"), 4.71);
 }
 
 TEST(EngineForHosts, TheHalvesOfABarAreBars) {
@@ -158,13 +158,26 @@ TEST(EngineForHosts, ErrorsNameSourcePlaceAndMend) {
         {[&] { parse(kDxf, TextFormat::Dxf, coarse); }, "options", "", "the chord tol", "give"},
         {[&] { parse(kJson, TextFormat::Json, layered); }, "command line", "", "--layer", "leave"},
         {[&] {
-             parse(kDxf, TextFormat::Dxf, layered).Evaluate({0.0, infinite});
+             parse(kDxf, TextFormat::Dxf, layered).Evaluate({.shift = {0.0, infinite}});
          },
          "options", "", "the shift", "give"},
-        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({}, -1.0); }, "options", "", "the density",
-         "give kg/m^3"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({.density = -1.0}); }, "options", "",
+         "the density", "give kg/m^3"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({.tolerance = 1e-10}); }, "options", "",
+         "the tolerance", "give"},
+        {[&] { parse(kCsv, TextFormat::Csv).Evaluate({.poisson = -infinite}); }, "options", "",
+         "Poisson's ratio", "give"},
         {[&] {
-             parse(wall, TextFormat::Json).Evaluate({1.0, 0.0});
+             parse(kCsv, TextFormat::Csv).Evaluate({.forces = SectionForces{0, 0, infinite}});
+         },
+         "options", "", "a force is not finite", "give"},
+        {[&] {
+             parse(kCsv, TextFormat::Csv)
+                 .Evaluate({.wantsWarping = false, .forces = SectionForces{}});
+         },
+         "options", "", "stresses take", "ask"},
+        {[&] {
+             parse(wall, TextFormat::Json).Evaluate({.shift = {1.0, 0.0}});
          },
          "host", "/polyline", "a polyline has no", "leave out"},
         {[&] { parse(kCsv, TextFormat::Csv).Evaluate().WriteFigure("a.txt"); }, "a.txt", "",

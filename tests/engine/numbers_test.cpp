@@ -54,6 +54,47 @@ TEST(Numbers, AreWrittenInEachForm) {
     EXPECT_EQ(PlaceText(0.5, -1234567890.0, 9), "(0.5, -1234567890)");
 }
 
+TEST(Numbers, AreShownWithTheirBounds) {
+    struct Case {
+        double value, error;
+        const char* text;  // of 7 digits
+    };
+    for (const Case& c : {
+             Case{19.753, 0.0, "19.753"},
+             Case{19.7534, 0.0012, "19.753 ± 0.002"},
+             Case{19.7534, 0.0018, "19.753 ± 0.003"},  // 19.7552 is beyond 19.755
+             Case{19.7534, 6e-6, "19.753400 ± 0.000006"},
+             Case{19.7534, 4e-6, "19.7534"},
+             Case{-197535.0, 15.0, "-197540 ± 20"},
+             Case{197535.0, 95.0, "197500 ± 200"},
+             Case{99.96, 0.096, "100.0 ± 0.2"},
+             Case{5.0, 5000.0, "0 ± 6000"},
+             Case{-1e-6, 0.002, "0.000 ± 0.003"},
+             Case{0.0, 0.01, "0.00 ± 0.01"},
+             Case{0.0, 3e-9, "0 ± 3e-09"},
+             Case{1.259123e11, 3.7e7, "1.2591e+11 ± 4e+07"},
+             Case{9.9999999e11, 3e8, "1.0000e+12 ± 4e+08"},
+             Case{1.97531e-5, 1.4e-9, "1.9753e-05 ± 2e-09"},
+             Case{2e-5, 0.001, "0.000 ± 0.002"},
+             Case{1.5, std::numeric_limits<double>::infinity(), "1.5"},
+         }) {
+        EXPECT_EQ(NumberWithin(c.value, c.error, 7), c.text) << c.value << ' ' << c.error;
+    }
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    for (int i = 0; i < 20000; ++i) {
+        const double value = (unit(random) - 0.5) * std::pow(10.0, 40.0 * unit(random) - 20.0);
+        const double error = std::fabs(value) * std::pow(10.0, 7.0 * unit(random) - 6.0);
+        const std::string text = NumberWithin(value, error, 7);
+        const std::size_t mark = text.find(" ± ");
+        ASSERT_NE(mark, std::string::npos) << value << ' ' << error;
+        const double shown = *NumberIn(text.substr(0, mark)),
+                     bound = *NumberIn(text.substr(mark + 4));
+        EXPECT_LE(std::fabs(value - shown) + error, bound * (1.0 + 1e-8)) << text;
+        EXPECT_LE(bound, 2.4 * error) << text;
+    }
+}
+
 TEST(Numbers, ReadBackAndAgreeWithTheStandardLibrary) {
     std::mt19937_64 random(12);
     for (int i = 0; i < 20000; ++i) {

@@ -373,12 +373,12 @@ with a duct
 Reference point of the elastic moduli: (xG - 50, yG + 200) mm
 
 Property                              Symbol       Value              Unit  Method
-Area                                  A                 70000         mm^2  exact integrals over the material
-Centre of gravity, x                  xG                  100         mm    exact integrals over the material
-Centre of gravity, y                  yG                  200         mm    exact integrals over the material
-Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals over the material
-Second moment, vertical axis          Iy            258333333         mm^4  exact integrals over the material
-Product moment                        Ixy                   0         mm^4  exact integrals over the material
+Area                                  A                 70000         mm^2  exact integrals
+Centre of gravity, x                  xG                  100         mm    exact integrals
+Centre of gravity, y                  yG                  200         mm    exact integrals
+Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals
+Second moment, vertical axis          Iy            258333333         mm^4  exact integrals
+Product moment                        Ixy                   0         mm^4  exact integrals
 Principal second moment, larger       I1           1058333333         mm^4  Mohr's circle
 Principal second moment, smaller      I2            258333333         mm^4  Mohr's circle
 Angle of principal axis 1 from x      alpha                 0         deg   Mohr's circle
@@ -386,10 +386,10 @@ Radius of gyration, horizontal axis   ix                  122.9595    mm    sqrt
 Radius of gyration, vertical axis     iy                   60.74929   mm    sqrt(Iy / A)
 Radius of gyration, principal axis 1  i1                  122.9595    mm    sqrt(I1 / A)
 Radius of gyration, principal axis 2  i2                   60.74929   mm    sqrt(I2 / A)
-Elastic modulus, lowest fibre         Wel,bottom      2645833         mm^3  second moment over fibre distance
+Elastic modulus, lowest fibre         Wel,bottom      2645833         mm^3  Ix / fibre distance
 Elastic modulus, highest fibre        Wel,top      not computed       mm^3
-Elastic modulus, leftmost fibre       Wel,left        5166667         mm^3  second moment over fibre distance
-Elastic modulus, rightmost fibre      Wel,right       1722222         mm^3  second moment over fibre distance
+Elastic modulus, leftmost fibre       Wel,left        5166667         mm^3  Iy / fibre distance
+Elastic modulus, rightmost fibre      Wel,right       1722222         mm^3  Iy / fibre distance
 Plastic modulus, horizontal axis      Wpl,x           7750000         mm^3  both sides of the plastic axis
 Plastic modulus, vertical axis        Wpl,y           3750000         mm^3  both sides of the plastic axis
 Horizontal plastic axis, y            ypl                 200         mm    halves the area
@@ -408,12 +408,12 @@ Monosymmetry, vertical axis           by           not computed       mm
 Mass per metre                        m                   175         kg/m  density x A
 
 Outputs of the class
-Area                                  A                 70000         mm^2  exact integrals over the outlines
-Centre of gravity, x                  xG                  100         mm    exact integrals over the outlines
-Centre of gravity, y                  yG                  200         mm    exact integrals over the outlines
-Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals over the outlines
-Second moment, vertical axis          Iy            258333333         mm^4  exact integrals over the outlines
-Product moment                        Ixy                   0         mm^4  exact integrals over the outlines
+Area                                  A                 70000         mm^2  exact integrals
+Centre of gravity, x                  xG                  100         mm    exact integrals
+Centre of gravity, y                  yG                  200         mm    exact integrals
+Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals
+Second moment, vertical axis          Iy            258333333         mm^4  exact integrals
+Product moment                        Ixy                   0         mm^4  exact integrals
 Elastic modulus, lowest fibre         Wel,bottom   not computed       mm^3
 Elastic modulus, highest fibre        Wel,top      not computed       mm^3
 Elastic modulus, leftmost fibre       Wel,left     not computed       mm^3
@@ -430,7 +430,7 @@ Sum of the profiles' extra values     extra        not computed
 
 Not computed: its fibre distance is 0: the reference point lies on the edge of the section (change --dx or --dy).
 
-Not computed: it takes a solution over the whole section, which this version does not have; estimates of torsion and shear are among the class's outputs.
+Not computed: it takes a solution over the whole section; --warping asks for it in a batch.
 
 Not computed: a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx or --dy) or the section has no extent.
 

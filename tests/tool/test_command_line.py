@@ -51,6 +51,25 @@ class CommandLine(unittest.TestCase):
             (["--list-layers", "a.dxf", "b.dxf"], "give one drawing"), (["--list-layers"], "INPUT is missing"),
             (["--list-layers", "--batch", "a.dxf"], "different tasks"), (["--list-layers", "a.dxf"], "a.dxf"),
             (["--layer", "axis", BEAM], 'no layer "axis"; its layers: 0, AXES'),
+            *((["IPE300", "--tolerance", text], "--tolerance must be from 1e-09 to 0.1")
+              for text in ("0", "0.11", "1e-10", "nan")),
+            *((["IPE300", "--poisson", text], "--poisson must be from 0 to 0.5") for text in ("-0.1", "0.51", "inf")),
+            *((["IPE300", "--forces", text], expected) for text, expected in (
+                ("", '"" is no force'), ("N", '"N" is no force; give any of N, Mx, My, Vx, Vy and T'),
+                ("n=1", '"n=1" is no force'), ("N=1,Mz=2", '"Mz=2" is no force'), ("N=1,", '"" is no force'),
+                ("N=1,Vy=2,N=1", "N comes twice; give it once"), ("T=", 'T is ""'), ("T=1e999", 'T is "1e999"'),
+                ("Mx=inf", 'Mx is "inf"'), ("My=0x10", 'My is "0x10"'), ("Vx=1;Vy=2", 'Vx is "1;Vy=2"'))),
+            *((["--batch", "a", option, text], "add --warping") for option, text in (
+                ("--tolerance", "1e-3"), ("--poisson", "0.3"), ("--forces", "N=1"))),
+            (["--check", "IPE300", "--forces", "N=1"], "--forces is for values"),
+            (["IPE300", "--warping"], "one section always has these values"),
+            (["IPE300", "--csv", "--forces", "N=1"], "give --json with --forces"),
+            (["--batch", "a", "--warping", "--forces", "N=1"], "give --json with --forces"),
+            (["IPE300", "--figure-stress", "tau", "--forces", "N=1"], "add --figure FILE"),
+            (["IPE300", "--figure-stress", "tau", "--figure", "a.svg"], "add --forces"),
+            (["IPE300", "--figure-stress", "t"], "t not in"),
+            (["IPE300", "--figure-stress", "tau", "--figure-blocks", "x", "--figure", "a.svg", "--forces", "N=1"],
+             "both fill the section"),
         ]
         for arguments, expected in cases:
             with self.subTest(arguments):

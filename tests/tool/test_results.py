@@ -14,6 +14,11 @@ def i_section_area(h, b, tw, tf, r):
     return 2 * b * tf + (h - 2 * tf) * tw + (4 - math.pi) * r * r
 
 
+def told(value):
+    """What a value's object says beside its numbers."""
+    return {key: value.get(key) for key in ("unit", "symbol", "name", "method", "not_computed")}
+
+
 def ellipse_shear_factor(area, polar_moment):
     """Of the ellipse of equal area pi a b and polar moment area (a^2 + b^2) / 4."""
     total, product = 4 * polar_moment / area, (area / math.pi)**2
@@ -138,12 +143,16 @@ class GoodInput(unittest.TestCase):
                                              f"{done[block][own]['value']!r} instead of {value!r}")
 
     def test_table_agrees_with_json(self):
-        for arguments in [["--published", "IPE300"], ["L100x100x10"], *([path] for path in EXAMPLES.glob("*.json"))]:
+        for arguments in [["--published", "IPE300", "--forces", "Vy=-5e4,T=1e6"], ["L100x100x10"], *([path] for path in EXAMPLES.glob("*.json"))]:
             expected = json.loads(run("--json", *arguments).stdout)
             table = run(*arguments).stdout.decode()
             footnotes = dict(re.findall(r"^(\[\d+\]) (.*)$", table, re.MULTILINE))
-            blocks = re.split(r"^(?:Property .*|Published|Outputs of the class)\n", table, flags=re.MULTILINE)[1:]
-            lists = [expected[name] for name in ("values", "published", "class_values") if expected[name]]
+            blocks = re.split(r"^(?:Property .*|Stresses|Published|Outputs of the class)\n", table, flags=re.MULTILINE)[1:]
+            for name, stress in expected["stresses"].items():
+                if name != "forces":
+                    stress["method"] += ", at ({:g}, {:g})".format(*stress["place"])
+            expected["stresses"].pop("forces", None)
+            lists = [expected[name] for name in ("values", "stresses", "published", "class_values") if expected[name]]
             self.assertEqual(len(blocks), len(lists))
             for block, values in zip(blocks, lists):
                 rows = block.split("\n\n")[0].splitlines()
@@ -159,13 +168,20 @@ class GoodInput(unittest.TestCase):
         self.assertTrue(row.startswith(value["name"] + "  "), row)
         words = row[len(value["name"]):].replace("not computed", "missing").split()
         words = [footnotes.get(word, word) for word in words]
-        shown = words.pop(1)
+        shown, bound = words.pop(1), 0
+        if "±" in words:
+            bound = float(words.pop(2))
+            words.remove("±")
         method = value["method"] if value["value"] is not None else None
         self.assertEqual(" ".join(words), " ".join(filter(None, [value["symbol"], value["unit"], method])))
         if value["value"] is None:
             self.assertEqual(shown, "missing")
         else:
-            self.assertAlmostEqual(float(shown), value["value"], delta=1e-6 * abs(value["value"]))
+            error = value.get("error", (value.get("upper", 0) - value.get("lower", 0)) / 2)
+            self.assertEqual(bound > 0, error > 0 and error >= 0.5 * 10**(math.floor(math.log10(abs(value["value"]) or 1e-99)) - 6))
+            self.assertLessEqual(abs(float(shown) - value["value"]) + (error if bound else 0),
+                                 max(bound * (1 + 1e-6), 1e-6 * abs(value["value"])), row)
+            self.assertLessEqual(bound, 2.5 * error, row)
 
     def test_zero_fibre_distance_is_reported_and_never_as_zero(self):
         done = results(RECTANGLE, "--dy", "200")
@@ -178,7 +194,7 @@ class GoodInput(unittest.TestCase):
         self.assertEqual(done["values"]["elastic_modulus_bottom"]["value"], 200 * 400**3 / 12 / 400)
         self.assertEqual(done["values"]["shape_factor_x"]["value"], 1.5)
         table = run("--dy", "200", "-", text=json.dumps(RECTANGLE)).stdout.decode()
-        self.assertEqual(table.count("Not computed: "), 3)  # its reason, the class's, and what comes later
+        self.assertEqual(table.count("Not computed: "), 2)  # its reason and the class's
 
     def test_values_that_are_not_finite_are_null(self):
         sharp = edited(ROUNDED, "/polyline/radii", REMOVE)
@@ -218,8 +234,9 @@ class GoodInput(unittest.TestCase):
             for key, value in drawn["values"].items():
                 other = asked["values"][key]
                 if value["value"] is not None:  # a hollow outline is another ring: not to the last bit
-                    self.assertAlmostEqual(other["value"], value["value"], delta=EXACT * abs(value["value"]))
-                self.assertEqual({**other, "value": 0}, {**value, "value": 0}, (name, key))
+                    off = [v.get("error", (v.get("upper", 0) - v.get("lower", 0)) / 2) for v in (value, other)]
+                    self.assertAlmostEqual(other["value"], value["value"], delta=EXACT * abs(value["value"]) + sum(off))
+                self.assertEqual(told(other), told(value), (name, key))
             self.assertEqual(drawn["published"], asked["published"])
             self.assertNotEqual(drawn["class_values"], asked["class_values"])
             inertia = asked["published"].get("inertia_x", drawn["values"]["inertia_x"])["value"]
@@ -315,8 +332,8 @@ class GoodInput(unittest.TestCase):
             self.assertEqual(members(done["class_values"]), list(block(heading, unit)))
             for value in [*done["values"].values(), *done["class_values"].values()]:
                 missing = value["value"] is None
-                self.assertEqual(set(value), {"value", "unit", "symbol", "name", "method"} | (
-                    {"not_computed"} if missing else set()))
+                self.assertIn(set(value) - {"value", "unit", "symbol", "name", "method"}, (
+                    [{"not_computed"}] if missing else [set(), {"lower", "upper"}, {"error"}]))
                 self.assertTrue(value["name"] and (value["not_computed"] if missing else value["method"]))
             for finding in done["findings"]:
                 self.assertEqual(list(finding), ["severity", "kind", "element", "problem", "mend", "place"])
@@ -326,6 +343,10 @@ class GoodInput(unittest.TestCase):
         self.assertLess(0, len(published))
         listed = list(block("Published values", "mm"))
         self.assertEqual(members(published), [entry for entry in listed if entry[0] in published])
+        stressed = json.loads(run("--json", "UPE200", "--forces", "N=1").stdout)["stresses"]
+        self.assertEqual(list(stressed.pop("forces")), ["N", "Mx", "My", "Vx", "Vy", "T"])
+        self.assertEqual(members(stressed), [
+            (key, symbol, unit.replace("L", "mm")) for key, symbol, unit in block("Stresses", "")])
         columns = run("--csv", "UPE200").stdout.decode().split("\n")[0].split(",")
         keys = {heading: [key for key, _, _ in block(heading, "")]
                 for heading in ("Values", "Class values", "Class values of a polyline")}
