@@ -181,6 +181,25 @@ double StripHeight(const StressScale& scale) {
 
 }  // namespace
 
+StressPicture StressPictureOf(const Report& report, StressKind kind) {
+    const auto place = static_cast<std::size_t>(kind);  // the report keeps the order of the kinds
+    const std::string& source = report.section.source;
+    if (!report.forces || place >= report.stresses.size()) {
+        throw InputError(source, "a figure of stresses needs forces", "give forces");
+    }
+    const auto& [value, at] = report.stresses[place];
+    if (!value.whyMissing.empty()) {
+        throw InputError(source, "there are no stresses to draw: " + value.whyMissing,
+                         "draw the section without stresses");
+    }
+    StressPicture picture;
+    picture.kind = kind;
+    picture.forces = *report.forces;
+    picture.peak = {{value.number, value.error.value_or(0.0)}, at};
+    picture.field = StressFieldOf(*report.warping, *report.forces);
+    return picture;
+}
+
 StressScale ScaleOf(const StressPicture& picture) {
     const StressBands bands(picture.field.points, picture.field.triangles, ValuesOf(picture));
     const double largest = std::fabs(picture.peak.stress.value);

@@ -20,6 +20,10 @@ struct StressPicture {
     StressField field;  ///< in the section's coordinates
 };
 
+/// Returns the picture of a stress of a report.
+/// @throws InputError when the report has no such stress
+StressPicture StressPictureOf(const Report& report, StressKind kind);
+
 /// Returns the scale of the stress.
 StressScale ScaleOf(const StressPicture& picture);
 
