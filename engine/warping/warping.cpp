@@ -29,7 +29,8 @@ Bracket BracketOf(double lower, double upper, double factor) {
                            " and " + std::to_string(upper));
     }
     const double rounding = kRounding * std::fabs(upper);
-    return {factor * (lower - rounding), factor * (upper + rounding)};
+    // No energy is negative; a poor lower bound is 0.
+    return {factor * std::max(lower - rounding, 0.0), factor * (upper + rounding)};
 }
 
 // Full width of a bracket, rounding included.
