@@ -94,7 +94,10 @@ private:
 
     void AddShearAreas() {
         const auto areaOf = [&](std::size_t load) {
-            const Bracket c = BracketOf(e_.shearLower[load][load], e_.shearUpper[load][load], 1.0);
+            Bracket c = BracketOf(e_.shearLower[load][load], e_.shearUpper[load][load], 1.0);
+            // No stress of this force has less energy than the even one over the area.
+            c.lower = std::max(c.lower, (1.0 - kRounding) / part_.moments.area);
+            c.upper = std::max(c.upper, c.lower);
             const double lateral = LateralCompliance(load, load);
             const double error = LateralError(load);
             const double square = unit_ * unit_;
