@@ -85,33 +85,38 @@ PartMoments CentreMesh(TriangleMesh* mesh) {
 }
 
 PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
+    // Quadratic triangles have about four unknowns a vertex; the orders need room to rise.
+    constexpr std::size_t kUnknownsPerVertex = 6;
     PartSolution solution;
     MeshOptions meshOptions;
+    meshOptions.largestCount = options.mostUnknowns / kUnknownsPerVertex;
     TriangleMesh mesh = MeshOf(part, meshOptions);
     solution.moments = CentreMesh(&mesh);
     const LinearLoads loads = LoadsOf(solution.moments);
     Discretisation discretisation = StartOf(std::move(mesh));
-    for (int round = 0;; ++round) {
+    std::size_t unknowns = 0;
+    for (;;) {
         FieldSpace space;
         space.mesh = discretisation.mesh;
         space.orders = discretisation.orders;
         CompleteSpace(&space);
-        if (round > 0 && UnknownsOf(space) > options.mostUnknowns) {
+        const std::size_t before = std::exchange(unknowns, UnknownsOf(space));
+        // Triangles without room for another vertex, of the highest order: nothing is left to do.
+        const bool isSpent = unknowns == before;
+        if (before > 0 && (isSpent || unknowns > options.mostUnknowns)) {
             solution.status = WarpingStatus::TooMany;
-            break;
+            return solution;
         }
         solution.fields = SolveFields(std::move(space), loads);
-        solution.unknowns = std::max(solution.unknowns, solution.fields.unknowns);
-        solution.before = std::exchange(solution.energies, EnergiesOf(solution.fields));
-        if (AreNarrow(solution.energies, options.tolerance)) break;
+        solution.energies = EnergiesOf(solution.fields);
+        if (AreNarrow(solution.energies, options.tolerance)) return solution;
         if (options.isInterrupted && options.isInterrupted()) {
             solution.status = WarpingStatus::Interrupted;
-            break;
+            return solution;
         }
         Enrich(solution.fields.space, SharesOf(solution.energies, options.tolerance),
                &discretisation);
     }
-    return solution;
 }
 
 }  // namespace halvorn::engine

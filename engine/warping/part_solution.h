@@ -27,8 +27,6 @@ struct PartSolution {
     PartMoments moments;
     Fields fields;
     Energies energies;
-    Energies before;  ///< of the last solution but one
-    std::size_t unknowns = 0;
 };
 
 /// Solves until the brackets are as narrow as the options ask.
