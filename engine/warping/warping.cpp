@@ -98,11 +98,11 @@ private:
             // No stress of this force has less energy than the even one over the area.
             c.lower = std::max(c.lower, (1.0 - kRounding) / part_.moments.area);
             c.upper = std::max(c.upper, c.lower);
-            const double lateral = LateralCompliance(load, load);
+            const double lateral = std::max(LateralCompliance(load, load), 0.0);
             const double error = LateralError(load);
             const double square = unit_ * unit_;
             return Bracket{square / (c.upper + lateral + error),
-                           square / (c.lower + lateral - error)};
+                           square / (c.lower + std::max(lateral - error, 0.0))};
         };
         values_.shearAreaX = areaOf(0);
         values_.shearAreaY = areaOf(1);
@@ -228,7 +228,9 @@ WarpingSolution SolveWarping(const Region& region, const WarpingOptions& options
     for (const Part& part : region.parts) {
         PartSolution solved = SolvePart(part, options);
         const Energies& e = solved.energies;
-        const Bracket torsion = BracketOf(e.torsionLower, e.torsionUpper, fourth);
+        // No section is stiffer than if it did not warp.
+        const double polar = solved.moments.xx + solved.moments.yy;
+        const Bracket torsion = BracketOf(e.torsionLower, std::min(e.torsionUpper, polar), fourth);
         values.torsionConstant.lower += torsion.lower;
         values.torsionConstant.upper += torsion.upper;
         values.status = std::max(values.status, solved.status);
