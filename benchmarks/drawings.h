@@ -43,10 +43,11 @@ inline Points Polygon(std::size_t n, const Point& centre, double radius) {
 }
 
 /// A wheel of n vertices, four a tooth, with a bore.
-inline Drawing Gear(std::size_t n) {
+/// @param depth  of the teeth, of the radius
+inline Drawing Gear(std::size_t n, double depth) {
     Points ring = Polygon(n, {0, 0}, 500.0);
     for (std::size_t i = 0; i < ring.size(); ++i) {
-        if (i % 4 < 2) ring[i] = 0.9 * ring[i];
+        if (i % 4 < 2) ring[i] = (1.0 - depth) * ring[i];
     }
     Drawing drawing;
     drawing.Add(std::move(ring), 1);

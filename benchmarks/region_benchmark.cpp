@@ -62,7 +62,10 @@ Drawing Tube(std::size_t n) {
 
 int main(int argc, char** argv) {
     const std::pair<const char*, Drawing (*)(std::size_t)> families[] = {
-        {"plates that touch", Plates}, {"keyholes", Keyholes}, {"gear", Gear}, {"tube", Tube}};
+        {"plates that touch", Plates},
+        {"keyholes", Keyholes},
+        {"gear", [](std::size_t n) { return Gear(n, 0.1); }},
+        {"tube", Tube}};
     for (const auto& family : families) {
         for (const std::size_t n : {100U, 1000U, 10000U, 100000U}) {
             const auto add = [&, drawing = family.second(n)](const char* what, auto routine) {

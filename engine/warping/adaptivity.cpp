@@ -71,7 +71,8 @@ private:
         std::vector<double> sorted = shares_;
         std::sort(sorted.begin(), sorted.end());
         double sum = 0.0;
-        double largest = sorted.front();
+        // Where even the smallest is too large, all are, as in a part of one triangle.
+        double largest = kToleratedSum / static_cast<double>(sorted.size());
         for (const double share : sorted) {
             sum += share;
             if (sum > kToleratedSum) break;

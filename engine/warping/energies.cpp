@@ -1,6 +1,9 @@
 #include "warping/energies.h"
 
+#include <cmath>
+
 #include "warping/shape_functions.h"
+#include "warping/warping.h"
 
 namespace halvorn::engine {
 
@@ -106,7 +109,12 @@ FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::V
 }
 
 Energies EnergiesOf(const Fields& fields) {
-    return Integration(fields).Run();
+    Energies energies = Integration(fields).Run();
+    if (!std::isfinite(energies.torsionUpper + energies.torsionLower + energies.shearUpper[0][0] +
+                       energies.shearUpper[1][1] + energies.warpingSquare)) {
+        throw WarpingError("a part of the section is so thin that rounding leaves no solution");
+    }
+    return energies;
 }
 
 }  // namespace halvorn::engine

@@ -49,6 +49,7 @@ FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::V
                            const Eigen::VectorXd& byY);
 
 /// Integrates, exactly but for rounding. Cost: linear in triangles.
+/// @throws WarpingError where rounding has left no numbers
 Energies EnergiesOf(const Fields& fields);
 
 }  // namespace halvorn::engine

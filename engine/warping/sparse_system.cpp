@@ -3,6 +3,7 @@
 #include <Eigen/OrderingMethods>
 #include <Eigen/SparseCholesky>
 #include <Eigen/SparseCore>
+#include <cstddef>
 
 #include "warping/warping.h"
 
@@ -10,8 +11,11 @@ namespace halvorn::engine {
 
 std::vector<Index> OrderBlocks(std::span<const Index> sizes,
                                std::span<const std::array<Index, 6>> groups) {
-    using Pattern = Eigen::SparseMatrix<char, Eigen::ColMajor, Index>;
-    std::vector<Eigen::Triplet<char, Index>> entries;
+    // The ordering counts in this type what grows with unknowns times the size of a front: beyond
+    // 32 bits for 10,000 vertices.
+    using Count = std::ptrdiff_t;
+    using Pattern = Eigen::SparseMatrix<char, Eigen::ColMajor, Count>;
+    std::vector<Eigen::Triplet<char, Count>> entries;
     entries.reserve(groups.size() * 36);
     for (const auto& group : groups) {
         for (const Index a : group) {
@@ -22,17 +26,17 @@ std::vector<Index> OrderBlocks(std::span<const Index> sizes,
             }
         }
     }
-    const auto count = static_cast<Index>(sizes.size());
+    const auto count = static_cast<Count>(sizes.size());
     Pattern pattern(count, count);
     pattern.setFromTriplets(entries.begin(), entries.end(), [](char a, char) { return a; });
-    Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, Index> places;
-    Eigen::AMDOrdering<Index>()(pattern, places);
+    Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, Count> places;
+    Eigen::AMDOrdering<Count>()(pattern, places);
     std::vector<Index> first(sizes.size(), kNone);
     Index next = 0;
     for (Eigen::Index i = 0; i < places.size(); ++i) {
-        const Index block = places.indices()[i];
-        first[Slot(block)] = next;
-        next += sizes[Slot(block)];
+        const auto block = static_cast<std::size_t>(places.indices()[i]);
+        first[block] = next;
+        next += sizes[block];
     }
     return first;
 }

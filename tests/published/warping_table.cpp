@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -27,15 +28,29 @@ the table differ; likewise the formula Iz (h - tf)^2 / 4 of the warping constant
 exit status: 0 all agree, 1 some do not, 2 nothing could be compared
 )";
 
-// What the table may be off besides the rounding of its digits, relative: its mesh, and the chords
-// of the drawn fillets.
-constexpr double kTorsionAllowance = 4e-4;
-constexpr double kWarpingAllowance = 1e-3;
+// Digits of the table's numbers, where it does not write fewer decimals.
+constexpr int kTorsionDigits = 4;
+constexpr int kWarpingDigits = 5;
+// What the chords of the drawn fillets change, relative.
+constexpr double kArcAllowance = 2e-5;
+
+// Half a step of a number's last digit, relative to the number. Whole numbers are written with
+// ".0".
+double HalfStep(std::string text, int digits) {
+    const double number = std::stod(text);
+    if (text.ends_with(".0")) text.resize(text.size() - 2);
+    const std::size_t point = text.find('.');
+    const int decimals = point == std::string::npos ? 0 : static_cast<int>(text.size() - point) - 1;
+    const int last =
+        std::max(static_cast<int>(std::floor(std::log10(number))) + 1 - digits, -decimals);
+    return 0.5 * std::pow(10.0, last) / number;
+}
 
 struct Row {
     std::string name;
     double torsion, torsionError, warping, warpingError;  // [cm^4], [cm^6]
     double offTorsion, offWarping, offFormula;            // of the table and the formula, relative
+    bool agrees;                                          // but for the digits of the table
 };
 
 Row Compare(const CsvRecord& record) {
@@ -51,25 +66,26 @@ Row Compare(const CsvRecord& record) {
     const Estimate& cw = values.warpingConstant;
     const double arm = height - flange;
     const double formula = MomentsOf(region).inertiaY * arm * arm / 4.0;
-    return {record.Text("section"),
+    Row row{record.Text("section"),
             j.Middle() / 1e4,
             j.HalfWidth() / 1e4,
             cw.value / 1e6,
             cw.error / 1e6,
             1e4 * number("IT_cm4") / j.Middle() - 1.0,
             1e6 * number("Iw_cm6") / cw.value - 1.0,
-            formula / cw.value - 1.0};
-}
-
-bool Agrees(const Row& row) {
-    return std::fabs(row.offTorsion) <= kTorsionAllowance + row.torsionError / row.torsion &&
-           std::fabs(row.offWarping) <= kWarpingAllowance + row.warpingError / row.warping;
+            formula / cw.value - 1.0,
+            false};
+    row.agrees = std::fabs(row.offTorsion) <= HalfStep(record.Text("IT_cm4"), kTorsionDigits) +
+                                                  kArcAllowance + j.HalfWidth() / j.Middle() &&
+                 std::fabs(row.offWarping) <= HalfStep(record.Text("Iw_cm6"), kWarpingDigits) +
+                                                  kArcAllowance + cw.error / cw.value;
+    return row;
 }
 
 void Print(const Row& row) {
-    std::printf("%-8s %9.4g %7.1g %8.3f %11.5g %7.1g %8.3f %8.2f\n", row.name.c_str(), row.torsion,
-                row.torsionError, 100 * row.offTorsion, row.warping, row.warpingError,
-                100 * row.offWarping, 100 * row.offFormula);
+    std::printf("%-8s %9.4g %7.1g %8.3f %11.5g %7.1g %8.3f %8.2f%s\n", row.name.c_str(),
+                row.torsion, row.torsionError, 100 * row.offTorsion, row.warping, row.warpingError,
+                100 * row.offWarping, 100 * row.offFormula, row.agrees ? "" : "  disagrees");
 }
 
 void PrintSpread(const char* what, const std::vector<Row>& rows, double Row::*off) {
@@ -88,7 +104,7 @@ bool Run(const std::string& path) {
     for (const CsvRecord& record : ParseCsv(ReadInput(path))) {
         rows.push_back(Compare(record));
         Print(rows.back());
-        off += Agrees(rows.back()) ? 0 : 1;
+        off += rows.back().agrees ? 0 : 1;
     }
     if (rows.empty()) throw std::runtime_error(path + " holds no sections");
     PrintSpread("IT of the table over J", rows, &Row::offTorsion);
