@@ -4,39 +4,14 @@
 #include <cmath>
 #include <string>
 
+#include "drawings.h"
 #include "region/region.h"
-#include "sections.h"
 #include "values/net_plastic.h"
 
 namespace {
 
 using namespace halvorn;
-using engine::Point;
-using engine::Points;
-
-struct Drawing {
-    std::vector<Points> rings;
-    std::vector<int> weights;
-
-    void Add(Points ring, int weight) {
-        rings.push_back(std::move(ring));
-        weights.push_back(weight);
-    }
-    std::vector<engine::WeightedRing> Outlines() const {
-        std::vector<engine::WeightedRing> outlines;
-        for (std::size_t i = 0; i < rings.size(); ++i) outlines.push_back({&rings[i], weights[i]});
-        return outlines;
-    }
-};
-
-Points Polygon(std::size_t n, const Point& centre, double radius) {
-    Points ring;
-    for (std::size_t i = 0; i < n; ++i) {
-        const double angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(n);
-        ring.push_back(centre + radius * Point(std::cos(angle), std::sin(angle)));
-    }
-    return ring;
-}
+using namespace halvorn::benchmarks;
 
 // The nearly square grid of so many cells, cell by cell.
 std::vector<Point> Grid(std::size_t cells, double width) {
@@ -72,18 +47,6 @@ Drawing Keyholes(std::size_t n) {
         ring.push_back(hole.back());
         drawing.Add(std::move(ring), 1);
     }
-    return drawing;
-}
-
-// Teeth of four vertices.
-Drawing Gear(std::size_t n) {
-    Points ring = Polygon(n, {0, 0}, 500.0);
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        if (i % 4 < 2) ring[i] = 0.9 * ring[i];
-    }
-    Drawing drawing;
-    drawing.Add(std::move(ring), 1);
-    drawing.Add(Polygon(64, {0, 0}, 100.0), -1);
     return drawing;
 }
 

@@ -3,7 +3,7 @@
 #include "region/region.h"
 #include "geometry/rings.h"
 
-#include "fuzz/byte_program.h"
+#include "fuzz/drawing.h"
 #include "geometry/faces.h"
 #include "values/plastic_halves.h"
 
@@ -76,18 +76,8 @@ void RequireHalves(const Region& region) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     ByteProgram program(data, size);
-    std::vector<Points> rings;
-    std::vector<int> weights;
-    do {
-        const bool isSolid = program.Choose(3) != 0;
-        Points ring;
-        for (const halvorn::KPoint& point : program.Polygon()) ring.emplace_back(point.x, point.y);
-        if (ring.empty()) continue;
-        rings.push_back(std::move(ring));
-        weights.push_back(isSolid ? 1 : -1);
-    } while (!program.IsAtEnd() && rings.size() < 6);
-    std::vector<WeightedRing> outlines;
-    for (std::size_t i = 0; i < rings.size(); ++i) outlines.push_back({&rings[i], weights[i]});
+    const Drawing drawing(program);
+    const std::vector<WeightedRing> outlines = drawing.Outlines();
     if (outlines.empty()) return 0;
     try {
         RequireConsistentMesh(Arrangement(outlines));

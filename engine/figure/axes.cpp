@@ -54,6 +54,7 @@ std::vector<NeutralAxis> NeutralAxes(const Sheet& sheet, bool isHorizontal) {
                                               {LineKind::Plastic, kPlastic, "plastic_axis_x"}}};
     std::vector<NeutralAxis> axes;
     for (const Source& source : sources) {
+        if (sheet.stress != nullptr && source.kind != LineKind::Elastic) continue;
         const Value* const value = sheet.report.Find(source.key);
         if (value == nullptr) continue;
         const Spot spot = sheet.ToPage(value->number, value->number);
@@ -82,6 +83,24 @@ std::vector<double> Spread(std::vector<double> places, const std::vector<double>
     return places;
 }
 
+// From side to side; beside stresses only its ends outside of the section, whose thin walls it may
+// run along.
+void AddAxisLine(Sheet& sheet, const NeutralAxis& axis, bool isHorizontal) {
+    const PageBox reach = sheet.content.Grown(kOverhang);
+    const auto add = [&](double from, double to) {
+        sheet.Add(axis.kind, isHorizontal ? std::vector<Spot>{{from, axis.at}, {to, axis.at}}
+                                          : std::vector<Spot>{{axis.at, from}, {axis.at, to}});
+    };
+    const double from = isHorizontal ? reach.left : reach.bottom;
+    const double to = isHorizontal ? reach.right : reach.top;
+    if (sheet.stress == nullptr) {
+        add(from, to);
+        return;
+    }
+    add(from, isHorizontal ? sheet.section.left : sheet.section.bottom);
+    add(isHorizontal ? sheet.section.right : sheet.section.top, to);
+}
+
 void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
     constexpr double kLeader = 11.0;
     const std::vector<NeutralAxis> axes = NeutralAxes(sheet, isHorizontal);
@@ -98,11 +117,10 @@ void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
     const double gap = isSpread ? kLeader : 2.0;
     for (std::size_t i = 0; i < axes.size(); ++i) {
         const double at = axes[i].at;
+        AddAxisLine(sheet, axes[i], isHorizontal);
         if (isHorizontal) {
-            sheet.Add(axes[i].kind, {{reach.left, at}, {reach.right, at}});
             sheet.Write({{axes[i].label}}, {reach.right + gap + 2.0, places[i] + 0.35 * kTextSize});
         } else {
-            sheet.Add(axes[i].kind, {{at, reach.bottom}, {at, reach.top}});
             sheet.Write({{axes[i].label}}, {places[i], reach.top - gap - 2.0}).anchor =
                 Anchor::Centre;
         }
@@ -171,7 +189,7 @@ void AddAxes(Sheet& sheet) {
     }
     if (hasElastic) sheet.legend.push_back({LineKind::Elastic, "ENA, elastic neutral axes"});
     if (hasPlastic) sheet.legend.push_back({LineKind::Plastic, "PNA, plastic neutral axes"});
-    AddPrincipalAxes(sheet);
+    if (sheet.stress == nullptr) AddPrincipalAxes(sheet);
 }
 
 void AddCentroid(Sheet& sheet) {

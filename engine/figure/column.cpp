@@ -37,6 +37,10 @@ void AddSample(Sheet& sheet, const LegendEntry& entry, double left, double basel
         sheet.page.centroids.push_back({left + 0.5 * kSample, middle});
         return;
     }
+    if (entry.isPeak) {
+        sheet.page.peaks.push_back({left + 0.5 * kSample, middle});
+        return;
+    }
     if (entry.tint) {
         constexpr double kHalfHeight = 3.5;
         sheet.page.blocks.push_back({{{left, middle - kHalfHeight},
@@ -80,7 +84,7 @@ std::vector<ValueRow> ValueRows(const Report& report) {
     return rows;
 }
 
-PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner) {
+PageBox AddRows(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner) {
     constexpr double kGap = 10.0;
     const double numbersEnd = corner.x + Widest(rows, &ValueRow::symbol, sheet.measure) + kGap +
                               Widest(rows, &ValueRow::number, sheet.measure);
@@ -95,7 +99,12 @@ PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& c
             sheet.Write(row.unit, {unitStart, baseline}, kSmallSize);
         }
     }
-    if (!rows.empty()) baseline += 0.7 * kRowHeight;
+    return {corner.x, corner.y, right, baseline};
+}
+
+PageBox AddLegend(Sheet& sheet, const Spot& corner) {
+    double right = corner.x;
+    double baseline = corner.y;
     for (const LegendEntry& entry : sheet.legend) {
         baseline += kRowHeight;
         AddSample(sheet, entry, corner.x, baseline);

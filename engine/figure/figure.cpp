@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <stdexcept>
 
@@ -11,6 +12,7 @@
 #include "base/text.h"
 #include "figure/layout.h"
 #include "figure/paint.h"
+#include "figure/stress_picture.h"
 
 namespace halvorn::engine {
 
@@ -92,7 +94,10 @@ void CheckFigurePath(const std::string& path) {
 void WriteFigure(const Report& report, const std::string& path, const FigureOptions& options) {
     CheckFigurePath(path);
     const figure::Format format = FormatOf(path);
-    const figure::Page page = figure::LayOut(report, figure::FontMeasure(format), options);
+    std::optional<figure::StressPicture> stress;
+    if (options.stress) stress = figure::StressPictureOf(report, *options.stress);
+    const figure::Page page =
+        figure::LayOut(report, figure::FontMeasure(format), options, stress ? &*stress : nullptr);
     const std::string bytes = figure::Paint(page, format);
     PartFile file(path);
     file.Write(bytes);

@@ -17,7 +17,9 @@ void CheckFigurePath(const std::string& path);
 /// Writes the drawing of a section, which has its halves if they are to be tinted, to a file: all
 /// of it, or an error and no file; what was there before stays until the new one is whole. Equal
 /// reports give equal bytes on one machine.
-/// @throws InputError as `CheckFigurePath`, and when the section's extent overflows;
+/// @throws InputError as `CheckFigurePath`, when the section's extent overflows, and when the
+/// report
+///         has no stresses to draw;
 ///         std::runtime_error when the figure cannot be drawn or written
 void WriteFigure(const Report& report, const std::string& path, const FigureOptions& options = {});
 

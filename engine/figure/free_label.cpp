@@ -16,6 +16,7 @@ double PainOf(LineKind kind) {
         case LineKind::Arrow:
             return 8.0;
         case LineKind::Outline:
+        case LineKind::Rim:
             return 3.5;
         case LineKind::Hatch:
             return 0.1;
@@ -31,8 +32,10 @@ double PainAt(const Sheet& sheet, const PageBox& box) {
     for (const Label& label : sheet.page.labels) {
         if (box.Meets(BoxOf(label, sheet.measure))) pain += kOverText;
     }
-    for (const Spot& mark : sheet.page.centroids) {
-        if (box.Grown(kMarkRadius).Holds(mark)) pain += kOverText;
+    for (const std::vector<Spot>* marks : {&sheet.page.centroids, &sheet.page.peaks}) {
+        for (const Spot& mark : *marks) {
+            if (box.Grown(kMarkRadius).Holds(mark)) pain += kOverText;
+        }
     }
     for (const std::vector<Spot>& head : sheet.page.arrowHeads) {
         if (box.Holds(head.front())) pain += PainOf(LineKind::Arrow);

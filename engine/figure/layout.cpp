@@ -5,6 +5,7 @@
 
 #include "HalvornEngine.h"
 #include "figure/sheet.h"
+#include "figure/stress_picture.h"
 #include "figure/text.h"
 #include "model/outlines.h"
 
@@ -39,11 +40,13 @@ void MeasureSection(Sheet& sheet) {
         throw InputError(sheet.report.section.source, "the section is too large to be drawn",
                          "give it in a larger unit");
     }
-    // The origin belongs in the drawing unless the section would shrink much for it.
+    // The origin belongs in the drawing unless the section would shrink much for it, or its arrows
+    // would lie on the colours of stresses.
     constexpr double kShrink = 1.3;
     const double width = std::max(sheet.bounds.right, 0.0) - std::min(sheet.bounds.left, 0.0);
     const double height = std::max(sheet.bounds.top, 0.0) - std::min(sheet.bounds.bottom, 0.0);
-    sheet.hasOrigin = std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
+    sheet.hasOrigin = sheet.stress == nullptr &&
+                      std::max(width, height) <= kShrink * std::max(sheet.Width(), sheet.Height());
 }
 
 // Section and coordinate arrows at a scale, relative to the section's lower left corner.
@@ -126,15 +129,39 @@ void AddFooter(Sheet& sheet) {
     note(Joined(Joined({{"y = "}}, Coordinate(sheet, sheet.bounds.bottom)), {{unit}}), 0.0);
 }
 
+// The height of the column of values, scale and legend, before there is a legend.
+double ColumnRoom(std::size_t rows, const StressScale* scale) {
+    constexpr double kLegendRows = 4.0;
+    const double height = (static_cast<double>(rows) + kLegendRows) * kRowHeight;
+    return scale != nullptr ? height + ScaleHeight(*scale) : height;
+}
+
+// Values, the scale of the stress if there is one, and the legend, one below the other.
+PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const StressScale* scale) {
+    constexpr double kBlockGap = 0.7 * kRowHeight;
+    const PageBox& drawing = sheet.page.drawing;
+    const Spot corner = {drawing.right + kColumnGap, drawing.top - 4.0};
+    PageBox column = AddRows(sheet, rows, corner);
+    const auto grow = [&](const PageBox& box) {
+        column = {corner.x, corner.y, std::max(column.right, box.right), box.bottom};
+    };
+    if (scale != nullptr) grow(AddScale(sheet, *scale, {corner.x, column.bottom + kBlockGap}));
+    const double gap = column.bottom > corner.y ? kBlockGap : 0.0;
+    grow(AddLegend(sheet, {corner.x, column.bottom + gap}));
+    return column;
+}
+
 void AddTitle(Sheet& sheet) {
     const SectionModel& section = sheet.report.section;
     const double room = sheet.page.width - 2.0 * kMargin;
     sheet.page.title = ValidText(section.name.empty() ? section.source : section.name);
     const std::string title = Shortened(sheet.page.title, room, kTitleSize, true, sheet.measure);
     sheet.Write({{title}}, {kMargin, kMargin + 11.0}, kTitleSize).isBold = true;
-    const std::string below = ValidText(!section.description.empty() ? section.description
-                                        : section.name.empty()       ? ""
-                                                                     : section.source);
+    const std::string below = sheet.stress != nullptr
+                                  ? StressTitle(*sheet.stress)
+                                  : ValidText(!section.description.empty() ? section.description
+                                              : section.name.empty()       ? ""
+                                                                           : section.source);
     if (below.empty() || below == sheet.page.title) return;
     const std::string line = Shortened(below, room, kSmallSize, false, sheet.measure);
     sheet.Write({{line}}, {kMargin, kMargin + 26.0}, kSmallSize).isGrey = true;
@@ -143,8 +170,10 @@ void AddTitle(Sheet& sheet) {
 void Summarise(Sheet& sheet, const std::vector<ValueRow>& rows) {
     const std::string unit = " " + sheet.report.section.unit;
     std::string& summary = sheet.page.summary;
-    summary = "Width " + PlainText(Coordinate(sheet, sheet.Width())) + unit + ", height " +
-              PlainText(Coordinate(sheet, sheet.Height())) + unit;
+    if (sheet.stress != nullptr) summary = StressTitle(*sheet.stress) + "; ";
+    summary += std::string(sheet.stress != nullptr ? "width " : "Width ") +
+               PlainText(Coordinate(sheet, sheet.Width())) + unit + ", height " +
+               PlainText(Coordinate(sheet, sheet.Height())) + unit;
     for (const ValueRow& row : rows) {
         summary += "; " + PlainText(row.symbol) + " = " + PlainText(row.number) + " " +
                    PlainText(row.unit);
@@ -161,26 +190,34 @@ double RoundLength(double most) {
     return power;
 }
 
-Page LayOut(const Report& report, const MeasureText& measure, const FigureOptions& options) {
-    Sheet sheet{report, measure};
+Page LayOut(const Report& report, const MeasureText& measure, const FigureOptions& options,
+            const StressPicture* stress) {
+    Sheet sheet{report, measure, stress};
     MeasureSection(sheet);
-    const std::vector<ValueRow> rows = ValueRows(report);
-    constexpr double kLegendRows = 4.0;
-    Place(sheet, (static_cast<double>(rows.size()) + kLegendRows) * kRowHeight);
+    const std::vector<ValueRow> rows = stress != nullptr ? StressRows(sheet) : ValueRows(report);
+    std::optional<StressScale> scale;
+    if (stress != nullptr) scale = ScaleOf(*stress);
+    Place(sheet, ColumnRoom(rows.size(), scale ? &*scale : nullptr));
 
-    AddSection(sheet);
     const std::size_t axis = options.blocks == AxisDirection::Vertical ? 1 : 0;
-    if (options.blocks) AddBlocks(sheet, axis);
+    const bool hasBlocks = options.blocks && stress == nullptr;
+    if (scale) {
+        AddStresses(sheet, *scale);
+    } else {
+        AddSection(sheet);
+    }
+    if (hasBlocks) AddBlocks(sheet, axis);
     AddDimensions(sheet);
     if (sheet.hasOrigin) AddOrigin(sheet, {});
     AddAxes(sheet);
-    AddCentroid(sheet);
-    if (options.blocks) LabelBlocks(sheet, axis);
+    if (!scale) AddCentroid(sheet);
+    if (hasBlocks) LabelBlocks(sheet, axis);
+    if (scale) AddPeak(sheet);
     AddFooter(sheet);
-    const PageBox& drawing = sheet.page.drawing;
-    const PageBox column = AddColumn(sheet, rows, {drawing.right + kColumnGap, drawing.top - 4.0});
+    const PageBox column = AddColumn(sheet, rows, scale ? &*scale : nullptr);
     sheet.page.width = column.right + kMargin;
-    sheet.page.height = std::max(drawing.bottom + FooterRoom(sheet), column.bottom) + kMargin;
+    sheet.page.height =
+        std::max(sheet.page.drawing.bottom + FooterRoom(sheet), column.bottom) + kMargin;
     AddTitle(sheet);
     Summarise(sheet, rows);
     return sheet.page;

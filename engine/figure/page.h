@@ -36,7 +36,19 @@ struct PageBox {
 };
 
 /// What a line means; the painter gives each kind its weight and dashes.
-enum class LineKind { Outline, Elastic, Plastic, Principal, Dimension, Arrow, Hatch, Leader, Rule };
+/// Rim is an outline so thin that the colours of thin walls show beside it.
+enum class LineKind {
+    Outline,
+    Rim,
+    Elastic,
+    Plastic,
+    Principal,
+    Dimension,
+    Arrow,
+    Hatch,
+    Leader,
+    Rule
+};
 
 struct Line {
     LineKind kind;
@@ -54,6 +66,18 @@ struct Area {
 struct Block {
     std::vector<Spot> spots;
     bool isFirst;  ///< of the two tints
+};
+
+/// Red, green and blue from 0 to 255.
+struct Colour {
+    int red, green, blue;
+};
+
+/// An area of one colour. Its outlines run one way round and its holes the other; it covers the
+/// bands before it, so that no gap shows between two.
+struct Band {
+    std::vector<std::vector<Spot>> rings;
+    Colour colour;
 };
 
 /// A stretch of text on the line (0), raised (1) or lowered (-1).
@@ -85,9 +109,11 @@ struct Page {
     PageBox drawing{};  ///< where the section, its axes and its dimensions are
     std::vector<Area> areas;
     std::vector<Block> blocks;
+    std::vector<Band> bands;
     std::vector<Line> lines;
     std::vector<std::vector<Spot>> arrowHeads;  ///< filled
     std::vector<Spot> centroids;                ///< where a mark of the centre of gravity is
+    std::vector<Spot> peaks;                    ///< where a mark of the largest stress is
     std::vector<PageBox> bars;                  ///< filled, of the scale bar
     std::vector<Label> labels;
     std::string title;

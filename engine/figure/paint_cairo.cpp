@@ -84,9 +84,13 @@ void Trace(cairo_t* context, const std::vector<Spot>& spots, bool isClosed) {
     if (isClosed) cairo_close_path(context);
 }
 
+void UseColour(cairo_t* context, const Colour& colour) {
+    const auto& [red, green, blue] = colour;
+    cairo_set_source_rgb(context, red / 255.0, green / 255.0, blue / 255.0);
+}
+
 void UseGrey(cairo_t* context, int grey) {
-    const double share = grey / 255.0;
-    cairo_set_source_rgb(context, share, share, share);
+    UseColour(context, {grey, grey, grey});
 }
 
 // Holes outside of solids stay white.
@@ -109,9 +113,16 @@ void PaintAreas(cairo_t* context, const std::vector<Area>& areas) {
 
 void PaintBlocks(cairo_t* context, const std::vector<Block>& blocks) {
     for (const Block& block : blocks) {
-        const auto& [red, green, blue] = block.isFirst ? kFirstTint : kSecondTint;
-        cairo_set_source_rgb(context, red / 255.0, green / 255.0, blue / 255.0);
+        UseColour(context, block.isFirst ? kFirstTint : kSecondTint);
         Trace(context, block.spots, true);
+        cairo_fill(context);
+    }
+}
+
+void PaintBands(cairo_t* context, const std::vector<Band>& bands) {
+    for (const Band& band : bands) {
+        UseColour(context, band.colour);
+        for (const std::vector<Spot>& ring : band.rings) Trace(context, ring, true);
         cairo_fill(context);
     }
 }
@@ -120,11 +131,8 @@ void PaintLine(cairo_t* context, const Line& line) {
     const Pen pen = PenOf(line.kind);
     cairo_set_line_width(context, pen.weight);
     cairo_set_dash(context, pen.dashes.data(), pen.dashCount, 0.0);
-    // Round: a mitre would show a sharp toe longer than it is.
-    cairo_set_line_join(
-        context, line.kind == LineKind::Outline ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
-    cairo_set_line_cap(context,
-                       line.kind == LineKind::Outline ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
+    cairo_set_line_join(context, pen.isRound ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
+    cairo_set_line_cap(context, pen.isRound ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
     Trace(context, line.spots, line.isClosed);
     cairo_stroke(context);
 }
@@ -146,6 +154,19 @@ void PaintCentroid(cairo_t* context, const Spot& spot) {
         cairo_close_path(context);
     }
     cairo_fill(context);
+}
+
+// A ring on a wider white one, which keeps it apart from every colour.
+void PaintPeak(cairo_t* context, const Spot& spot) {
+    cairo_new_path(context);
+    cairo_arc(context, spot.x, spot.y, kPeakRadius, 0.0, 2.0 * std::numbers::pi);
+    cairo_set_dash(context, nullptr, 0, 0.0);
+    UseGrey(context, 255);
+    cairo_set_line_width(context, kPeakEdge);
+    cairo_stroke_preserve(context);
+    UseGrey(context, 0);
+    cairo_set_line_width(context, kPeakWeight);
+    cairo_stroke(context);
 }
 
 // Shows the runs of a label from the current point on, or traces their outlines.
@@ -184,6 +205,7 @@ void PaintPage(cairo_t* context, const Page& page) {
     cairo_paint(context);
     PaintAreas(context, page.areas);
     PaintBlocks(context, page.blocks);
+    PaintBands(context, page.bands);
     cairo_set_source_rgb(context, 0.0, 0.0, 0.0);
     for (const Line& line : page.lines) PaintLine(context, line);
     for (const std::vector<Spot>& head : page.arrowHeads) Trace(context, head, true);
@@ -192,6 +214,7 @@ void PaintPage(cairo_t* context, const Page& page) {
     }
     cairo_fill(context);
     for (const Spot& spot : page.centroids) PaintCentroid(context, spot);
+    for (const Spot& spot : page.peaks) PaintPeak(context, spot);
     const MeasureText measure = FontMeasure(Format::Png);
     for (const Label& label : page.labels) PaintLabel(context, label, measure);
     Check(cairo_status(context));

@@ -114,6 +114,16 @@ std::string Blocks(const std::vector<Block>& blocks) {
     return text;
 }
 
+std::string Bands(const std::vector<Band>& bands) {
+    std::string text;
+    for (const Band& band : bands) {
+        std::string path;
+        for (const std::vector<Spot>& ring : band.rings) path += Path(ring, true);
+        text += "<path" + Attribute("fill", Code(band.colour)) + Attribute("d", path) + "/>\n";
+    }
+    return text;
+}
+
 std::string Stroke(LineKind kind) {
     const Pen pen = PenOf(kind);
     std::string dashes;
@@ -122,8 +132,7 @@ std::string Stroke(LineKind kind) {
     }
     std::string stroke = Attribute("stroke-width", Length(pen.weight));
     if (!dashes.empty()) stroke += Attribute("stroke-dasharray", dashes);
-    // A mitre would show a sharp toe longer than it is.
-    if (kind == LineKind::Outline) stroke += R"( stroke-linejoin="round" stroke-linecap="round")";
+    if (pen.isRound) stroke += R"( stroke-linejoin="round" stroke-linecap="round")";
     return stroke;
 }
 
@@ -161,6 +170,15 @@ std::string Centroid(const Spot& spot) {
            Attribute("r", radius) + R"( fill="#fff" stroke="#000")" +
            Attribute("stroke-width", Length(kCentroidWeight)) + "/>\n<path" +
            Attribute("d", quarter(kCentroidRadius) + quarter(-kCentroidRadius)) + "/>\n";
+}
+
+// A ring on a wider white one, which keeps it apart from every colour.
+std::string Peak(const Spot& spot) {
+    const std::string circle = "<circle" + Attribute("cx", Length(spot.x)) +
+                               Attribute("cy", Length(spot.y)) +
+                               Attribute("r", Length(kPeakRadius)) + " fill=\"none\"";
+    return circle + " stroke=\"#fff\"" + Attribute("stroke-width", Length(kPeakEdge)) + "/>\n" +
+           circle + " stroke=\"#000\"" + Attribute("stroke-width", Length(kPeakWeight)) + "/>\n";
 }
 
 // The runs follow one another, so that a text stays in one piece in whatever font a viewer has; its
@@ -220,8 +238,10 @@ std::string PaintSvg(const Page& page) {
                       Attribute("viewBox", "0 0 " + width + ' ' + height) + ">\n<title>" +
                       Escaped(page.title) + "</title>\n<desc>" + Escaped(page.summary) +
                       "</desc>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
-    svg += Areas(page.areas) + Blocks(page.blocks) + Lines(page.lines) + Filled(page);
+    svg += Areas(page.areas) + Blocks(page.blocks) + Bands(page.bands) + Lines(page.lines) +
+           Filled(page);
     for (const Spot& spot : page.centroids) svg += Centroid(spot);
+    for (const Spot& spot : page.peaks) svg += Peak(spot);
     return svg + Texts(page) + "</svg>\n";
 }
 

@@ -5,7 +5,9 @@ namespace halvorn::engine::figure {
 Pen PenOf(LineKind kind) {
     switch (kind) {
         case LineKind::Outline:
-            return {1.1};
+            return {1.1, {}, 0, true};
+        case LineKind::Rim:
+            return {0.25, {}, 0, true};
         case LineKind::Elastic:
             return {0.7, {9.0, 3.0}, 2};
         case LineKind::Plastic:

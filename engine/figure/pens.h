@@ -14,6 +14,8 @@ struct Pen {
     double weight;
     std::array<double, 4> dashes{};
     int dashCount = 0;
+    bool isRound =
+        false;  ///< at corners and ends: a mitre would show a sharp toe longer than it is
 };
 
 Pen PenOf(LineKind kind);
@@ -21,16 +23,15 @@ Pen PenOf(LineKind kind);
 constexpr double kCentroidRadius = 3.6;  // of the mark of the centre of gravity [pt]
 constexpr double kCentroidWeight = 0.7;  // of its circle [pt]
 
+constexpr double kPeakRadius = 2.6;  // of the mark of the largest stress, a ring [pt]
+constexpr double kPeakWeight = 1.0;  // [pt]
+constexpr double kPeakEdge = 2.6;    // weight of the white ring below it [pt]
+
 constexpr double kTextEdge = 2.4;  // weight of the white edge that keeps texts legible [pt]
 
 // Greys from 0, black, to 255.
 constexpr int kSolidGrey = 217;
 constexpr int kTextGrey = 76;
-
-/// Red, green and blue from 0 to 255.
-struct Colour {
-    int red, green, blue;
-};
 
 // Light enough for black lines, far enough apart in grey.
 constexpr Colour kFirstTint = {246, 199, 178};

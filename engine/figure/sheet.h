@@ -28,17 +28,21 @@ struct LegendEntry {
     std::string text;
     bool isFalling = false;      ///< of a hatching
     std::optional<bool> tint{};  ///< a patch instead of a line: whether of the first tint
+    bool isPeak = false;         ///< the mark of the largest stress
 };
+
+struct StressPicture;
 
 struct Sheet {
     const Report& report;
     const MeasureText& measure;
-    Box bounds{Point{}, Point{}};  ///< of the section, in its unit
-    bool hasOrigin = false;        ///< near enough to be drawn in place
-    double scale = 1.0;            ///< points per unit
-    Spot corner{};                 ///< where their lower left corner is on the page
-    PageBox section{};             ///< of the section on the page
-    PageBox content{};             ///< with the coordinate arrows
+    const StressPicture* stress = nullptr;  ///< of a figure of stresses
+    Box bounds{Point{}, Point{}};           ///< of the section, in its unit
+    bool hasOrigin = false;                 ///< near enough to be drawn in place
+    double scale = 1.0;                     ///< points per unit
+    Spot corner{};                          ///< where their lower left corner is on the page
+    PageBox section{};                      ///< of the section on the page
+    PageBox content{};                      ///< with the coordinate arrows
     std::vector<LegendEntry> legend{};
     Page page{};
 
@@ -87,7 +91,8 @@ void AddOrigin(Sheet& sheet, const Spot& elsewhere);
 /// Returns the width of the widest label that an axis may have, before anything has a place.
 double AxisLabelRoom(const Report& report, const MeasureText& measure);
 
-/// Puts neutral and principal axes with their labels on the page and into the legend.
+/// Puts neutral and principal axes with their labels on the page and into the legend; beside
+/// stresses the elastic axes alone, which leave most of the colours to be seen.
 void AddAxes(Sheet& sheet);
 
 /// Marks the centre of gravity, as far as it lies in the drawing, and labels it.
@@ -107,9 +112,11 @@ struct ValueRow {
 /// Returns the values that a figure shows, as far as the report has them.
 std::vector<ValueRow> ValueRows(const Report& report);
 
-/// Puts the values and the legend on the page, from an upper left corner on, and returns the box
-/// that they take up.
-PageBox AddColumn(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner);
+/// Puts values on the page, from an upper left corner on, and returns the box that they take up.
+PageBox AddRows(Sheet& sheet, const std::vector<ValueRow>& rows, const Spot& corner);
+
+/// Puts the legend on the page, likewise.
+PageBox AddLegend(Sheet& sheet, const Spot& corner);
 
 constexpr double kRowHeight = 13.0;  // of the column [pt]
 

@@ -17,30 +17,14 @@ namespace {
 constexpr double kStrongTurn = 10.0 * std::numbers::pi / 180.0;
 // Triangles keep their order while all of them together make up no more of the error.
 constexpr double kToleratedSum = 0.3;
-// By how much one more order and one halving are expected to reduce a share, and the most of them at
-// once. At a corner of the material of 270 degrees a halving takes 2^(-2/3).
+// By how much one more order and one halving are expected to reduce a share, and the most of them
+// at once. At a corner of the material of 270 degrees a halving takes 2^(-2/3).
 constexpr double kByOrder = 10.0;
 constexpr int kMostOrders = 2;
 constexpr double kByHalving = 1.6;
 constexpr int kMostHalvings = 10;
 // An order that reduced a share by less met a solution that is not smooth.
 constexpr double kPoorOrder = 3.0;
-
-std::vector<char> StrongCorners(const FieldSpace& space) {
-    std::vector<char> isStrong(space.mesh.vertices.size(), 0);
-    for (const RimRing& ring : space.rings) {
-        for (std::size_t i = 0; i < ring.edges.size(); ++i) {
-            const EdgeRef& in = ring.edges[i];
-            const EdgeRef& out = ring.edges[(i + 1) % ring.edges.size()];
-            const Point& a = space.CornerAt(in.triangle, in.edge + 1);
-            const Point& b = space.CornerAt(out.triangle, out.edge + 1);
-            const Point& c = space.CornerAt(out.triangle, out.edge + 2);
-            if (TurnBetween(b - a, c - b) > -kStrongTurn) continue;
-            isStrong[Slot(space.mesh.corners[Slot(out.triangle)][Slot((out.edge + 1) % 3)])] = 1;
-        }
-    }
-    return isStrong;
-}
 
 int StepsFor(double ratio, double byStep, int most) {
     return std::clamp(static_cast<int>(std::ceil(std::log(ratio) / std::log(byStep))), 1, most);
@@ -49,7 +33,7 @@ int StepsFor(double ratio, double byStep, int most) {
 class Enrichment {
 public:
     Enrichment(const FieldSpace& space, const std::vector<double>& shares, Discretisation* to)
-        : space_(space), shares_(shares), to_(*to), isStrong_(StrongCorners(space)) {}
+        : space_(space), shares_(shares), to_(*to), turns_(TurnsOf(space)) {}
 
     void Run() {
         const double tolerated = ToleratedShare();
@@ -69,6 +53,13 @@ public:
             } else {
                 order = std::min(order + StepsFor(ratio, kByOrder, kMostOrders), kHighestOrder);
                 to_.sharesBefore[t] = shares_[t];
+            }
+        }
+        // What a richer edge adds to a triangle must not be lost when it is halved.
+        for (std::size_t t = 0; t < halvings.size(); ++t) {
+            if (halvings[t] > 0) {
+                to_.orders[t] =
+                    std::max(to_.orders[t], space_.HighestOrderAt(static_cast<Index>(t)));
             }
         }
         Halve(std::move(halvings));
@@ -92,11 +83,12 @@ private:
     bool TouchesStrongCorner(const TriangleMesh& mesh, std::size_t triangle) const {
         const auto& corners = mesh.corners[triangle];
         return std::any_of(corners.begin(), corners.end(), [&](Index v) {
-            return Slot(v) < isStrong_.size() && isStrong_[Slot(v)] != 0;
+            return Slot(v) < turns_.size() && turns_[Slot(v)] < -kStrongTurn;
         });
     }
 
-    // After the first halving only pieces at a corner are halved on, unless none of the triangle was.
+    // After the first halving only pieces at a corner are halved on, unless none of the triangle
+    // was.
     void Halve(std::vector<int> halvings) {
         std::vector<char> isAtCorner(halvings.size());
         for (std::size_t t = 0; t < halvings.size(); ++t) {
@@ -110,8 +102,6 @@ private:
                 marked.push_back(static_cast<Index>(t));
             }
             if (marked.empty()) return;
-            // A function on a triangle with a richer edge stays one after it is halved.
-            for (const Index t : marked) to_.orders[Slot(t)] = OrderWithEdges(Slot(t));
             for (const Index t : marked) --halvings[Slot(t)];
             const std::vector<Index> whole = BisectTriangles(marked, &to_.mesh);
             halvings = Inherit(halvings, whole);
@@ -120,8 +110,6 @@ private:
             to_.sharesBefore = Inherit(to_.sharesBefore, whole);
         }
     }
-
-    int OrderWithEdges(std::size_t triangle) const { return to_.orders[triangle]; }
 
     template <typename T>
     static std::vector<T> Inherit(const std::vector<T>& values, const std::vector<Index>& whole) {
@@ -134,7 +122,7 @@ private:
     const FieldSpace& space_;
     const std::vector<double>& shares_;
     Discretisation& to_;
-    std::vector<char> isStrong_;  // of the vertices of the space
+    std::vector<double> turns_;  // at the vertices of the space
 };
 
 }  // namespace

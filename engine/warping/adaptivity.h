@@ -13,7 +13,8 @@ namespace halvorn::engine {
 struct Discretisation {
     TriangleMesh mesh;
     std::vector<int> orders;
-    /// Share of each triangle in the error before its order was raised the last time; 0: it was not.
+    /// Share of each triangle in the error before its order was raised the last time; 0: it was
+    /// not.
     std::vector<double> sharesBefore;
 };
 

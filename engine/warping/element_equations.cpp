@@ -30,7 +30,7 @@ public:
     void Add(int place, Eigen::Index row, Eigen::MatrixXd* to) const {
         const ReferenceMeans& means = MeansOfReference();
         double mean = 0.0;
-        Point first;  // means of the function times x and y
+        Point first;         // means of the function times x and y
         double swirl = 0.0;  // of y f_x - x f_y
         for (std::size_t i = 0; i < 3; ++i) {
             const Point& corner = corners_[i];
@@ -46,8 +46,7 @@ public:
             const Point& slopes = loads_.slopes[Slot(load)];
             (*to)(row, ShearX + load) = map_.area * Dot(slopes, first);
             (*to)(row, StressX + load) = 0.0;
-            (*to)(row, LateralX + load) =
-                map_.area * (slopes.y * first.x - slopes.x * first.y);
+            (*to)(row, LateralX + load) = map_.area * (slopes.y * first.x - slopes.x * first.y);
         }
     }
 

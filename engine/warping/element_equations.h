@@ -21,11 +21,11 @@ struct OuterFunction {
 /// follow from them: inner = `innerLoads` - `innerByOuter` * outer.
 struct ElementEquations {
     std::vector<OuterFunction> outer;
-    std::vector<int> inner;  ///< places
-    Eigen::MatrixXd stiffness;     ///< outer by outer, inner ones eliminated
-    Eigen::MatrixXd loads;         ///< outer by field, likewise
+    std::vector<int> inner;     ///< places
+    Eigen::MatrixXd stiffness;  ///< outer by outer, inner ones eliminated
+    Eigen::MatrixXd loads;      ///< outer by field, likewise
     Eigen::MatrixXd innerByOuter;
-    Eigen::MatrixXd innerLoads;    ///< inner by field
+    Eigen::MatrixXd innerLoads;  ///< inner by field
 };
 
 /// Returns the equations of a triangle for all fields, without what is given on the rings.

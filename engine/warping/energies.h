@@ -16,9 +16,9 @@ using LoadMatrix = std::array<std::array<double, 2>, 2>;
 
 /// Integrals over a part, about its centre of gravity, in the units of the mesh.
 ///
-/// Each energy comes from a field that is continuous and from one that is in equilibrium. The energy
-/// of the difference of their stresses is the distance of the bounds: W. Prager and J. L. Synge,
-/// Quarterly of Applied Mathematics 5, 1947.
+/// Each energy comes from a field that is continuous and from one that is in equilibrium. The
+/// energy of the difference of their stresses is the distance of the bounds: W. Prager and J. L.
+/// Synge, Quarterly of Applied Mathematics 5, 1947.
 struct Energies {
     double torsionUpper = 0.0;  ///< of J
     double torsionLower = 0.0;

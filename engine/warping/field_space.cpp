@@ -68,9 +68,9 @@ void FindRings(FieldSpace* space) {
         IntegrateEnclosed(*space, &ring);
         space->rings.push_back(std::move(ring));
     }
-    const auto outline = std::max_element(
-        space->rings.begin(), space->rings.end(),
-        [](const RimRing& a, const RimRing& b) { return a.area < b.area; });
+    const auto outline =
+        std::max_element(space->rings.begin(), space->rings.end(),
+                         [](const RimRing& a, const RimRing& b) { return a.area < b.area; });
     if (outline == space->rings.end() || !(outline->area > 0.0)) {
         throw WarpingError("the part has no outline");
     }
@@ -103,6 +103,22 @@ bool FieldSpace::RunsUp(Index triangle, int edge) const {
 void CompleteSpace(FieldSpace* space) {
     NumberEdges(space);
     FindRings(space);
+}
+
+std::vector<double> TurnsOf(const FieldSpace& space) {
+    std::vector<double> turns(space.mesh.vertices.size(), 0.0);
+    for (const RimRing& ring : space.rings) {
+        const EdgeRef* in = &ring.edges.back();
+        for (const EdgeRef& out : ring.edges) {
+            const Point& a = space.CornerAt(in->triangle, in->edge + 1);
+            const Point& b = space.CornerAt(out.triangle, out.edge + 1);
+            const Point& c = space.CornerAt(out.triangle, out.edge + 2);
+            const Index vertex = space.mesh.corners[Slot(out.triangle)][Slot((out.edge + 1) % 3)];
+            turns[Slot(vertex)] = TurnBetween(b - a, c - b);
+            in = &out;
+        }
+    }
+    return turns;
 }
 
 TriangleMap MapOf(const FieldSpace& space, Index triangle) {

@@ -15,9 +15,9 @@ namespace halvorn::engine {
 /// integrated with the sign of its direction: positive for the outline, negative for a void.
 struct RimRing {
     std::vector<EdgeRef> edges;
-    double area = 0.0;     ///< enclosed
-    double firstX = 0.0;   ///< integral of x over what is enclosed
-    double firstY = 0.0;   ///< of y
+    double area = 0.0;    ///< enclosed
+    double firstX = 0.0;  ///< integral of x over what is enclosed
+    double firstY = 0.0;  ///< of y
 };
 
 /// Continuous functions over a mesh that are polynomials on each triangle, of an order of its own.
@@ -29,8 +29,8 @@ struct FieldSpace {
 
     std::vector<std::array<Index, 3>> edges;  ///< of each triangle
     std::vector<int> edgeOrders;
-    std::vector<RimRing> rings;     ///< the outline, then the voids
-    std::vector<Index> ringAt;      ///< of each vertex; kNone within the part
+    std::vector<RimRing> rings;  ///< the outline, then the voids
+    std::vector<Index> ringAt;   ///< of each vertex; kNone within the part
 
     /// Returns the highest order among a triangle and its edges.
     int HighestOrderAt(Index triangle) const;
@@ -45,6 +45,10 @@ struct FieldSpace {
 
 /// Numbers edges and rings of the mesh and sets the orders of edges, from `mesh` and `orders`.
 void CompleteSpace(FieldSpace* space);
+
+/// Returns by how much the outline turns at each vertex on a ring, negative into the material
+/// [radians]; 0 within the part.
+std::vector<double> TurnsOf(const FieldSpace& space);
 
 /// The affine map from the reference triangle.
 struct TriangleMap {

@@ -20,8 +20,8 @@ struct Numbering {
     Index count = 0;
 };
 
-// Free functions: the constant is fixed at the first vertex. Held ones: none on the outline, one for
-// each void.
+// Free functions: the constant is fixed at the first vertex. Held ones: none on the outline, one
+// for each void.
 Numbering Number(const FieldSpace& space, bool isHeld) {
     const std::size_t vertices = space.mesh.vertices.size();
     const std::size_t edges = space.edgeOrders.size();
@@ -72,8 +72,7 @@ Numbering Number(const FieldSpace& space, bool isHeld) {
 
 class Solver {
 public:
-    Solver(FieldSpace space, const LinearLoads& loads)
-        : rims_(RimDataOf(space, loads)) {
+    Solver(FieldSpace space, const LinearLoads& loads) : rims_(RimDataOf(space, loads)) {
         fields_.space = std::move(space);
         fields_.loads = loads;
     }

@@ -10,7 +10,8 @@
 ///   equilibrium with g at each point.
 /// - `LateralX`, `LateralY` l: the stress (l_y, -l_x) is what Poisson's ratio adds, times
 ///   nu / (1 + nu): without load, with curl b x - a y.
-/// Source: S. P. Timoshenko and J. N. Goodier, Theory of Elasticity, 1970, sections 104 to 109, 118.
+/// Source: S. P. Timoshenko and J. N. Goodier, Theory of Elasticity, 1970, sections 104 to 109,
+/// 118.
 #ifndef HALVORN_ENGINE_WARPING_FIELDS_H
 #define HALVORN_ENGINE_WARPING_FIELDS_H
 

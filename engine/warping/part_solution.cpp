@@ -19,8 +19,8 @@ LinearLoads LoadsOf(const PartMoments& m) {
     return loads;
 }
 
-// Shares of the triangles in the widths of the brackets, 1 for all when they are as wide as allowed.
-// Of the three the one that lacks most counts.
+// Shares of the triangles in the widths of the brackets, 1 for all when they are as wide as
+// allowed. Of the three the one that lacks most counts.
 std::vector<double> SharesOf(const Energies& energies, double tolerance) {
     const std::array<double, 3> middles{
         0.5 * (energies.torsionUpper + energies.torsionLower),
@@ -103,7 +103,6 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
         solution.fields = SolveFields(std::move(space), loads);
         solution.unknowns = std::max(solution.unknowns, solution.fields.unknowns);
         solution.before = std::exchange(solution.energies, EnergiesOf(solution.fields));
-        if (getenv("HT")) fprintf(stderr,"round %d tri %zu unk %zu J %.9g %.9g rel %.2e Cx %.9g rel %.2e Cy %.9g %.2e\n", round, solution.energies.gaps.size(), solution.unknowns, solution.energies.torsionLower, solution.energies.torsionUpper, (solution.energies.torsionUpper-solution.energies.torsionLower)/(solution.energies.torsionUpper+solution.energies.torsionLower), solution.energies.shearLower[0][0], (solution.energies.shearUpper[0][0]-solution.energies.shearLower[0][0])/(solution.energies.shearUpper[0][0]+solution.energies.shearLower[0][0]),solution.energies.shearLower[1][1],(solution.energies.shearUpper[1][1]-solution.energies.shearLower[1][1])/(solution.energies.shearUpper[1][1]+solution.energies.shearLower[1][1]));
         if (AreNarrow(solution.energies, options.tolerance)) break;
         if (options.isInterrupted && options.isInterrupted()) {
             solution.status = WarpingStatus::Interrupted;

@@ -86,16 +86,14 @@ private:
     }
 
     // Whether a vertex is so near to an edge of a ring that this is divided.
-    bool IsEncroached(const Point& from, const Point& to, const Point& by) const {
+    static bool IsEncroached(const Point& from, const Point& to, const Point& by) {
         const Point a = from - by;
         const Point b = to - by;
-        const Point along = to - from;
-        const double twiceArea = Cross(a, b);
-        if (twiceArea * twiceArea < leastSquare_ * Dot(along, along)) return false;
         const double product = Dot(a, b);
         return product < 0.0 && product * product > kLensSquaredCosine * Dot(a, a) * Dot(b, b);
     }
 
+    // A triangle's edge on a ring that its other corner encroaches.
     std::optional<std::size_t> EncroachedEdge(Index t) const {
         for (std::size_t edge = 0; edge < 3; ++edge) {
             if (mesh_.neighbours[Slot(t)][edge] == kNone &&
@@ -107,9 +105,19 @@ private:
         return std::nullopt;
     }
 
+    // Leaves a triangle whose height is mere rounding; else asks what is to be done about it.
     void Look(Index t) {
+        const std::array<double, 3> squares = SquaredLengths(t);
+        const double longest = *std::max_element(squares.begin(), squares.end());
+        const double twiceArea = TwiceArea(t);
+        if (twiceArea * twiceArea < leastSquare_ * longest) return;
         if (EncroachedEdge(t)) rims_.push_back({0.0, t, mesh_.corners[Slot(t)]});
         Judge(t);
+    }
+
+    double TwiceArea(Index t) const {
+        const Point& apex = CornerPoint(mesh_, t, 0);
+        return Cross(CornerPoint(mesh_, t, 1) - apex, CornerPoint(mesh_, t, 2) - apex);
     }
 
     // Puts a triangle into the queue of bad ones if it is one, those with the shortest edges first.
@@ -133,11 +141,7 @@ private:
 
     // Whether a triangle is too large, or has an angle too small that can be mended.
     bool IsBad(Index t, const std::array<double, 3>& squares) const {
-        const Point& apex = CornerPoint(mesh_, t, 0);
-        const double twiceArea =
-            Cross(CornerPoint(mesh_, t, 1) - apex, CornerPoint(mesh_, t, 2) - apex);
-        const double longest = *std::max_element(squares.begin(), squares.end());
-        if (twiceArea * twiceArea < leastSquare_ * longest) return false;
+        const double twiceArea = TwiceArea(t);
         if (0.5 * twiceArea > options_.largestArea) return true;
         for (std::size_t corner = 0; corner < 3; ++corner) {
             const double sides = squares[After(corner)] * squares[Before(corner)];
@@ -169,25 +173,31 @@ private:
     // The triangle in which a point lies that is in the circle of this one, and the edge of a ring
     // beyond which it lies, if one is in its way; 3 without one. In each triangle on the way the
     // point lies deeper in the circle, so that the way ends; and since it lies in the circle of the
-    // last one, an edge of a ring in its way sees it under a right angle or more.
+    // last one, it or the corner opposite lies in the circle over such an edge.
     std::pair<Index, std::size_t> Locate(const Point& point, Index t) const {
-        for (;;) {
-            std::size_t exit = 3;
+        std::size_t exit = 3;
+        // Bounded lest the rounding of vertices on rings makes a way that does not end.
+        for (std::size_t steps = 0; steps < mesh_.corners.size(); ++steps) {
+            exit = 3;
             for (std::size_t edge = 0; edge < 3; ++edge) {
                 if (exit != 3 && mesh_.neighbours[Slot(t)][edge] == kNone) continue;
                 const Point& from = CornerPoint(mesh_, t, After(edge));
                 if (Orientation(from, CornerPoint(mesh_, t, Before(edge)), point) < 0) exit = edge;
             }
-            if (exit == 3 || mesh_.neighbours[Slot(t)][exit] == kNone) return {t, exit};
+            if (exit == 3 || mesh_.neighbours[Slot(t)][exit] == kNone) break;
             t = mesh_.neighbours[Slot(t)][exit];
         }
+        return {t, exit};
     }
 
     // Returns whether a vertex was added.
     bool Improve(Index t) {
         const Point target = Target(t);
         const auto [place, edgeBefore] = Locate(target, t);
-        if (edgeBefore != 3) return DivideRim(place, edgeBefore);
+        if (edgeBefore != 3) {
+            return mesh_.neighbours[Slot(place)][edgeBefore] == kNone &&
+                   DivideRim(place, edgeBefore);
+        }
         cavity_.Dig(target, place);
         for (const Cavity::Edge& edge : cavity_.Edges()) {
             if (edge.beyond == kNone && IsEncroached(mesh_.vertices[Slot(edge.from)],

@@ -14,7 +14,7 @@ namespace halvorn::engine {
 ///
 /// Where two lines enclose a small angle, a vertex on one is so near to the other that it asks for
 /// a vertex there, which asks for one nearer to the corner, and so on. Vertices at equal distances
-/// from the corner, powers of two, do not (J. Ruppert 1995, section 6: concentric shells).
+/// from the corner, powers of two, do not (J. Ruppert 1995: concentric shells).
 class RimLines {
 public:
     /// @param mesh  whose vertices all lie on its rings and are their corners

@@ -78,10 +78,10 @@ void GaussPoints(int n, std::vector<double>* points, std::vector<double>* weight
 // by n points exact up to degree 2 n - 2.
 Quadrature MakeQuadrature(int order) {
     const int n = std::max(order + 1, 3);
-    std::vector<double> points;
-    std::vector<double> weights;
-    GaussPoints(n, &points, &weights);
     Quadrature rule;
+    GaussPoints(n, &rule.linePoints, &rule.lineWeights);
+    const std::vector<double>& points = rule.linePoints;
+    const std::vector<double>& weights = rule.lineWeights;
     const int count = n * n;
     rule.weights.resize(count);
     rule.values.resize(FunctionCount(order), count);

@@ -33,8 +33,8 @@ constexpr int FirstInnerFunction(int order) {
     return FunctionCount(order - 1) + 3;
 }
 
-/// Returns the factor of an edge function of order 2 or 3: along the edge, with s from -1 to 1, it is
-/// (1 - s^2) / 4 times this, and times s for order 3.
+/// Returns the factor of an edge function of order 2 or 3: along the edge, with s from -1 to 1, it
+/// is (1 - s^2) / 4 times this, and times s for order 3.
 double EdgeFactor(int order);
 
 /// Values and derivatives of the functions at a point of the reference triangle, whose corners are
@@ -56,18 +56,20 @@ struct Quadrature {
     Eigen::MatrixXd values;  ///< function by point
     Eigen::MatrixXd byXi;
     Eigen::MatrixXd byEta;
+    /// Gauss's points and weights on [0, 1], which these are made of.
+    std::vector<double> linePoints, lineWeights;
 };
 
 /// Returns the points that integrate the square of a function of an order exactly, and at least
 /// polynomials of degree 4.
 const Quadrature& QuadratureOf(int order);
 
-/// Means over the reference triangle of products of two functions' derivatives, and of a function or
-/// its derivative with a corner function.
+/// Means over the reference triangle of products of two functions' derivatives, and of a function
+/// or its derivative with a corner function.
 struct ReferenceMeans {
-    Eigen::MatrixXd xiXi, xiEta, etaEta;              ///< xiEta is made symmetric, both ways added
-    std::array<Eigen::VectorXd, 3> values;            ///< by corner
-    std::array<Eigen::VectorXd, 3> byXi, byEta;       ///< by corner
+    Eigen::MatrixXd xiXi, xiEta, etaEta;         ///< xiEta is made symmetric, both ways added
+    std::array<Eigen::VectorXd, 3> values;       ///< by corner
+    std::array<Eigen::VectorXd, 3> byXi, byEta;  ///< by corner
 };
 
 /// Returns the means for all functions up to the highest order.

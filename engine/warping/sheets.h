@@ -1,8 +1,8 @@
 /// @file sheets.h
 /// Stress functions of shear: what is given along the rings, and the jumps across cuts.
 ///
-/// With g = a x + b y the shear stress is t + (psi_y, -psi_x), where t = -(a x^2, b y^2) / 2 takes up
-/// the load. No stress leaves the part, which gives psi along each ring up to a constant. Over a
+/// With g = a x + b y the shear stress is t + (psi_y, -psi_x), where t = -(a x^2, b y^2) / 2 takes
+/// up the load. No stress leaves the part, which gives psi along each ring up to a constant. Over a
 /// void, the load of a whole plate would have a resultant: psi does not return to its value round
 /// it. It is made single-valued by a cut from each void to another ring, across which it jumps by a
 /// constant; stresses, its derivatives, do not.

@@ -36,15 +36,20 @@ struct MeshOptions {
 };
 
 /// Returns a mesh of a part of a region, whose rings are unions of edges of it. Two opposite edges
-/// of the rings are never the same edge of the mesh. Cost: n log n, and the vertices that are
-/// added.
+/// of the rings are never the same edge of the mesh. A new vertex lies on an edge of a ring but for
+/// rounding. What is thinner than 1e-9 of the part stays as it is. Cost: n log n, and the vertices
+/// that are added: one or two for each vertex of a profile, for a strip its length over its
+/// thickness.
 TriangleMesh MeshOf(const Part& part, const MeshOptions& options = {});
 
 /// Divides each marked triangle into two across its longest edge, and others as far as it takes to
 /// keep them edge to edge: M.-C. Rivara, International Journal for Numerical Methods in Engineering
-/// 20, 1984. What is a union of triangles before is one after; angles do not decay.
+/// 20, 1984. What is a union of triangles before is one after, but for the rounding of vertices;
+/// angles stay above half the smallest. Triangles so thin that rounding leaves no room for a vertex
+/// stay, and so do marked ones whose neighbours they keep from being divided. Cost: that of the
+/// triangles that are divided, and a pass over all.
 /// @param marked  triangles, each once at most
-/// @returns of each triangle the one before in which it lies
+/// @returns of each triangle the one before in which it lies; those before keep their numbers
 std::vector<Index> BisectTriangles(std::span<const Index> marked, TriangleMesh* mesh);
 
 }  // namespace halvorn::engine

@@ -3,6 +3,8 @@
 #ifndef HALVORN_TESTS_ENGINE_FIGURE_REPORTS_H
 #define HALVORN_TESTS_ENGINE_FIGURE_REPORTS_H
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <string>
 
@@ -53,6 +55,31 @@ inline double Characters(const std::string& text, double size, bool isBold) {
 
 inline Page LaidOut(const Report& report) {
     return LayOut(report, Characters);
+}
+
+inline void ExpectOrderly(const Page& page) {
+    const PageBox sheet = PageBox{0.0, 0.0, page.width, page.height}.Grown(-10.0);
+    for (const Line& line : page.lines) {
+        for (const Spot& spot : line.spots) EXPECT_TRUE(sheet.Holds(spot));
+    }
+    for (const auto& head : page.arrowHeads) {
+        for (const Spot& spot : head) EXPECT_TRUE(sheet.Holds(spot));
+    }
+    for (std::size_t i = 0; i < page.labels.size(); ++i) {
+        const PageBox box = BoxOf(page.labels[i], Characters);
+        EXPECT_TRUE(sheet.Holds({box.left, box.top}) && sheet.Holds({box.right, box.bottom}))
+            << PlainText(page.labels[i].runs);
+        for (std::size_t k = 0; k < i; ++k) {
+            EXPECT_FALSE(box.Meets(BoxOf(page.labels[k], Characters)))
+                << PlainText(page.labels[i].runs) << " on " << PlainText(page.labels[k].runs);
+        }
+    }
+    EXPECT_LT(page.width, 660.0);
+    EXPECT_LT(page.height, 440.0);
+    ASSERT_EQ(page.bars.size(), 1U);  // the black half of the scale bar
+    const double share = 2.0 * page.bars[0].Width() / page.drawing.Width();
+    EXPECT_GT(share, 0.1);
+    EXPECT_LT(share, 0.4);
 }
 
 }  // namespace figure_tests

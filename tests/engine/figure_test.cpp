@@ -46,31 +46,6 @@ double ShoelaceArea(const Points& ring) {
     return 0.5 * std::fabs(sum);
 }
 
-void ExpectOrderly(const Page& page) {
-    const PageBox sheet = PageBox{0.0, 0.0, page.width, page.height}.Grown(-10.0);
-    for (const Line& line : page.lines) {
-        for (const Spot& spot : line.spots) EXPECT_TRUE(sheet.Holds(spot));
-    }
-    for (const auto& head : page.arrowHeads) {
-        for (const Spot& spot : head) EXPECT_TRUE(sheet.Holds(spot));
-    }
-    for (std::size_t i = 0; i < page.labels.size(); ++i) {
-        const PageBox box = BoxOf(page.labels[i], Characters);
-        EXPECT_TRUE(sheet.Holds({box.left, box.top}) && sheet.Holds({box.right, box.bottom}))
-            << PlainText(page.labels[i].runs);
-        for (std::size_t k = 0; k < i; ++k) {
-            EXPECT_FALSE(box.Meets(BoxOf(page.labels[k], Characters)))
-                << PlainText(page.labels[i].runs) << " on " << PlainText(page.labels[k].runs);
-        }
-    }
-    EXPECT_LT(page.width, 660.0);
-    EXPECT_LT(page.height, 440.0);
-    ASSERT_EQ(page.bars.size(), 1U);  // the black half of the scale bar
-    const double share = 2.0 * page.bars[0].Width() / page.drawing.Width();
-    EXPECT_GT(share, 0.1);
-    EXPECT_LT(share, 0.4);
-}
-
 TEST(FigureLayout, KeepsEverythingOnThePageAndLabelsApart) {
     struct Case {
         const char* name;

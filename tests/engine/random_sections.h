@@ -1,10 +1,11 @@
 /// @file random_sections.h
-/// Random sections for tests of regions and of what is made of them.
+/// Random sections of several kinds, the same ones on every platform.
 #ifndef HALVORN_TESTS_ENGINE_RANDOM_SECTIONS_H
 #define HALVORN_TESTS_ENGINE_RANDOM_SECTIONS_H
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 #include <random>
 
@@ -16,7 +17,7 @@ namespace test_support {
 using halvorn::engine::Point;
 using halvorn::engine::Points;
 
-enum Family { kAtRandom, kTouching, kNested, kKeyholes, kSlivers, kFamilies };
+enum Family { kAtRandom, kTouching, kNested, kKeyholes, kSlivers, kThinWalls, kFamilies };
 
 // Sections of about 100 across. Everything in it is drawn from one random sequence.
 class RandomSections {
@@ -31,6 +32,7 @@ public:
         if (family == kNested) Nest(rings);
         if (family == kKeyholes) AddKeyholes(rings);
         if (family == kSlivers) AddSlivers(rings);
+        if (family == kThinWalls) AddThinWalls(rings);
         const double angle = Below(2) * 0.3, scale = Below(3) == 0 ? 1e-3 : 1.0;
         const double away = Below(3) == 0 ? 1e5 : 0.0;
         for (auto& [isSolid, ring] : rings) {
@@ -114,6 +116,21 @@ private:
         rings.emplace_back(true, Below(2) == 0 ? level : Rectangle(60 + sliver(), 7, 39, 60));
         rings.emplace_back(false, Rectangle(10, 100 - 20 + sliver(), 30, 20));
         rings.emplace_back(false, Rectangle(10, 100 - 60 - sliver(), 30, 40 - 20));
+    }
+
+    // A box with up to three cells and a fin, all of one wall a 30th to a 200th of its size.
+    void AddThinWalls(Rings& rings) {
+        const double wall = 100.0 / (30 + Below(171));
+        const int cells = 1 + Below(3);
+        const double cell = (100.0 - wall) / cells, height = 30.0 + 60.0 * Unit();
+        rings.emplace_back(true, Rectangle(0, 0, 100, height));
+        for (int i = 0; i < cells; ++i) {
+            rings.emplace_back(false,
+                               Rectangle(wall + cell * i, wall, cell - wall, height - 2 * wall));
+        }
+        if (Below(2) == 0) {
+            rings.emplace_back(true, Rectangle(100.0 * Unit(), height, wall, 10.0 + 60.0 * Unit()));
+        }
     }
 
     std::mt19937 random_;

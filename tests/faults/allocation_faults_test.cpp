@@ -1,14 +1,14 @@
 // Every operation with its first, second, third ... allocation failing. Exported operations throw
 // std::bad_alloc and leave the section as it was, kernel routines return their status; nothing
-// leaks. The C++ operators below serve the whole process, --wrap the library's calls of C.
+// leaks.
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <new>
 
+#include "failing_heap.h"
 #include "kernel/box_tree.h"
 #include "kernel/classify_polygon.h"
 #include "kernel/cut_polygon.h"
@@ -19,38 +19,9 @@
 namespace {
 
 using namespace halvorn;
-
-struct Heap {
-    long live = 0;       // blocks
-    bool armed = false;  // counts, and fails the allocation below
-    long count = 0;
-    long failing = 0;
-
-    bool Allows() { return !armed || ++count != failing; }
-    template <class Pointer>
-    Pointer Book(Pointer block) {
-        live += block != nullptr;
-        return block;
-    }
-} heap;
-
-// Runs `operation` with one allocation failing. Tells whether that was reached, and whether it
-// threw.
-struct Outcome {
-    bool failed;
-    bool threw;
-};
-Outcome Attempt(const std::function<void()>& operation) {
-    heap.armed = true;
-    bool threw = false;
-    try {
-        operation();
-    } catch (const std::bad_alloc&) {
-        threw = true;
-    }
-    heap.armed = false;
-    return {heap.count >= heap.failing, threw};
-}
+using test_support::Attempt;
+using test_support::heap;
+using test_support::Outcome;
 
 // Calls `scenario` with the k-th allocation failing, for k = 1, 2, ... until all succeed. A
 // scenario attempts one operation, checks what it left and returns the outcome.
@@ -246,45 +217,3 @@ TEST(AllocationFaults, OtherKernelRoutinesReturnTheirStatusOrFallBack) {
 }
 
 }  // namespace
-
-extern "C" {
-// NOLINTBEGIN: the names are the linker's.
-void* __real_calloc(std::size_t count, std::size_t size);
-void* __real_realloc(void* block, std::size_t size);
-void __real_free(void* block);
-void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return heap.Allows() ? heap.Book(__real_calloc(count, size)) : nullptr;
-}
-void* __wrap_realloc(void* block, std::size_t size) {
-    if (!heap.Allows()) return nullptr;
-    void* const resized = __real_realloc(block, size);
-    return block == nullptr ? heap.Book(resized) : resized;
-}
-void __wrap_free(void* block) {
-    heap.live -= block != nullptr;
-    __real_free(block);
-}
-// NOLINTEND
-}
-
-void* operator new(std::size_t size) {
-    void* const block = heap.Allows() ? heap.Book(std::malloc(size > 0 ? size : 1)) : nullptr;
-    return block != nullptr ? block : throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept {
-    heap.live -= block != nullptr;
-    __real_free(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-    operator delete(block);
-}
-// The standard library's own array forms would do the same, but valgrind replaces those.
-void* operator new[](std::size_t size) {
-    return operator new(size);
-}
-void operator delete[](void* block) noexcept {
-    operator delete(block);
-}
-void operator delete[](void* block, std::size_t) noexcept {
-    operator delete(block);
-}

@@ -1,0 +1,49 @@
+/// @file stress_at.h
+/// The stress of a combination of fields at a point.
+#ifndef HALVORN_ENGINE_WARPING_STRESS_AT_H
+#define HALVORN_ENGINE_WARPING_STRESS_AT_H
+
+#include <array>
+
+#include "warping/part_solution.h"
+
+namespace halvorn::engine {
+
+/// Forces on a part in the units of its mesh; moments about its centre of gravity, the torque about
+/// its shear centre.
+struct FieldFactors {
+    double axial = 0.0;               ///< normal stress at the centre of gravity
+    Point bending;                    ///< slopes of the normal stress
+    double twist = 0.0;               ///< of the fields of torsion
+    std::array<double, 2> shear{};    ///< of those of a shear force along x, along y
+    std::array<double, 2> lateral{};  ///< of what Poisson's ratio adds to them
+};
+
+/// Returns the factors for a torque alone.
+FieldFactors FactorsOfTwist(double twist);
+
+/// A shear stress, once by the fields that are continuous and once by those in equilibrium. The
+/// truth is near their mean, to about half of their difference.
+struct ShearPair {
+    Point free;
+    Point held;
+
+    Point Middle() const { return 0.5 * (free + held); }
+};
+
+/// Returns the shear stress at a point of a triangle, given by its place in the reference triangle.
+ShearPair ShearAt(const Fields& fields, const FieldFactors& factors, Index triangle, double xi,
+                  double eta);
+
+/// Returns the point of a triangle at a place in the reference triangle, about the centre of
+/// gravity.
+Point PointIn(const FieldSpace& space, Index triangle, double xi, double eta);
+
+/// Returns the normal stress at a point.
+inline double NormalAt(const FieldFactors& factors, const Point& at) {
+    return factors.axial + Dot(factors.bending, at);
+}
+
+}  // namespace halvorn::engine
+
+#endif
