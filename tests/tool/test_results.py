@@ -150,7 +150,7 @@ class GoodInput(unittest.TestCase):
             blocks = re.split(r"^(?:Property .*|Stresses|Published|Outputs of the class)\n", table, flags=re.MULTILINE)[1:]
             for name, stress in expected["stresses"].items():
                 if name != "forces":
-                    stress["method"] += ", at ({:g}, {:g})".format(*stress["place"])
+                    stress["method"] = "at ({:g}, {:g})".format(*stress["place"])
             expected["stresses"].pop("forces", None)
             lists = [expected[name] for name in ("values", "stresses", "published", "class_values") if expected[name]]
             self.assertEqual(len(blocks), len(lists))
