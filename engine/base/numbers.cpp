@@ -114,7 +114,7 @@ std::string NumberWithin(double value, double error, int digits) {
     const double bound = steps * step;
     constexpr int kFewestPlaces = -6, kMostPlaces = 3;
     const bool isPlain = kFewestPlaces <= place && place <= kMostPlaces &&
-                         IsPlain(std::max(std::fabs(shown), bound));
+                         (shown == 0.0 || IsPlain(std::max(std::fabs(shown), bound)));
     const auto plain = [&](double number) {
         return Written(number, std::chars_format::fixed, std::max(0, -place));
     };

@@ -41,14 +41,14 @@ void AddStrips(const Points& ring, AxisDirection direction, double lowest,
     }
 }
 
-// The strips that a bracket of heights may still cut. Those below it count no more, those above it
-// as two sums.
-class LineBracket {
+// The strips that a enclosure of heights may still cut. Those below it count no more, those above
+// it as two sums.
+class Enclosure {
 public:
-    LineBracket(std::vector<Strip> strips, double height)
+    Enclosure(std::vector<Strip> strips, double height)
         : strips_(std::move(strips)), high_(height) {}
 
-    // Halves the bracket until the area above its middle is within a distance of a given one.
+    // Halves the enclosure until the area above its middle is within a distance of a given one.
     void Narrow(double area, double distance) {
         for (;;) {
             const double above = AreaAboveMiddle();
@@ -123,10 +123,10 @@ std::optional<double> HalvingLine(std::span<const Points* const> rings, AxisDire
     const double rounding = kRounding * sum;
     if (!(area > rounding) || !std::isfinite(sum)) return std::nullopt;
     const double height = highest - lowest;
-    LineBracket bracket(std::move(strips), height);
-    bracket.Narrow(0.5 * area, 4.0 * rounding);
+    Enclosure enclosure(std::move(strips), height);
+    enclosure.Narrow(0.5 * area, 4.0 * rounding);
     const auto heightAt = [&](double shift) {
-        return LineBracket(bracket).HeightWithAreaAbove(0.5 * area + shift);
+        return Enclosure(enclosure).HeightWithAreaAbove(0.5 * area + shift);
     };
     const double from = heightAt(rounding);
     const double to = heightAt(-rounding);

@@ -89,9 +89,9 @@ void DescribeElementMethods(const std::vector<Element>& elements, std::vector<Va
                                      [](const Element& element) { return !element.isSolid; });
     for (Value& value : *values) {
         if (value.key.starts_with("elastic_")) {
-            value.method = "inertia over fibre distance";
+            value.method = "I / fibre distance";
         } else if (value.key.starts_with("plastic_")) {
-            value.method = hasHole ? "gross: holes count as area" : "outlines, about halving axes";
+            value.method = hasHole ? "gross: holes count as area" : "about the halving axes";
         } else if (IsTorsionOrShear(value.key)) {
             value.method = MethodsOf(elements, "equivalent ellipse of each contour, an estimate",
                                      "equivalent ellipses", true);

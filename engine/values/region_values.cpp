@@ -159,7 +159,7 @@ private:
             Add(key, method, number, error);
             Miss(why);
         };
-        const char* const sides = "both sides of the plastic axis";
+        const char* const sides = "both sides of the axis";
         add("plastic_modulus_x", sides, moduli.x, m.firstYError);
         add("plastic_modulus_y", sides, moduli.y, m.firstXError);
         add("plastic_axis_y", "halves the area", axes.y, 0.0);

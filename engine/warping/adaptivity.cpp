@@ -75,7 +75,11 @@ private:
         double largest = kToleratedSum / static_cast<double>(sorted.size());
         for (const double share : sorted) {
             sum += share;
-            if (sum > kToleratedSum) break;
+            if (sum > kToleratedSum) {
+                // Of equal shares, as in a square, all or none are left: then none.
+                const double even = kToleratedSum / static_cast<double>(sorted.size());
+                return share > largest ? largest : std::min(largest, even);
+            }
             largest = share;
         }
         return largest;

@@ -143,7 +143,7 @@ std::vector<Value> StressValues(const Report& report) {
     std::vector<Value> values;
     for (const LargestStress& stress : report.stresses) {
         values.push_back(stress.value);
-        values.back().method += ", at " + PlaceText(stress.place);
+        values.back().method = "at " + PlaceText(stress.place);
     }
     return values;
 }

@@ -390,8 +390,8 @@ Elastic modulus, lowest fibre         Wel,bottom      2645833         mm^3  Ix /
 Elastic modulus, highest fibre        Wel,top      not computed       mm^3
 Elastic modulus, leftmost fibre       Wel,left        5166667         mm^3  Iy / fibre distance
 Elastic modulus, rightmost fibre      Wel,right       1722222         mm^3  Iy / fibre distance
-Plastic modulus, horizontal axis      Wpl,x           7750000         mm^3  both sides of the plastic axis
-Plastic modulus, vertical axis        Wpl,y           3750000         mm^3  both sides of the plastic axis
+Plastic modulus, horizontal axis      Wpl,x           7750000         mm^3  both sides of the axis
+Plastic modulus, vertical axis        Wpl,y           3750000         mm^3  both sides of the axis
 Horizontal plastic axis, y            ypl                 200         mm    halves the area
 Vertical plastic axis, x              xpl                 100         mm    halves the area
 Shape factor, horizontal axis         Wpl,x/Wel,x           1.464567        Wpl / smaller Wel

@@ -89,6 +89,7 @@ TEST_F(Batch, KeepsTheOrderOnAnyNumberOfThreadsAndGoesOnAfterABadSection) {
             Write("s" + std::to_string(i) + ".csv", i % 20 == 7 ? "0,0\n1\n" : Square(1 + i)));
     }
     BatchOptions options;
+    options.section.values.wantsWarping = false;
     for (const BatchFormat format : {BatchFormat::Csv, BatchFormat::JsonLines}) {
         options.format = format;
         options.threads = 1;
