@@ -273,7 +273,7 @@ std::vector<std::string> ColumnTexts(const Page& page) {
 TEST(StressFigure, ShowsBandsForcesAndScale) {
     StressPicture picture =
         PictureOf(StressKind::Normal, [](const Point& p) { return 0.75 * (p.y - 20.0); },
-                  {{45, 0}, {80, 80}});
+                  {{45, 0}, {80, 60}});
     picture.forces.n = 2400;
     picture.forces.mx = -1234567;
     const Page page = LayOut(ReportOf(Rectangle(0, 0, 80, 80)), Characters, {}, &picture);
@@ -288,7 +288,7 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
                                                "45",
                                                "F/mm^2",
                                                "at",
-                                               "(80; 80)",
+                                               "(80; 60)",
                                                "mm",
                                                "\u03C3 in F/mm^2",
                                                "45",
@@ -321,6 +321,10 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
         EXPECT_NEAR(area, width * width * (1.0 - static_cast<double>(i) / 12.0), 1e-9 * area);
         EXPECT_EQ(Lightness(page.bands[i].colour), Lightness(page.bands[i + 12].colour));
     }
+    const auto number = std::find_if(page.labels.begin(), page.labels.end(),
+                                     [](const Label& label) { return label.runs[0].text == "45"; });
+    ASSERT_NE(number, page.labels.end());
+    EXPECT_GT(BoxOf(*number, Characters).left, page.peaks.at(0).x) << "it would hide colours";
     EXPECT_EQ(page.peaks.size(), 2U) << "in the section and in the legend";
     EXPECT_TRUE(page.areas.empty());
 }
