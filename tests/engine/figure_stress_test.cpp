@@ -422,4 +422,34 @@ TEST(StressFigure, PaintsEachBandInItsColour) {
 #endif
 }
 
+// A plate of 80 x 40 with a hole of 20 x 20 in its middle: A = 2800, Ix = (80 40^3 - 20^4) / 12.
+TEST(StressFigure, IsOfTheReportsForces) {
+    Report report = ReportOf(Rectangle(0, 0, 80, 40), Rectangle(30, 10, 50, 30));
+    EvaluateOptions options;
+    EXPECT_THROW(StressPictureOf(report, StressKind::Normal), InputError);
+    options.forces = SectionForces{};
+    options.forces->n = 2800;
+    options.forces->mx = -413333.0 - 1.0 / 3.0;
+    options.forces->vy = 1000;
+    AddWarping(options, &report);
+    const StressPicture normal = StressPictureOf(report, StressKind::Normal);
+    EXPECT_NEAR(normal.peak.stress.value, 21.0, 1e-9);
+    EXPECT_EQ(normal.peak.place.y, 0.0);
+    const StressBands bands(normal.field.points, normal.field.triangles, normal.field.normal);
+    EXPECT_EQ(bands.Rim().size(), 2U);
+    EXPECT_NEAR(Area(bands.Rim()), 2800.0, 1e-6);
+    EXPECT_NEAR(Area(bands.AtLeast(11.0)), 800.0, 1e-6) << "below the hole";
+    EXPECT_NEAR(bands.Lowest(), -19.0, 1e-9);
+    const double shear = report.stresses[1].value.number;
+    EXPECT_EQ(StressPictureOf(report, StressKind::Shear).peak.stress.value, shear);
+    EXPECT_EQ(LayOut(report, Characters, {}, &normal).bands.size(), 2U * 8U);
+
+    SectionModel apart = report.section;
+    apart.elements.push_back(apart.elements.front());
+    for (Point& point : apart.elements.back().ring) point.x += 200.0;
+    report = Evaluate(apart, {});
+    AddWarping(options, &report);
+    EXPECT_THROW(StressPictureOf(report, StressKind::Shear), InputError);
+}
+
 }  // namespace
