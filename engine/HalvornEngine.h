@@ -338,8 +338,8 @@ public:
     /// @param path  ends in .svg, .png or .pdf; the latter two where the engine was built with
     /// Cairo
     /// @param options  on what the figure shows
-    /// @throws InputError for another path, or a section too large to be drawn; std::runtime_error
-    ///         when the figure cannot be written
+    /// @throws InputError for another path, a section too large to be drawn, or stresses that the
+    ///         report does not have; std::runtime_error when the figure cannot be written
     void WriteFigure(const std::string& path, const FigureOptions& options = {}) const;
 
 private:

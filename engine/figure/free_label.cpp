@@ -25,10 +25,39 @@ double PainOf(LineKind kind) {
     }
 }
 
+// Whether a spot is within an odd number of rings.
+bool Covers(const Band& band, const Spot& spot) {
+    bool isWithin = false;
+    for (const std::vector<Spot>& ring : band.rings) {
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            const Spot& from = ring[i];
+            const Spot& to = ring[(i + 1) % ring.size()];
+            if ((from.y > spot.y) == (to.y > spot.y)) continue;
+            const double share = (spot.y - from.y) / (to.y - from.y);
+            if (spot.x < from.x + share * (to.x - from.x)) isWithin = !isWithin;
+        }
+    }
+    return isWithin;
+}
+
+// How much of the colours of stresses a text would hide; the first band is the whole section.
+double PainOnColours(const Sheet& sheet, const PageBox& box) {
+    if (sheet.page.bands.empty()) return 0.0;
+    constexpr double kPain = 3.0;
+    const double middle = 0.5 * (box.left + box.right);
+    double pain = 0.0;
+    for (const double x : {box.left, middle, box.right}) {
+        for (const double y : {box.top, box.bottom}) {
+            if (Covers(sheet.page.bands.front(), {x, y})) pain += kPain;
+        }
+    }
+    return pain;
+}
+
 double PainAt(const Sheet& sheet, const PageBox& box) {
     constexpr double kOverText = 1000.0;
     constexpr double kMarkRadius = 5.0;
-    double pain = 0.0;
+    double pain = PainOnColours(sheet, box);
     for (const Label& label : sheet.page.labels) {
         if (box.Meets(BoxOf(label, sheet.measure))) pain += kOverText;
     }

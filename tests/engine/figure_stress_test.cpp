@@ -273,7 +273,7 @@ std::vector<std::string> ColumnTexts(const Page& page) {
 TEST(StressFigure, ShowsBandsForcesAndScale) {
     StressPicture picture =
         PictureOf(StressKind::Normal, [](const Point& p) { return 0.75 * (p.y - 20.0); },
-                  {{45, 0}, {80, 80}});
+                  {{45, 0}, {80, 60}});
     picture.forces.n = 2400;
     picture.forces.mx = -1234567;
     const Page page = LayOut(ReportOf(Rectangle(0, 0, 80, 80)), Characters, {}, &picture);
@@ -288,7 +288,7 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
                                                "45",
                                                "F/mm^2",
                                                "at",
-                                               "(80; 80)",
+                                               "(80; 60)",
                                                "mm",
                                                "\u03C3 in F/mm^2",
                                                "45",
@@ -321,6 +321,10 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
         EXPECT_NEAR(area, width * width * (1.0 - static_cast<double>(i) / 12.0), 1e-9 * area);
         EXPECT_EQ(Lightness(page.bands[i].colour), Lightness(page.bands[i + 12].colour));
     }
+    const auto number = std::find_if(page.labels.begin(), page.labels.end(),
+                                     [](const Label& label) { return label.runs[0].text == "45"; });
+    ASSERT_NE(number, page.labels.end());
+    EXPECT_GT(BoxOf(*number, Characters).left, page.peaks.at(0).x) << "it would hide colours";
     EXPECT_EQ(page.peaks.size(), 2U) << "in the section and in the legend";
     EXPECT_TRUE(page.areas.empty());
 }
@@ -416,6 +420,36 @@ TEST(StressFigure, PaintsEachBandInItsColour) {
     }
     cairo_surface_destroy(image);
 #endif
+}
+
+// A plate of 80 x 40 with a hole of 20 x 20 in its middle: A = 2800, Ix = (80 40^3 - 20^4) / 12.
+TEST(StressFigure, IsOfTheReportsForces) {
+    Report report = ReportOf(Rectangle(0, 0, 80, 40), Rectangle(30, 10, 50, 30));
+    EvaluateOptions options;
+    EXPECT_THROW(StressPictureOf(report, StressKind::Normal), InputError);
+    options.forces = SectionForces{};
+    options.forces->n = 2800;
+    options.forces->mx = -413333.0 - 1.0 / 3.0;
+    options.forces->vy = 1000;
+    AddWarping(options, &report);
+    const StressPicture normal = StressPictureOf(report, StressKind::Normal);
+    EXPECT_NEAR(normal.peak.stress.value, 21.0, 1e-9);
+    EXPECT_EQ(normal.peak.place.y, 0.0);
+    const StressBands bands(normal.field.points, normal.field.triangles, normal.field.normal);
+    EXPECT_EQ(bands.Rim().size(), 2U);
+    EXPECT_NEAR(Area(bands.Rim()), 2800.0, 1e-6);
+    EXPECT_NEAR(Area(bands.AtLeast(11.0)), 800.0, 1e-6) << "below the hole";
+    EXPECT_NEAR(bands.Lowest(), -19.0, 1e-9);
+    const double shear = report.stresses[1].value.number;
+    EXPECT_EQ(StressPictureOf(report, StressKind::Shear).peak.stress.value, shear);
+    EXPECT_EQ(LayOut(report, Characters, {}, &normal).bands.size(), 2U * 8U);
+
+    SectionModel apart = report.section;
+    apart.elements.push_back(apart.elements.front());
+    for (Point& point : apart.elements.back().ring) point.x += 200.0;
+    report = Evaluate(apart, {});
+    AddWarping(options, &report);
+    EXPECT_THROW(StressPictureOf(report, StressKind::Shear), InputError);
 }
 
 }  // namespace
