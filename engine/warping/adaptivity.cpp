@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 #include <numeric>
 #include <utility>
@@ -15,16 +16,37 @@ namespace {
 // Where the boundary turns into the material by more, the singular stress rules the error: the
 // radius to the power of at least 0.05. At the joints of a fillet's chords it is hardly felt.
 constexpr double kStrongTurn = 10.0 * std::numbers::pi / 180.0;
-// Triangles keep their order while all of them together make up no more of the error.
-constexpr double kToleratedSum = 0.3;
+// What the shares are brought down to: less than 1, since the reductions are guessed.
+constexpr double kAimedSum = 0.7;
 // By how much one more order and one halving are expected to reduce a share, and the most of them
 // at once. At a corner of the material of 270 degrees a halving takes 2^(-2/3).
 constexpr double kByOrder = 10.0;
 constexpr int kMostOrders = 2;
 constexpr double kByHalving = 1.6;
+// The least order of a triangle at such a corner: its stress is smooth round the corner.
+constexpr int kCornerOrder = 3;
 constexpr int kMostHalvings = 10;
 // An order that reduced a share by less met a solution that is not smooth.
 constexpr double kPoorOrder = 3.0;
+
+constexpr int kLowestOrder = 2;
+
+// The median of the lengths of edges on rings. It measures what the outline is made of: chords of
+// fillets, or the thickness of walls.
+double UsualEdge(const TriangleMesh& mesh) {
+    std::vector<double> lengths;
+    for (std::size_t t = 0; t < mesh.corners.size(); ++t) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (mesh.neighbours[t][i] != kNone) continue;
+            const Point d = mesh.vertices[Slot(mesh.corners[t][(i + 2) % 3])] -
+                            mesh.vertices[Slot(mesh.corners[t][(i + 1) % 3])];
+            lengths.push_back(std::hypot(d.x, d.y));
+        }
+    }
+    const auto middle = lengths.begin() + static_cast<std::ptrdiff_t>(lengths.size() / 2);
+    std::nth_element(lengths.begin(), middle, lengths.end());
+    return *middle;
+}
 
 int StepsFor(double ratio, double byStep, int most) {
     return std::clamp(static_cast<int>(std::ceil(std::log(ratio) / std::log(byStep))), 1, most);
@@ -45,9 +67,10 @@ public:
             const bool wasPoor = before > 0.0 && shares_[t] * kPoorOrder > before;
             const bool isAtCorner = TouchesStrongCorner(to_.mesh, t);
             int& order = to_.orders[t];
-            order = std::max(order, isAtCorner ? 3 : 2);
             if (isAtCorner) {
-                halvings[t] = StepsFor(ratio, kByHalving, kMostHalvings);
+                const double left = order < kCornerOrder ? ratio / kByOrder : ratio;
+                order = std::max(order, kCornerOrder);
+                if (left > 1.0) halvings[t] = StepsFor(left, kByHalving, kMostHalvings);
             } else if (wasPoor || order >= kHighestOrder) {
                 halvings[t] = 2;
             } else {
@@ -66,23 +89,17 @@ public:
     }
 
 private:
-    // The largest share that is left as it is.
+    // The share to which all larger ones must come down for the sum to be `kAimedSum`.
     double ToleratedShare() const {
         std::vector<double> sorted = shares_;
         std::sort(sorted.begin(), sorted.end());
-        double sum = 0.0;
-        // Where even the smallest is too large, all are, as in a part of one triangle.
-        double largest = kToleratedSum / static_cast<double>(sorted.size());
-        for (const double share : sorted) {
-            sum += share;
-            if (sum > kToleratedSum) {
-                // Of equal shares, as in a square, all or none are left: then none.
-                const double even = kToleratedSum / static_cast<double>(sorted.size());
-                return share > largest ? largest : std::min(largest, even);
-            }
-            largest = share;
+        double sum = 0.0;  // of the shares that stay
+        for (std::size_t i = 0; i < sorted.size(); ++i) {
+            const double even = (kAimedSum - sum) / static_cast<double>(sorted.size() - i);
+            if (sorted[i] > even) return even;
+            sum += sorted[i];
         }
-        return largest;
+        return sorted.back();
     }
 
     bool TouchesStrongCorner(const TriangleMesh& mesh, std::size_t triangle) const {
@@ -134,8 +151,18 @@ private:
 
 Discretisation StartOf(TriangleMesh mesh) {
     Discretisation start;
-    start.orders.assign(mesh.corners.size(), 2);
+    start.orders.assign(mesh.corners.size(), kLowestOrder);
     start.sharesBefore.assign(mesh.corners.size(), 0.0);
+    const double small = UsualEdge(mesh);
+    for (std::size_t t = 0; t < mesh.corners.size(); ++t) {
+        const Point& a = mesh.vertices[Slot(mesh.corners[t][0])];
+        const Point& b = mesh.vertices[Slot(mesh.corners[t][1])];
+        const Point& c = mesh.vertices[Slot(mesh.corners[t][2])];
+        const double ratio = std::sqrt(0.5 * std::fabs(Cross(b - a, c - a))) / small;
+        if (!(ratio > 1.0)) continue;
+        start.orders[t] = std::min(kLowestOrder + static_cast<int>(std::lround(std::log2(ratio))),
+                                   kHighestOrder - 1);
+    }
     start.mesh = std::move(mesh);
     return start;
 }

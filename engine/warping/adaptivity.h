@@ -18,7 +18,9 @@ struct Discretisation {
     std::vector<double> sharesBefore;
 };
 
-/// Returns a start: every triangle has the lowest order.
+/// Returns a start: next to the finest of the outline triangles have the lowest order, larger ones
+/// a higher one, since the solution is the smoother there (geometric meshes: B. Q. Guo and I.
+/// Babuska, Computational Mechanics 1, 1986).
 Discretisation StartOf(TriangleMesh mesh);
 
 /// Makes the space richer where the shares in the error are largest: next to corners at which the

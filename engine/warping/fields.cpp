@@ -20,53 +20,66 @@ struct Numbering {
     Index count = 0;
 };
 
-// Free functions: the constant is fixed at the first vertex. Held ones: none on the outline, one
-// for each void.
-Numbering Number(const FieldSpace& space, bool isHeld) {
-    const std::size_t vertices = space.mesh.vertices.size();
-    const std::size_t edges = space.edgeOrders.size();
-    std::vector<Index> sizes(vertices + edges + space.rings.size(), 0);
-    std::vector<Index> blockOf(vertices + edges);
-    for (std::size_t v = 0; v < vertices; ++v) {
-        const Index ring = space.ringAt[v];
-        const bool isOnRim = isHeld && ring != kNone;
-        blockOf[v] = static_cast<Index>(isOnRim ? vertices + edges + Slot(ring) : v);
-        sizes[v] = isOnRim || (!isHeld && v == 0) ? 0 : 1;
-    }
-    for (std::size_t ring = 1; isHeld && ring < space.rings.size(); ++ring) {
-        sizes[vertices + edges + ring] = 1;
-    }
-    for (std::size_t e = 0; e < edges; ++e) {
-        blockOf[vertices + e] = static_cast<Index>(vertices + e);
-        sizes[vertices + e] = space.edgeOrders[e] - 1;
-    }
-    if (isHeld) {
-        for (const RimRing& ring : space.rings) {
-            for (const EdgeRef& at : ring.edges) {
-                sizes[vertices + Slot(space.edges[Slot(at.triangle)][Slot(at.edge)])] = 0;
-            }
-        }
-    }
-    std::vector<std::array<Index, 6>> groups(space.TriangleCount());
-    for (std::size_t t = 0; t < groups.size(); ++t) {
+// Vertices in the order of elimination, each with the edges that no vertex before it ends.
+struct Elimination {
+    std::vector<Index> vertices;
+    std::vector<std::vector<Index>> edges;  // by place in the order
+};
+
+Elimination EliminationOf(const FieldSpace& space) {
+    Elimination elimination;
+    elimination.vertices = OrderVertices(space.mesh.corners, space.mesh.vertices.size());
+    std::vector<std::size_t> place(elimination.vertices.size());
+    for (std::size_t i = 0; i < place.size(); ++i) place[Slot(elimination.vertices[i])] = i;
+    elimination.edges.resize(place.size());
+    std::vector<char> isPlaced(space.edgeOrders.size(), 0);
+    for (std::size_t t = 0; t < space.TriangleCount(); ++t) {
+        const auto& corners = space.mesh.corners[t];
         for (std::size_t i = 0; i < 3; ++i) {
-            groups[t][i] = blockOf[Slot(space.mesh.corners[t][i])];
-            groups[t][i + 3] = blockOf[vertices + Slot(space.edges[t][i])];
+            const Index edge = space.edges[t][i];
+            if (std::exchange(isPlaced[Slot(edge)], static_cast<char>(1)) != 0) continue;
+            const std::size_t first =
+                std::min(place[Slot(corners[(i + 1) % 3])], place[Slot(corners[(i + 2) % 3])]);
+            elimination.edges[first].push_back(edge);
         }
     }
-    const std::vector<Index> first = OrderBlocks(sizes, groups);
+    return elimination;
+}
+
+// Free functions: the constant is fixed at the last vertex. Held ones: none on the outline, one for
+// each void.
+Numbering Number(const FieldSpace& space, const Elimination& elimination, bool isHeld) {
     Numbering numbering;
-    const auto place = [&](Index block) {
-        return sizes[Slot(block)] == 0 ? kNone : first[Slot(block)];
+    numbering.vertex.assign(space.mesh.vertices.size(), kNone);
+    numbering.edge.assign(space.edgeOrders.size(), kNone);
+    numbering.ofVoid.assign(space.rings.size(), kNone);
+    std::vector<char> isOnRim(space.edgeOrders.size(), 0);
+    for (const RimRing& ring : space.rings) {
+        for (const EdgeRef& at : ring.edges) {
+            isOnRim[Slot(space.edges[Slot(at.triangle)][Slot(at.edge)])] = 1;
+        }
+    }
+    const auto take = [&](Index count) {
+        return std::exchange(numbering.count, numbering.count + count);
     };
-    for (std::size_t v = 0; v < vertices; ++v) numbering.vertex.push_back(place(blockOf[v]));
-    for (std::size_t e = 0; e < edges; ++e) {
-        numbering.edge.push_back(place(static_cast<Index>(vertices + e)));
+    for (std::size_t i = 0; i < elimination.vertices.size(); ++i) {
+        for (const Index edge : elimination.edges[i]) {
+            if (isHeld && isOnRim[Slot(edge)] != 0) continue;
+            numbering.edge[Slot(edge)] = take(space.edgeOrders[Slot(edge)] - 1);
+        }
+        const Index vertex = elimination.vertices[i];
+        const bool isFixed = !isHeld && i + 1 == elimination.vertices.size();
+        const bool isGiven = isHeld && space.ringAt[Slot(vertex)] != kNone;
+        if (!isFixed && !isGiven) numbering.vertex[Slot(vertex)] = take(1);
     }
-    for (std::size_t ring = 0; ring < space.rings.size(); ++ring) {
-        numbering.ofVoid.push_back(place(static_cast<Index>(vertices + edges + ring)));
+    if (!isHeld) return numbering;
+    for (std::size_t ring = 1; ring < space.rings.size(); ++ring) {
+        numbering.ofVoid[ring] = take(1);
     }
-    for (const Index size : sizes) numbering.count += size;
+    for (std::size_t v = 0; v < space.ringAt.size(); ++v) {
+        const Index ring = space.ringAt[v];
+        if (ring != kNone) numbering.vertex[v] = numbering.ofVoid[Slot(ring)];
+    }
     return numbering;
 }
 
@@ -86,8 +99,9 @@ public:
             fields_.coefficients.emplace_back(
                 Eigen::MatrixXd::Zero(FunctionCount(order), FieldCount));
         }
-        SolveHalf(false);
-        SolveHalf(true);
+        const Elimination elimination = EliminationOf(space);
+        SolveHalf(elimination, false);
+        SolveHalf(elimination, true);
         AddInner();
         return std::move(fields_);
     }
@@ -121,9 +135,9 @@ private:
         return rims_.atEdge[Slot(edge)][static_cast<std::size_t>(f.order - 2)][load];
     }
 
-    void SolveHalf(bool isHeld) {
+    void SolveHalf(const Elimination& elimination, bool isHeld) {
         const FieldSpace& space = fields_.space;
-        const Numbering numbering = Number(space, isHeld);
+        const Numbering numbering = Number(space, elimination, isHeld);
         const int firstField = isHeld ? kFreeFields : 0;
         const int fieldCount = isHeld ? kHeldFields : kFreeFields;
         fields_.unknowns = std::max(fields_.unknowns, Slot(numbering.count));

@@ -88,7 +88,10 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
     // Quadratic triangles have about four unknowns a vertex; the orders need room to rise.
     constexpr std::size_t kUnknownsPerVertex = 6;
     PartSolution solution;
+    // Smaller than what suits low orders: fewer, larger triangles of higher order serve better.
+    constexpr double kSmallestAngle = 15.0;
     MeshOptions meshOptions;
+    meshOptions.smallestAngle = kSmallestAngle;
     meshOptions.largestCount = options.mostUnknowns / kUnknownsPerVertex;
     TriangleMesh mesh = MeshOf(part, meshOptions);
     solution.moments = CentreMesh(&mesh);

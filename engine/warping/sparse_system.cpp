@@ -9,36 +9,30 @@
 
 namespace halvorn::engine {
 
-std::vector<Index> OrderBlocks(std::span<const Index> sizes,
-                               std::span<const std::array<Index, 6>> groups) {
+std::vector<Index> OrderVertices(std::span<const std::array<Index, 3>> triangles,
+                                 std::size_t vertices) {
     // The ordering counts in this type what grows with unknowns times the size of a front: beyond
     // 32 bits for 10,000 vertices.
     using Count = std::ptrdiff_t;
     using Pattern = Eigen::SparseMatrix<char, Eigen::ColMajor, Count>;
     std::vector<Eigen::Triplet<char, Count>> entries;
-    entries.reserve(groups.size() * 36);
-    for (const auto& group : groups) {
-        for (const Index a : group) {
-            if (a == kNone || sizes[Slot(a)] == 0) continue;
-            for (const Index b : group) {
-                if (b == kNone || sizes[Slot(b)] == 0) continue;
-                entries.emplace_back(a, b, static_cast<char>(1));
-            }
+    entries.reserve(triangles.size() * 9);
+    for (const auto& corners : triangles) {
+        for (const Index a : corners) {
+            for (const Index b : corners) entries.emplace_back(a, b, static_cast<char>(1));
         }
     }
-    const auto count = static_cast<Count>(sizes.size());
+    const auto count = static_cast<Count>(vertices);
     Pattern pattern(count, count);
     pattern.setFromTriplets(entries.begin(), entries.end(), [](char a, char) { return a; });
     Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, Count> places;
     Eigen::AMDOrdering<Count>()(pattern, places);
-    std::vector<Index> first(sizes.size(), kNone);
-    Index next = 0;
+    std::vector<Index> order;
+    order.reserve(vertices);
     for (Eigen::Index i = 0; i < places.size(); ++i) {
-        const auto block = static_cast<std::size_t>(places.indices()[i]);
-        first[block] = next;
-        next += sizes[block];
+        order.push_back(static_cast<Index>(places.indices()[i]));
     }
-    return first;
+    return order;
 }
 
 void SparseSystem::Add(Index row, Index column, double amount) {

@@ -1,9 +1,11 @@
 /// @file sparse_system.h
-/// A symmetric positive definite system of blocks of unknowns, assembled from triangles.
+/// A symmetric positive definite system that is assembled from triangles.
 #ifndef HALVORN_ENGINE_WARPING_SPARSE_SYSTEM_H
 #define HALVORN_ENGINE_WARPING_SPARSE_SYSTEM_H
 
 #include <Eigen/Dense>
+#include <array>
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -11,12 +13,10 @@
 
 namespace halvorn::engine {
 
-/// Returns for each block of unknowns the number of its first unknown, in an order that keeps the
-/// factor sparse (approximate minimum degree, of the blocks that share a triangle).
-/// @param sizes   of the blocks
-/// @param groups  of six blocks that share a triangle; kNone: none
-std::vector<Index> OrderBlocks(std::span<const Index> sizes,
-                               std::span<const std::array<Index, 6>> groups);
+/// Returns the vertices of triangles in an order of elimination that keeps the factor sparse
+/// (approximate minimum degree). What belongs to an edge is eliminated with the first of its ends.
+std::vector<Index> OrderVertices(std::span<const std::array<Index, 3>> triangles,
+                                 std::size_t vertices);
 
 /// See the file's comment.
 class SparseSystem {
