@@ -20,6 +20,9 @@ constexpr int kSamples = 8;
 constexpr int kMeanOrder = 4;
 // Of the largest stress of an edge: where its fields are compared.
 constexpr double kComparable = 0.5;
+// The mean stress of a chord is known well enough to this part of the largest stress: richer fields
+// show more of the corners at its ends, which the arc does not have.
+constexpr double kMeanAllowed = 1e-2;
 // What triangles that need nothing have together of the error.
 constexpr double kNoShare = 0.1;
 
@@ -333,16 +336,21 @@ std::vector<double> SharesInStress(const FieldSpace& space,
     const LargestOf largest = LargestAlongRings(stresses);
     const std::size_t count = space.TriangleCount();
     std::vector<double> shares(count, kNoShare / static_cast<double>(count));
+    const double allowedOfMean = kMeanAllowed * largest.value;
+    bool isEnough = true;
     for (const BoundaryStress& at : stresses) {
         const bool mayBeLargest =
             std::fabs(at.Middle()) + at.error >= largest.value - largest.error;
-        if (!mayBeLargest || at.error <= allowed) continue;
+        const double itsAllowed = at.IsMean() ? std::max(allowed, allowedOfMean) : allowed;
+        if (!mayBeLargest || at.error <= itsAllowed) continue;
+        isEnough = false;
         const RimRing& ring = space.rings[at.ring];
         for (std::size_t i = at.first; i < at.first + at.count; ++i) {
             double& share = shares[Slot(ring.edges[i % ring.edges.size()].triangle)];
-            share = std::max(share, at.error / allowed);
+            share = std::max(share, at.error / itsAllowed);
         }
     }
+    if (isEnough) shares.clear();
     return shares;
 }
 

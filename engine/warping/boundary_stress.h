@@ -35,6 +35,7 @@ struct BoundaryStress {
     std::size_t ring = 0, first = 0, count = 1;
 
     double Middle() const { return 0.5 * (free + held); }
+    bool IsMean() const { return !(from == to); }
 };
 
 /// The largest magnitude among stresses that are known to an error each.
@@ -67,7 +68,8 @@ inline double LeftOutRadius(double area, double rimLength) {
 }
 
 /// Returns the shares of the triangles in the error of the largest stress along the rings: above 1
-/// next to all stretches that may have the largest and are not known to an allowed error.
+/// next to all stretches that may have the largest and are not known to an allowed error; none
+/// when there is no such stretch.
 std::vector<double> SharesInStress(const FieldSpace& space,
                                    const std::vector<BoundaryStress>& stresses, double allowed);
 

@@ -17,10 +17,14 @@ namespace {
 constexpr double kStressTolerance = 5.0;
 constexpr double kFinestStress = 1e-3;
 constexpr double kCoarsestStress = 1e-2;
-// So many solutions at most improve it when the brackets are narrow, each as long as the one before
-// left no more than this of its error.
+// So many solutions at most improve it when the brackets are narrow. A round that leaves more than
+// this of its error was poor; after more poor ones than this it is left at that.
 constexpr int kMostStressRounds = 4;
 constexpr double kUseful = 0.7;
+constexpr int kMostPoorRounds = 1;
+// It may take so many times the unknowns that the brackets took, or so many that cost nothing.
+constexpr std::size_t kMostGrowth = 2;
+constexpr std::size_t kFewUnknowns = 2000;
 
 LinearLoads LoadsOf(const PartMoments& m) {
     const double determinant = m.xx * m.yy - m.xy * m.xy;
@@ -69,6 +73,8 @@ public:
         : tolerance_(std::clamp(kStressTolerance * tolerance, kFinestStress, kCoarsestStress)) {}
 
     bool HaveBegun() const { return rounds_ > 0; }
+    /// Returns whether so many unknowns are more than the stress is worth.
+    bool AreTooMany(std::size_t unknowns) const { return HaveBegun() && unknowns > mostUnknowns_; }
 
     /// Makes the space richer. Returns false where nothing is to be done or the last round was of
     /// little use.
@@ -78,12 +84,17 @@ public:
         const auto stresses = StressesAlongRings(part.fields, FactorsOfTwist(1.0), radius);
         const LargestOf largest = LargestAlongRings(stresses);
         const double error = largest.Error();
-        if (error <= tolerance_ * largest.value || error > kUseful * lastError_) return false;
-        if (rounds_ == kMostStressRounds) return false;
+        if (error <= tolerance_ * largest.value || rounds_ == kMostStressRounds) return false;
+        if (error > kUseful * lastError_ && ++poorRounds_ > kMostPoorRounds) return false;
         lastError_ = error;
+        const auto shares = SharesInStress(space, stresses, tolerance_ * largest.value);
+        if (shares.empty()) return false;
         // The shares do not compare with those in the brackets.
-        if (rounds_++ == 0) to->sharesBefore.assign(space.TriangleCount(), 0.0);
-        Enrich(space, SharesInStress(space, stresses, tolerance_ * largest.value), to);
+        if (rounds_++ == 0) {
+            to->sharesBefore.assign(space.TriangleCount(), 0.0);
+            mostUnknowns_ = std::max(kFewUnknowns, kMostGrowth * UnknownsOf(space));
+        }
+        Enrich(space, shares, to);
         return true;
     }
 
@@ -91,6 +102,8 @@ private:
     double tolerance_;
     double lastError_ = std::numeric_limits<double>::infinity();
     int rounds_ = 0;
+    int poorRounds_ = 0;
+    std::size_t mostUnknowns_ = 0;
 };
 
 }  // namespace
@@ -150,7 +163,8 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
         const std::size_t before = std::exchange(unknowns, UnknownsOf(space));
         // Triangles without room for another vertex, of the highest order: nothing is left to do.
         const bool isSpent = unknowns == before;
-        if (before > 0 && (isSpent || unknowns > options.mostUnknowns)) {
+        if (before > 0 &&
+            (isSpent || unknowns > options.mostUnknowns || stress.AreTooMany(unknowns))) {
             if (!stress.HaveBegun()) solution.status = WarpingStatus::TooMany;
             return solution;
         }

@@ -224,9 +224,9 @@ TEST(StressValues, ComeWithPlaceAndForces) {
              "\nForces: N = -100000 F, Mx = 2 F mm, My = 3 F mm, Vx = 4 F, Vy = 5 F, T = 2500000 F "
              "mm\n",
              "Largest normal stress                 sigma        -18.583 ± 0.002         F/mm^2  "
-             "estimate, at (40, 0)\n",
+             "at (40, 0)\n",
              "Largest shear stress                  tau           35.2 ± 0.4             F/mm^2  "
-             "estimate, at (20, 150)\n",
+             "at (20, 150)\n",
          }) {
         EXPECT_NE(table.find(line), std::string::npos) << line << table;
     }
