@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
+#include <utility>
 
 #include "warping/shape_functions.h"
 
@@ -16,6 +18,13 @@ constexpr double kChordRatio = 3.0;
 // Points at which each edge of the mesh is sampled, and those of a mean over a stretch of it.
 constexpr int kSamples = 8;
 constexpr int kMeanOrder = 4;
+// Of the largest stress of an edge: where its fields are compared.
+constexpr double kComparable = 0.5;
+// The mean stress of a chord is known well enough to this part of the largest stress: richer fields
+// show more of the corners at its ends, which the arc does not have.
+constexpr double kMeanAllowed = 1e-2;
+// What triangles that need nothing have together of the error.
+constexpr double kNoShare = 0.1;
 
 // A straight side of a ring: edges first to first + count of the ring, all round.
 struct Side {
@@ -26,13 +35,52 @@ struct Side {
     double turnAfter = 0.0;
 };
 
+// The part of an edge at a place of the reference triangle on it, 0 to 1.
+double PartOf(int edge, const std::array<double, 2>& place) {
+    const std::array<double, 3> l{1.0 - place[0] - place[1], place[0], place[1]};
+    return l[Slot((edge + 2) % 3)];
+}
+
+ShapeSamples OnEdge(int order, int edge, const std::vector<double>& parts) {
+    std::vector<std::array<double, 2>> places;
+    for (const double s : parts) {
+        std::array<double, 3> l{};
+        l[Slot((edge + 1) % 3)] = 1.0 - s;
+        l[Slot((edge + 2) % 3)] = s;
+        places.push_back({l[1], l[2]});
+    }
+    return SamplesAt(order, std::move(places));
+}
+
+// What each edge of a ring is sampled at.
+struct EdgeSamples {
+    ShapeSamples points;
+    ShapeSamples means;
+};
+
+const EdgeSamples& SamplesOf(int order, int edge) {
+    static const std::vector<EdgeSamples> all = [] {
+        std::vector<double> points;
+        for (int k = 0; k <= kSamples; ++k) points.push_back(static_cast<double>(k) / kSamples);
+        const std::vector<double>& means = QuadratureOf(kMeanOrder).linePoints;
+        std::vector<EdgeSamples> samples;
+        for (int p = 1; p <= kHighestOrder; ++p) {
+            for (int i = 0; i < 3; ++i)
+                samples.push_back({OnEdge(p, i, points), OnEdge(p, i, means)});
+        }
+        return samples;
+    }();
+    return all[static_cast<std::size_t>(3 * (order - 1) + edge)];
+}
+
 class RingStress {
 public:
-    RingStress(const Fields& fields, const FieldFactors& factors, const RimRing& ring,
+    RingStress(const Fields& fields, const FieldFactors& factors, std::size_t ringNumber,
                const Points& corners, double radius, std::vector<BoundaryStress>* to)
         : fields_(fields),
           factors_(factors),
-          ring_(ring),
+          ringNumber_(ringNumber),
+          ring_(fields.space.rings[ringNumber]),
           corners_(corners),
           radius_(radius),
           to_(*to) {}
@@ -97,22 +145,31 @@ private:
         });
     }
 
-    // The stress along an edge of the ring at a part s of it, 0 to 1.
-    BoundaryStress At(std::size_t i, double s) const {
+    // The stresses along an edge of the ring at places of it, 0 to 1.
+    std::vector<BoundaryStress> At(std::size_t i, const ShapeSamples& samples) const {
         const EdgeRef& at = EdgeAt(i);
-        std::array<double, 3> l{};
-        l[Slot((at.edge + 1) % 3)] = 1.0 - s;
-        l[Slot((at.edge + 2) % 3)] = s;
-        const ShearPair stress = ShearAt(fields_, factors_, at.triangle, l[1], l[2]);
-        const Point d = StartOf(i + 1) - StartOf(i);
+        const Point start = StartOf(i);
+        const Point d = StartOf(i + 1) - start;
         const double length = std::hypot(d.x, d.y);
-        const Point place = StartOf(i) + s * d;
-        return {Dot(stress.free, d) / length, Dot(stress.held, d) / length, place, place};
+        std::vector<BoundaryStress> stresses;
+        const auto shears = ShearsAt(fields_, factors_, at.triangle, samples);
+        for (std::size_t k = 0; k < shears.size(); ++k) {
+            const Point place = start + PartOf(at.edge, samples.places[k]) * d;
+            stresses.push_back({Dot(shears[k].free, d) / length, Dot(shears[k].held, d) / length,
+                                0.0, place, place, ringNumber_, i % ring_.edges.size()});
+        }
+        return stresses;
     }
+    BoundaryStress At(std::size_t i, double s) const {
+        return At(i, OnEdge(OrderAt(i), EdgeAt(i).edge, {s})).front();
+    }
+    int OrderAt(std::size_t i) const { return fields_.space.HighestOrderAt(EdgeAt(i).triangle); }
 
     // The mean between two distances from the start of a side.
     void AddMean(const Side& side, double from, double to) {
         BoundaryStress mean;
+        mean.ring = ringNumber_;
+        mean.count = 0;
         double weights = 0.0;
         double along = 0.0;
         const Quadrature& rule = QuadratureOf(kMeanOrder);
@@ -122,24 +179,79 @@ private:
             const double b = std::clamp((to - along) / length, 0.0, 1.0);
             along += length;
             if (!(b > a)) continue;
-            if (weights == 0.0) mean.from = StartOf(i) + a * (StartOf(i + 1) - StartOf(i));
+            if (weights == 0.0) {
+                mean.from = StartOf(i) + a * (StartOf(i + 1) - StartOf(i));
+                mean.first = i % ring_.edges.size();
+            }
             mean.to = StartOf(i) + b * (StartOf(i + 1) - StartOf(i));
-            for (std::size_t k = 0; k < rule.linePoints.size(); ++k) {
-                const BoundaryStress s = At(i, a + (b - a) * rule.linePoints[k]);
+            ++mean.count;
+            const std::vector<BoundaryStress> stresses = OverPart(i, a, b);
+            for (std::size_t k = 0; k < stresses.size(); ++k) {
                 const double weight = (b - a) * length * rule.lineWeights[k];
-                mean.free += weight * s.free;
-                mean.held += weight * s.held;
+                mean.free += weight * stresses[k].free;
+                mean.held += weight * stresses[k].held;
                 weights += weight;
             }
         }
         if (weights == 0.0 || IsLeftOut(0.5 * (mean.from + mean.to))) return;
         mean.free /= weights;
         mean.held /= weights;
+        mean.error = std::fabs(mean.free - mean.held);
         to_.push_back(mean);
+    }
+
+    // At Gauss's points between two parts of an edge.
+    std::vector<BoundaryStress> OverPart(std::size_t i, double a, double b) const {
+        const int edge = EdgeAt(i).edge;
+        if (a == 0.0 && b == 1.0) return At(i, SamplesOf(OrderAt(i), edge).means);
+        std::vector<double> places = QuadratureOf(kMeanOrder).linePoints;
+        for (double& s : places) s = a + (b - a) * s;
+        return At(i, OnEdge(OrderAt(i), edge, places));
     }
 
     // Points between two distances from the start of a side, and where the circles end.
     void AddPoints(const Side& side, double from, double to) {
+        const std::vector<double> ends = EndsOfCircles(side);
+        double start = 0.0;
+        for (std::size_t i = side.first; i < side.first + side.count; ++i) {
+            const double length = LengthOf(i);
+            const std::size_t before = to_.size();
+            const auto add = [&](const BoundaryStress& stress, double s) {
+                const double distance = start + s * length;
+                if (distance < from || distance > to || IsLeftOut(stress.from)) return;
+                to_.push_back(stress);
+            };
+            const auto stresses = At(i, SamplesOf(OrderAt(i), EdgeAt(i).edge).points);
+            for (std::size_t k = 0; k < stresses.size(); ++k) {
+                add(stresses[k], static_cast<double>(k) / kSamples);
+            }
+            const double peak = PeakBetween(stresses);
+            if (peak > 0.0) add(At(i, peak), peak);
+            for (const double end : ends) {
+                const double s = (end - start) / length;
+                if (s >= 0.0 && s <= 1.0) add(At(i, s), s);
+            }
+            start += length;
+            SetErrors(before);
+        }
+    }
+
+    // Both fields may agree by chance at a point: they are compared all along its edge, wherever
+    // the stress is about as large.
+    void SetErrors(std::size_t first) {
+        const auto points = std::span(to_).subspan(first);
+        double largest = 0.0;
+        for (const BoundaryStress& at : points) largest = std::max(largest, std::fabs(at.Middle()));
+        double error = 0.0;
+        for (const BoundaryStress& at : points) {
+            if (std::fabs(at.Middle()) < kComparable * largest) continue;
+            error = std::max(error, std::fabs(at.free - at.held));
+        }
+        for (BoundaryStress& at : points) at.error = error;
+    }
+
+    // Where the circles about sharp corners end on a side: distances from its start.
+    std::vector<double> EndsOfCircles(const Side& side) const {
         std::vector<double> ends;
         const Point origin = StartOf(side.first);
         const Point d = StartOf(side.first + side.count) - origin;
@@ -152,26 +264,27 @@ private:
             ends.push_back(middle - half);
             ends.push_back(middle + half);
         }
-        double start = 0.0;
-        for (std::size_t i = side.first; i < side.first + side.count; ++i) {
-            const double length = LengthOf(i);
-            const auto add = [&](double s) {
-                const double distance = start + s * length;
-                if (distance < from || distance > to) return;
-                const BoundaryStress stress = At(i, s);
-                if (!IsLeftOut(stress.from)) to_.push_back(stress);
-            };
-            for (int k = 0; k <= kSamples; ++k) add(static_cast<double>(k) / kSamples);
-            for (const double end : ends) {
-                const double s = (end - start) / length;
-                if (s >= 0.0 && s <= 1.0) add(s);
-            }
-            start += length;
+        return ends;
+    }
+
+    // Where the parabola through the largest of the samples and those beside it has its peak; 0
+    // when the largest is at an end.
+    static double PeakBetween(const std::vector<BoundaryStress>& samples) {
+        const auto at = [&](std::size_t k) { return std::fabs(samples[k].Middle()); };
+        std::size_t k = 0;
+        for (std::size_t i = 1; i < samples.size(); ++i) {
+            if (at(i) > at(k)) k = i;
         }
+        if (k == 0 || k + 1 == samples.size()) return 0.0;
+        const double curvature = at(k - 1) - 2.0 * at(k) + at(k + 1);
+        if (!(curvature < 0.0)) return 0.0;
+        const double off = 0.5 * (at(k - 1) - at(k + 1)) / curvature;
+        return (static_cast<double>(k) + off) / kSamples;
     }
 
     const Fields& fields_;
     const FieldFactors& factors_;
+    std::size_t ringNumber_;
     const RimRing& ring_;
     const Points& corners_;
     double radius_;
@@ -194,10 +307,51 @@ std::vector<BoundaryStress> StressesAlongRings(const Fields& fields, const Field
                                                double radius) {
     std::vector<BoundaryStress> stresses;
     const Points corners = SharpCornersOf(fields.space);
-    for (const RimRing& ring : fields.space.rings) {
+    for (std::size_t ring = 0; ring < fields.space.rings.size(); ++ring) {
         RingStress(fields, factors, ring, corners, radius, &stresses).Add();
     }
     return stresses;
+}
+
+LargestOf LargestAlongRings(const std::vector<BoundaryStress>& stresses) {
+    LargestOf largest;
+    for (const BoundaryStress& at : stresses) largest.Add(std::fabs(at.Middle()), at.error);
+    return largest;
+}
+
+double RimLength(const FieldSpace& space) {
+    double length = 0.0;
+    for (const RimRing& ring : space.rings) {
+        for (const EdgeRef& at : ring.edges) {
+            const Point d =
+                space.CornerAt(at.triangle, at.edge + 2) - space.CornerAt(at.triangle, at.edge + 1);
+            length += std::hypot(d.x, d.y);
+        }
+    }
+    return length;
+}
+
+std::vector<double> SharesInStress(const FieldSpace& space,
+                                   const std::vector<BoundaryStress>& stresses, double allowed) {
+    const LargestOf largest = LargestAlongRings(stresses);
+    const std::size_t count = space.TriangleCount();
+    std::vector<double> shares(count, kNoShare / static_cast<double>(count));
+    const double allowedOfMean = kMeanAllowed * largest.value;
+    bool isEnough = true;
+    for (const BoundaryStress& at : stresses) {
+        const bool mayBeLargest =
+            std::fabs(at.Middle()) + at.error >= largest.value - largest.error;
+        const double itsAllowed = at.IsMean() ? std::max(allowed, allowedOfMean) : allowed;
+        if (!mayBeLargest || at.error <= itsAllowed) continue;
+        isEnough = false;
+        const RimRing& ring = space.rings[at.ring];
+        for (std::size_t i = at.first; i < at.first + at.count; ++i) {
+            double& share = shares[Slot(ring.edges[i % ring.edges.size()].triangle)];
+            share = std::max(share, at.error / itsAllowed);
+        }
+    }
+    if (isEnough) shares.clear();
+    return shares;
 }
 
 }  // namespace halvorn::engine

@@ -2,14 +2,29 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "warping/adaptivity.h"
+#include "warping/boundary_stress.h"
 #include "warping/shape_functions.h"
 
 namespace halvorn::engine {
 
 namespace {
+
+// The largest stress of torsion is wanted to so many times the tolerance, within limits.
+constexpr double kStressTolerance = 5.0;
+constexpr double kFinestStress = 1e-3;
+constexpr double kCoarsestStress = 1e-2;
+// So many solutions at most improve it when the brackets are narrow. A round that leaves more than
+// this of its error was poor; after more poor ones than this it is left at that.
+constexpr int kMostStressRounds = 4;
+constexpr double kUseful = 0.7;
+constexpr int kMostPoorRounds = 1;
+// It may take so many times the unknowns that the brackets took, or so many that cost nothing.
+constexpr std::size_t kMostGrowth = 2;
+constexpr std::size_t kFewUnknowns = 2000;
 
 LinearLoads LoadsOf(const PartMoments& m) {
     const double determinant = m.xx * m.yy - m.xy * m.xy;
@@ -46,6 +61,50 @@ bool AreNarrow(const Energies& e, double tolerance) {
            isNarrow(e.shearLower[0][0], e.shearUpper[0][0]) &&
            isNarrow(e.shearLower[1][1], e.shearUpper[1][1]);
 }
+
+bool IsInterrupted(const WarpingOptions& options) {
+    return options.isInterrupted && options.isInterrupted();
+}
+
+// Goes on for the largest stress of torsion when the brackets are narrow.
+class StressRounds {
+public:
+    explicit StressRounds(double tolerance)
+        : tolerance_(std::clamp(kStressTolerance * tolerance, kFinestStress, kCoarsestStress)) {}
+
+    bool HaveBegun() const { return rounds_ > 0; }
+    /// Returns whether so many unknowns are more than the stress is worth.
+    bool AreTooMany(std::size_t unknowns) const { return HaveBegun() && unknowns > mostUnknowns_; }
+
+    /// Makes the space richer. Returns false where nothing is to be done or the last round was of
+    /// little use.
+    bool Next(const PartSolution& part, Discretisation* to) {
+        const FieldSpace& space = part.fields.space;
+        const double radius = LeftOutRadius(part.moments.area, RimLength(space));
+        const auto stresses = StressesAlongRings(part.fields, FactorsOfTwist(1.0), radius);
+        const LargestOf largest = LargestAlongRings(stresses);
+        const double error = largest.Error();
+        if (error <= tolerance_ * largest.value || rounds_ == kMostStressRounds) return false;
+        if (error > kUseful * lastError_ && ++poorRounds_ > kMostPoorRounds) return false;
+        lastError_ = error;
+        const auto shares = SharesInStress(space, stresses, tolerance_ * largest.value);
+        if (shares.empty()) return false;
+        // The shares do not compare with those in the brackets.
+        if (rounds_++ == 0) {
+            to->sharesBefore.assign(space.TriangleCount(), 0.0);
+            mostUnknowns_ = std::max(kFewUnknowns, kMostGrowth * UnknownsOf(space));
+        }
+        Enrich(space, shares, to);
+        return true;
+    }
+
+private:
+    double tolerance_;
+    double lastError_ = std::numeric_limits<double>::infinity();
+    int rounds_ = 0;
+    int poorRounds_ = 0;
+    std::size_t mostUnknowns_ = 0;
+};
 
 }  // namespace
 
@@ -98,6 +157,7 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
     const LinearLoads loads = LoadsOf(solution.moments);
     Discretisation discretisation = StartOf(std::move(mesh));
     std::size_t unknowns = 0;
+    StressRounds stress(options.tolerance);
     for (;;) {
         FieldSpace space;
         space.mesh = discretisation.mesh;
@@ -106,14 +166,19 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
         const std::size_t before = std::exchange(unknowns, UnknownsOf(space));
         // Triangles without room for another vertex, of the highest order: nothing is left to do.
         const bool isSpent = unknowns == before;
-        if (before > 0 && (isSpent || unknowns > options.mostUnknowns)) {
-            solution.status = WarpingStatus::TooMany;
+        if (before > 0 &&
+            (isSpent || unknowns > options.mostUnknowns || stress.AreTooMany(unknowns))) {
+            if (!stress.HaveBegun()) solution.status = WarpingStatus::TooMany;
             return solution;
         }
         solution.fields = SolveFields(std::move(space), loads);
         solution.energies = EnergiesOf(solution.fields);
-        if (AreNarrow(solution.energies, options.tolerance)) return solution;
-        if (options.isInterrupted && options.isInterrupted()) {
+        const bool areNarrow = AreNarrow(solution.energies, options.tolerance);
+        if (areNarrow) {
+            if (IsInterrupted(options) || !stress.Next(solution, &discretisation)) return solution;
+            continue;
+        }
+        if (IsInterrupted(options)) {
             solution.status = WarpingStatus::Interrupted;
             return solution;
         }

@@ -1,5 +1,7 @@
 #include "warping/stress_at.h"
 
+#include <utility>
+
 #include "warping/shape_functions.h"
 
 namespace halvorn::engine {
@@ -15,24 +17,45 @@ Point PointIn(const FieldSpace& space, Index triangle, double xi, double eta) {
            eta * space.CornerAt(triangle, 2);
 }
 
-ShearPair ShearAt(const Fields& fields, const FieldFactors& factors, Index triangle, double xi,
-                  double eta) {
+ShapeSamples SamplesAt(int order, std::vector<std::array<double, 2>> places) {
+    ShapeSamples samples;
+    const auto count = static_cast<Eigen::Index>(places.size());
+    samples.byXi.resize(FunctionCount(order), count);
+    samples.byEta.resize(FunctionCount(order), count);
+    for (Eigen::Index i = 0; i < count; ++i) {
+        const auto& [xi, eta] = places[static_cast<std::size_t>(i)];
+        const ShapeValues shapes = ShapesAt(order, xi, eta);
+        samples.byXi.col(i) = shapes.byXi;
+        samples.byEta.col(i) = shapes.byEta;
+    }
+    samples.places = std::move(places);
+    return samples;
+}
+
+std::vector<ShearPair> ShearsAt(const Fields& fields, const FieldFactors& factors, Index triangle,
+                                const ShapeSamples& samples) {
     const FieldSpace& space = fields.space;
     const TriangleMap map = MapOf(space, triangle);
-    const ShapeValues shapes = ShapesAt(space.HighestOrderAt(triangle), xi, eta);
     const Eigen::MatrixXd& c = fields.coefficients[Slot(triangle)];
-    const Eigen::VectorXd byXi = c.transpose() * shapes.byXi;
-    const Eigen::VectorXd byEta = c.transpose() * shapes.byEta;
-    const FieldStresses s = StressesFrom(fields, PointIn(space, triangle, xi, eta),
-                                         map.byXi.x * byXi + map.byEta.x * byEta,
-                                         map.byXi.y * byXi + map.byEta.y * byEta);
-    ShearPair sum{factors.twist * s.torsionFree, factors.twist * s.torsionHeld};
-    for (std::size_t load = 0; load < 2; ++load) {
-        const Point lateral = factors.lateral[load] * s.lateral[load];
-        sum.free = sum.free + factors.shear[load] * s.shearFree[load] + lateral;
-        sum.held = sum.held + factors.shear[load] * s.shearHeld[load] + lateral;
+    const Eigen::MatrixXd byXi = c.transpose() * samples.byXi;
+    const Eigen::MatrixXd byEta = c.transpose() * samples.byEta;
+    const Eigen::MatrixXd byX = map.byXi.x * byXi + map.byEta.x * byEta;
+    const Eigen::MatrixXd byY = map.byXi.y * byXi + map.byEta.y * byEta;
+    std::vector<ShearPair> shears;
+    shears.reserve(samples.places.size());
+    for (Eigen::Index i = 0; i < byX.cols(); ++i) {
+        const auto& [xi, eta] = samples.places[static_cast<std::size_t>(i)];
+        const FieldStresses s =
+            StressesFrom(fields, PointIn(space, triangle, xi, eta), byX.col(i), byY.col(i));
+        ShearPair sum{factors.twist * s.torsionFree, factors.twist * s.torsionHeld};
+        for (std::size_t load = 0; load < 2; ++load) {
+            const Point lateral = factors.lateral[load] * s.lateral[load];
+            sum.free = sum.free + factors.shear[load] * s.shearFree[load] + lateral;
+            sum.held = sum.held + factors.shear[load] * s.shearHeld[load] + lateral;
+        }
+        shears.push_back(sum);
     }
-    return sum;
+    return shears;
 }
 
 }  // namespace halvorn::engine

@@ -3,7 +3,9 @@
 #ifndef HALVORN_ENGINE_WARPING_STRESS_AT_H
 #define HALVORN_ENGINE_WARPING_STRESS_AT_H
 
+#include <Eigen/Dense>
 #include <array>
+#include <vector>
 
 #include "warping/part_solution.h"
 
@@ -31,9 +33,20 @@ struct ShearPair {
     Point Middle() const { return 0.5 * (free + held); }
 };
 
-/// Returns the shear stress at a point of a triangle, given by its place in the reference triangle.
-ShearPair ShearAt(const Fields& fields, const FieldFactors& factors, Index triangle, double xi,
-                  double eta);
+/// Points of the reference triangle, with the derivatives of the functions up to an order there.
+struct ShapeSamples {
+    std::vector<std::array<double, 2>> places;  ///< xi, eta
+    Eigen::MatrixXd byXi;                       ///< function by point
+    Eigen::MatrixXd byEta;
+};
+
+/// Returns the functions up to an order at points of the reference triangle.
+ShapeSamples SamplesAt(int order, std::vector<std::array<double, 2>> places);
+
+/// Returns the shear stresses at points of a triangle.
+/// @pre the samples are of the highest order at the triangle
+std::vector<ShearPair> ShearsAt(const Fields& fields, const FieldFactors& factors, Index triangle,
+                                const ShapeSamples& samples);
 
 /// Returns the point of a triangle at a place in the reference triangle, about the centre of
 /// gravity.

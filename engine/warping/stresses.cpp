@@ -6,14 +6,57 @@
 #include <utility>
 
 #include "warping/boundary_stress.h"
+#include "warping/shape_functions.h"
 #include "warping/warping_fields.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-// Each side of a triangle is divided into so many: for pictures, and for the largest stress within.
-constexpr int kDivisions = 3;
+// Each side of a triangle is divided into so many to find the largest stress within; even, so that
+// the middle of a wall of one triangle is met.
+constexpr int kDivisionsWithin = 6;
+// For pictures it is divided into as many of these as the points allow: even again.
+constexpr std::array<int, 3> kDivisionsOfPicture{8, 4, 2};
+constexpr std::size_t kMostPoints = 300000;
+
+// Points of a lattice over a triangle that is divided into so many along each side, with the
+// functions there: point (i, j), 0 <= i, j and i + j <= divisions, at (i, j) / divisions.
+class Lattice {
+public:
+    explicit Lattice(int divisions) : divisions_(divisions) {
+        std::vector<std::array<double, 2>> places;
+        for (int i = 0; i <= divisions; ++i) {
+            for (int j = 0; i + j <= divisions; ++j) {
+                places.push_back(
+                    {static_cast<double>(i) / divisions, static_cast<double>(j) / divisions});
+            }
+        }
+        for (int order = 1; order <= kHighestOrder; ++order) {
+            samples_.push_back(SamplesAt(order, places));
+        }
+    }
+
+    int Divisions() const { return divisions_; }
+    const ShapeSamples& Samples(int order) const { return samples_[Slot(order - 1)]; }
+    /// Place of a point among the samples.
+    std::size_t Place(int i, int j) const {
+        return Slot(i * (divisions_ + 1) - i * (i - 1) / 2 + j);
+    }
+
+private:
+    int divisions_;
+    std::vector<ShapeSamples> samples_;  // by order
+};
+
+// The points of a lattice are about as many as half of its triangles.
+int DivisionsFor(std::size_t triangles) {
+    for (const int divisions : kDivisionsOfPicture) {
+        const auto square = static_cast<std::size_t>(divisions * divisions);
+        if (triangles * square / 2 <= kMostPoints) return divisions;
+    }
+    return kDivisionsOfPicture.back();
+}
 
 // Forces in the frame: lengths there are 1 / unit of the section's.
 FieldFactors FactorsOf(const PartSolution& part, double unit, double poissonFactor,
@@ -56,22 +99,32 @@ public:
     Stresses Find() {
         FindNormal();
         for (const BoundaryStress& at : StressesAlongRings(part_.fields, factors_, radius_)) {
-            AddShear(std::fabs(at.Middle()), std::fabs(at.free - at.held), 0.5 * (at.from + at.to));
-            for (const Point& end : {at.from, at.to}) {
-                AddVonMises(std::fabs(at.Middle()), std::fabs(at.free - at.held), end);
-            }
+            const double shear = std::fabs(at.Middle());
+            AddShear(shear, at.error, 0.5 * (at.from + at.to));
+            for (const Point& end : {at.from, at.to}) AddVonMises(shear, at.error, end);
         }
         FindWithin();
+        sum_.shear.stress = {shear_.value, shear_.Error()};
+        sum_.vonMises.stress = {vonMises_.value, vonMises_.Error()};
         const double unit = frame_.LengthFromFrame(1.0);
         for (PeakStress* peak : {&sum_.normal, &sum_.shear, &sum_.vonMises}) {
             peak->stress.value /= unit * unit;
             peak->stress.error /= unit * unit;
-            peak->place = frame_.FromFrame(part_.moments.centroid + peak->place);
+            peak->place = PlaceOf(peak->place);
         }
         return sum_;
     }
 
 private:
+    // In the section's coordinates. The frame makes rounding of what is 0.
+    Point PlaceOf(const Point& inPart) const {
+        constexpr double kRounding = 1e-12;  // of the size
+        const Point place = frame_.FromFrame(part_.moments.centroid + inPart);
+        const double least = kRounding * frame_.LengthFromFrame(1.0);
+        return {std::fabs(place.x) < least ? 0.0 : place.x,
+                std::fabs(place.y) < least ? 0.0 : place.y};
+    }
+
     void FindNormal() {
         constexpr double kRounding = 1e-13;  // of exact integrals and a plane
         const FieldSpace& space = part_.fields.space;
@@ -86,15 +139,15 @@ private:
     }
 
     void AddShear(double shear, double error, const Point& at) {
-        if (shear <= sum_.shear.stress.value) return;
-        sum_.shear = {{shear, error}, at};
+        if (shear_.Add(shear, error)) sum_.shear.place = at;
     }
 
+    // The error is what the root can be off, which is steep where the shear is small.
     void AddVonMises(double shear, double error, const Point& at) {
         const double normal = NormalAt(factors_, at);
         const double both = VonMises(normal, shear);
-        if (both <= sum_.vonMises.stress.value) return;
-        sum_.vonMises = {{both, 3.0 * shear * error / both}, at};
+        const double most = VonMises(normal, shear + error);
+        if (vonMises_.Add(both, most - both)) sum_.vonMises.place = at;
     }
 
     bool IsLeftOut(const Point& p) const {
@@ -115,17 +168,16 @@ private:
                             [&](Index v) { return turns[Slot(v)] < 0.0; })) {
                 continue;
             }
-            for (int i = 0; i <= kDivisions; ++i) {
-                for (int j = 0; i + j <= kDivisions; ++j) {
-                    const double xi = static_cast<double>(i) / kDivisions;
-                    const double eta = static_cast<double>(j) / kDivisions;
-                    const Point at = PointIn(space, triangle, xi, eta);
-                    if (IsLeftOut(at)) continue;
-                    const ShearPair shear = ShearAt(part_.fields, factors_, triangle, xi, eta);
-                    const double error = Length(shear.free - shear.held);
-                    AddShear(Length(shear.Middle()), error, at);
-                    AddVonMises(Length(shear.Middle()), error, at);
-                }
+            const ShapeSamples& samples = lattice_.Samples(space.HighestOrderAt(triangle));
+            const auto shears = ShearsAt(part_.fields, factors_, triangle, samples);
+            for (std::size_t i = 0; i < shears.size(); ++i) {
+                const auto& [xi, eta] = samples.places[i];
+                const Point at = PointIn(space, triangle, xi, eta);
+                if (IsLeftOut(at)) continue;
+                const double shear = Length(shears[i].Middle());
+                const double error = Length(shears[i].free - shears[i].held);
+                AddShear(shear, error, at);
+                AddVonMises(shear, error, at);
             }
         }
     }
@@ -135,6 +187,8 @@ private:
     double radius_;
     FieldFactors factors_;
     Points corners_;
+    Lattice lattice_{kDivisionsWithin};
+    LargestOf shear_, vonMises_;
     Stresses sum_;
 };
 
@@ -145,6 +199,7 @@ public:
     Sampling(const WarpingFields& fields, const SectionForces& forces)
         : part_(fields.parts.front()),
           frame_(fields.frame),
+          lattice_(DivisionsFor(part_.fields.space.TriangleCount())),
           factors_(FactorsOf(part_, frame_.LengthFromFrame(1.0), fields.poissonFactor, forces)) {}
 
     StressField Run() {
@@ -173,13 +228,14 @@ private:
         return static_cast<Index>(field_.points.size() - 1);
     }
 
-    // The point of the lattice with barycentric coordinates l / kDivisions.
+    // The point of the lattice with barycentric coordinates l / divisions.
     Index PointAt(Index triangle, const std::array<int, 3>& l) {
         const FieldSpace& space = part_.fields.space;
-        const Point at = PointIn(space, triangle, static_cast<double>(l[1]) / kDivisions,
-                                 static_cast<double>(l[2]) / kDivisions);
+        const int n = lattice_.Divisions();
+        const Point at =
+            PointIn(space, triangle, static_cast<double>(l[1]) / n, static_cast<double>(l[2]) / n);
         for (int corner = 0; corner < 3; ++corner) {
-            if (l[Slot(corner)] != kDivisions) continue;
+            if (l[Slot(corner)] != n) continue;
             Index& point = vertexPoint_[Slot(space.mesh.corners[Slot(triangle)][Slot(corner)])];
             if (point == kNone) point = AddPoint(at);
             return point;
@@ -189,44 +245,46 @@ private:
             Index& first = edgePoints_[Slot(space.edges[Slot(triangle)][Slot(edge)])];
             const bool runsUp = space.RunsUp(triangle, edge);
             if (first == kNone) {
-                for (int k = 1; k < kDivisions; ++k) {
-                    const double s = static_cast<double>(runsUp ? k : kDivisions - k) / kDivisions;
+                for (int k = 1; k < n; ++k) {
+                    const double s = static_cast<double>(runsUp ? k : n - k) / n;
                     const Index point = AddPoint((1.0 - s) * space.CornerAt(triangle, edge + 1) +
                                                  s * space.CornerAt(triangle, edge + 2));
                     if (k == 1) first = point;
                 }
             }
             const int along = l[Slot((edge + 2) % 3)];
-            return first + (runsUp ? along : kDivisions - along) - 1;
+            return first + (runsUp ? along : n - along) - 1;
         }
         return AddPoint(at);
     }
 
     void AddTriangle(Index triangle) {
-        std::array<std::array<Index, kDivisions + 1>, kDivisions + 1> points{};
-        for (int i = 0; i <= kDivisions; ++i) {
-            for (int j = 0; i + j <= kDivisions; ++j) {
-                const Index point = PointAt(triangle, {kDivisions - i - j, i, j});
-                points[Slot(i)][Slot(j)] = point;
-                const ShearPair shear =
-                    ShearAt(part_.fields, factors_, triangle, static_cast<double>(i) / kDivisions,
-                            static_cast<double>(j) / kDivisions);
-                shears_[Slot(point)] = shears_[Slot(point)] + shear.Middle();
+        const int n = lattice_.Divisions();
+        const FieldSpace& space = part_.fields.space;
+        const auto shears = ShearsAt(part_.fields, factors_, triangle,
+                                     lattice_.Samples(space.HighestOrderAt(triangle)));
+        std::vector<Index> points;
+        for (int i = 0; i <= n; ++i) {
+            for (int j = 0; i + j <= n; ++j) {
+                const Index point = PointAt(triangle, {n - i - j, i, j});
+                shears_[Slot(point)] = shears_[Slot(point)] + shears[points.size()].Middle();
                 counts_[Slot(point)] += 1.0;
+                points.push_back(point);
             }
         }
-        for (std::size_t i = 0; i < kDivisions; ++i) {
-            for (std::size_t j = 0; i + j < kDivisions; ++j) {
-                field_.triangles.push_back({points[i][j], points[i + 1][j], points[i][j + 1]});
-                if (i + j + 1 == kDivisions) continue;
-                field_.triangles.push_back(
-                    {points[i + 1][j], points[i + 1][j + 1], points[i][j + 1]});
+        const auto at = [&](int i, int j) { return points[lattice_.Place(i, j)]; };
+        for (int i = 0; i < n; ++i) {
+            for (int j = 0; i + j < n; ++j) {
+                field_.triangles.push_back({at(i, j), at(i + 1, j), at(i, j + 1)});
+                if (i + j + 1 == n) continue;
+                field_.triangles.push_back({at(i + 1, j), at(i + 1, j + 1), at(i, j + 1)});
             }
         }
     }
 
     const PartSolution& part_;
     const Frame& frame_;
+    Lattice lattice_;
     FieldFactors factors_;
     StressField field_;
     std::vector<Point> shears_;

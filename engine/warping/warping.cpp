@@ -17,8 +17,6 @@ constexpr double kRounding = 2e-12;
 constexpr double kCrossed = 100.0 * kRounding;
 // The product of inertia of principal axes, relative to the sum of the inertias.
 constexpr double kPrincipal = 1e-6;
-// Of the largest stress: where the fields are compared to tell the error of the largest.
-constexpr double kComparable = 0.5;
 constexpr double kLargestPoisson = 0.5;
 constexpr double kFinestTolerance = 1e-9;
 constexpr double kCoarsestTolerance = 0.1;
@@ -157,21 +155,14 @@ private:
     double errorX_ = 0.0, errorY_ = 0.0;
 };
 
-// Area over twice the perimeter: half of half the thickness of a wall.
-double LeftOutRadius(const std::vector<PartSolution>& parts) {
+double LeftOutRadiusOf(const std::vector<PartSolution>& parts) {
     double area = 0.0;
     double perimeter = 0.0;
     for (const PartSolution& part : parts) {
         area += part.moments.area;
-        for (const RimRing& ring : part.fields.space.rings) {
-            for (const EdgeRef& at : ring.edges) {
-                const Point d = part.fields.space.CornerAt(at.triangle, at.edge + 2) -
-                                part.fields.space.CornerAt(at.triangle, at.edge + 1);
-                perimeter += std::hypot(d.x, d.y);
-            }
-        }
+        perimeter += RimLength(part.fields.space);
     }
-    return area / (2.0 * perimeter);
+    return LeftOutRadius(area, perimeter);
 }
 
 // All parts are twisted alike: the largest stress for a twist of 1 gives the modulus.
@@ -182,22 +173,12 @@ void AddTorsionModulus(const WarpingFields& fields, WarpingValues* values) {
             StressesAlongRings(part.fields, FactorsOfTwist(1.0), fields.leftOutRadius);
         stresses.insert(stresses.end(), along.begin(), along.end());
     }
-    double largest = 0.0;
-    for (const BoundaryStress& stress : stresses) {
-        largest = std::max(largest, std::fabs(stress.Middle()));
-    }
-    // Both fields may agree by chance where the largest is: they are compared wherever there is
-    // about as much.
-    double error = 0.0;
-    for (const BoundaryStress& stress : stresses) {
-        if (std::fabs(stress.Middle()) < kComparable * largest) continue;
-        error = std::max(error, std::fabs(stress.free - stress.held));
-    }
+    const LargestOf largest = LargestAlongRings(stresses);
     const double length = fields.frame.LengthFromFrame(1.0);
-    const double modulus = values->torsionConstant.Middle() / (largest * length);
-    values->torsionModulus = {
-        modulus,
-        modulus * error / largest + values->torsionConstant.HalfWidth() / (largest * length)};
+    const double modulus = values->torsionConstant.Middle() / (largest.value * length);
+    values->torsionModulus = {modulus,
+                              modulus * largest.Error() / largest.value +
+                                  values->torsionConstant.HalfWidth() / (largest.value * length)};
 }
 
 void CheckOptions(const WarpingOptions& options) {
@@ -242,7 +223,7 @@ WarpingSolution SolveWarping(const Region& region, const WarpingOptions& options
         }
         fields->parts.push_back(std::move(solved));
     }
-    fields->leftOutRadius = LeftOutRadius(fields->parts);
+    fields->leftOutRadius = LeftOutRadiusOf(fields->parts);
     values.leftOutRadius = region.frame.LengthFromFrame(fields->leftOutRadius);
     AddTorsionModulus(*fields, &values);
     values.isOnePart = fields->parts.size() == 1;

@@ -1,0 +1,183 @@
+// The largest stresses, and stresses all over a section, against closed forms.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numbers>
+#include <utility>
+
+#include "warping/stresses.h"
+#include "warping_checks.h"
+
+namespace {
+
+using namespace halvorn::engine;
+using namespace test_support;
+using std::numbers::pi;
+
+constexpr double kAny = std::numeric_limits<double>::quiet_NaN();
+// A disc or tube of so many chords, of the true area, about differs by this from the circle.
+constexpr int kChords = 192;
+constexpr double kPolygonError = 1e-3;
+constexpr double kHole = 0.95;  // radius within the tube of radius 1
+
+Rings Round(double hole = 0.0) {
+    const double r = std::sqrt((2.0 * pi / kChords) / std::sin(2.0 * pi / kChords));
+    Rings rings = {{true, RegularPolygon(kChords, r)}};
+    if (hole > 0.0) rings.emplace_back(false, RegularPolygon(kChords, hole * r));
+    return rings;
+}
+
+Rings Block(double width, double height) {
+    return {{true, Rectangle(-0.5 * width, -0.5 * height, width, height)}};
+}
+
+WarpingSolution SolutionOf(const Rings& rings, double poisson = 0.0) {
+    return SolveWarping(RegionOf(Weighted(rings)), Within(1e-4, poisson));
+}
+
+// Under a force of 1, on the inner side of the tube at the neutral axis: the solution of the disc
+// (S. P. Timoshenko and J. N. Goodier, Theory of Elasticity, 1970), with a square of the radius
+// replaced by 1 + m^2 + m^2 / r^2.
+double ShearOfTube(double poisson) {
+    const double inertia = pi / 4.0 * (1.0 - std::pow(kHole, 4)), m = kHole * kHole;
+    const double k = (3.0 + 2.0 * poisson) / (8.0 * (1.0 + poisson) * inertia);
+    return k * (2.0 + m - (1.0 - 2.0 * poisson) / (3.0 + 2.0 * poisson) * m);
+}
+
+struct StressCase {
+    const char* name;
+    Rings rings;
+    double poisson;
+    SectionForces forces;  // N, Mx, My, Vx, Vy, T
+    double shear;          // the largest, in truth
+    Point place;           // of it; kAny: anywhere
+    double slack;          // relative: what the truth is off
+};
+
+TEST(WarpingStress, LargestShearIsThatOfClosedForms) {
+    const double polar = 0.5 * pi * (1.0 - std::pow(kHole, 4));
+    const double modulus = 8.0 * 0.45736335424 / 0.930060269797;  // of a rectangle of 2 by 4
+    ClaimedErrors claimed;
+    for (const StressCase& c : {
+             StressCase{"Vy", Block(2, 5), 0, {0, 0, 0, 0, 7, 0}, 1.05, {kAny, 0}, 0},
+             StressCase{"Vx", Block(2, 5), 0, {0, 0, 0, -7, 0, 0}, 1.05, {0, kAny}, 0},
+             // Both turn round the right side in the same sense, or round the left.
+             StressCase{
+                 "Vy, T", Block(2, 4), 0, {0, 0, 0, 0, 8, 3}, 1.5 + 3 / modulus, {1, 0}, 1e-9},
+             StressCase{
+                 "Vy, -T", Block(2, 4), 0, {0, 0, 0, 0, 8, -3}, 1.5 + 3 / modulus, {-1, 0}, 1e-9},
+             StressCase{
+                 "Vx, T", Block(4, 2), 0, {0, 0, 0, 8, 0, 3}, 1.5 + 3 / modulus, {0, -1}, 1e-9},
+             StressCase{"disc", Round(), 0, {0, 0, 0, 0, 1, 0}, 1.5 / pi, {0, 0}, kPolygonError},
+             StressCase{"disc, nu = 0.3",
+                        Round(),
+                        0.3,
+                        {0, 0, 0, 1, 0, 0},
+                        3.6 / 2.6 / pi,
+                        {0, 0},
+                        kPolygonError},
+             StressCase{"tube",
+                        Round(kHole),
+                        0,
+                        {0, 0, 0, 0, 1, 0},
+                        ShearOfTube(0),
+                        {kAny, 0},
+                        kPolygonError},
+             StressCase{"tube, nu = 0.3",
+                        Round(kHole),
+                        0.3,
+                        {0, 0, 0, 1, 0, 0},
+                        ShearOfTube(0.3),
+                        {0, kAny},
+                        kPolygonError},
+             StressCase{"tube, T",
+                        Round(kHole),
+                        0,
+                        {0, 0, 0, 0, 0, -3},
+                        3 / polar,
+                        {kAny, kAny},
+                        kPolygonError},
+         }) {
+        SCOPED_TRACE(c.name);
+        const Stresses s = LargestStresses(SolutionOf(c.rings, c.poisson), c.forces);
+        claimed.Check("shear", c.name, s.shear.stress, c.shear, c.slack * c.shear);
+        EXPECT_LT(s.shear.stress.error, 0.015 * c.shear);
+        claimed.Check("von Mises", c.name, s.vonMises.stress, std::sqrt(3.0) * c.shear,
+                      2.0 * c.slack * c.shear);
+        for (const auto& [at, expected] :
+             {std::pair(s.shear.place.x, c.place.x), std::pair(s.shear.place.y, c.place.y)}) {
+            if (!std::isnan(expected)) {
+                EXPECT_NEAR(at, expected, 0.05);
+            }
+        }
+    }
+}
+
+TEST(WarpingStress, LargestNormalStressIsAtACorner) {
+    const WarpingSolution solution = SolutionOf(Block(2, 4));
+    for (const double sign : {1.0, -1.0}) {
+        const SectionForces forces = {8 * sign, 16 * sign, -8 * sign, 0, 0, 0};
+        const Stresses s = LargestStresses(solution, forces);
+        EXPECT_NEAR(s.normal.stress.value, sign * (1 + 16 / (2 * 16 / 6.0) + 8 / (4 * 4 / 6.0)),
+                    1e-12);
+        EXPECT_NEAR(s.vonMises.stress.value, std::fabs(s.normal.stress.value), 1e-12);
+        EXPECT_NEAR(s.normal.place.x, -1, 1e-12);
+        EXPECT_NEAR(s.normal.place.y, 2, 1e-12);
+    }
+    // On the axis the place is 0, not what rounding leaves of it.
+    EXPECT_EQ(LargestStresses(SolutionOf(Block(0.3, 0.7)), {0, 0, 0, 0, 1, 0}).shear.place.y, 0.0);
+}
+
+// A positive torque runs up the inner face of the web, a negative one up the outer.
+TEST(WarpingStress, TorqueAddsOnOneFaceOfAWeb) {
+    constexpr double kWall = 0.05;
+    const WarpingSolution channel = SolutionOf({{true,
+                                                 {{0, 0},
+                                                  {0.6, 0},
+                                                  {0.6, kWall},
+                                                  {kWall, kWall},
+                                                  {kWall, 1 - kWall},
+                                                  {0.6, 1 - kWall},
+                                                  {0.6, 1},
+                                                  {0, 1}}}});
+    const PeakStress plain = LargestStresses(channel, {0, 0, 0, 0, 1, 0}).shear;
+    const double torque =
+        0.05 * plain.stress.value * channel.values.torsionConstant.Middle() / kWall;
+    for (const double sign : {1.0, -1.0}) {
+        const PeakStress both = LargestStresses(channel, {0, 0, 0, 0, 1, sign * torque}).shear;
+        EXPECT_NEAR(both.stress.value, 1.05 * plain.stress.value, 0.01 * plain.stress.value);
+        EXPECT_NEAR(both.place.x, sign > 0 ? kWall : 0.0, 1e-9);
+        EXPECT_NEAR(both.place.y, 0.5, 0.1);
+    }
+}
+
+// Its lattice meets the middle of each wall, and shear sums to the force.
+TEST(WarpingStress, FieldHasThePeakAndSumsToTheForce) {
+    for (const double width : {1.0, 0.02}) {
+        const Rings rings = Block(width, 3);
+        const StressField field = StressFieldOf(SolutionOf(rings), {0, 4, 0, 0, 6, 0});
+        EXPECT_LE(field.points.size(), 300000U);
+        double force = 0.0, area = 0.0;
+        for (const auto& [a, b, c] : field.triangles) {
+            const Point &p = field.points[Slot(a)], &q = field.points[Slot(b)],
+                        &r = field.points[Slot(c)];
+            const double part = 0.5 * Cross(q - p, r - p);
+            EXPECT_GT(part, 0.0);
+            area += part;
+            force +=
+                part * (field.shear[Slot(a)] + field.shear[Slot(b)] + field.shear[Slot(c)]) / 3.0;
+        }
+        EXPECT_NEAR(area, 3 * width, 1e-9 * width);
+        EXPECT_NEAR(force, 6.0, 0.05);
+        EXPECT_NEAR(*std::max_element(field.shear.begin(), field.shear.end()), 3 / width,
+                    1e-6 / width);
+        for (std::size_t i = 0; i < field.points.size(); ++i) {
+            ASSERT_NEAR(field.normal[i], 4 * field.points[i].y / (width * 27 / 12), 1e-9 / width);
+        }
+    }
+}
+
+}  // namespace
