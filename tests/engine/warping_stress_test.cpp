@@ -130,7 +130,7 @@ TEST(WarpingStress, LargestNormalStressIsAtACorner) {
     }
     // A place on an axis is 0, not what rounding leaves of it.
     const Rings offAxes = {{true, Rectangle(0, 0, 0.3, 0.7)}};
-    EXPECT_EQ(LargestStresses(SolutionOf(offAxes), {0, -1, -1, 0, 0, 0}).normal.place, Point());
+    EXPECT_EQ(LargestStresses(SolutionOf(offAxes), {-1, 1, 1, 0, 0, 0}).normal.place, Point());
 }
 
 // Narrow brackets alone leave the stress of a long rectangle 4 % off.
@@ -171,7 +171,7 @@ TEST(WarpingStress, TorqueAddsOnOneFaceOfAWeb) {
 TEST(WarpingStress, FieldHasThePeakAndSumsToTheForce) {
     for (const double width : {3.0, 0.02}) {
         const Rings rings = Block(width, 3);
-        const StressField field = StressFieldOf(SolutionOf(rings), {0, 4, 0, 0, 6, 0});
+        const StressField field = StressFieldOf(SolutionOf(rings), {0, 4, 0, 6, 0, 0});
         EXPECT_LE(field.points.size(), 300000U);
         double force = 0.0, area = 0.0;
         for (const auto& [a, b, c] : field.triangles) {
@@ -184,7 +184,7 @@ TEST(WarpingStress, FieldHasThePeakAndSumsToTheForce) {
                 part * (field.shear[Slot(a)] + field.shear[Slot(b)] + field.shear[Slot(c)]) / 3.0;
         }
         EXPECT_NEAR(area, 3 * width, 1e-9 * width);
-        EXPECT_NEAR(force, 6.0, 0.05);
+        EXPECT_NEAR(force, 6.0, 0.1);  // chords below a parabola
         EXPECT_NEAR(*std::max_element(field.shear.begin(), field.shear.end()), 3 / width,
                     1e-6 / width);
         for (std::size_t i = 0; i < field.points.size(); ++i) {
