@@ -129,8 +129,7 @@ TEST(WarpingStress, LargestNormalStressIsAtACorner) {
         EXPECT_NEAR(s.normal.place.y, 2, 1e-12);
     }
     // A place on an axis is 0, not what rounding leaves of it.
-    const Rings offAxes = {{true, Rectangle(0, 0, 0.3, 0.7)}};
-    EXPECT_EQ(LargestStresses(SolutionOf(offAxes), {-1, 1, 1, 0, 0, 0}).normal.place, Point());
+    EXPECT_EQ(LargestStresses(SolutionOf(Round()), {0, 1, 0, 0, 0, 0}).normal.place.x, 0.0);
 }
 
 // Narrow brackets alone leave the stress of a long rectangle 4 % off.
