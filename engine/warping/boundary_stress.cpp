@@ -70,7 +70,7 @@ const EdgeSamples& SamplesOf(int order, int edge) {
         }
         return samples;
     }();
-    return all[static_cast<std::size_t>(3 * (order - 1) + edge)];
+    return all[3 * Slot(order - 1) + Slot(edge)];
 }
 
 class RingStress {

@@ -52,7 +52,7 @@ private:
 // The points of a lattice are about as many as half of its triangles.
 int DivisionsFor(std::size_t triangles) {
     for (const int divisions : kDivisionsOfPicture) {
-        const auto square = static_cast<std::size_t>(divisions * divisions);
+        const auto square = Slot(divisions) * Slot(divisions);
         if (triangles * square / 2 <= kMostPoints) return divisions;
     }
     return kDivisionsOfPicture.back();

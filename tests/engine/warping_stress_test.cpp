@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <limits>
 #include <numbers>
+#include <string>
 #include <utility>
 
 #include "warping/stresses.h"
@@ -127,8 +128,19 @@ TEST(WarpingStress, LargestNormalStressIsAtACorner) {
         EXPECT_NEAR(s.normal.place.x, -1, 1e-12);
         EXPECT_NEAR(s.normal.place.y, 2, 1e-12);
     }
-    // On the axis the place is 0, not what rounding leaves of it.
-    EXPECT_EQ(LargestStresses(SolutionOf(Block(0.3, 0.7)), {0, 0, 0, 0, 1, 0}).shear.place.y, 0.0);
+    // A place on an axis is 0, not what rounding leaves of it.
+    EXPECT_EQ(LargestStresses(SolutionOf(Round()), {0, 1, 0, 0, 0, 0}).normal.place.x, 0.0);
+}
+
+// Narrow brackets alone leave the stress of a long rectangle 4 % off.
+TEST(WarpingStress, TorsionModulusIsAboutAsGoodAsTheBrackets) {
+    ClaimedErrors claimed;
+    for (const auto& [width, modulus] :
+         {std::pair(200.0, 66.4565837079), std::pair(10.0, 3.12325037457 / 0.999999755692)}) {
+        const Estimate estimate = SolutionOf(Block(width, 1)).values.torsionModulus;
+        EXPECT_LT(estimate.error, 1.5e-3 * modulus) << width;
+        claimed.Check("Wt", std::to_string(width), estimate, modulus, 1e-9 * modulus);
+    }
 }
 
 // A positive torque runs up the inner face of the web, a negative one up the outer.
@@ -156,9 +168,9 @@ TEST(WarpingStress, TorqueAddsOnOneFaceOfAWeb) {
 
 // Its lattice meets the middle of each wall, and shear sums to the force.
 TEST(WarpingStress, FieldHasThePeakAndSumsToTheForce) {
-    for (const double width : {1.0, 0.02}) {
+    for (const double width : {3.0, 0.02}) {
         const Rings rings = Block(width, 3);
-        const StressField field = StressFieldOf(SolutionOf(rings), {0, 4, 0, 0, 6, 0});
+        const StressField field = StressFieldOf(SolutionOf(rings), {0, 4, 0, 6, 0, 0});
         EXPECT_LE(field.points.size(), 300000U);
         double force = 0.0, area = 0.0;
         for (const auto& [a, b, c] : field.triangles) {
@@ -171,7 +183,7 @@ TEST(WarpingStress, FieldHasThePeakAndSumsToTheForce) {
                 part * (field.shear[Slot(a)] + field.shear[Slot(b)] + field.shear[Slot(c)]) / 3.0;
         }
         EXPECT_NEAR(area, 3 * width, 1e-9 * width);
-        EXPECT_NEAR(force, 6.0, 0.05);
+        EXPECT_NEAR(force, 6.0, 0.1);  // chords below a parabola
         EXPECT_NEAR(*std::max_element(field.shear.begin(), field.shear.end()), 3 / width,
                     1e-6 / width);
         for (std::size_t i = 0; i < field.points.size(); ++i) {
