@@ -95,7 +95,8 @@ struct WarpingSolution {
 };
 
 /// Solves torsion and shear over a region.
-/// Cost: about linear in the number of vertices, and in that of the unknowns.
+/// Cost: about linear in the number of vertices, and in that of the unknowns; memory below 3000
+/// bytes for each of both (docs/performance.md).
 /// @throws WarpingError; std::invalid_argument for options out of range; std::bad_alloc
 WarpingSolution SolveWarping(const Region& region, const WarpingOptions& options = {});
 
