@@ -288,9 +288,6 @@ TEST(WarpingBounds, AreAsFarApartAsTheTwoStresses) {
 
 constexpr unsigned kSeed = 20262;
 constexpr int kRounds = 40;
-// A whisker without width, whose triangles rounding turns over, may be refused; platforms differ in
-// which.
-constexpr int kMostRefused = 2;
 
 bool IsFinite(const WarpingValues& v) {
     const double sum = v.torsionConstant.upper - v.torsionConstant.lower + v.torsionModulus.value +
@@ -302,7 +299,7 @@ bool IsFinite(const WarpingValues& v) {
 
 TEST(WarpingBounds, OfRandomSectionsOverlapAcrossTurnScaleAndEffort) {
     RandomSections sections(kSeed);
-    int solved = 0, capped = 0, refused = 0;
+    int solved = 0, capped = 0;
     for (int round = 0; round < kRounds * kFamilies; ++round) {
         const auto family = static_cast<Family>(round % kFamilies);
         const Rings rings = sections.Make(family);
@@ -310,15 +307,7 @@ TEST(WarpingBounds, OfRandomSectionsOverlapAcrossTurnScaleAndEffort) {
         SCOPED_TRACE("seed " + std::to_string(kSeed) + ", round " + std::to_string(round));
         WarpingOptions options = Within(1e-3);
         options.mostUnknowns = 20000;
-        const bool hasSlivers = family == kSlivers || family == kTouching;
-        WarpingValues values;
-        try {
-            values = Solve(rings, options);
-        } catch (const WarpingError& error) {
-            EXPECT_TRUE(hasSlivers) << error.what();
-            ++refused;
-            continue;
-        }
+        const WarpingValues values = Solve(rings, options);
         EXPECT_TRUE(IsFinite(values));
         ++solved;
         capped += values.status == WarpingStatus::TooMany ? 1 : 0;
@@ -326,14 +315,13 @@ TEST(WarpingBounds, OfRandomSectionsOverlapAcrossTurnScaleAndEffort) {
         const WarpingValues few = Solve(rings, options);
         EXPECT_TRUE(IsFinite(few));
         // What slivers mean hangs on roundings.
-        if (hasSlivers) continue;
+        if (family == kSlivers || family == kTouching) continue;
         ExpectOneSection(values, few, 1e-9);
         const Similarity similarity{round % 2 == 0 ? 1e-3 : 1.0, 0.1 + round, {}};
         ExpectOneSection(similarity(values), Solve(similarity(rings), options), 1e-7);
     }
     EXPECT_GT(solved, kRounds * kFamilies / 2);
     EXPECT_LT(capped, solved / 2);
-    EXPECT_LE(refused, kMostRefused);
 }
 
 }  // namespace
