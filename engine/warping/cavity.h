@@ -27,9 +27,8 @@ public:
     explicit Cavity(TriangleMesh& mesh) : mesh_(mesh) {}
 
     /// Finds the triangles around one that a point lies in.
-    /// @param onEdgeFrom  of a point that divides an edge of a ring, but for rounding: the vertex
-    /// at
-    ///                    which that edge starts; else kNone
+    /// @param onEdgeFrom  the vertex at which an edge of a ring starts that the point divides, but
+    ///                    for rounding; kNone for other points
     void Dig(const Point& point, Index triangle, Index onEdgeFrom = kNone);
     const std::vector<Edge>& Edges() const { return edges_; }
 

@@ -60,6 +60,8 @@ private:
     void AddTorsion(const FieldStresses& s, const Eigen::VectorXd& values, const Point& at,
                     double weight) {
         const double warping = values[Warping];
+        // J <= |grad w + (-y, x)|^2 and J >= 2 T - |grad f|^2, whose torque T is twice the integral
+        // of f, voids included (docs/theory.md).
         sums_.torsionUpper += weight * SquareOf(s.torsionFree);
         sums_.torsionLower += weight * (4.0 * values[Stress] - SquareOf(s.torsionHeld));
         sums_.warping += weight * warping;

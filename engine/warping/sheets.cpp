@@ -31,8 +31,8 @@ EdgeTrace TraceOf(const Point& a, const Point& b, const LinearLoads& loads) {
         const double q1 = 2.0 * (byX * a.x * d.x + byY * a.y * d.y);
         const double q2 = byX * d.x * d.x + byY * d.y * d.y;
         trace.change[load] = q0 + q1 / 2.0 + q2 / 3.0;
-        // What is left beside the straight line is -s (1 - s) ((q1 + q2) / 2 + q2 S / 6), S = 2 s
-        // - 1.
+        // What is left beside the straight line is -s (1 - s) ((q1 + q2) / 2 + q2 S / 6), where
+        // S is 2 s - 1.
         trace.curved[0][load] = -(q1 + q2) / (2.0 * EdgeFactor(2));
         trace.curved[1][load] = -q2 / (6.0 * EdgeFactor(3));
     }
