@@ -9,6 +9,11 @@ namespace halvorn::engine {
 
 namespace {
 
+// Height over longest side of the flattest triangle. A vertex within rounding of the edge across
+// makes it flatter, or turns it over, and its stiffness would leave no digits to the rest; a
+// triangle of this height adds no more than that to the section.
+constexpr double kFlattest = 1e-11;
+
 void NumberEdges(FieldSpace* space) {
     const TriangleMesh& mesh = space->mesh;
     space->edges.assign(mesh.corners.size(), {kNone, kNone, kNone});
@@ -125,7 +130,8 @@ TriangleMap MapOf(const FieldSpace& space, Index triangle) {
     const Point& origin = space.CornerAt(triangle, 0);
     const Point u = space.CornerAt(triangle, 1) - origin;
     const Point v = space.CornerAt(triangle, 2) - origin;
-    const double twice = Cross(u, v);
+    const double longest = std::max({Dot(u, u), Dot(v, v), Dot(v - u, v - u)});
+    const double twice = std::max(Cross(u, v), kFlattest * longest);
     return {0.5 * twice, {v.y / twice, -v.x / twice}, {-u.y / twice, u.x / twice}};
 }
 

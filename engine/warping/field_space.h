@@ -57,7 +57,7 @@ struct TriangleMap {
     Point byEta;  ///< gradient of eta
 };
 
-/// Returns the map of a triangle.
+/// Returns the map of a triangle; one without height gets a little.
 TriangleMap MapOf(const FieldSpace& space, Index triangle);
 
 }  // namespace halvorn::engine

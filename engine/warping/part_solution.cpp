@@ -171,8 +171,16 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
             if (!stress.HaveBegun()) solution.status = WarpingStatus::TooMany;
             return solution;
         }
-        solution.fields = SolveFields(std::move(space), loads);
-        solution.energies = EnergiesOf(solution.fields);
+        try {
+            Fields fields = SolveFields(std::move(space), loads);
+            solution.energies = EnergiesOf(fields);
+            solution.fields = std::move(fields);
+        } catch (const WarpingError&) {
+            // Too rich for the digits of a double: what was found before holds.
+            if (before == 0) throw;
+            if (!stress.HaveBegun()) solution.status = WarpingStatus::TooMany;
+            return solution;
+        }
         const bool areNarrow = AreNarrow(solution.energies, options.tolerance);
         if (areNarrow) {
             if (IsInterrupted(options) || !stress.Next(solution, &discretisation)) return solution;
