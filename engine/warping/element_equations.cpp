@@ -25,6 +25,13 @@ public:
     Loads(const FieldSpace& space, const LinearLoads& loads, Index triangle)
         : map_(MapOf(space, triangle)), loads_(loads) {
         for (int i = 0; i < 3; ++i) corners_[Slot(i)] = space.CornerAt(triangle, i);
+        for (std::size_t i = 0; i < 3; ++i) {
+            const Point& c = corners_[i];
+            squares_[i] = {c.x * c.x, c.y * c.y};
+            // Between a and b a square is less than the straight line by la lb (b - a)^2.
+            const Point d = corners_[(i + 2) % 3] - corners_[(i + 1) % 3];
+            squares_[i + 3] = {-d.x * d.x / EdgeFactor(2), -d.y * d.y / EdgeFactor(2)};
+        }
     }
 
     void Add(int place, Eigen::Index row, Eigen::MatrixXd* to) const {
@@ -40,11 +47,18 @@ public:
                 means.byXi[i][place] * map_.byXi + means.byEta[i][place] * map_.byEta;
             swirl += corner.y * slope.x - corner.x * slope.y;
         }
+        Point sway;  // means of x^2 f_y and y^2 f_x
+        for (std::size_t i = 0; i < squares_.size(); ++i) {
+            const Point slope =
+                means.byXi[i][place] * map_.byXi + means.byEta[i][place] * map_.byEta;
+            sway = sway + Point(squares_[i].x * slope.y, squares_[i].y * slope.x);
+        }
         (*to)(row, Warping) = map_.area * swirl;
         (*to)(row, Stress) = 2.0 * map_.area * mean;
         for (int load = 0; load < 2; ++load) {
             const Point& slopes = loads_.slopes[Slot(load)];
             (*to)(row, ShearX + load) = map_.area * Dot(slopes, first);
+            (*to)(row, SwayX + load) = -0.5 * map_.area * (slopes.x * sway.y + slopes.y * sway.x);
             (*to)(row, StressX + load) = 0.0;
             (*to)(row, LateralX + load) = map_.area * (slopes.y * first.x - slopes.x * first.y);
         }
@@ -54,6 +68,7 @@ private:
     TriangleMap map_;
     const LinearLoads& loads_;
     std::array<Point, 3> corners_;
+    std::array<Point, 6> squares_;  // x^2 and y^2 as sums of the functions of second order
 };
 
 }  // namespace

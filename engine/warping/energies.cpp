@@ -75,7 +75,8 @@ private:
         for (std::size_t a = 0; a < 2; ++a) {
             sums_.torqueOfFree[a] += weight * Cross(at, s.shearFree[a]);
             sums_.torqueOfHeld[a] += weight * Cross(at, s.shearHeld[a]);
-            sums_.torqueOfLateral[a] += weight * Cross(at, s.lateral[a]);
+            sums_.torqueOfLateral[a] +=
+                0.5 * weight * (Cross(at, s.lateralFree[a]) + Cross(at, s.lateralHeld[a]));
             for (std::size_t b = 0; b < 2; ++b) {
                 const double work = Dot(fields_.loads.slopes[a], at) *
                                         values[static_cast<Eigen::Index>(ShearX + b)] +
@@ -83,7 +84,8 @@ private:
                                         values[static_cast<Eigen::Index>(ShearX + a)];
                 sums_.shearLower[a][b] += weight * (work - Dot(s.shearFree[a], s.shearFree[b]));
                 sums_.shearUpper[a][b] += weight * Dot(s.shearHeld[a], s.shearHeld[b]);
-                sums_.lateral[a][b] += weight * Dot(s.lateral[a], s.lateral[b]);
+                sums_.swayUpper[a][b] += weight * Dot(s.lateralFree[a], s.lateralFree[b]);
+                sums_.lateralLower[a][b] += weight * Dot(s.lateralHeld[a], s.lateralHeld[b]);
             }
         }
     }
@@ -105,7 +107,9 @@ FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::V
         s.shearFree[k] = {byX[ShearX + load], byY[ShearX + load]};
         s.shearHeld[k] = {byY[StressX + load] - 0.5 * slopes.x * at.x * at.x,
                           -byX[StressX + load] - 0.5 * slopes.y * at.y * at.y};
-        s.lateral[k] = {byY[LateralX + load], -byX[LateralX + load]};
+        s.lateralFree[k] = {byX[SwayX + load] + 0.5 * slopes.x * at.y * at.y,
+                            byY[SwayX + load] + 0.5 * slopes.y * at.x * at.x};
+        s.lateralHeld[k] = {byY[LateralX + load], -byX[LateralX + load]};
     }
     return s;
 }

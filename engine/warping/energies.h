@@ -33,14 +33,15 @@ struct Energies {
     double warpingX = 0.0;                 ///< of w x
     double warpingY = 0.0;                 ///< of w y
     double warpingSquare = 0.0;            ///< of w^2
-    LoadMatrix lateral{};                  ///< energies of `LateralX`, `LateralY`
-    std::array<double, 2> torqueOfLateral{};
+    LoadMatrix swayUpper{};     ///< energies of what Poisson's ratio adds, by `SwayX`, `SwayY`
+    LoadMatrix lateralLower{};  ///< by `LateralX`, `LateralY`; off the diagonal no bounds
+    std::array<double, 2> torqueOfLateral{};  ///< the mean of both
 };
 
 /// Stresses of all fields at a point of a triangle.
 struct FieldStresses {
     Point torsionFree, torsionHeld;
-    std::array<Point, 2> shearFree, shearHeld, lateral;
+    std::array<Point, 2> shearFree, shearHeld, lateralFree, lateralHeld;
 };
 
 /// Returns the stresses from the fields' derivatives.

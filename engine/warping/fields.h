@@ -5,11 +5,13 @@
 /// - `Warping` w, of torsion: the stress (w_x - y, w_y + x) has the least energy.
 /// - `ShearX`, `ShearY` c: the stress (c_x, c_y) is in equilibrium on the average with the load
 ///   g = a x + b y of a shear force of 1 along x, along y.
+/// - `SwayX`, `SwayY` s: the stress (s_x + a y^2 / 2, s_y + b x^2 / 2) has the least energy; it is
+/// what
+///   Poisson's ratio adds, times nu / (1 + nu): without load, with curl b x - a y.
 /// - `Stress` f, of torsion: the stress (f_y, -f_x); f is 0 on the outline, constant on each void.
 /// - `StressX`, `StressY` h: the stress t + (h_y, -h_x) with t = -(a x^2, b y^2) / 2 is in
 ///   equilibrium with g at each point.
-/// - `LateralX`, `LateralY` l: the stress (l_y, -l_x) is what Poisson's ratio adds, times
-///   nu / (1 + nu): without load, with curl b x - a y.
+/// - `LateralX`, `LateralY` l: the stress (l_y, -l_x), the same as that of the sways, has no load.
 /// Source: S. P. Timoshenko and J. N. Goodier, Theory of Elasticity, 1970, sections 104 to 109,
 /// 118.
 #ifndef HALVORN_ENGINE_WARPING_FIELDS_H
@@ -25,10 +27,22 @@
 namespace halvorn::engine {
 
 /// The columns of coefficients.
-enum Field { Warping, ShearX, ShearY, Stress, StressX, StressY, LateralX, LateralY, FieldCount };
+enum Field {
+    Warping,
+    ShearX,
+    ShearY,
+    SwayX,
+    SwayY,
+    Stress,
+    StressX,
+    StressY,
+    LateralX,
+    LateralY,
+    FieldCount
+};
 
 /// The fields that are minimised over all functions, up to a constant.
-inline constexpr int kFreeFields = 3;
+inline constexpr int kFreeFields = 5;
 /// The rest are given on the rings, up to the constants of the voids.
 inline constexpr int kHeldFields = FieldCount - kFreeFields;
 

@@ -120,8 +120,13 @@ ReferenceMeans MakeReferenceMeans() {
             weights[static_cast<Eigen::Index>(i)] *= rule.corners[i][corner];
         }
         means.values[corner] = rule.values * weights;
-        means.byXi[corner] = rule.byXi * weights;
-        means.byEta[corner] = rule.byEta * weights;
+    }
+    for (std::size_t second = 0; second < means.byXi.size(); ++second) {
+        const Eigen::VectorXd weights = rule.values.row(static_cast<Eigen::Index>(second))
+                                            .transpose()
+                                            .cwiseProduct(rule.weights);
+        means.byXi[second] = rule.byXi * weights;
+        means.byEta[second] = rule.byEta * weights;
     }
     return means;
 }

@@ -65,11 +65,11 @@ struct Quadrature {
 const Quadrature& QuadratureOf(int order);
 
 /// Means over the reference triangle of products of two functions' derivatives, and of a function
-/// or its derivative with a corner function.
+/// with a corner function, and of its derivative with the six functions up to order 2.
 struct ReferenceMeans {
     Eigen::MatrixXd xiXi, xiEta, etaEta;         ///< xiEta is made symmetric, both ways added
     std::array<Eigen::VectorXd, 3> values;       ///< by corner
-    std::array<Eigen::VectorXd, 3> byXi, byEta;  ///< by corner
+    std::array<Eigen::VectorXd, 6> byXi, byEta;  ///< by corner, then by edge
 };
 
 /// Returns the means for all functions up to the highest order.

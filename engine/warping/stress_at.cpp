@@ -49,9 +49,10 @@ std::vector<ShearPair> ShearsAt(const Fields& fields, const FieldFactors& factor
             StressesFrom(fields, PointIn(space, triangle, xi, eta), byX.col(i), byY.col(i));
         ShearPair sum{factors.twist * s.torsionFree, factors.twist * s.torsionHeld};
         for (std::size_t load = 0; load < 2; ++load) {
-            const Point lateral = factors.lateral[load] * s.lateral[load];
-            sum.free = sum.free + factors.shear[load] * s.shearFree[load] + lateral;
-            sum.held = sum.held + factors.shear[load] * s.shearHeld[load] + lateral;
+            sum.free = sum.free + factors.shear[load] * s.shearFree[load] +
+                       factors.lateral[load] * s.lateralFree[load];
+            sum.held = sum.held + factors.shear[load] * s.shearHeld[load] +
+                       factors.lateral[load] * s.lateralHeld[load];
         }
         shears.push_back(sum);
     }

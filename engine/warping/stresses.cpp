@@ -16,6 +16,7 @@ namespace {
 // Each side of a triangle is divided into so many to find the largest stress within; even, so that
 // the middle of a wall of one triangle is met.
 constexpr int kDivisionsWithin = 6;
+constexpr int kDivisionsAtLargest = 100;
 // For pictures it is divided into as many of these as the points allow: even again.
 constexpr std::array<int, 3> kDivisionsOfPicture{8, 4, 2};
 constexpr std::size_t kMostPoints = 300000;
@@ -84,7 +85,7 @@ double Length(const Point& p) {
 }
 
 double VonMises(double normal, double shear) {
-    return std::sqrt(normal * normal + 3.0 * shear * shear);
+    return std::hypot(normal, std::sqrt(3.0) * shear);
 }
 
 class Largest {
@@ -161,25 +162,46 @@ private:
     void FindWithin() {
         const FieldSpace& space = part_.fields.space;
         const std::vector<double> turns = TurnsOf(space);
-        for (std::size_t t = 0; t < space.TriangleCount(); ++t) {
+        const auto isNextToArc = [&](std::size_t t) {
             const auto& corners = space.mesh.corners[t];
-            const auto triangle = static_cast<Index>(t);
-            if (std::any_of(corners.begin(), corners.end(),
-                            [&](Index v) { return turns[Slot(v)] < 0.0; })) {
-                continue;
-            }
-            const ShapeSamples& samples = lattice_.Samples(space.HighestOrderAt(triangle));
-            const auto shears = ShearsAt(part_.fields, factors_, triangle, samples);
-            for (std::size_t i = 0; i < shears.size(); ++i) {
-                const auto& [xi, eta] = samples.places[i];
-                const Point at = PointIn(space, triangle, xi, eta);
-                if (IsLeftOut(at)) continue;
-                const double shear = Length(shears[i].Middle());
-                const double error = Length(shears[i].free - shears[i].held);
-                AddShear(shear, error, at);
-                AddVonMises(shear, error, at);
-            }
+            return std::any_of(corners.begin(), corners.end(),
+                               [&](Index v) { return turns[Slot(v)] < 0.0; });
+        };
+        double largest = 0.0;
+        std::size_t at = space.TriangleCount();
+        for (std::size_t t = 0; t < space.TriangleCount(); ++t) {
+            const double most = isNextToArc(t) ? 0.0 : AddTriangle(t, lattice_);
+            if (most <= largest) continue;
+            largest = most;
+            at = t;
         }
+        // Between the points of a large triangle of high order the stress may be larger.
+        if (at == space.TriangleCount()) return;
+        const Lattice fine{kDivisionsAtLargest};
+        AddTriangle(at, fine);
+        for (const Index next : space.mesh.neighbours[at]) {
+            if (next != kNone && !isNextToArc(Slot(next))) AddTriangle(Slot(next), fine);
+        }
+    }
+
+    // Adds the stresses at the points of a lattice and returns the largest von Mises stress.
+    double AddTriangle(std::size_t triangle, const Lattice& lattice) {
+        const FieldSpace& space = part_.fields.space;
+        const auto t = static_cast<Index>(triangle);
+        const ShapeSamples& samples = lattice.Samples(space.HighestOrderAt(t));
+        const auto shears = ShearsAt(part_.fields, factors_, t, samples);
+        double largest = 0.0;
+        for (std::size_t i = 0; i < shears.size(); ++i) {
+            const auto& [xi, eta] = samples.places[i];
+            const Point at = PointIn(space, t, xi, eta);
+            if (IsLeftOut(at)) continue;
+            const double shear = Length(shears[i].Middle());
+            const double error = Length(shears[i].free - shears[i].held);
+            AddShear(shear, error, at);
+            AddVonMises(shear, error, at);
+            largest = std::max(largest, VonMises(NormalAt(factors_, at), shear));
+        }
+        return largest;
     }
 
     const PartSolution& part_;

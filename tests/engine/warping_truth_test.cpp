@@ -145,9 +145,13 @@ double WarpingConstantOfRectangle(double a, double b) {
 
 // The rest of its compliance under a force along y, over k^2: b x has a double sine series.
 double PoissonComplianceOfRectangle(double width, double height) {
+    // The terms fall as 1 / m^2 until half-waves are as long both ways, as 1 / m^4 only from there
+    // on.
+    const int across = static_cast<int>(600.0 * std::max(1.0, width / height));
+    const int up = static_cast<int>(600.0 * std::max(1.0, height / width));
     double sum = 0.0;
-    for (int m = 2; m < 600; m += 2) {
-        for (int n = 1; n < 600; n += 2) {
+    for (int m = 2; m < across; m += 2) {
+        for (int n = 1; n < up; n += 2) {
             const double f = (2.0 * width / (m * pi)) * (4.0 / (n * pi));
             const double km = m * pi / width, kn = n * pi / height;
             sum += f * f / (km * km + kn * kn);
