@@ -26,6 +26,9 @@ constexpr const char* kNotPrincipal =
 constexpr const char* kBounds = "between two bounds";
 constexpr const char* kWithin = "bounded error";
 constexpr const char* kEstimate = "estimate";
+constexpr const char* kLargestStress = "largest stress, estimate";
+constexpr const char* kTooPoor =
+    "the solution is too poor to tell the largest stress; a smaller --tolerance may tell it";
 
 // @param relative  of the area and the second moments
 double WorstRounding(const Moments& m) {
@@ -45,7 +48,7 @@ public:
 
     void Write(const WarpingValues& w) {
         Set("torsion_constant", w.torsionConstant);
-        SetEstimate("torsion_modulus", "largest stress, estimate", w.torsionModulus);
+        SetEstimate("torsion_modulus", kLargestStress, w.torsionModulus);
         Set("shear_stiffness_area_x", w.shearAreaX, w.areShearAreasBounds);
         Set("shear_stiffness_area_y", w.shearAreaY, w.areShearAreasBounds);
         SetEstimate("warping_constant", kEstimate, w.warpingConstant);
@@ -114,6 +117,9 @@ private:
         Value& value = SetNumber(key, method, estimate.value);
         value.error = estimate.error + rounding_ * std::fabs(estimate.value);
         Check(value, *value.error);
+        if (key == "torsion_modulus" && !(estimate.error < std::fabs(estimate.value))) {
+            Miss(key, kTooPoor);
+        }
     }
 
     // @param centroid  a place that the value takes when it is as good as there

@@ -5,6 +5,7 @@
 #include <span>
 #include <utility>
 
+#include "warping/left_out_circles.h"
 #include "warping/shape_functions.h"
 
 namespace halvorn::engine {
@@ -76,13 +77,12 @@ const EdgeSamples& SamplesOf(int order, int edge) {
 class RingStress {
 public:
     RingStress(const Fields& fields, const FieldFactors& factors, std::size_t ringNumber,
-               const Points& corners, double radius, std::vector<BoundaryStress>* to)
+               const LeftOutCircles& circles, std::vector<BoundaryStress>* to)
         : fields_(fields),
           factors_(factors),
           ringNumber_(ringNumber),
           ring_(fields.space.rings[ringNumber]),
-          corners_(corners),
-          radius_(radius),
+          circles_(circles),
           to_(*to) {}
 
     void Add() {
@@ -139,12 +139,6 @@ private:
         sides_.back().turnAfter = sides_.front().turnBefore;
     }
 
-    bool IsLeftOut(const Point& p) const {
-        return std::any_of(corners_.begin(), corners_.end(), [&](const Point& corner) {
-            return std::hypot(p.x - corner.x, p.y - corner.y) < radius_ * (1.0 - 1e-9);
-        });
-    }
-
     // The stresses along an edge of the ring at places of it, 0 to 1.
     std::vector<BoundaryStress> At(std::size_t i, const ShapeSamples& samples) const {
         const EdgeRef& at = EdgeAt(i);
@@ -193,7 +187,7 @@ private:
                 weights += weight;
             }
         }
-        if (weights == 0.0 || IsLeftOut(0.5 * (mean.from + mean.to))) return;
+        if (weights == 0.0 || circles_.Contain(0.5 * (mean.from + mean.to))) return;
         mean.free /= weights;
         mean.held /= weights;
         mean.error = std::fabs(mean.free - mean.held);
@@ -218,7 +212,7 @@ private:
             const std::size_t before = to_.size();
             const auto add = [&](const BoundaryStress& stress, double s) {
                 const double distance = start + s * length;
-                if (distance < from || distance > to || IsLeftOut(stress.from)) return;
+                if (distance < from || distance > to || circles_.Contain(stress.from)) return;
                 to_.push_back(stress);
             };
             const auto stresses = At(i, SamplesOf(OrderAt(i), EdgeAt(i).edge).points);
@@ -256,11 +250,14 @@ private:
         const Point origin = StartOf(side.first);
         const Point d = StartOf(side.first + side.count) - origin;
         const Point along = 1.0 / std::hypot(d.x, d.y) * d;
-        for (const Point& corner : corners_) {
+        const double radius = circles_.Radius();
+        const double right = origin.x + d.x;
+        for (const Point& corner :
+             circles_.Between(std::min(origin.x, right), std::max(origin.x, right))) {
             const double middle = Dot(corner - origin, along);
             const double off = Cross(along, corner - origin);
-            if (std::fabs(off) > radius_) continue;
-            const double half = std::sqrt(radius_ * radius_ - off * off);
+            if (std::fabs(off) > radius) continue;
+            const double half = std::sqrt(radius * radius - off * off);
             ends.push_back(middle - half);
             ends.push_back(middle + half);
         }
@@ -286,8 +283,7 @@ private:
     const FieldFactors& factors_;
     std::size_t ringNumber_;
     const RimRing& ring_;
-    const Points& corners_;
-    double radius_;
+    const LeftOutCircles& circles_;
     std::vector<BoundaryStress>& to_;
     std::vector<Side> sides_;
 };
@@ -306,9 +302,9 @@ Points SharpCornersOf(const FieldSpace& space) {
 std::vector<BoundaryStress> StressesAlongRings(const Fields& fields, const FieldFactors& factors,
                                                double radius) {
     std::vector<BoundaryStress> stresses;
-    const Points corners = SharpCornersOf(fields.space);
+    const LeftOutCircles circles(SharpCornersOf(fields.space), radius);
     for (std::size_t ring = 0; ring < fields.space.rings.size(); ++ring) {
-        RingStress(fields, factors, ring, corners, radius, &stresses).Add();
+        RingStress(fields, factors, ring, circles, &stresses).Add();
     }
     return stresses;
 }

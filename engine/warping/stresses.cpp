@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "warping/boundary_stress.h"
+#include "warping/left_out_circles.h"
 #include "warping/shape_functions.h"
 #include "warping/warping_fields.h"
 
@@ -93,13 +94,13 @@ public:
     Largest(const WarpingFields& fields, const SectionForces& forces)
         : part_(fields.parts.front()),
           frame_(fields.frame),
-          radius_(fields.leftOutRadius),
           factors_(FactorsOf(part_, frame_.LengthFromFrame(1.0), fields.poissonFactor, forces)),
-          corners_(SharpCornersOf(part_.fields.space)) {}
+          circles_(SharpCornersOf(part_.fields.space), fields.leftOutRadius) {}
 
     Stresses Find() {
         FindNormal();
-        for (const BoundaryStress& at : StressesAlongRings(part_.fields, factors_, radius_)) {
+        for (const BoundaryStress& at :
+             StressesAlongRings(part_.fields, factors_, circles_.Radius())) {
             const double shear = std::fabs(at.Middle());
             AddShear(shear, at.error, 0.5 * (at.from + at.to));
             for (const Point& end : {at.from, at.to}) AddVonMises(shear, at.error, end);
@@ -151,12 +152,6 @@ private:
         if (vonMises_.Add(both, most - both)) sum_.vonMises.place = at;
     }
 
-    bool IsLeftOut(const Point& p) const {
-        return std::any_of(corners_.begin(), corners_.end(), [&](const Point& corner) {
-            return Length(p - corner) < radius_ * (1.0 - 1e-9);
-        });
-    }
-
     // Points within triangles, but next to the corners of an arc's chords: there the stress along
     // the rings counts.
     void FindWithin() {
@@ -194,7 +189,7 @@ private:
         for (std::size_t i = 0; i < shears.size(); ++i) {
             const auto& [xi, eta] = samples.places[i];
             const Point at = PointIn(space, t, xi, eta);
-            if (IsLeftOut(at)) continue;
+            if (circles_.Contain(at)) continue;
             const double shear = Length(shears[i].Middle());
             const double error = Length(shears[i].free - shears[i].held);
             AddShear(shear, error, at);
@@ -206,9 +201,8 @@ private:
 
     const PartSolution& part_;
     const Frame& frame_;
-    double radius_;
     FieldFactors factors_;
-    Points corners_;
+    LeftOutCircles circles_;
     Lattice lattice_{kDivisionsWithin};
     LargestOf shear_, vonMises_;
     Stresses sum_;

@@ -34,8 +34,10 @@ struct WarpingOptions {
     /// Greatest half width of the brackets of torsion constant and shear stiffness areas, relative
     /// to their middle; from 1e-9 to 0.1.
     double tolerance = 1e-4;
-    double poisson = 0.0;               ///< Poisson's ratio, from 0 to 0.5
-    std::size_t mostUnknowns = 300000;  ///< of one field; the solution stops before it has more
+    double poisson = 0.0;  ///< Poisson's ratio, from 0 to 0.5
+    /// Of one field; the solution stops before a further step has more. The first step has about
+    /// four for each vertex of the outlines, whatever this says.
+    std::size_t mostUnknowns = 300000;
     /// Asked now and then; the solution stops when it returns true.
     std::function<bool()> isInterrupted;
 };
