@@ -73,24 +73,33 @@ private:
         values_.shearCentreY = {place.y, unit_ * errorY_};
     }
 
-    // Poisson's ratio adds k^2 times the energy of a field without torque, k = nu / (1 + nu).
-    double LateralCompliance(std::size_t a, std::size_t b) const {
-        const double torsion = 0.5 * (e_.torsionLower + e_.torsionUpper);
-        const double energy = 0.5 * (e_.swayUpper[a][b] + e_.lateralLower[a][b]) -
-                              e_.torqueOfLateral[a] * e_.torqueOfLateral[b] / torsion;
-        return poissonFactor_ * poissonFactor_ * energy;
+    // Poisson's ratio adds k^2 times the energy of a field without torque, k = nu / (1 + nu). With
+    // its torque this field has no less energy.
+    double MostLateral(std::size_t a, std::size_t b) const {
+        return poissonFactor_ * poissonFactor_ * std::sqrt(e_.swayUpper[a][a] * e_.swayUpper[b][b]);
     }
 
     // Of the energy between its bounds, and of the torque's share, whose error is bounded as that
     // of the shear centre.
     double LateralError(std::size_t load) const {
+        const double torsion = e_.torsionLower;
+        if (torsion <= 0.0) return HUGE_VAL;
         const double gap = GapOf(e_.lateralLower[load][load], e_.swayUpper[load][load]);
         const double torque = std::fabs(e_.torqueOfLateral[load]);
-        const double torsion = e_.torsionLower;
         const double share = torque * std::sqrt(gap * TorsionGap()) / torsion +
                              torque * torque * TorsionGap() / (torsion * torsion) +
                              0.25 * gap * TorsionGap() / torsion;
         return poissonFactor_ * poissonFactor_ * (0.5 * gap + share);
+    }
+
+    Estimate LateralCompliance(std::size_t a, std::size_t b) const {
+        const double error = std::sqrt(LateralError(a) * LateralError(b));
+        const double most = MostLateral(a, b);
+        if (!(error < most)) return {0.0, most};  // no more is known
+        const double torsion = 0.5 * (e_.torsionLower + e_.torsionUpper);
+        const double energy = 0.5 * (e_.swayUpper[a][b] + e_.lateralLower[a][b]) -
+                              e_.torqueOfLateral[a] * e_.torqueOfLateral[b] / torsion;
+        return {poissonFactor_ * poissonFactor_ * energy, error};
     }
 
     void AddShearAreas() {
@@ -99,19 +108,17 @@ private:
             // No stress of this force has less energy than the even one over the area.
             c.lower = std::max(c.lower, (1.0 - kRounding) / part_.moments.area);
             c.upper = std::max(c.upper, c.lower);
-            const double lateral = std::max(LateralCompliance(load, load), 0.0);
-            const double error = LateralError(load);
+            const Estimate lateral = LateralCompliance(load, load);
             const double square = unit_ * unit_;
-            return Bracket{square / (c.upper + lateral + error),
-                           square / (c.lower + std::max(lateral - error, 0.0))};
+            return Bracket{square / (c.upper + std::max(lateral.value, 0.0) + lateral.error),
+                           square / (c.lower + std::max(lateral.value - lateral.error, 0.0))};
         };
         values_.shearAreaX = areaOf(0);
         values_.shearAreaY = areaOf(1);
         values_.areShearAreasBounds = poissonFactor_ == 0.0;
-        const double middle =
-            0.5 * (e_.shearLower[0][1] + e_.shearUpper[0][1]) + LateralCompliance(0, 1);
-        const double error = 0.5 * std::sqrt(ShearGap(0) * ShearGap(1)) +
-                             std::sqrt(LateralError(0) * LateralError(1));
+        const Estimate lateral = LateralCompliance(0, 1);
+        const double middle = 0.5 * (e_.shearLower[0][1] + e_.shearUpper[0][1]) + lateral.value;
+        const double error = 0.5 * std::sqrt(ShearGap(0) * ShearGap(1)) + lateral.error;
         const double inverse = 1.0 / (unit_ * unit_);
         values_.shearCoupling = {inverse * (middle - error), inverse * (middle + error)};
     }
