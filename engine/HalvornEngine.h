@@ -121,6 +121,7 @@ enum class FindingKind {
     NotArranged,        ///< nothing tells what the outlines mean
     WideBounds,         ///< the bounds of torsion and shear are wider than was asked for
     SharpCorners,       ///< corners at which the stress of torsion has no bound
+    PublishedDiffers,   ///< a published value differs from the drawn one by more than 1 %
     Reading             ///< the reader left something out or took it for granted
 };
 
@@ -155,6 +156,19 @@ std::string FindingsText(const std::vector<Finding>& findings);
 /// @param kind      that is looked for
 const Finding* FindFinding(const std::vector<Finding>& findings, FindingKind kind);
 
+/// What values are about, in reading order.
+enum class ValueGroup {
+    Geometry,  ///< area, extents, centre of gravity
+    Bending,   ///< second moments, radii of gyration, elastic moduli
+    Plastic,   ///< plastic moduli and axes
+    Torsion,   ///< torsion, warping and the shear centre
+    Shear      ///< areas and moments for shear forces
+};
+
+/// Returns a group as programs read it: "bending".
+/// @param group  any
+const char* GroupName(ValueGroup group);
+
 /// One reported value.
 struct Value {
     std::string key;         ///< in JSON and CSV; never changes once released
@@ -163,7 +177,7 @@ struct Value {
     std::string unit;        ///< "mm^4", "kg/m", "deg"; empty: none
     int power = 0;           ///< of the length unit; 0: another unit or none
     double number = 0.0;     ///< meaningful when `whyMissing` is empty
-    std::string method;      ///< how it was found, a few words
+    std::string method;      ///< how it was found, a word (`MethodDescriptions`) or a few
     std::string whyMissing;  ///< one sentence without a full stop
 
     /// Two bounds of what the drawn outline has, both or none; the number is their middle.
@@ -171,9 +185,25 @@ struct Value {
     std::optional<double> upper;  ///< see `lower`
     std::optional<double> error;  ///< of a value without bounds: how far off it can be, 0 or more
 
+    ValueGroup group = ValueGroup::Geometry;  ///< among `SectionReport::Values`
+    /// What a table publishes of a catalogue profile, in the same unit.
+    std::optional<double> published;
+
+    /// Returns by how much the number differs from the published one, as a part of that; nothing
+    /// when either is not there.
+    std::optional<double> Difference() const;
     /// Returns whether there is a number.
     bool IsComputed() const { return whyMissing.empty(); }
 };
+
+/// One method of finding values.
+struct MethodDescription {
+    const char* word;      ///< as `Value::method` has it
+    const char* sentence;  ///< what is done, with its source, without a full stop
+};
+
+/// Returns all methods of `SectionReport::Values`.
+const std::vector<MethodDescription>& MethodDescriptions();
 
 /// Returns the value with a key; null when it is not there or was not computed.
 /// @param values  which own it
@@ -211,6 +241,8 @@ struct EvaluateOptions {
         {};  ///< for the mass per metre, overrides that of a file [kg/m^3]
     /// Torsion, warping and shear, which take a solution over the whole section: most of the time.
     bool wantsWarping = true;
+    /// The outputs of `CSectionTools` too, and what is found about them.
+    bool wantsClassValues = false;
     /// Greatest half width of the bounds of torsion constant and shear stiffness areas, relative to
     /// their middle; from 1e-9 to 0.1.
     double tolerance = 1e-4;
@@ -268,9 +300,15 @@ enum class TextFormat {
     Csv    ///< points
 };
 
+/// What a line of comma-separated values holds beside the values.
+struct CsvOptions {
+    bool wantsClassValues = false;  ///< columns for the outputs of the class
+};
+
 /// What a table shows beside the values.
 struct TableOptions {
-    bool wantsHalves = false;  ///< the halves about both plastic axes
+    bool wantsHalves = false;   ///< the halves about both plastic axes
+    bool wantsMethods = false;  ///< what each word for a method means, below the table
 };
 
 /// A stress that a figure can show.
@@ -331,7 +369,8 @@ public:
     /// Returns the same object on one line.
     std::string JsonLine() const;
     /// Returns a line of comma-separated values for the columns of `CsvHeader`.
-    std::string CsvRow() const;
+    /// @param options  those of the header
+    std::string CsvRow(const CsvOptions& options = {}) const;
 
     /// Writes the section with its axes and dimensions to a file: all of it, or nothing; what was
     /// there before stays until the new figure is whole.
@@ -400,9 +439,12 @@ private:
 std::vector<std::string> CatalogueNames();
 
 /// Returns the line of column names for `SectionReport::CsvRow`, the same for every section, with
-/// its line feed: source, name, unit, every key of the values, "class_" before every key of the
-/// class's outputs, notes.
-std::string CsvHeader();
+/// its line feed: source, name, unit, every key of the values, followed by the key with "_lower"
+/// and "_upper" for its bounds, "_error" for its error and "_published" for what tables publish,
+/// where it can have them; "class_" before every key of the class's outputs when they are asked
+/// for; notes.
+/// @param options  on the columns
+std::string CsvHeader(const CsvOptions& options = {});
 
 }  // namespace halvorn::engine
 

@@ -23,6 +23,10 @@ struct Outcome {
     std::string text;  // the line of the table, or the reason why there is none
 };
 
+CsvOptions CsvOptionsOf(const BatchOptions& options) {
+    return {options.section.values.wantsClassValues};
+}
+
 Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
     try {
         // Layers are those of the drawings in the batch; nothing else has any.
@@ -30,7 +34,8 @@ Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
         if (!IsDrawing(argument)) section.input.layers.clear();
         const SectionReport report = EvaluateInput(argument, section);
         return {true, false,
-                options.format == BatchFormat::Csv ? report.CsvRow() : report.JsonLine()};
+                options.format == BatchFormat::Csv ? report.CsvRow(CsvOptionsOf(options))
+                                                   : report.JsonLine()};
     } catch (const std::exception& error) {
         return {true, true, error.what()};
     }
@@ -124,7 +129,7 @@ std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptio
                      const std::function<void(const std::string& message)>& complain) {
     ProgressBar bar(options.showsProgress, arguments.size());
     Queue queue(arguments, options);
-    if (options.format == BatchFormat::Csv) write(CsvHeader());
+    if (options.format == BatchFormat::Csv) write(CsvHeader(CsvOptionsOf(options)));
     std::size_t leftOut = 0;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const Outcome outcome = queue.Take(i, [&](std::size_t finished) { bar.Show(finished); });

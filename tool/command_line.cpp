@@ -122,6 +122,11 @@ struct Parser {
             ->check(CLI::IsMember({"von_mises", "sigma", "tau"}));
         app.add_flag("--halves", line.table.wantsHalves,
                      "Add the halves about both plastic axes to the table; JSON always has them");
+        app.add_flag("--class-values", line.section.values.wantsClassValues,
+                     "Add the outputs of the class CSectionTools, with a line on what each is");
+        app.add_flag("--methods", line.table.wantsMethods,
+                     "Say below the table what each method is, with its source; without INPUT say "
+                     "that alone");
         app.add_flag("--check", isCheck,
                      "Print the findings alone: what is doubtful or was left out");
         app.add_flag("--batch", isBatch,
@@ -259,6 +264,10 @@ struct Parser {
             Fail("one section is expected, found " + std::to_string(line.inputs.size()),
                  isLayers ? "give one drawing" : "add --batch for a table of several");
         }
+        if (line.inputs.empty() && line.table.wantsMethods) {
+            line.task = Task::ListMethods;
+            return;
+        }
         if (line.inputs.empty() && line.task != Task::ListProfiles) {
             Fail("INPUT is missing", "name a section file or a profile such as IPE300");
         }
@@ -267,6 +276,14 @@ struct Parser {
         }
         if (line.table.wantsHalves && (line.task != Task::Report || line.format != Format::Table)) {
             Fail("--halves adds rows to the table of one section", "leave it out");
+        }
+        if (line.table.wantsMethods &&
+            (line.task != Task::Report || line.format != Format::Table)) {
+            Fail("--methods adds lines to the table of one section", "leave it out");
+        }
+        if (line.section.values.wantsClassValues && line.task != Task::Report &&
+            line.task != Task::Batch) {
+            Fail("--class-values adds values", "leave it out");
         }
         if (!blocks.empty()) {
             line.figure.blocks =

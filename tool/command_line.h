@@ -19,7 +19,7 @@ enum ExitCode {
     kDoubtful = 3     ///< `--check` found an error or a warning
 };
 
-enum class Task { Report, Check, Batch, ListProfiles, ListLayers };
+enum class Task { Report, Check, Batch, ListProfiles, ListLayers, ListMethods };
 enum class Format { Table, Json, Csv };
 
 struct CommandLine {

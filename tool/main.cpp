@@ -12,6 +12,7 @@
 #include "read/open_section.h"
 #include "tool/batch.h"
 #include "tool/command_line.h"
+#include "write/table.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -63,9 +64,11 @@ ExitCode PrintReport(const CommandLine& line) {
         case Format::Json:
             Print(report.Json());
             break;
-        case Format::Csv:
-            Print(CsvHeader() + report.CsvRow());
+        case Format::Csv: {
+            const CsvOptions csv = {line.section.values.wantsClassValues};
+            Print(CsvHeader(csv) + report.CsvRow(csv));
             break;
+        }
     }
     return kDone;
 }
@@ -112,6 +115,9 @@ ExitCode Run(int argc, char** argv) {
             return PrintBatch(*line);
         case Task::ListLayers:
             Print(ListLayers(line->inputs.front()));
+            return kDone;
+        case Task::ListMethods:
+            Print(MethodsText());
             return kDone;
         case Task::ListProfiles:
             break;

@@ -86,6 +86,7 @@ SectionReport Section::Evaluate(const EvaluateOptions& options) const {
     const auto evaluated = [&](const SectionModel& section) {
         const auto report = std::make_shared<Report>(engine::Evaluate(section, options.shift));
         if (options.wantsWarping) AddWarping(options, report.get());
+        if (!options.wantsClassValues) LeaveOutClassValues(report.get());
         return SectionReport(report);
     };
     if (!options.density) return evaluated(*model_);

@@ -67,7 +67,7 @@ PlasticHalves SectionReport::Halves(AxisDirection direction) const {
 }
 
 std::string SectionReport::Table(const TableOptions& options) const {
-    return TableText(options.wantsHalves ? WithHalves(*report_) : *report_);
+    return TableText(options.wantsHalves ? WithHalves(*report_) : *report_, options);
 }
 
 std::string SectionReport::Json() const {
@@ -78,8 +78,8 @@ std::string SectionReport::JsonLine() const {
     return engine::JsonLine(WithHalves(*report_));
 }
 
-std::string SectionReport::CsvRow() const {
-    return engine::CsvRow(*report_);
+std::string SectionReport::CsvRow(const CsvOptions& options) const {
+    return engine::CsvRow(*report_, options);
 }
 
 void SectionReport::WriteFigure(const std::string& path, const FigureOptions& options) const {

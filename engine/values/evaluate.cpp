@@ -12,6 +12,7 @@
 #include "values/digits.h"
 #include "values/findings.h"
 #include "values/plastic_halves.h"
+#include "values/published.h"
 #include "values/region_values.h"
 #include "values/stress_values.h"
 #include "values/values.h"
@@ -38,18 +39,6 @@ void RefuseSelfCrossing(const Report& report) {
     if (crossing == nullptr) return;
     throw InputError(report.section.source, crossing->element,
                      "crosses itself at " + PlaceText(*crossing->place), crossing->mend);
-}
-
-void AddPublished(Report* report) {
-    for (const PublishedValue& published : report->section.published) {
-        const auto* const description =
-            std::find_if(kPublishedValues.begin(), kPublishedValues.end(),
-                         [&](const ValueDescription& entry) { return entry.key == published.key; });
-        Value& value =
-            report->published.emplace_back(DescribedValue(*description, report->section.unit));
-        value.number = published.number;
-        value.method = "published";
-    }
 }
 
 void KeepDigitsOfHalves(const Moments& moments, AxisDirection direction, PlasticHalves* halves) {
@@ -106,6 +95,7 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     RefuseSelfCrossing(report);
     AddRegionValues(&report);
     AddPublished(&report);
+    CompareWithPublished(&report);
     AddClassValues(&report);
     SortFindings(&report);
     return report;
@@ -119,9 +109,18 @@ void AddWarping(const EvaluateOptions& options, Report* report) {
     if (report->whyNoRegion.empty()) {
         Solve(options, report);
         AddWarpingValues(report);
+        CompareWithPublished(report);
     }
     if (options.forces) AddStresses(report);
     SortFindings(report);
+}
+
+void LeaveOutClassValues(Report* report) {
+    report->classValues.clear();
+    std::erase_if(report->findings, [](const Finding& finding) {
+        return finding.kind == FindingKind::SmallForClass ||
+               finding.kind == FindingKind::LostDigitsOfClass;
+    });
 }
 
 void AddHalves(Report* report) {

@@ -20,6 +20,9 @@ void AddWarping(const EvaluateOptions& options, Report* report);
 /// Returns what `Evaluate` finds, of outlines that cross themselves too.
 std::vector<Finding> Diagnose(SectionModel section);
 
+/// Takes the outputs of the class out of a report, and what is found about them.
+void LeaveOutClassValues(Report* report);
+
 /// Adds the halves of the section about both plastic axes to its report.
 void AddHalves(Report* report);
 

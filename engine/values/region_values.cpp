@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
+#include "geometry/lengths.h"
 #include "model/principal_inertias.h"
 #include "region/moments.h"
 #include "values/digits.h"
+#include "values/method_words.h"
 #include "values/net_plastic.h"
+#include "values/principal_moduli.h"
 #include "values/values.h"
 #include "values/warping_values.h"
 
@@ -19,8 +23,6 @@ constexpr const char* kOnTheEdge =
     "its fibre distance is 0: the reference point lies on the edge of the section (change --dx or "
     "--dy)";
 
-constexpr const char* kIntegrals = "exact integrals";
-
 class RegionValues {
 public:
     explicit RegionValues(Report& report)
@@ -28,16 +30,19 @@ public:
 
     void Add() {
         AddGeometry();
+        AddMass();
+        AddSecondMoments();
         AddPrincipalAxes();
         AddRadiiOfGyration();
         AddElasticModuli();
+        AddPrincipalModuli();
         AddPlasticValues();
         for (const ValueDescription& description : kValues) {
             if (IsOfWarping(description.key)) {
                 report_.values.push_back(MissingValue(description, report_.whyNoWarping));
             }
         }
-        AddMass();
+        AddStaticMoments();
         WarnOfLostDigits();
     }
 
@@ -76,11 +81,40 @@ private:
                         std::max(std::fabs(moments_.centroid.x), std::fabs(moments_.centroid.y)));
     }
 
+    // What rounding moves a coordinate by.
+    static double RoundingOfPlace(double centre, double size) {
+        constexpr double kUnits = 4.0;
+        return kUnits * std::numeric_limits<double>::epsilon() * (std::fabs(centre) + size);
+    }
+
     void AddGeometry() {
         const Moments& m = moments_;
+        const double width = m.toLeft + m.toRight;
+        const double height = m.toBottom + m.toTop;
+        const double offX = RoundingOfPlace(m.centroid.x, width);
+        const double offY = RoundingOfPlace(m.centroid.y, height);
+        const double centreX = m.firstXError / m.area;
+        const double centreY = m.firstYError / m.area;
         Add("area", kIntegrals, m.area, m.areaError);
-        Add("centroid_x", kIntegrals, m.centroid.x, m.firstXError / m.area);
-        Add("centroid_y", kIntegrals, m.centroid.y, m.firstYError / m.area);
+        Add("width", kMeasured, width, 2.0 * offX);
+        Add("height", kMeasured, height, 2.0 * offY);
+        Add("centroid_x", kIntegrals, m.centroid.x, centreX);
+        Add("centroid_y", kIntegrals, m.centroid.y, centreY);
+        Add("fibre_distance_bottom", kMeasured, m.toBottom, centreY + offY);
+        Add("fibre_distance_top", kMeasured, m.toTop, centreY + offY);
+        Add("fibre_distance_left", kMeasured, m.toLeft, centreX + offX);
+        Add("fibre_distance_right", kMeasured, m.toRight, centreX + offX);
+        double perimeter = 0.0;
+        double off = 0.0;
+        for (const Part& part : report_.region.parts) {
+            perimeter += Perimeter(part.outline);
+            off += static_cast<double>(part.outline.size()) * (offX + offY);
+        }
+        Add("perimeter", kMeasured, report_.region.frame.LengthFromFrame(perimeter), off);
+    }
+
+    void AddSecondMoments() {
+        const Moments& m = moments_;
         Add("inertia_x", kIntegrals, m.inertiaX, m.inertiaXError);
         Add("inertia_y", kIntegrals, m.inertiaY, m.inertiaYError);
         Add("inertia_xy", kIntegrals, m.inertiaXY, m.inertiaXYError);
@@ -98,53 +132,67 @@ private:
         first_ = PrincipalInertiasOf(m.inertiaX, m.inertiaY, m.inertiaXY).first;
         const PrincipalInertias axes =
             PrincipalInertiasOf(m.inertiaX, areEqual ? m.inertiaX : m.inertiaY, product);
-        const char* const method = "Mohr's circle";
-        Add("principal_inertia_1", method, first_, m.inertiaXError + m.inertiaYError);
-        Add("principal_inertia_2", method, m.second, m.secondError);
+        Add("principal_inertia_1", kMohr, first_, m.inertiaXError + m.inertiaYError);
+        Add("principal_inertia_2", kMohr, m.second, m.secondError);
         const double radius = std::hypot(0.5 * (m.inertiaX - m.inertiaY), m.inertiaXY);
         const double off = m.inertiaXError + m.inertiaYError + m.inertiaXYError;
         const double degrees = 180.0 / std::numbers::pi;
-        Add("principal_angle", method, axes.angle * degrees,
-            radius > 0.0 ? std::min(90.0, off / (2.0 * radius) * degrees) : 0.0);
+        angle_ = axes.angle;
+        angleError_ = radius > 0.0 ? std::min(0.5 * std::numbers::pi, off / (2.0 * radius)) : 0.0;
+        Add("principal_angle", kMohr, angle_ * degrees, angleError_ * degrees);
+        if (areEqual && product == 0.0) angleError_ = 0.0;  // every axis is a principal one
     }
 
     void AddRadiiOfGyration() {
-        const auto add = [&](const char* key, const char* method, double inertia, double error) {
+        const auto add = [&](const char* key, double inertia, double error) {
             const double radius = std::sqrt(std::max(0.0, inertia) / moments_.area);
             const double relative =
                 RelativeError(error, inertia) + RelativeError(moments_.areaError, moments_.area);
-            Add(key, method, radius, 0.5 * relative * radius);
+            Add(key, kQuotient, radius, 0.5 * relative * radius);
         };
         const Moments& m = moments_;
-        add("radius_of_gyration_x", "sqrt(Ix / A)", m.inertiaX, m.inertiaXError);
-        add("radius_of_gyration_y", "sqrt(Iy / A)", m.inertiaY, m.inertiaYError);
-        add("radius_of_gyration_1", "sqrt(I1 / A)", first_, m.inertiaXError + m.inertiaYError);
-        add("radius_of_gyration_2", "sqrt(I2 / A)", m.second, m.secondError);
+        add("radius_of_gyration_x", m.inertiaX, m.inertiaXError);
+        add("radius_of_gyration_y", m.inertiaY, m.inertiaYError);
+        add("radius_of_gyration_1", first_, m.inertiaXError + m.inertiaYError);
+        add("radius_of_gyration_2", m.second, m.secondError);
     }
 
     void AddElasticModuli() {
         const Moments& m = moments_;
         const Shift& shift = report_.shift;
-        const auto add = [&](const char* key, const char* method, double inertia, double error,
-                             double distance, double size, double first) {
+        const auto add = [&](const char* key, double inertia, double error, double distance,
+                             double size, double first) {
             constexpr double kOnEdge = 1e-12;  // of the section's extent
             const double modulus = inertia / distance;
             const double relative =
                 RelativeError(error, inertia) + RelativeError(first / m.area, distance);
-            Add(key, method, modulus, relative * std::fabs(modulus));
+            Add(key, kQuotient, modulus, relative * std::fabs(modulus));
             if (std::fabs(distance) <= kOnEdge * size) Miss(kOnTheEdge);
         };
         const double height = m.toBottom + m.toTop;
         const double width = m.toLeft + m.toRight;
-        const char *const ofX = "Ix / fibre distance", *const ofY = "Iy / fibre distance";
-        add("elastic_modulus_bottom", ofX, m.inertiaX, m.inertiaXError, m.toBottom + shift.dy,
-            height, m.firstYError);
-        add("elastic_modulus_top", ofX, m.inertiaX, m.inertiaXError, m.toTop - shift.dy, height,
+        add("elastic_modulus_bottom", m.inertiaX, m.inertiaXError, m.toBottom + shift.dy, height,
             m.firstYError);
-        add("elastic_modulus_left", ofY, m.inertiaY, m.inertiaYError, m.toLeft + shift.dx, width,
+        add("elastic_modulus_top", m.inertiaX, m.inertiaXError, m.toTop - shift.dy, height,
+            m.firstYError);
+        add("elastic_modulus_left", m.inertiaY, m.inertiaYError, m.toLeft + shift.dx, width,
             m.firstXError);
-        add("elastic_modulus_right", ofY, m.inertiaY, m.inertiaYError, m.toRight - shift.dx, width,
+        add("elastic_modulus_right", m.inertiaY, m.inertiaYError, m.toRight - shift.dx, width,
             m.firstXError);
+    }
+
+    void AddPrincipalModuli() {
+        const Moments& m = moments_;
+        principal_ = PrincipalModuliOf(report_.region, m.centroid, angle_);
+        const double reach = m.toLeft + m.toRight + m.toBottom + m.toTop;
+        const double off = (m.firstXError + m.firstYError) / m.area + angleError_ * reach;
+        const auto add = [&](const char* key, double inertia, double error, double fibre) {
+            const double modulus = inertia / fibre;
+            const double relative = RelativeError(error, inertia) + RelativeError(off, fibre);
+            Add(key, kQuotient, modulus, relative * modulus);
+        };
+        add("elastic_modulus_1", first_, m.inertiaXError + m.inertiaYError, principal_.fibre1);
+        add("elastic_modulus_2", m.second, m.secondError, principal_.fibre2);
     }
 
     void AddPlasticValues() {
@@ -159,17 +207,20 @@ private:
             Add(key, method, number, error);
             Miss(why);
         };
-        const char* const sides = "both sides of the axis";
-        add("plastic_modulus_x", sides, moduli.x, m.firstYError);
-        add("plastic_modulus_y", sides, moduli.y, m.firstXError);
-        add("plastic_axis_y", "halves the area", axes.y, 0.0);
-        add("plastic_axis_x", "halves the area", axes.x, 0.0);
+        add("plastic_modulus_x", kHalves, moduli.x, m.firstYError);
+        add("plastic_modulus_y", kHalves, moduli.y, m.firstXError);
+        const double reach = m.toLeft + m.toRight + m.toBottom + m.toTop;
+        const double off = m.firstXError + m.firstYError + angleError_ * reach * m.area;
+        add("plastic_modulus_1", kHalves, principal_.plastic1, off);
+        add("plastic_modulus_2", kHalves, principal_.plastic2, off);
+        add("plastic_axis_y", kHalves, axes.y, 0.0);
+        add("plastic_axis_x", kHalves, axes.x, 0.0);
         const auto addFactor = [&](const char* key, double modulus, double fibre, double inertia,
                                    double error, double first) {
             const double factor = modulus * fibre / inertia;
             const double relative = RelativeError(error, inertia) + RelativeError(first, modulus) +
                                     RelativeError(first / m.area, fibre);
-            add(key, "Wpl / smaller Wel", factor, relative * factor);
+            add(key, kQuotient, factor, relative * factor);
         };
         addFactor("shape_factor_x", moduli.x, std::max(m.toBottom, m.toTop), m.inertiaX,
                   m.inertiaXError, m.firstYError);
@@ -177,11 +228,17 @@ private:
                   m.inertiaYError, m.firstXError);
     }
 
+    void AddStaticMoments() {
+        const PlasticModuli half = StaticMoments(report_.region, moments_.centroid);
+        Add("static_moment_x", kIntegrals, half.x, moments_.firstYError);
+        Add("static_moment_y", kIntegrals, half.y, moments_.firstXError);
+    }
+
     void AddMass() {
         if (!report_.section.density) return;
         const double metres = MetresPer(report_.section.unit);
         const double perArea = *report_.section.density * metres * metres;
-        Add("mass_per_metre", "density x A", perArea * moments_.area, perArea * moments_.areaError);
+        Add("mass_per_metre", kQuotient, perArea * moments_.area, perArea * moments_.areaError);
     }
 
     void WarnOfLostDigits() {
@@ -197,7 +254,10 @@ private:
     Report& report_;
     Moments moments_;
     std::string whyNoDigits_;
-    double first_ = 0.0;  // the larger principal second moment
+    double first_ = 0.0;       // the larger principal second moment
+    double angle_ = 0.0;       // of its axis [rad]
+    double angleError_ = 0.0;  // [rad]
+    PrincipalModuli principal_;
 };
 
 }  // namespace

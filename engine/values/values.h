@@ -11,6 +11,13 @@
 
 namespace halvorn::engine {
 
+/// What comes with a number of a value.
+enum class Certainty {
+    Exact,   ///< nothing: rounding alone makes it differ from what is drawn
+    Bounds,  ///< two bounds; with a Poisson's ratio above 0 shear areas have an error
+    Error    ///< an error, bounded or estimated
+};
+
 /// What a value is called and measured in.
 struct ValueDescription {
     const char* key;             // in JSON and CSV; never changes once released
@@ -18,13 +25,16 @@ struct ValueDescription {
     const char* symbol;          // as engineers write it
     int power;                   // of the length unit; 0: see `unit`
     const char* unit = nullptr;  // "deg", "kg/m" when the power is 0; null: none
+    ValueGroup group = ValueGroup::Geometry;
+    Certainty certainty = Certainty::Exact;
+    const char* published = nullptr;  // the key of what tables publish of it; null: nothing
 };
 
-/// What an engineer means by each symbol, in reading order.
-extern const std::array<ValueDescription, 33> kValues;
+/// What an engineer means by each symbol, in reading order, group by group.
+extern const std::array<ValueDescription, 47> kValues;
 
 /// What the tables of profiles publish.
-extern const std::array<ValueDescription, 10> kPublishedValues;
+extern const std::array<ValueDescription, 12> kPublishedValues;
 
 /// An output of the library's class.
 template <typename Outputs>

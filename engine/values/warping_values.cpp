@@ -7,26 +7,23 @@
 
 #include "region/moments.h"
 #include "values/digits.h"
+#include "values/method_words.h"
 #include "values/values.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-constexpr std::array<std::string_view, 9> kKeys = {
-    "torsion_constant",       "torsion_modulus", "warping_constant",
-    "shear_centre_x",         "shear_centre_y",  "shear_stiffness_area_x",
-    "shear_stiffness_area_y", "monosymmetry_x",  "monosymmetry_y",
+constexpr std::array<std::string_view, 10> kKeys = {
+    "torsion_constant",       "torsion_modulus",        "warping_constant", "shear_centre_x",
+    "shear_centre_y",         "polar_radius",           "monosymmetry_x",   "monosymmetry_y",
+    "shear_stiffness_area_x", "shear_stiffness_area_y",
 };
 
 constexpr const char* kNotPrincipal =
     "x and y are no principal axes of the section; turn it back by the angle alpha of principal "
     "axis 1 to have its monosymmetry constants";
 
-constexpr const char* kBounds = "between two bounds";
-constexpr const char* kWithin = "bounded error";
-constexpr const char* kEstimate = "estimate";
-constexpr const char* kLargestStress = "largest stress, estimate";
 constexpr const char* kTooPoor =
     "the solution is too poor to tell the largest stress; a smaller --tolerance may tell it";
 
@@ -48,13 +45,14 @@ public:
 
     void Write(const WarpingValues& w) {
         Set("torsion_constant", w.torsionConstant);
-        SetEstimate("torsion_modulus", kLargestStress, w.torsionModulus);
+        SetEstimate("torsion_modulus", kEstimate, w.torsionModulus);
         Set("shear_stiffness_area_x", w.shearAreaX, w.areShearAreasBounds);
         Set("shear_stiffness_area_y", w.shearAreaY, w.areShearAreasBounds);
         SetEstimate("warping_constant", kEstimate, w.warpingConstant);
         const Moments& m = moments_;
         SetPlace("shear_centre_x", w.shearCentreX, m.centroid.x, m.firstXError / m.area);
         SetPlace("shear_centre_y", w.shearCentreY, m.centroid.y, m.firstYError / m.area);
+        SetPolarRadius(w);
         SetPlace("monosymmetry_x", w.monosymmetryX, 0.0, m.firstYError / m.area);
         SetPlace("monosymmetry_y", w.monosymmetryY, 0.0, m.firstXError / m.area);
         for (const std::string_view key : kKeys) {
@@ -72,6 +70,8 @@ public:
         missing.symbol = value.symbol;
         missing.unit = value.unit;
         missing.power = value.power;
+        missing.group = value.group;
+        missing.published = value.published;
         missing.whyMissing = why;
         value = missing;
     }
@@ -120,6 +120,22 @@ private:
         if (key == "torsion_modulus" && !(estimate.error < std::fabs(estimate.value))) {
             Miss(key, kTooPoor);
         }
+    }
+
+    // About the shear centre: iM^2 = (Ix + Iy) / A + (xM - xG)^2 + (yM - yG)^2.
+    void SetPolarRadius(const WarpingValues& w) {
+        const Moments& m = moments_;
+        const double x = std::fabs(w.shearCentreX.value - m.centroid.x);
+        const double y = std::fabs(w.shearCentreY.value - m.centroid.y);
+        const double offX = w.shearCentreX.error;
+        const double offY = w.shearCentreY.error;
+        const double radius = std::sqrt((m.inertiaX + m.inertiaY) / m.area + x * x + y * y);
+        const double square = 2.0 * (x * offX + y * offY) + offX * offX + offY * offY;
+        const double rounding = (m.firstXError + m.firstYError) / m.area;
+        Value& value = SetNumber("polar_radius", kWithin, radius);
+        // The root of a square that is less by this differs by no more than this over the root.
+        value.error = square / radius + rounding + rounding_ * radius;
+        Check(value, *value.error);
     }
 
     // @param centroid  a place that the value takes when it is as good as there

@@ -68,27 +68,69 @@ std::vector<std::string> Notes(const Report& report) {
     return notes;
 }
 
+std::string Cell(const std::optional<double>& number) {
+    return number ? EveryDigit(*number) : "";
+}
+
 std::string Cell(const Value* value) {
     return value == nullptr ? "" : EveryDigit(value->number);
 }
 
+// The columns of a value: the number, what says how certain it is, and what is published of it.
+struct Column {
+    const char* suffix;
+    bool (*isOf)(const ValueDescription&);
+    std::optional<double> Value::*member;
+};
+
+constexpr Column kColumns[] = {
+    {"_lower", [](const ValueDescription& d) { return d.certainty == Certainty::Bounds; },
+     &Value::lower},
+    {"_upper", [](const ValueDescription& d) { return d.certainty == Certainty::Bounds; },
+     &Value::upper},
+    // With a Poisson's ratio above 0 shear areas have an error in the place of bounds.
+    {"_error",
+     [](const ValueDescription& d) {
+         const bool isShearArea = d.certainty == Certainty::Bounds && d.group == ValueGroup::Shear;
+         return d.certainty == Certainty::Error || isShearArea;
+     },
+     &Value::error},
+    {"_published", [](const ValueDescription& d) { return d.published != nullptr; },
+     &Value::published}};
+
 }  // namespace
 
-std::string CsvHeader() {
+std::string CsvHeader(const CsvOptions& options) {
     std::vector<std::string> cells = {"source", "name", "unit"};
-    for (const ValueDescription& value : kValues) cells.emplace_back(value.key);
-    for (const std::string& key : ClassKeys()) cells.push_back("class_" + key);
+    for (const ValueDescription& value : kValues) {
+        cells.emplace_back(value.key);
+        for (const Column& column : kColumns) {
+            if (column.isOf(value)) cells.push_back(value.key + std::string(column.suffix));
+        }
+    }
+    if (options.wantsClassValues) {
+        for (const std::string& key : ClassKeys()) cells.push_back("class_" + key);
+    }
     cells.emplace_back("notes");
     return Joined(cells, ",") + '\n';
 }
 
-std::string CsvRow(const Report& report) {
+std::string CsvRow(const Report& report, const CsvOptions& options) {
     const SectionModel& section = report.section;
     std::vector<std::string> cells = {Quoted(section.source), Quoted(section.name),
                                       Quoted(section.unit)};
-    for (const ValueDescription& value : kValues) cells.push_back(Cell(report.Find(value.key)));
-    for (const std::string& key : ClassKeys()) {
-        cells.push_back(Cell(FindValue(report.classValues, key)));
+    for (const ValueDescription& description : kValues) {
+        const Value* const value = report.Find(description.key);
+        cells.push_back(Cell(value));
+        for (const Column& column : kColumns) {
+            if (!column.isOf(description)) continue;
+            cells.push_back(value == nullptr ? "" : Cell(value->*column.member));
+        }
+    }
+    if (options.wantsClassValues) {
+        for (const std::string& key : ClassKeys()) {
+            cells.push_back(Cell(FindValue(report.classValues, key)));
+        }
     }
     cells.push_back(Quoted(Joined(Notes(report), "; ")));
     return Joined(cells, ",") + '\n';

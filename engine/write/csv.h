@@ -12,7 +12,7 @@ namespace halvorn::engine {
 /// Returns one line for the columns of `CsvHeader`, with its line feed and every digit of each
 /// number; a cell is empty where a value does not exist or was not computed. The last cell holds
 /// the findings but for hints, and the reasons of what was not computed, separated by "; ".
-std::string CsvRow(const Report& report);
+std::string CsvRow(const Report& report, const CsvOptions& options = {});
 
 }  // namespace halvorn::engine
 

@@ -29,6 +29,8 @@ ordered_json Entry(const Value& value) {
     entry["symbol"] = value.symbol;
     entry["name"] = value.name;
     entry["method"] = value.method;
+    if (value.published) entry["published"] = *value.published;
+    if (const auto difference = value.Difference()) entry["difference"] = *difference;
     if (!value.IsComputed()) entry["not_computed"] = value.whyMissing;
     return entry;
 }
@@ -36,6 +38,13 @@ ordered_json Entry(const Value& value) {
 ordered_json Members(const std::vector<Value>& values) {
     ordered_json members = ordered_json::object();
     for (const Value& value : values) members[value.key] = Entry(value);
+    return members;
+}
+
+// Each with its group.
+ordered_json ValueMembers(const std::vector<Value>& values) {
+    ordered_json members = Members(values);
+    for (const Value& value : values) members[value.key]["group"] = GroupName(value.group);
     return members;
 }
 
@@ -93,20 +102,23 @@ ordered_json Halves(const std::vector<PlasticHalves>& halves) {
 ordered_json Object(const Report& report) {
     const SectionModel& section = report.section;
     const bool isPolyline = section.polyline.has_value();
-    return {{"results_version", 2},
-            {"source", section.source},
-            {"name", section.name},
-            {"description", section.description},
-            {"length_unit", section.unit},
-            {"kind", isPolyline ? "polyline" : "section"},
-            {"shift", {{"dx", report.shift.dx}, {"dy", report.shift.dy}}},
-            {"values", Members(report.values)},
-            {"stresses", Stresses(report)},
-            {"published", Members(report.published)},
-            {"plastic_halves", Halves(report.halves)},
-            {"class_values", Members(report.classValues)},
-            {"class_values_are", isPolyline ? kPolylineValuesAre : kClassValuesAre},
-            {"findings", List(report.findings)}};
+    ordered_json object = {{"results_version", 3},
+                           {"source", section.source},
+                           {"name", section.name},
+                           {"description", section.description},
+                           {"length_unit", section.unit},
+                           {"kind", isPolyline ? "polyline" : "section"},
+                           {"shift", {{"dx", report.shift.dx}, {"dy", report.shift.dy}}},
+                           {"values", ValueMembers(report.values)},
+                           {"stresses", Stresses(report)},
+                           {"published", Members(report.published)},
+                           {"plastic_halves", Halves(report.halves)},
+                           {"findings", List(report.findings)}};
+    if (!report.classValues.empty()) {
+        object["class_values"] = Members(report.classValues);
+        object["class_values_are"] = isPolyline ? kPolylineValuesAre : kClassValuesAre;
+    }
+    return object;
 }
 
 // A path need not be UTF-8.

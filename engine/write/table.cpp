@@ -8,25 +8,21 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "geometry/place_text.h"
+#include "values/class_values.h"
 #include "values/plastic_halves.h"
 #include "values/stress_values.h"
 #include "values/values.h"
+#include "write/columns.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-using Row = std::array<std::string, 5>;  // name, symbol, value, unit, method
-constexpr std::size_t kMethod = 4;
-
 constexpr int kDigits = 7;  // significant ones
+constexpr const char* kNotComputed = "not computed: ";
 
 std::string SevenDigits(double number) {
     return TableNumber(number, kDigits);
-}
-
-std::size_t DigitsBeforePoint(const std::string& number) {
-    return std::min(number.find_first_of(".e "), number.size());
 }
 
 // Between two bounds the number is their middle.
@@ -38,73 +34,91 @@ std::string Number(const Value& value) {
     return NumberWithin(value.number, error, kDigits);
 }
 
-// Numbers with bounds and exponents are long: they start where words do.
-bool IsAligned(const Value& value, const std::string& number) {
-    const bool hasExponentAndBound =
-        number.find('e') != std::string::npos && number.find(' ') != std::string::npos;
-    return value.IsComputed() && !hasExponentAndBound;
+// The published value and by how much the drawn one differs from it; blanks where there is none.
+void AddPublishedCells(const Value& value, std::vector<std::string>* cells) {
+    cells->push_back(value.published ? SevenDigits(*value.published) : "");
+    const std::optional<double> difference = value.Difference();
+    const double percent = 100.0 * difference.value_or(0.0);
+    constexpr int kDecimals = 2;
+    const std::string number = FixedNumber(percent, kDecimals);
+    const bool isMore = number[0] != '-' && number != "0";
+    cells->push_back(difference ? (isMore ? "+" : "") + number + " %" : "");
 }
 
-// The rows of a block of values, decimal points one above the other. Words start where the longest
-// number starts.
-std::vector<Row> Rows(const std::vector<Value>& values) {
-    std::vector<std::string> numbers;
-    std::size_t widest = 0;
+// The rows of a block of values. A value that is missing says why; the same reason once more is
+// short.
+std::vector<TableRow> Rows(const std::vector<Value>& values, bool hasPublished) {
+    std::vector<TableRow> rows;
+    std::string lastReason;
     for (const Value& value : values) {
-        numbers.push_back(value.IsComputed() ? Number(value) : "not computed");
-        if (IsAligned(value, numbers.back())) {
-            widest = std::max(widest, DigitsBeforePoint(numbers.back()));
+        TableRow& row = rows.emplace_back();
+        row.cells = {value.name, value.symbol};
+        if (value.IsComputed()) {
+            row.cells.push_back(Number(value));
+            row.cells.push_back(value.unit);
+            if (hasPublished) AddPublishedCells(value, &row.cells);
+            row.cells.push_back(SingleLine(value.method));
+            lastReason.clear();
+            continue;
         }
+        row.text = value.whyMissing == lastReason ? "not computed, as above"
+                                                  : kNotComputed + SingleLine(value.whyMissing);
+        lastReason = value.whyMissing;
     }
-    std::vector<Row> rows;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const Value& value = values[i];
-        if (IsAligned(value, numbers[i])) {
-            numbers[i].insert(0, widest - DigitsBeforePoint(numbers[i]), ' ');
-        }
-        rows.push_back({value.name, value.symbol, numbers[i], value.unit,
-                        value.IsComputed() ? SingleLine(value.method) : ""});
+    std::vector<std::string*> numbers;
+    for (TableRow& row : rows) {
+        if (row.text.empty()) numbers.push_back(&row.cells[2]);
     }
+    AlignPoints(numbers);
     return rows;
 }
 
-std::string JoinColumns(const std::vector<Row>& rows) {
-    std::array<std::size_t, 5> widths{};
-    for (const Row& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            widths[i] = std::max(widths[i], CharacterCount(row[i]));
-        }
-    }
-    std::string text;
-    for (const Row& row : rows) {
-        std::string line;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            line += row[i] + std::string(widths[i] - CharacterCount(row[i]) + 2, ' ');
-        }
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
-    }
-    return text;
+void Append(const std::vector<TableRow>& block, std::vector<TableRow>* rows) {
+    rows->insert(rows->end(), block.begin(), block.end());
 }
 
-// Puts a number in the place of each method that would make its line too long, and returns the
-// methods under their numbers.
-std::vector<std::string> NumberLongMethods(std::vector<Row>& rows) {
-    constexpr std::size_t kLongestLine = 115;
-    std::size_t start = 0;
-    for (std::size_t column = 0; column < kMethod; ++column) {
-        std::size_t width = 0;
-        for (const Row& row : rows) width = std::max(width, CharacterCount(row[column]));
-        start += width + 2;
+const char* GroupTitle(ValueGroup group) {
+    switch (group) {
+        case ValueGroup::Bending:
+            return "Bending, about axes through the centre of gravity: x horizontal, y vertical, 1 "
+                   "and 2 principal";
+        case ValueGroup::Plastic:
+            return "Plastic, about the lines parallel to these axes that halve the area";
+        case ValueGroup::Torsion:
+            return "Torsion and warping; M is the shear centre";
+        case ValueGroup::Shear:
+            return "Shear: stiffness areas for a force along x and y; static moments of one side "
+                   "of "
+                   "the axis";
+        case ValueGroup::Geometry:
+            break;
     }
-    std::vector<std::string> methods;
-    for (Row& row : rows) {
-        if (start + CharacterCount(row[kMethod]) <= kLongestLine) continue;
-        const auto at = std::find(methods.begin(), methods.end(), row[kMethod]);
-        const std::string number = std::to_string(at - methods.begin() + 1);
-        if (at == methods.end()) methods.push_back(row[kMethod]);
-        row[kMethod] = '[' + number + ']';
+    return "Geometry";
+}
+
+// All groups in the same columns.
+std::string ValuesText(const std::vector<Value>& values) {
+    const bool hasPublished = std::any_of(values.begin(), values.end(), [](const Value& value) {
+        return value.published.has_value();
+    });
+    std::vector<TableRow> rows;
+    for (auto from = values.begin(); from != values.end();) {
+        const ValueGroup group = from->group;
+        const auto to = std::find_if(from, values.end(),
+                                     [&](const Value& value) { return value.group != group; });
+        if (from == values.begin()) {
+            rows.push_back({{GroupTitle(group), "Symbol", "Value", "Unit"}, ""});
+            std::vector<std::string>& head = rows.back().cells;
+            if (hasPublished) head.insert(head.end(), {"Published", "Differs"});
+            head.emplace_back("Method");
+        } else {
+            rows.push_back({});
+            rows.push_back({{GroupTitle(group)}, ""});
+        }
+        Append(Rows({from, to}, hasPublished), &rows);
+        from = to;
     }
-    return methods;
+    return JoinColumns(rows);
 }
 
 // The halves as values.
@@ -158,59 +172,50 @@ std::string ForcesText(const Report& report) {
     return text + '\n';
 }
 
-// All blocks in the same columns, a line apart, and what stands for the numbers in them.
-std::string Blocks(const Report& report) {
-    std::vector<Row> rows = {{"Property", "Symbol", "Value", "Unit", "Method"}};
-    const auto add = [&](const char* title, const std::vector<Value>& values) {
-        if (values.empty()) return;
-        if (title != nullptr) {
-            rows.push_back({});
-            rows.push_back({title});
-        }
-        const std::vector<Row> block = Rows(values);
-        rows.insert(rows.end(), block.begin(), block.end());
-    };
-    add(nullptr, report.values);
-    add("Stresses", StressValues(report));
-    add("Halves about the plastic axes", HalfValues(report));
-    add("Published", report.published);
-    add("Outputs of the class", report.classValues);
-    const std::vector<std::string> methods = NumberLongMethods(rows);
-    std::string text = JoinColumns(rows);
-    for (std::size_t i = 0; i < methods.size(); ++i) {
-        text += (i == 0 ? "\n[" : "[") + std::to_string(i + 1) + "] " + methods[i] + '\n';
-    }
-    return text;
+// A block of its own columns.
+std::string BlockText(const char* title, const std::vector<Value>& values) {
+    if (values.empty()) return "";
+    std::vector<TableRow> rows = {{{title, "Symbol", "Value", "Unit", ""}, ""}};
+    Append(Rows(values, false), &rows);
+    return '\n' + JoinColumns(rows);
 }
 
-// Every reason once in the order of the values, then what is found but for hints.
-std::vector<std::string> Footnotes(const Report& report) {
-    std::vector<std::string> notes;
-    const std::vector<Value> stresses = StressValues(report);
-    for (const auto* const list : {&report.values, &stresses, &report.classValues}) {
-        for (const Value& value : *list) {
-            if (value.IsComputed()) continue;
-            const std::string note = "Not computed: " + SingleLine(value.whyMissing);
-            if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
-        }
+// The outputs of the class, each with what it is.
+std::string ClassText(const Report& report) {
+    if (report.classValues.empty()) return "";
+    std::vector<TableRow> rows = {{{"Symbol", "Value", "Unit", "What it is"}, ""}};
+    for (const Value& value : report.classValues) {
+        const bool isComputed = value.IsComputed();
+        rows.push_back({{value.symbol, isComputed ? Number(value) : "", value.unit},
+                        value.name + ": " +
+                            (isComputed ? SingleLine(value.method)
+                                        : kNotComputed + SingleLine(value.whyMissing))});
     }
-    for (const PlasticHalves& halves : report.halves) {
-        const std::string note = "Not computed: " + SingleLine(halves.whyMissing);
-        const bool isNew = std::find(notes.begin(), notes.end(), note) == notes.end();
-        if (!halves.whyMissing.empty() && isNew) notes.push_back(note);
+    std::vector<std::string*> numbers;
+    for (TableRow& row : rows) {
+        if (!row.text.empty()) numbers.push_back(&row.cells[1]);
     }
+    AlignPoints(numbers);
+    const char* const are = report.section.polyline ? kPolylineValuesAre : kClassValuesAre;
+    return '\n' + Wrapped("Outputs of the class: " + std::string(are), 0) + JoinColumns(rows);
+}
+
+// What is found but for hints.
+std::string Remarks(const Report& report) {
+    std::string text;
     for (const Finding& finding : report.findings) {
         if (finding.severity == Severity::Hint) continue;
         std::string kind = SeverityName(finding.severity);
         kind[0] = static_cast<char>(kind[0] - 'a' + 'A');
-        notes.push_back(kind + ": " + FindingText(finding));
+        constexpr std::size_t kIndent = 2;
+        text += '\n' + Wrapped(kind + ": " + FindingText(finding) + '.', kIndent);
     }
-    return notes;
+    return text;
 }
 
 }  // namespace
 
-std::string TableText(const Report& report) {
+std::string TableText(const Report& report, const TableOptions& options) {
     const SectionModel& section = report.section;
     std::string text = SingleLine(section.name.empty() ? section.source : section.name) + '\n';
     if (!section.description.empty()) text += SingleLine(section.description) + '\n';
@@ -222,9 +227,20 @@ std::string TableText(const Report& report) {
                 plus(report.shift.dy) + ") " + section.unit + '\n';
     }
     if (report.forces) text += ForcesText(report);
-    text += '\n' + Blocks(report);
-    for (const std::string& note : Footnotes(report)) text += '\n' + note + ".\n";
-    return text;
+    text += '\n' + ValuesText(report.values);
+    text += BlockText("Stresses", StressValues(report));
+    text += BlockText("Halves about the plastic axes", HalfValues(report));
+    text += ClassText(report);
+    if (options.wantsMethods) text += "\nMethods\n" + MethodsText();
+    return text + Remarks(report);
+}
+
+std::string MethodsText() {
+    std::vector<TableRow> rows;
+    for (const MethodDescription& method : MethodDescriptions()) {
+        rows.push_back({{method.word, ""}, method.sentence});
+    }
+    return JoinColumns(rows);
 }
 
 }  // namespace halvorn::engine

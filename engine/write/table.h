@@ -9,11 +9,13 @@
 
 namespace halvorn::engine {
 
-/// Returns an aligned table of the values, of what is published of a profile and of the outputs of
-/// the class, decimal points one above the other, and below it the reasons of what is missing and
-/// what is found, but for hints. Lines have at most 115 columns: a longer method is a number, [1],
-/// and stands below.
-std::string TableText(const Report& report);
+/// Returns a table of the values, group by group, with what is published of a profile beside each,
+/// and below it what is found but for hints. A value that is missing says why in its line. Lines
+/// have at most 100 columns where names and numbers let them.
+std::string TableText(const Report& report, const TableOptions& options = {});
+
+/// Returns all methods with what they are, a line each or more, for people.
+std::string MethodsText();
 
 }  // namespace halvorn::engine
 
