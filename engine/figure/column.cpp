@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string_view>
 
 #include "figure/sheet.h"
@@ -11,8 +12,7 @@ namespace {
 
 constexpr double kSample = 30.0;  // length of a line in the legend
 
-// What a reader of a drawing looks for, in the order of the table. Not torsion and shear, which
-// mean little without a word on how they were found.
+// What a reader of a drawing looks for, in the order of the table.
 constexpr std::array kShownKeys = {
     "area",
     "inertia_x",
@@ -29,6 +29,13 @@ constexpr std::array kShownKeys = {
     "plastic_modulus_y",
     "plastic_axis_y",
     "plastic_axis_x",
+    "torsion_constant",
+    "torsion_modulus",
+    "warping_constant",
+    "shear_centre_x",
+    "shear_centre_y",
+    "shear_stiffness_area_x",
+    "shear_stiffness_area_y",
 };
 
 void AddSample(Sheet& sheet, const LegendEntry& entry, double left, double baseline) {
@@ -61,6 +68,15 @@ void AddSample(Sheet& sheet, const LegendEntry& entry, double left, double basel
     }
 }
 
+// The digits of a value that its error leaves, at most so many.
+int TrueDigits(const Value& value, int most) {
+    double error = value.error.value_or(0.0);
+    if (value.lower && value.upper) error = 0.5 * (*value.upper - *value.lower);
+    if (!(error > 0.0) || value.number == 0.0) return most;
+    const auto place = [](double number) { return std::floor(std::log10(std::fabs(number))); };
+    return static_cast<int>(std::clamp(place(value.number) - place(error) + 1.0, 1.0, 1.0 * most));
+}
+
 double Widest(const std::vector<ValueRow>& rows, Runs ValueRow::*part, const MeasureText& measure) {
     double widest = 0.0;
     for (const ValueRow& row : rows) {
@@ -78,7 +94,7 @@ std::vector<ValueRow> ValueRows(const Report& report) {
     for (const std::string_view key : kShownKeys) {
         const Value* const value = report.Find(key);
         if (value == nullptr) continue;
-        rows.push_back({Symbol(value->symbol), Number(value->number, kDigits, kPlainBelow),
+        rows.push_back({Symbol(value->symbol), Number(value->number, TrueDigits(*value, kDigits), kPlainBelow),
                         Unit(value->unit)});
     }
     return rows;

@@ -133,8 +133,9 @@ private:
         const double square = 2.0 * (x * offX + y * offY) + offX * offX + offY * offY;
         const double rounding = (m.firstXError + m.firstYError) / m.area;
         Value& value = SetNumber("polar_radius", kWithin, radius);
-        // The root of a square that is less by this differs by no more than this over the root.
-        value.error = square / radius + rounding + rounding_ * radius;
+        // The root of a square that is off by this is off by no more than the lower root.
+        const double lower = std::sqrt(std::max(radius * radius - square, 0.0));
+        value.error = square / (radius + lower) + rounding + rounding_ * radius;
         Check(value, *value.error);
     }
 

@@ -19,7 +19,6 @@ namespace halvorn::engine {
 namespace {
 
 constexpr int kDigits = 7;  // significant ones
-constexpr const char* kNotComputed = "not computed: ";
 
 std::string SevenDigits(double number) {
     return TableNumber(number, kDigits);
@@ -34,6 +33,12 @@ std::string Number(const Value& value) {
     return NumberWithin(value.number, error, kDigits);
 }
 
+// The same reason once more is short.
+std::string WhyMissing(const Value& value, const std::string& lastReason) {
+    return value.whyMissing == lastReason ? "not computed, as above"
+                                          : "not computed: " + SingleLine(value.whyMissing);
+}
+
 // The published value and by how much the drawn one differs from it; blanks where there is none.
 void AddPublishedCells(const Value& value, std::vector<std::string>* cells) {
     cells->push_back(value.published ? SevenDigits(*value.published) : "");
@@ -45,8 +50,7 @@ void AddPublishedCells(const Value& value, std::vector<std::string>* cells) {
     cells->push_back(difference ? (isMore ? "+" : "") + number + " %" : "");
 }
 
-// The rows of a block of values. A value that is missing says why; the same reason once more is
-// short.
+// The rows of a block of values. A value that is missing says why.
 std::vector<TableRow> Rows(const std::vector<Value>& values, bool hasPublished) {
     std::vector<TableRow> rows;
     std::string lastReason;
@@ -58,11 +62,9 @@ std::vector<TableRow> Rows(const std::vector<Value>& values, bool hasPublished) 
             row.cells.push_back(value.unit);
             if (hasPublished) AddPublishedCells(value, &row.cells);
             row.cells.push_back(SingleLine(value.method));
-            lastReason.clear();
-            continue;
+        } else {
+            row.text = WhyMissing(value, lastReason);
         }
-        row.text = value.whyMissing == lastReason ? "not computed, as above"
-                                                  : kNotComputed + SingleLine(value.whyMissing);
         lastReason = value.whyMissing;
     }
     std::vector<std::string*> numbers;
@@ -184,12 +186,13 @@ std::string BlockText(const char* title, const std::vector<Value>& values) {
 std::string ClassText(const Report& report) {
     if (report.classValues.empty()) return "";
     std::vector<TableRow> rows = {{{"Symbol", "Value", "Unit", "What it is"}, ""}};
+    std::string lastReason;
     for (const Value& value : report.classValues) {
-        const bool isComputed = value.IsComputed();
-        rows.push_back({{value.symbol, isComputed ? Number(value) : "", value.unit},
-                        value.name + ": " +
-                            (isComputed ? SingleLine(value.method)
-                                        : kNotComputed + SingleLine(value.whyMissing))});
+        const std::string how =
+            value.IsComputed() ? SingleLine(value.method) : WhyMissing(value, lastReason);
+        rows.push_back({{value.symbol, value.IsComputed() ? Number(value) : "", value.unit},
+                        value.name + ": " + how});
+        lastReason = value.whyMissing;
     }
     std::vector<std::string*> numbers;
     for (TableRow& row : rows) {

@@ -35,7 +35,8 @@ TEST(EngineForHosts, ReadsEachFormatToTheSameValues) {
         const Section section = Section::Parse(text, format, "a bar");
         EXPECT_EQ(section.Source(), "a bar");
         EXPECT_EQ(section.LengthUnit(), "mm");
-        const SectionReport report = section.Evaluate({.shift = {1.0, 2.0}});
+        const SectionReport report =
+            section.Evaluate({.shift = {1.0, 2.0}, .wantsClassValues = true});
         EXPECT_DOUBLE_EQ(NumberOf(report, "area"), 600.0);
         EXPECT_DOUBLE_EQ(NumberOf(report, "centroid_x"), 20.0);
         EXPECT_DOUBLE_EQ(NumberOf(report, "inertia_x"), 20000.0);  // 30 20^3 / 12
@@ -45,6 +46,7 @@ TEST(EngineForHosts, ReadsEachFormatToTheSameValues) {
         EXPECT_DOUBLE_EQ(NumberOf(report, "elastic_modulus_right"), 45000.0 / 14.0);
         EXPECT_DOUBLE_EQ(FindValue(report.ClassValues(), "plastic_modulus_x")->number, 3000.0);
         EXPECT_TRUE(report.Published().empty());
+        EXPECT_TRUE(section.Evaluate().ClassValues().empty());
         EXPECT_TRUE(report.Findings().empty()) << FindingsText(report.Findings());
         EXPECT_TRUE(section.Diagnose().empty());
     }

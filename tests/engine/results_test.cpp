@@ -90,31 +90,55 @@ const double kAngleAcross = (1e8 - 90 * 90 * 90 * 90.0) / 12 + 1e4 * 50 * 50 - 8
 const double kAngleProduct =
     1e4 * 2500 - 8100 * 3025.0 - std::pow((1e4 * 50 - 8100 * 55) / kAngleArea, 2) * kAngleArea;
 
+const double kCos17 = std::cos(17 * std::numbers::pi / 180);
+const double kSin17 = std::sin(17 * std::numbers::pi / 180);
+
 const Case kCases[] = {
     {"rectangle",
      {{true, Rectangle(10, 20, 200, 400)}},
      {{"principal_inertia_1", 200 * 6.4e7 / 12},
       {"principal_inertia_2", 400 * 8e6 / 12},
       {"principal_angle", 0},
+      {"width", 200},
+      {"height", 400},
+      {"fibre_distance_top", 200},
+      {"fibre_distance_left", 100},
+      {"perimeter", 1200},
+      {"static_moment_x", 200 * 400 * 400 / 8},
+      {"static_moment_y", 400 * 200 * 200 / 8},
       {"radius_of_gyration_x", 400 / std::sqrt(12)},
       {"radius_of_gyration_2", 200 / std::sqrt(12)},
       {"shape_factor_x", 1.5},
       {"shape_factor_y", 1.5},
       {"plastic_axis_y", 220},
       {"plastic_axis_x", 110}}},
-    {"lying", {{true, Rectangle(0, 0, 400, 200)}}, {{"principal_angle", 90}}},
-    {"turned left", {{true, Turned(Rectangle(0, 0, 200, 400), 30)}}, {{"principal_angle", 30}}},
+    {"lying",
+     {{true, Rectangle(0, 0, 400, 200)}},
+     {{"principal_angle", 90},
+      {"elastic_modulus_1", 200 * 1.6e5 / 6},
+      {"plastic_modulus_2", 400 * 4e4 / 4}}},
+    {"turned left",
+     {{true, Turned(Rectangle(0, 0, 200, 400), 30)}},
+     {{"principal_angle", 30},
+      {"elastic_modulus_1", 200 * 1.6e5 / 6},
+      {"elastic_modulus_2", 400 * 4e4 / 6},
+      {"plastic_modulus_1", 200 * 1.6e5 / 4},
+      {"plastic_modulus_2", 400 * 4e4 / 4}}},
     {"turned right",
      {{true, Turned(Rectangle(0, 0, 200, 400), 120)}},
      {{"principal_angle", -60},
       {"principal_inertia_1", 200 * 6.4e7 / 12},
       {"radius_of_gyration_1", 400 / std::sqrt(12)}}},
-    {"turned square", {{true, Turned(kSquare, 17)}}, {{"principal_angle", 0}}},
+    {"turned square",
+     {{true, Turned(kSquare, 17)}},
+     {{"principal_angle", 0}, {"perimeter", 400}, {"height", 100 * (kCos17 + kSin17)}}},
     {"tube",
      {{true, kSquare}, {false, Rectangle(5, 5, 90, 90)}},
      {{"plastic_modulus_x", 67750},
       {"plastic_modulus_y", 67750},
       {"plastic_axis_x", 50},
+      {"static_moment_y", 67750 / 2},
+      {"perimeter", 400},  // not that of the hole
       {"shape_factor_y", 67750 * 50 / ((1e8 - 90 * 90 * 90 * 90.0) / 12)}}},
     {"filled tube",
      {{true, kSquare}, {false, Rectangle(5, 5, 90, 90)}, {true, Rectangle(5, 5, 90, 90)}},
@@ -137,6 +161,9 @@ const Case kCases[] = {
      {{"plastic_axis_y", 82},
       {"plastic_axis_x", 50},
       {"plastic_modulus_x", 83600},
+      // Of the stem below the axis through the centre of gravity, 610 / 9 above its end.
+      {"static_moment_x", 20 * std::pow(610 / 9.0, 2) / 2},
+      {"fibre_distance_bottom", 610 / 9.0},
       {"shape_factor_x", kTeeFactor}}},
     {"stem to the right", {{true, Turned(kTee, 90)}}, {{"shape_factor_y", kTeeFactor}}},
     {"stem upwards", {{true, Turned(kTee, 180)}}, {{"shape_factor_x", kTeeFactor}}},
@@ -148,6 +175,8 @@ const Case kCases[] = {
      {{true, kAngle}},
      {{"principal_angle", 45},
       {"principal_inertia_1", kAngleAcross - kAngleProduct},
+      // About its axis of symmetry, to the ends of the legs.
+      {"elastic_modulus_1", (kAngleAcross - kAngleProduct) / (100 / std::sqrt(2))},
       {"principal_inertia_2", kAngleAcross + kAngleProduct}}}};
 
 constexpr double kExact = 1e-9;
@@ -551,10 +580,11 @@ TEST(Csv, HasACellForEveryColumn) {
         line.pop_back();
         return SplitCsvLine(line, ',');
     };
-    const std::vector<std::string> columns = cellsOf(CsvHeader());
+    const CsvOptions options = {true};
+    const std::vector<std::string> columns = cellsOf(CsvHeader(options));
     for (const SectionModel& one : {section, polyline}) {
         const Report report = Evaluate(one, {});
-        const std::vector<std::string> cells = cellsOf(CsvRow(report));
+        const std::vector<std::string> cells = cellsOf(CsvRow(report, options));
         ASSERT_EQ(cells.size(), columns.size());
         EXPECT_EQ(cells[1], one.name);
         std::size_t found = 0;

@@ -23,14 +23,31 @@ SectionModel Read(const std::string& rest) {
 }
 
 const char* UnitOf(const std::string& key) {
-    const std::pair<const char*, const char*> units[] = {
-        {"area", "mm^2"},           {"centroid_", "mm"},         {"inertia_", "mm^4"},
-        {"elastic_", "mm^3"},       {"plastic_modulus", "mm^3"}, {"plastic_axis", "mm"},
-        {"torsion_con", "mm^4"},    {"warping", "mm^6"},         {"shear_centre", "mm"},
-        {"shear_stiff", "mm^2"},    {"monosym", "mm"},           {"torsion_mod", "mm^3"},
-        {"shear_area", "mm^2"},     {"radius_of", "mm"},         {"principal_in", "mm^4"},
-        {"principal_angle", "deg"}, {"mass_per_", "kg/m"},       {"shape_factor", ""},
-        {"extra_sum", ""}};
+    const std::pair<const char*, const char*> units[] = {{"area", "mm^2"},
+                                                         {"centroid_", "mm"},
+                                                         {"inertia_", "mm^4"},
+                                                         {"elastic_", "mm^3"},
+                                                         {"plastic_modulus", "mm^3"},
+                                                         {"plastic_axis", "mm"},
+                                                         {"torsion_con", "mm^4"},
+                                                         {"warping", "mm^6"},
+                                                         {"shear_centre", "mm"},
+                                                         {"shear_stiff", "mm^2"},
+                                                         {"monosym", "mm"},
+                                                         {"torsion_mod", "mm^3"},
+                                                         {"shear_area", "mm^2"},
+                                                         {"radius_of", "mm"},
+                                                         {"principal_in", "mm^4"},
+                                                         {"principal_angle", "deg"},
+                                                         {"mass_per_", "kg/m"},
+                                                         {"shape_factor", ""},
+                                                         {"extra_sum", ""},
+                                                         {"width", "mm"},
+                                                         {"height", "mm"},
+                                                         {"fibre_distance", "mm"},
+                                                         {"perimeter", "mm"},
+                                                         {"polar_radius", "mm"},
+                                                         {"static_moment", "mm^3"}};
     for (const auto& [start, unit] : units) {
         if (key.starts_with(start)) return unit;
     }
@@ -319,11 +336,12 @@ TEST(Values, OfTheRegionSayWhyTheyAreMissing) {
     };
     for (const auto& c : cases) {
         const Report report = Evaluate(c.section, c.shift);
-        EXPECT_EQ(report.values.size(), 32U);
+        EXPECT_EQ(report.values.size(), 46U);
         for (const Value& value : report.values) {
             SCOPED_TRACE(value.key);
             const bool isNext = value.key.starts_with("torsion") || value.key.starts_with("warp") ||
-                                value.key.starts_with("shear") || value.key.starts_with("mono");
+                                value.key.starts_with("shear") || value.key.starts_with("mono") ||
+                                value.key == "polar_radius";
             const bool isExpected = c.computed.empty() ? !isNext && value.key != c.missing
                                                        : c.computed.count(value.key) > 0;
             EXPECT_EQ(value.IsComputed(), isExpected) << value.whyMissing;
@@ -372,67 +390,90 @@ TEST(Table, IsWrittenAsAWhole) {
 with a duct
 Reference point of the elastic moduli: (xG - 50, yG + 200) mm
 
-Property                              Symbol       Value              Unit  Method
-Area                                  A                 70000         mm^2  exact integrals
-Centre of gravity, x                  xG                  100         mm    exact integrals
-Centre of gravity, y                  yG                  200         mm    exact integrals
-Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals
-Second moment, vertical axis          Iy            258333333         mm^4  exact integrals
-Product moment                        Ixy                   0         mm^4  exact integrals
-Principal second moment, larger       I1           1058333333         mm^4  Mohr's circle
-Principal second moment, smaller      I2            258333333         mm^4  Mohr's circle
-Angle of principal axis 1 from x      alpha                 0         deg   Mohr's circle
-Radius of gyration, horizontal axis   ix                  122.9595    mm    sqrt(Ix / A)
-Radius of gyration, vertical axis     iy                   60.74929   mm    sqrt(Iy / A)
-Radius of gyration, principal axis 1  i1                  122.9595    mm    sqrt(I1 / A)
-Radius of gyration, principal axis 2  i2                   60.74929   mm    sqrt(I2 / A)
-Elastic modulus, lowest fibre         Wel,bottom      2645833         mm^3  Ix / fibre distance
-Elastic modulus, highest fibre        Wel,top      not computed       mm^3
-Elastic modulus, leftmost fibre       Wel,left        5166667         mm^3  Iy / fibre distance
-Elastic modulus, rightmost fibre      Wel,right       1722222         mm^3  Iy / fibre distance
-Plastic modulus, horizontal axis      Wpl,x           7750000         mm^3  both sides of the axis
-Plastic modulus, vertical axis        Wpl,y           3750000         mm^3  both sides of the axis
-Horizontal plastic axis, y            ypl                 200         mm    halves the area
-Vertical plastic axis, x              xpl                 100         mm    halves the area
-Shape factor, horizontal axis         Wpl,x/Wel,x           1.464567        Wpl / smaller Wel
-Shape factor, vertical axis           Wpl,y/Wel,y           1.451613        Wpl / smaller Wel
-Torsion constant                      It           not computed       mm^4
-Torsion modulus                       Wt           not computed       mm^3
-Warping constant                      Iw           not computed       mm^6
-Shear centre, x                       xM           not computed       mm
-Shear centre, y                       yM           not computed       mm
-Shear stiffness area, force along x   Asx          not computed       mm^2
-Shear stiffness area, force along y   Asy          not computed       mm^2
-Monosymmetry, horizontal axis         bx           not computed       mm
-Monosymmetry, vertical axis           by           not computed       mm
-Mass per metre                        m                   175         kg/m  density x A
+Geometry                    Symbol      Value             Unit  Method
+Area                        A           70000             mm^2  exact
+Overall width               b             200             mm    outline
+Overall height              h             400             mm    outline
+Centre of gravity, x        xG            100             mm    exact
+Centre of gravity, y        yG            200             mm    exact
+Distance to bottom fibre    e,bottom      200             mm    outline
+Distance to top fibre       e,top         200             mm    outline
+Distance to left fibre      e,left        100             mm    outline
+Distance to right fibre     e,right       100             mm    outline
+Perimeter, outer outlines   U            1200             mm    outline
+Mass per metre              m             175             kg/m  formula
 
-Outputs of the class
-Area                                  A                 70000         mm^2  exact integrals
-Centre of gravity, x                  xG                  100         mm    exact integrals
-Centre of gravity, y                  yG                  200         mm    exact integrals
-Second moment, horizontal axis        Ix           1058333333         mm^4  exact integrals
-Second moment, vertical axis          Iy            258333333         mm^4  exact integrals
-Product moment                        Ixy                   0         mm^4  exact integrals
-Elastic modulus, lowest fibre         Wel,bottom   not computed       mm^3
-Elastic modulus, highest fibre        Wel,top      not computed       mm^3
-Elastic modulus, leftmost fibre       Wel,left     not computed       mm^3
-Elastic modulus, rightmost fibre      Wel,right    not computed       mm^3
-Plastic modulus, horizontal axis      Wpl,x        not computed       mm^3
-Plastic modulus, vertical axis        Wpl,y        not computed       mm^3
-Torsion constant                      It            762948513         mm^4  [1]
-Torsion modulus                       Wt              4349511         mm^3  [1]
-Shear area, first                     Av1               55839.48      mm^2  [1]
-Shear area, second                    Av2               55839.48      mm^2  [1]
-Sum of the profiles' extra values     extra        not computed
+Bending, about axes through the centre of gravity: x horizontal, y vertical, 1 and 2 principal
+Second moment about x       Ix          1058333333        mm^4  exact
+Second moment about y       Iy           258333333        mm^4  exact
+Product moment              Ixy                  0        mm^4  exact
+Second moment, axis 1       I1          1058333333        mm^4  Mohr
+Second moment, axis 2       I2           258333333        mm^4  Mohr
+Angle from x to axis 1      alpha                0        deg   Mohr
+Radius of gyration, x       ix                 122.9595   mm    formula
+Radius of gyration, y       iy                  60.74929  mm    formula
+Radius of gyration, axis 1  i1                 122.9595   mm    formula
+Radius of gyration, axis 2  i2                  60.74929  mm    formula
+Elastic modulus, bottom     Wel,bottom     2645833        mm^3  formula
+Elastic modulus, top        Wel,top     not computed: its fibre distance is 0: the reference point
+                                        lies on the edge of the section (change --dx or --dy)
+Elastic modulus, left       Wel,left       5166667        mm^3  formula
+Elastic modulus, right      Wel,right      1722222        mm^3  formula
+Elastic modulus, axis 1     Wel,1          5291667        mm^3  formula
+Elastic modulus, axis 2     Wel,2          2583333        mm^3  formula
 
-[1] equivalent ellipse of each contour, an estimate
+Plastic, about the lines parallel to these axes that halve the area
+Plastic modulus about x     Wpl,x       7750000           mm^3  halves
+Plastic modulus about y     Wpl,y       3750000           mm^3  halves
+Plastic modulus, axis 1     Wpl,1       7750000           mm^3  halves
+Plastic modulus, axis 2     Wpl,2       3750000           mm^3  halves
+Horizontal plastic axis     ypl             200           mm    halves
+Vertical plastic axis       xpl             100           mm    halves
+Shape factor about x        Wpl/Wel,x         1.464567          formula
+Shape factor about y        Wpl/Wel,y         1.451613          formula
 
-Not computed: its fibre distance is 0: the reference point lies on the edge of the section (change --dx or --dy).
+Torsion and warping; M is the shear centre
+Torsion constant            It          not computed: it takes a solution over the whole section;
+                                        --warping asks for it in a batch
+Torsion modulus             Wt          not computed, as above
+Warping constant            Iw          not computed, as above
+Shear centre, x             xM          not computed, as above
+Shear centre, y             yM          not computed, as above
+Polar radius about M        iM          not computed, as above
+Monosymmetry about x        bx          not computed, as above
+Monosymmetry about y        by          not computed, as above
 
-Not computed: it takes a solution over the whole section; --warping asks for it in a batch.
+Shear: stiffness areas for a force along x and y; static moments of one side of the axis
+Shear stiffness area, x     Asx         not computed: it takes a solution over the whole section;
+                                        --warping asks for it in a batch
+Shear stiffness area, y     Asy         not computed, as above
+Static moment about x       Sx          3875000           mm^3  exact
+Static moment about y       Sy          1875000           mm^3  exact
 
-Not computed: a fibre distance is 0: the reference point lies on the edge of the bounding box (change --dx or --dy) or the section has no extent.
+Outputs of the class: the outputs of CSectionTools as they stand: holes count as area in the plastic
+moduli, and torsion and shear values of drawn contours are those of ellipses
+Symbol      Value          Unit  What it is
+A                70000     mm^2  Area: exact integrals
+xG                 100     mm    Centre of gravity, x: exact integrals
+yG                 200     mm    Centre of gravity, y: exact integrals
+Ix          1058333333     mm^4  Second moment about x: exact integrals
+Iy           258333333     mm^4  Second moment about y: exact integrals
+Ixy                  0     mm^4  Product moment: exact integrals
+Wel,bottom                 mm^3  Elastic modulus, bottom: not computed: a fibre distance is 0: the
+                                 reference point lies on the edge of the bounding box (change --dx
+                                 or --dy) or the section has no extent
+Wel,top                    mm^3  Elastic modulus, top: not computed, as above
+Wel,left                   mm^3  Elastic modulus, left: not computed, as above
+Wel,right                  mm^3  Elastic modulus, right: not computed, as above
+Wpl,x                      mm^3  Plastic modulus about x: not computed, as above
+Wpl,y                      mm^3  Plastic modulus about y: not computed, as above
+It           762948513     mm^4  Torsion constant: equivalent ellipse of each contour, an estimate
+Wt             4349511     mm^3  Torsion modulus: equivalent ellipse of each contour, an estimate
+Av1              55839.48  mm^2  Shear area, first: equivalent ellipse of each contour, an estimate
+Av2              55839.48  mm^2  Shear area, second: equivalent ellipse of each contour, an estimate
+extra                            Sum of the profiles' extra values: not computed: a fibre distance
+                                 is 0: the reference point lies on the edge of the bounding box
+                                 (change --dx or --dy) or the section has no extent
 
 Remark: test: 1 text was left out.
 )table");

@@ -44,9 +44,9 @@ def reject_constant(name):
 
 
 def results(section, *options):
-    """The parsed JSON results of a section, given as an object or as the path of a file."""
+    """The parsed JSON results, the class's too, of a section as an object or as the path of a file."""
     is_file = isinstance(section, pathlib.Path)
-    done = run("--json", *options, section if is_file else "-",
+    done = run("--json", "--class-values", *options, section if is_file else "-",
                text=None if is_file else json.dumps(section))
     assert (done.returncode, done.stderr) == (0, b""), done
     return json.loads(done.stdout, parse_constant=reject_constant)

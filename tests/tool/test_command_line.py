@@ -89,12 +89,19 @@ class CommandLine(unittest.TestCase):
         table = run("IPE300").stdout
         values = json.loads(run("--json", "IPE300").stdout)["values"]
         rows = list(csv.DictReader(io.StringIO(run("--csv", "IPE300").stdout)))
-        self.assertIn("Second moment, horizontal axis", table)
+        self.assertIn("Second moment about x", table)
         self.assertEqual(float(rows[0]["inertia_x"]), values["inertia_x"]["value"])
         self.assertAlmostEqual(values["inertia_x"]["value"], 83.56e6, delta=0.02e6)
-        published = json.loads(run("--json", "--published", "--unit", "cm", "SHS100x5").stdout)
+        published = json.loads(run("--json", "--class-values", "--published", "--unit", "cm", "SHS100x5").stdout)
         for block in ("values", "published", "class_values"):
             self.assertEqual(published[block]["area"]["unit"], "cm^2")
+
+    def test_the_picture_of_the_readme_is_what_the_tool_draws(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = os.path.join(folder, "upe.svg")
+            self.assertEqual(run("UPE200", "--figure", path).returncode, 0)
+            with open(path, "rb") as drawn, open(os.path.join(SOURCE, "docs/images/upe-200.svg"), "rb") as shown:
+                self.assertEqual(drawn.read(), shown.read())
 
     def test_check_tells_by_its_exit_code(self):
         with tempfile.TemporaryDirectory() as folder:
@@ -148,7 +155,7 @@ class CommandLine(unittest.TestCase):
                         path = os.path.join(folder, "section" + ending)
                         with open(path, "w", encoding="utf-8") as file:
                             file.write(write(x, y))
-                        for output in (run(path).stdout, run("--check", path).stdout):
+                        for output in (re.sub(r"\n +", " ", run(path).stdout), run("--check", path).stdout):
                             self.assertEqual("if its unit, taken for granted, is mm" in output, expected != "")
                             self.assertIn(expected, output)
                         self.assertNotIn("taken for granted", run("--check", "--unit", "mm", path).stdout)

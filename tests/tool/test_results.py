@@ -144,44 +144,54 @@ class GoodInput(unittest.TestCase):
 
     def test_table_agrees_with_json(self):
         for arguments in [["--published", "IPE300", "--forces", "Vy=-5e4,T=1e6"], ["L100x100x10"], *([path] for path in EXAMPLES.glob("*.json"))]:
-            expected = json.loads(run("--json", *arguments).stdout)
-            table = run(*arguments).stdout.decode()
-            footnotes = dict(re.findall(r"^(\[\d+\]) (.*)$", table, re.MULTILINE))
-            blocks = re.split(r"^(?:Property .*|Stresses|Published|Outputs of the class)\n", table, flags=re.MULTILINE)[1:]
+            expected = json.loads(run("--json", "--class-values", *arguments).stdout)
+            table = run("--class-values", *arguments).stdout.decode()
+            self.assertLessEqual(max(map(len, table.splitlines())), 100, table)
+            lines = re.sub(r"\n +", " ", table).splitlines()
             for name, stress in expected["stresses"].items():
                 if name != "forces":
                     stress["method"] = "at ({:g}, {:g})".format(*stress["place"])
             expected["stresses"].pop("forces", None)
-            lists = [expected[name] for name in ("values", "stresses", "published", "class_values") if expected[name]]
-            self.assertEqual(len(blocks), len(lists))
-            for block, values in zip(blocks, lists):
-                rows = block.split("\n\n")[0].splitlines()
-                self.assertEqual(len(rows), len(values))
-                for row, value in zip(rows, values.values()):
-                    with self.subTest(section=arguments[-1], name=value["name"]):
-                        self.assert_row(row, value, footnotes)
-                        reason = value.get("not_computed", "")
-                        self.assertIn(f"\nNot computed: {reason}.\n" if reason else "", table)
+            at, groups, reasons = 0, [], [""]
+            for value in [*expected["values"].values(), *expected["stresses"].values()]:
+                with self.subTest(section=arguments[-1], name=value["name"]):
+                    at, before = next(i for i in range(at, len(lines)) if lines[i].startswith(value["name"] + "  ")) + 1, at
+                    groups += [line.split()[0].strip(":,").lower() for line in lines[before:at - 1] if line]
+                    self.assertEqual(groups[-1], value.get("group", "stresses"))
+                    reasons.append(value.get("not_computed", ""))
+                    self.assert_row(lines[at - 1], value, reasons[-2])
+            at = next(i for i in range(at, len(lines)) if lines[i].startswith("Symbol  ")) + 1
+            for line, value in zip(lines[at:], expected["class_values"].values()):
+                reasons.append(value.get("not_computed", ""))
+                told = value["method"] if not reasons[-1] else self.missing(value, reasons[-2])
+                self.assertTrue(line.startswith(value["symbol"] + " ") and line.endswith(f"{value['name']}: {told}"), line)
+                if value["value"] is not None:
+                    self.assertAlmostEqual(float(line.split()[1]), value["value"], delta=1e-6 * abs(value["value"]))
 
-    def assert_row(self, row, value, footnotes):
-        self.assertLessEqual(len(row), 115)
-        self.assertTrue(row.startswith(value["name"] + "  "), row)
-        words = row[len(value["name"]):].replace("not computed", "missing").split()
-        words = [footnotes.get(word, word) for word in words]
+    @staticmethod
+    def missing(value, reason_before):
+        reason = value["not_computed"]
+        return "not computed, as above" if reason == reason_before else "not computed: " + reason
+
+    def assert_row(self, row, value, reason_before):
+        words = row[len(value["name"]):].split()
+        if value["value"] is None:
+            self.assertEqual(" ".join(words), value["symbol"] + " " + self.missing(value, reason_before))
+            return
         shown, bound = words.pop(1), 0
         if "±" in words:
             bound = float(words.pop(2))
             words.remove("±")
-        method = value["method"] if value["value"] is not None else None
-        self.assertEqual(" ".join(words), " ".join(filter(None, [value["symbol"], value["unit"], method])))
-        if value["value"] is None:
-            self.assertEqual(shown, "missing")
-        else:
-            error = value.get("error", (value.get("upper", 0) - value.get("lower", 0)) / 2)
-            self.assertEqual(bound > 0, error > 0 and error >= 0.5 * 10**(math.floor(math.log10(abs(value["value"]) or 1e-99)) - 6))
-            self.assertLessEqual(abs(float(shown) - value["value"]) + (error if bound else 0),
-                                 max(bound * (1 + 1e-6), 1e-6 * abs(value["value"])), row)
-            self.assertLessEqual(bound, 2.5 * error, row)
+        if "published" in value:
+            differs = float(words.pop(-3)), words.pop(-2)  # "+0.01", "%"
+            self.assertEqual(differs, (round(100 * value["difference"], 2), "%"))
+            self.assertAlmostEqual(float(words.pop(-2)), value["published"], delta=1e-6 * value["published"])
+        self.assertEqual(" ".join(words), " ".join(filter(None, [value["symbol"], value["unit"], value["method"]])))
+        error = value.get("error", (value.get("upper", 0) - value.get("lower", 0)) / 2)
+        self.assertEqual(bound > 0, error > 0 and error >= 0.5 * 10**(math.floor(math.log10(abs(value["value"]) or 1e-99)) - 6))
+        self.assertLessEqual(abs(float(shown) - value["value"]) + (error if bound else 0),
+                             max(bound * (1 + 1e-6), 1e-6 * abs(value["value"])), row)
+        self.assertLessEqual(bound, 2.5 * error, row)
 
     def test_torsion_and_shear_are_those_of_the_outline(self):
         square = edited(RECTANGLE, "/contours/0/points", [[0, 0], [7, 0], [7, 7], [0, 7]])
@@ -220,7 +230,8 @@ class GoodInput(unittest.TestCase):
         self.assertEqual(done["values"]["elastic_modulus_bottom"]["value"], 200 * 400**3 / 12 / 400)
         self.assertEqual(done["values"]["shape_factor_x"]["value"], 1.5)
         table = run("--dy", "200", "-", text=json.dumps(RECTANGLE)).stdout.decode()
-        self.assertEqual(table.count("Not computed: "), 2)  # its reason and the class's
+        self.assertEqual(re.findall(r"^(\S.*\S) +(\S+) +not computed: its fibre", table, re.MULTILINE),
+                         [("Elastic modulus, top", "Wel,top")])
 
     def test_values_that_are_not_finite_are_null(self):
         sharp = edited(ROUNDED, "/polyline/radii", REMOVE)
@@ -255,7 +266,7 @@ class GoodInput(unittest.TestCase):
 
     def test_published_values_stand_apart(self):
         for name, options in (("IPE300", []), ("SHS100x5", ["--unit", "cm"]), ("L100x100x10", [])):
-            drawn, asked = (json.loads(run("--json", name, *options, *more).stdout)
+            drawn, asked = (json.loads(run("--json", "--class-values", name, *options, *more).stdout)
                             for more in ([], ["--published"]))
             for key, value in drawn["values"].items():
                 other = asked["values"][key]
@@ -269,13 +280,13 @@ class GoodInput(unittest.TestCase):
             self.assertAlmostEqual(asked["class_values"]["inertia_x"]["value"] / inertia, 1, delta=2e-4)
             self.assertIsNone(asked["class_values"]["torsion_constant"]["value"])
         self.assertEqual(json.loads(run("--json", "IPE300", "--unit", "cm").stdout)["published"], {
-            key: {"value": value, "unit": "cm^3", "symbol": symbol, "name": f"{kind} modulus, {axis} axis",
+            key: {"value": value, "unit": "cm^3", "symbol": symbol, "name": f"{kind} modulus about {axis}",
                   "method": "published"}
             for key, value, symbol, kind, axis in (
-                ("elastic_modulus_x_min", 557, "Wel,x", "Smaller elastic", "horizontal"),
-                ("elastic_modulus_y_min", 80.5, "Wel,y", "Smaller elastic", "vertical"),
-                ("plastic_modulus_x", 628.3, "Wpl,x", "Plastic", "horizontal"),
-                ("plastic_modulus_y", 125.2, "Wpl,y", "Plastic", "vertical"))})
+                ("elastic_modulus_x_min", 557, "Wel,x", "Smaller elastic", "x"),
+                ("elastic_modulus_y_min", 80.5, "Wel,y", "Smaller elastic", "y"),
+                ("plastic_modulus_x", 628.3, "Wpl,x", "Plastic", "x"),
+                ("plastic_modulus_y", 125.2, "Wpl,y", "Plastic", "y"))})
 
     def test_every_face_shows_the_same_findings(self):
         odd = edited(RECTANGLE, "/contours", [
@@ -299,12 +310,11 @@ class GoodInput(unittest.TestCase):
         self.assertEqual(check.stdout.decode().splitlines(), [  # it solves nothing
             f"{s}: {l}" for s, l, f in zip(severities, lines, done["findings"]) if f["kind"] != "sharp_corners"])
         said = list(zip(severities, lines))[:-1]  # hints are for --check and JSON
-        table = run("-", text=text).stdout.decode().split("\n\n")
+        table = re.sub(r"\n +", " ", run("-", text=text).stdout.decode()).split("\n\n")
         self.assertEqual([f"{s.capitalize()}: {l}." for s, l in said],
                          [entry.rstrip("\n") for entry in table if re.match("(Error|Warning|Remark|Hint): ", entry)])
         row = next(csv.DictReader(io.StringIO(run("--csv", "-", text=text).stdout.decode())))
-        reasons = {v["not_computed"]: 0 for block in ("values", "class_values")
-                   for v in done[block].values() if v["value"] is None}
+        reasons = {v["not_computed"]: 0 for v in done["values"].values() if v["value"] is None}
         self.assertEqual(row["notes"], "; ".join(
             [f"{s}: {l}" for s, l in said] + [f"not computed: {reason}" for reason in reasons]))
 
@@ -354,12 +364,13 @@ class GoodInput(unittest.TestCase):
             self.assertEqual(done["results_version"], int(table("JSON results")[0][1].split(":")[0]))
             weighs = "mass_per_metre" in done["values"]
             self.assertEqual(weighs, isinstance(section, type(EXAMPLES)))
-            self.assertEqual(members(done["values"]), list(block("Values", unit))[:None if weighs else -1])
+            self.assertEqual(members(done["values"]), [entry for entry in block("Values", unit)
+                                                       if weighs or entry[0] != "mass_per_metre"])
             heading = "Class values" + " of a polyline" * (done["kind"] == "polyline")
             self.assertEqual(members(done["class_values"]), list(block(heading, unit)))
             for value in [*done["values"].values(), *done["class_values"].values()]:
                 missing = value["value"] is None
-                self.assertIn(set(value) - {"value", "unit", "symbol", "name", "method"}, (
+                self.assertIn(set(value) - {"value", "unit", "symbol", "name", "method", "group"}, (
                     [{"not_computed"}] if missing else [set(), {"lower", "upper"}, {"error"}]))
                 self.assertTrue(value["name"] and (value["not_computed"] if missing else value["method"]))
             for finding in done["findings"]:
@@ -374,12 +385,21 @@ class GoodInput(unittest.TestCase):
         self.assertEqual(list(stressed.pop("forces")), ["N", "Mx", "My", "Vx", "Vy", "T"])
         self.assertEqual(members(stressed), [
             (key, symbol, unit.replace("L", "mm")) for key, symbol, unit in block("Stresses", "")])
-        columns = run("--csv", "UPE200").stdout.decode().split("\n")[0].split(",")
+        columns = run("--csv", "--class-values", "UPE200").stdout.decode().split("\n")[0].split(",")
         keys = {heading: [key for key, _, _ in block(heading, "")]
                 for heading in ("Values", "Class values", "Class values of a polyline")}
         of_class = dict.fromkeys(keys["Class values"] + keys["Class values of a polyline"])
-        self.assertEqual(columns, ["source", "name", "unit", *keys["Values"],
-                                   *("class_" + key for key in of_class), "notes"])
+        certain = re.compile("_(lower|upper|error|published)$")
+        self.assertEqual([column for column in columns if not certain.search(column)], [
+            "source", "name", "unit", *keys["Values"], *("class_" + key for key in of_class), "notes"])
+        # Every number that JSON has of a value has a column behind it.
+        for options in ([], ["--poisson", "0.3"]):
+            row = next(csv.DictReader(io.StringIO(run("--csv", *options, "UPE200").stdout.decode())))
+            self.assertFalse([column for column in row if column.startswith("class_")])
+            for key, value in json.loads(run("--json", *options, "UPE200").stdout)["values"].items():
+                for part in ("lower", "upper", "error", "published"):
+                    cell = row.get(f"{key}_{part}", "")
+                    self.assertEqual(float(cell) if cell else None, value.get(part), (key, part))
 
 
 if __name__ == "__main__":
