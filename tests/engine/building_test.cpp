@@ -265,8 +265,10 @@ TEST(Parts, SayWhatIsWrongWithTheirPlace) {
         std::string parts;
         std::string message;
     } cases[] = {
-        {two + R"("on": "c", "side": "top"})",
-         R"(/parts/2/on: no part before this one has the name "c"; write a name such as "a", "b")"},
+        {"{" + plate + "}, " + two + R"("on": "c", "side": "top"})",
+         R"(/parts/3/on: no part before this one has the name "c"; write a name such as "a", "b")"},
+        {"{" + plate + "}, {" + plate + R"(, "on": "c", "side": "top"})",
+         R"(/parts/1/on: no part before this one has the name "c"; write a name such as "/parts/0")"},
         {"{" + plate + ", " + on + "}",
          R"(/parts/0/on: no part before this one has the name "a"; put that part before this one)"},
         {"{" + plate + ", " + on + R"(}, {"name": "a", )" + plate + "}",

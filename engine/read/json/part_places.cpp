@@ -263,6 +263,18 @@ const PartPlaces::Named& PartPlaces::NamedBy(const Node& on) const {
     return first->second;
 }
 
+std::string PartPlaces::FirstNames(bool arePlaces) const {
+    std::string names;
+    std::size_t count = 0;
+    for (auto at = named_.begin(); at != named_.end() && count < kMostNames;
+         at = named_.upper_bound(at->first)) {
+        if (at->first.starts_with('/') != arePlaces) continue;
+        names += (count == 0 ? "\"" : ", \"") + Excerpt(at->first) + "\"";
+        ++count;
+    }
+    return names;
+}
+
 void PartPlaces::FailToFind(const Node& on, const std::string& name) const {
     const std::string quoted = "\"" + Excerpt(name) + "\"";
     for (std::size_t i = placed_; i < parts_->Size("objects"); ++i) {
@@ -271,12 +283,9 @@ void PartPlaces::FailToFind(const Node& on, const std::string& name) const {
         if (i == placed_) on.Fail(quoted + " is this part itself", "name a part before it");
         on.Fail(quoted + " comes after this part", "put " + part.Pointer() + " before it");
     }
-    std::string names;
-    std::size_t count = 0;
-    for (auto at = named_.begin(); at != named_.end() && count < kMostNames;
-         at = named_.upper_bound(at->first), ++count) {
-        names += (count == 0 ? "\"" : ", \"") + Excerpt(at->first) + "\"";
-    }
+    // Places stand in for names where no part has one.
+    std::string names = FirstNames(false);
+    if (names.empty()) names = FirstNames(true);
     on.Fail("no part before this one has the name " + quoted,
             names.empty() ? "put that part before this one" : "write a name such as " + names);
 }

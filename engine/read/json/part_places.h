@@ -53,6 +53,7 @@ private:
 
     void SetOnNamed(const Node& part, std::vector<Element>& elements) const;
     const Named& NamedBy(const Node& on) const;
+    std::string FirstNames(bool arePlaces) const;
     [[noreturn]] void FailToFind(const Node& on, const std::string& name) const;
 
     const Node* parts_;
