@@ -170,6 +170,11 @@ TEST(Parts, SlideOnUntilTheirOutlinesTouch) {
         // A plate within a channel.
         {R"("shape": "channel", "height": 100, "width": 60, "web": 8, "flange": 10, "rotate": 90)",
          R"("shape": "plate", "width": 20, "height": 30)", 8 - 60},
+        // A plate on a slope, which meets it at one end.
+        {R"("points": [[0, 0], [100, 0], [100, 50]])",
+         R"("shape": "plate", "width": 20, "height": 5)", 30 - 50},
+        {R"("points": [[0, 0], [100, 0], [0, 50]])",
+         R"("shape": "plate", "width": 20, "height": 5)", 30 - 50},
         // A ball in a groove, which touches both of its faces, and a tip on a flat.
         {R"("points": [[0, -9], [100, -9], [100, 50], [50, 0.5], [0, 50]])",
          R"("shape": "round", "diameter": 20)", 0.5 + 10 * std::hypot(1.0, 0.99) - 10 - 50},
