@@ -127,6 +127,35 @@ EXAMPLES = {
                   {"name": "hat", "wall": {
                       "kind": "open", "thickness": 3, "radii": [0, 4, 4, 4, 4, 0],
                       "points": [(0, 0), (30, 0), (50, 60), (110, 60), (130, 0), (160, 0)]}}]},
+    "crane-girder": {
+        "name": "Crane girder", "unit": "mm", "density": 7850,
+        "description": "HEB 300, an UPE 400 on its upper flange with the web flat and the flanges "
+                       "down",
+        "parts": [{"name": "girder", "profile": "HEB300", "at": "bottom_centre"},
+                  {"name": "channel", "profile": "UPE400", "rotate": -90,
+                   "on": "girder", "side": "top", "touch": "outline"}]},
+    "battened-channels": {
+        "name": "Two UPE 200 with battens", "unit": "mm", "density": 7850,
+        "description": "Toes 100 apart; the battens join the two and are no part of the section",
+        "parts": [{"name": "left", "profile": "UPE200"},
+                  {"name": "right", "profile": "UPE200", "mirror": "y",
+                   "on": "left", "side": "right", "gap": 100}]},
+    "stiffened-box": {
+        "name": "Box with stiffeners", "unit": "mm", "density": 7850,
+        "description": "Flanges 1000 x 20, webs 760 x 12, three stiffeners 100 x 10 within on each "
+                       "flange, one on each web",
+        "parts": [{"name": "bottom", "shape": "plate", "width": 1000, "height": 20,
+                   "at": "bottom_centre"},
+                  {"name": "web", "shape": "plate", "width": 12, "height": 760,
+                   "on": "bottom", "side": "top", "repeat": {"count": 2, "step": [788, 0]}},
+                  {"name": "top", "shape": "plate", "width": 1000, "height": 20,
+                   "on": "web", "side": "top"},
+                  {"shape": "plate", "width": 10, "height": 100,
+                   "on": "bottom", "side": "top", "repeat": {"count": 3, "step": [200, 0]}},
+                  {"shape": "plate", "width": 10, "height": 100,
+                   "on": "top", "side": "bottom", "repeat": {"count": 3, "step": [200, 0]}},
+                  {"shape": "plate", "width": 100, "height": 10, "on": "web 1", "side": "right"},
+                  {"shape": "plate", "width": 100, "height": 10, "on": "web 2", "side": "left"}]},
     "chs-114x5": {
         "name": "CHS 114.3 x 5", "unit": "mm",
         "description": "Circular tube by its mid-line of 192 points, as long as the circle; torsion "

@@ -30,7 +30,7 @@ std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
     return outlines;
 }
 
-Box BoxOf(const std::vector<Element>& elements) {
+Box BoxOf(std::span<const Element> elements) {
     Box box(elements.front().ring);
     for (const Element& element : elements) box.Add(Box(element.ring));
     return box;

@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_MODEL_OUTLINES_H
 #define HALVORN_ENGINE_MODEL_OUTLINES_H
 
+#include <span>
 #include <vector>
 
 #include "geometry/arc_division.h"
@@ -19,7 +20,7 @@ std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements);
 
 /// Returns the box around the rings of all elements.
 /// @pre there is an element
-Box BoxOf(const std::vector<Element>& elements);
+Box BoxOf(std::span<const Element> elements);
 
 /// Returns the elements of a drawn profile or wall: a solid and, of a hollow one, its hole.
 std::vector<Element> ElementsOf(const shapes::Outline& outline);

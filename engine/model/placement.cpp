@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 
+#include "model/outlines.h"
 #include "model/push_element.h"
 
 namespace halvorn::engine {
@@ -41,6 +43,11 @@ Map MapOf(const Placement& placement) {
     return map;
 }
 
+double Coordinate(double low, double high, Along along) {
+    if (along == Along::Low) return low;
+    return along == Along::High ? high : 0.5 * (low + high);
+}
+
 // The angle of an axis after mirror and rotation. Turned over about y it is pi less, and the axis
 // is the same without that half turn.
 double PlacedAngle(double angle, const Placement& placement) {
@@ -70,6 +77,30 @@ std::array<Point, 2> AxesOfSection(const Placement& placement) {
     // The rows of an orthogonal map are the columns of its inverse.
     const Map map = MapOf(placement);
     return {{{map.xx, map.xy}, {map.yx, map.yy}}};
+}
+
+Point PointOfBox(const Box& box, Along x, Along y) {
+    return {Coordinate(box.left, box.right, x), Coordinate(box.bottom, box.top, y)};
+}
+
+void MovePoint(const Point& from, const Point& to, std::vector<Element>& elements) {
+    Placement placement;
+    placement.origin = from;
+    placement.move = to;
+    Place(placement, elements);
+}
+
+std::vector<Element> CopiesInRow(const std::vector<Element>& elements, std::size_t count,
+                                 const Point& step) {
+    std::vector<Element> row;
+    row.reserve(count * elements.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        std::vector<Element> copy = elements;
+        // A multiple of the step has one rounding, however long the row.
+        if (i > 0) MovePoint({0.0, 0.0}, static_cast<double>(i) * step, copy);
+        std::move(copy.begin(), copy.end(), std::back_inserter(row));
+    }
+    return row;
 }
 
 Point LowerLeftCorner(const std::vector<Element>& elements) {

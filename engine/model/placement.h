@@ -4,9 +4,11 @@
 #define HALVORN_ENGINE_MODEL_PLACEMENT_H
 
 #include <array>
+#include <cstddef>
 #include <utility>
 #include <vector>
 
+#include "geometry/box.h"
 #include "model/section_model.h"
 
 namespace halvorn::engine {
@@ -30,6 +32,21 @@ void Place(const Placement& placement, std::vector<Element>& elements);
 /// Returns the directions, in the part's own coordinates, that come to lie along the x and the y
 /// axis of the section.
 std::array<Point, 2> AxesOfSection(const Placement& placement);
+
+/// A place along one direction of a box: left or bottom, half way, right or top.
+enum class Along { Low, Middle, High };
+
+/// Returns a corner of a box, the middle of one of its sides, or its own middle.
+Point PointOfBox(const Box& box, Along x, Along y);
+
+/// Moves elements so that a point of theirs comes to lie at another. What has the coordinate x or y
+/// of the one gets exactly that of the other.
+void MovePoint(const Point& from, const Point& to, std::vector<Element>& elements);
+
+/// Returns so many copies of elements one after the other: the first where they are, each a step
+/// beyond the one before.
+std::vector<Element> CopiesInRow(const std::vector<Element>& elements, std::size_t count,
+                                 const Point& step);
 
 /// Returns the lower left corner of the box around the points of all rings.
 /// @pre there is a point

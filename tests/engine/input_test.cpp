@@ -1,7 +1,5 @@
-#include <CSectionTools.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <numbers>
 #include <regex>
@@ -9,68 +7,14 @@
 #include <tuple>
 
 #include "model/placement.h"
-#include "model/push_element.h"
-#include "read/json/section_file.h"
+#include "part_sections.h"
 
 namespace {
 
 using namespace halvorn::engine;
 using std::numbers::pi;
-
-SectionModel Read(const std::string& parts, const std::string& unit = "mm",
-                  const std::string& more = "") {
-    return ReadSectionText(
-        "{\"version\": 1, \"unit\": \"" + unit + "\"" + more + ", \"parts\": [" + parts + "]}",
-        "test", InputOptions{});
-}
-
-struct Values {
-    double area, x, y, inertiaX, inertiaY, inertiaXY;
-};
-
-Values Evaluate(const SectionModel& section) {
-    CSectionTools tools;
-    for (const Element& element : section.elements) PushElement(tools, element);
-    std::array<double, 17> out{};
-    tools.GetCalculValues(0.0, 0.0, &out[0], &out[1], &out[2], &out[3], &out[4], &out[5], &out[6],
-                          &out[7], &out[8], &out[9], &out[10], &out[11], &out[12], &out[13],
-                          &out[14], &out[15], &out[16]);
-    return {out[3], out[1], out[2], out[7], out[6], out[8]};
-}
-
-// Lengths within the tolerance of the root of the area, moments within that of its square.
-void ExpectNear(const Values& found, const Values& expected, double tolerance) {
-    const double length = tolerance * std::sqrt(expected.area);
-    const double moment = tolerance * expected.area * expected.area;
-    EXPECT_NEAR(found.area, expected.area, tolerance * expected.area);
-    EXPECT_NEAR(found.x, expected.x, length);
-    EXPECT_NEAR(found.y, expected.y, length);
-    EXPECT_NEAR(found.inertiaX, expected.inertiaX, moment);
-    EXPECT_NEAR(found.inertiaY, expected.inertiaY, moment);
-    EXPECT_NEAR(found.inertiaXY, expected.inertiaXY, moment);
-}
-
-// A rectangle by its middle; of a hole the width is negative, its cube with it.
-struct Plate {
-    double width, height, x, y;
-};
-
-Values Sum(std::initializer_list<Plate> plates) {
-    Values sum{};
-    for (const auto& [b, h, x, y] : plates) {
-        sum.area += b * h;
-        sum.x += b * h * x;
-        sum.y += b * h * y;
-    }
-    sum.x /= sum.area;
-    sum.y /= sum.area;
-    for (const auto& [b, h, x, y] : plates) {
-        sum.inertiaX += b * h * (h * h / 12.0 + std::pow(y - sum.y, 2));
-        sum.inertiaY += b * h * (b * b / 12.0 + std::pow(x - sum.x, 2));
-        sum.inertiaXY += b * h * (x - sum.x) * (y - sum.y);
-    }
-    return sum;
-}
+using test_support::Evaluate, test_support::ExpectNear, test_support::Read, test_support::Sum;
+using test_support::Values;
 
 TEST(Parts, HaveTheClosedFormsOfTheirRectanglesAndCirclesWhereTheyArePlaced) {
     const double disc = pi * 2500.0;

@@ -23,10 +23,12 @@ BOX = {"kind": "closed", "thickness": 5, "points": [[0, 0], [95, 0], [95, 95], [
 PARTS = {"version": 1, "unit": "mm", "parts": [
     {**PLATE, "kind": "solid", "at": "centroid", "mirror": "x", "rotate": -45, "move": [1, 2]},
     I_SHAPE, {"wall": {**BOX, "radii": [10] * 4}}, {"points": [[0, 0], [1, 0], [0, 1]]},
-    {"profile": "ipe 300", "values": "published", "name": "beam"},
+    {"profile": "ipe 300", "values": "published", "name": "beam",
+     "repeat": {"count": 2, "step": [200, 0]}},
     {"shape": "rhs", "height": 100, "width": 80, "thickness": 5, "outer_radius": 10},
     {"shape": "channel", "height": 100, "width": 50, "web": 5, "flange": 8.5, "root_radius": 8.5,
-     "flange_slope": 0.08, "flange_at_from_toe": 25, "toe_radius": 4.5}]}
+     "flange_slope": 0.08, "flange_at_from_toe": 25, "toe_radius": 4.5},
+    {**PLATE, "on": "beam 2", "side": "top", "touch": "outline", "align": "left", "gap": 0}]}
 
 # Refused by the tool at this place with this word, and by the schema as well.
 BAD_SECTIONS = [
@@ -89,6 +91,16 @@ BAD_SECTIONS = [
     (PARTS, "/parts/4/profile", 300, "/parts/4/profile", "text"),
     (PARTS, "/parts/4/values", "exact", "/parts/4/values", '"drawn", "published"'),
     (PARTS, "/parts/6/flange_at_from_toe", REMOVE, "/parts/6/flange_slope", "both"),
+    (PARTS, "/parts/4/repeat/count", 0, "/parts/4/repeat/count", "from 1 to 1000"),
+    (PARTS, "/parts/4/repeat/count", 1.5, "/parts/4/repeat/count", "from 1 to 1000"),
+    (PARTS, "/parts/4/repeat/step", 200, "/parts/4/repeat/step", "two numbers"),
+    (PARTS, "/parts/7/on", REMOVE, "/parts/7/side", 'stands without "on"'),
+    (PARTS, "/parts/7/side", REMOVE, "/parts/7", '"side"'),
+    (PARTS, "/parts/7/at", "centre", "/parts/7/at", "other part"),
+    (PARTS, "/parts/7/kind", "hole", "/parts/7/on", "a hole"),
+    (PARTS, "/parts/7/touch", "edge", "/parts/7/touch", '"box", "outline"'),
+    (PARTS, "/parts/7/align", "top", "/parts/7/align", '"left", "centre", "right"'),
+    (PARTS, "/parts/7/gap", -1, "/parts/7/gap", "negative"),
 ]
 
 # Numbers that the schema lets pass and that do not fit each other.
@@ -109,6 +121,8 @@ MISFITS = [
     (PARTS, "/parts/2/wall", {**BOX, "thickness": 96}, "/parts/2/wall/thickness", "thinner"),
     (PARTS, "/parts/3", {"points": [[0, 0], [1, 1], [2, 2]], "at": "centroid"}, "/parts/3/at",
      "no area"),
+    (PARTS, "/parts/4/repeat/step", [0, 0], "/parts/4/repeat/step", "one place"),
+    (PARTS, "/parts/7/on", "beam 3", "/parts/7/on", '"beam 2"'),
     (ROUNDED, "/polyline/points/2", [1e200, 1e200], "/polyline", "turns straight back"),
     (WALL, "/polyline/points/1", [1e200, 1e200], "/polyline", "coincide"),
     (ROUNDED, "/polyline/radii/3", 9, "/polyline/radii/3", "of its 10"),

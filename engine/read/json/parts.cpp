@@ -1,11 +1,11 @@
 #include "read/json/parts.h"
 
-#include <cmath>
-#include <optional>
+#include <utility>
 
 #include "base/text.h"
 #include "catalogue/catalogue.h"
 #include "model/placement.h"
+#include "read/json/part_places.h"
 #include "read/json/part_shapes.h"
 #include "read/json/section_nodes.h"
 
@@ -13,13 +13,15 @@ namespace halvorn::engine {
 
 namespace {
 
-const std::vector<std::string_view> kCommonKeys = {"name",   "kind",   "at",
-                                                   "mirror", "rotate", "move"};
+// Of every part, whatever it draws.
+const std::vector<std::string_view> kCommonKeys = [] {
+    std::vector<std::string_view> keys = {"name", "kind"};
+    keys.insert(keys.end(), kPlaceKeys.begin(), kPlaceKeys.end());
+    return keys;
+}();
 
 // Exactly one of these keys says what a part draws.
 const std::vector<std::string_view> kSources = {"shape", "profile", "points", "wall"};
-
-enum class Origin { OwnCoordinates, Corner, Centroid };
 
 std::vector<std::string_view> WithCommonKeys(std::vector<std::string_view> keys) {
     keys.insert(keys.end(), kCommonKeys.begin(), kCommonKeys.end());
@@ -83,43 +85,6 @@ std::vector<Element> ReadUnplaced(const Node& part, std::string_view source,
     return ReadWallPart(part.At("wall"), division);
 }
 
-Origin ReadOrigin(const Node& part, std::string_view source) {
-    if (part.Has("at")) {
-        return part.At("at").Choice<Origin>(
-            {{"corner", Origin::Corner}, {"centroid", Origin::Centroid}});
-    }
-    const bool isDrawn = source == "shape" || source == "profile";
-    return isDrawn ? Origin::Corner : Origin::OwnCoordinates;
-}
-
-// What does not depend on the part's points.
-Placement ReadTurn(const Node& part) {
-    Placement placement;
-    if (part.Has("mirror")) {
-        placement.mirror =
-            part.At("mirror").Choice<Mirror>({{"x", Mirror::AboutX}, {"y", Mirror::AboutY}});
-    }
-    if (part.Has("rotate")) placement.rotation = part.At("rotate").Number();
-    if (part.Has("move")) placement.move = ReadPoint(part.At("move"));
-    return placement;
-}
-
-Point OriginOf(const Node& part, std::string_view source, const std::vector<Element>& elements) {
-    const Origin origin = ReadOrigin(part, source);
-    if (origin == Origin::OwnCoordinates) return {0.0, 0.0};
-    if (origin == Origin::Corner) return LowerLeftCorner(elements);
-    const auto centre = CentreOfGravity(elements);
-    if (!std::isfinite(centre.x) || !std::isfinite(centre.y)) {
-        part.At("at").Fail("the part has no area and so no centroid", "write \"corner\"");
-    }
-    return centre;
-}
-
-// Turns solids into holes and holes into solids.
-void MakeHole(std::vector<Element>& elements) {
-    for (Element& element : elements) element.isSolid = !element.isSolid;
-}
-
 void SetLabels(const Node& part, std::vector<Element>& elements) {
     const std::string name = ReadOptionalText(part, "name");
     for (std::size_t i = 0; i < elements.size(); ++i) {
@@ -130,22 +95,27 @@ void SetLabels(const Node& part, std::vector<Element>& elements) {
     }
 }
 
-}  // namespace
-
-std::vector<Element> ReadPart(const Node& part, const PartOptions& options) {
+void ReadPart(const Node& part, const PartOptions& options, PartPlaces& places) {
     const std::string_view source = SourceOf(part);
-    Placement placement = ReadTurn(part);
-    const auto [alongX, alongY] = AxesOfSection(placement);
+    const auto [alongX, alongY] = AxesOfSection(ReadTurn(part));
     const auto division =
         shapes::ArcDivision::ChordError(options.chordTolerance).AlsoExtremeAlong(alongX, alongY);
-    std::vector<Element> elements = ReadUnplaced(part, source, options, division);
-    placement.origin = OriginOf(part, source, elements);
-    Place(placement, elements);
-    const bool isHole =
+    UnplacedPart unplaced;
+    unplaced.elements = ReadUnplaced(part, source, options, division);
+    unplaced.hasOwnCoordinates = source == "points" || source == "wall";
+    unplaced.isHole =
         part.Has("kind") && part.At("kind").Choice<bool>({{"solid", false}, {"hole", true}});
-    if (isHole) MakeHole(elements);
-    SetLabels(part, elements);
-    return elements;
+    SetLabels(part, unplaced.elements);
+    places.PlaceNext(part, std::move(unplaced));
+}
+
+}  // namespace
+
+std::vector<Element> ReadParts(const Node& parts, const PartOptions& options) {
+    const std::size_t size = parts.Size("objects");
+    PartPlaces places(parts);
+    for (std::size_t i = 0; i < size; ++i) ReadPart(parts[i], options, places);
+    return places.Take();
 }
 
 }  // namespace halvorn::engine

@@ -18,9 +18,10 @@ struct PartOptions {
     bool wantsPublishedValues = false;  ///< of catalogue profiles that do not say which they want
 };
 
-/// Returns the elements of one part where it lies in the section, solids before their holes.
+/// Returns the elements of all parts, in their order, where they lie in the section; of each part
+/// the solids before their holes.
 /// @throws InputError at the part's place for whatever cannot be drawn
-std::vector<Element> ReadPart(const Node& part, const PartOptions& options);
+std::vector<Element> ReadParts(const Node& parts, const PartOptions& options);
 
 }  // namespace halvorn::engine
 

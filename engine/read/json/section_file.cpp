@@ -207,12 +207,8 @@ SectionModel ReadSection(const Node& root, const InputOptions& options) {
     ReadElements(root, "contours", ReadContour, &section.elements);
     ReadElements(root, "profiles", ReadProfile, &section.elements);
     if (root.Has("parts")) {
-        const Node parts = root.At("parts");
-        const std::size_t size = parts.Size("objects");
-        for (std::size_t i = 0; i < size; ++i) {
-            for (Element& element : ReadPart(parts[i], partOptions)) {
-                section.elements.push_back(std::move(element));
-            }
+        for (Element& element : ReadParts(root.At("parts"), partOptions)) {
+            section.elements.push_back(std::move(element));
         }
     }
     if (section.elements.empty()) {
