@@ -152,7 +152,9 @@ std::vector<PublishedValue> PublishedValuesOf(std::string_view name, const std::
                     {"Zx_min", "elastic_modulus_x_min", 3},
                     {"Zy_min", "elastic_modulus_y_min", 3},
                     {"Sx", "plastic_modulus_x", 3},
-                    {"Sy", "plastic_modulus_y", 3}};
+                    {"Sy", "plastic_modulus_y", 3},
+                    {"It", "torsion_constant", 4},
+                    {"Iw", "warping_constant", 6}};
     const CsvRecord* const row = TheCatalogue().Find(name);
     if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
     // A division by 10 or 1000 keeps the table's digits, a multiplication by 0.1 does not.
