@@ -326,6 +326,43 @@ struct FigureOptions {
     std::optional<StressKind> stress;
 };
 
+/// The axis through the origin about which a section is turned over.
+enum class Mirror {
+    None,    ///< none
+    AboutX,  ///< top becomes bottom
+    AboutY   ///< left becomes right
+};
+
+/// A place along one direction of the box around a section.
+enum class Along {
+    Low,     ///< left or bottom
+    Middle,  ///< half way
+    High     ///< right or top
+};
+
+/// A side of the box around a section.
+enum class Side {
+    Bottom,  ///< the lower one
+    Top,     ///< the upper one
+    Left,    ///< that of the smallest x
+    Right    ///< that of the largest x
+};
+
+/// What of two sections touches when one is set on the other.
+enum class Touch {
+    Boxes,    ///< the boxes around them
+    Outlines  ///< their solid outlines, wherever they meet first
+};
+
+/// How a section is set on a side of another.
+struct Setting {
+    Side side = Side::Top;          ///< of the other
+    Touch touch = Touch::Boxes;     ///< what touches there
+    Along align = Along::Middle;    ///< which points of the two boxes are opposite each other
+    double gap = 0.0;               ///< from where they touch, outwards [L]
+    Point shift = Point{0.0, 0.0};  ///< likewise; the part of it along the side comes first [L]
+};
+
 struct Report;
 struct SectionModel;
 
@@ -429,6 +466,48 @@ public:
     /// Returns what is doubtful about the section, the worst first, of outlines that cross
     /// themselves too.
     std::vector<Finding> Diagnose() const;
+
+    /// Returns a corner of the box around the section, the middle of a side, or its own middle.
+    /// @param x  where from left to right
+    /// @param y  where from bottom to top
+    Point PointOfBox(Along x, Along y) const;
+
+    /// @name Building up
+    /// Each returns a new section; this one stays. What a catalogue publishes of a profile is left
+    /// out, and a polyline becomes the outline that it draws.
+    /// @{
+
+    /// Returns the section moved.
+    /// @param by  to the right and up [L]
+    Section Moved(const Point& by) const;
+    /// Returns the section turned about the origin, by multiples of 90 degrees exactly. Arcs keep
+    /// their chords.
+    /// @param degrees  counter-clockwise
+    Section Turned(double degrees) const;
+    /// Returns the section turned over.
+    /// @param axis  through the origin
+    Section Mirrored(Mirror axis) const;
+    /// Returns the section moved to where it touches another from outside.
+    /// @param other    on which it is set
+    /// @param setting  on which side of it and how
+    /// @throws InputError when outlines are to touch and nothing of the one is opposite the other,
+    ///         or they have too many points for it; for sections in two units
+    Section SetOn(const Section& other, const Setting& setting) const;
+    /// Returns so many copies of the section in one, the first where it is.
+    /// @param count  from 1 to 1000
+    /// @param step   from each to the next [L]
+    /// @throws InputError for another count, and for more than a million points
+    Section InRow(std::size_t count, const Point& step) const;
+    /// Returns this section and another in one, under the name and density of this.
+    /// @param other  which comes behind
+    /// @throws InputError for sections in two units
+    Section With(const Section& other) const;
+    /// Returns this section less another, whose solids become holes.
+    /// @param other  which is taken away
+    /// @throws InputError for sections in two units
+    Section Without(const Section& other) const;
+
+    /// @}
 
 private:
     explicit Section(std::shared_ptr<const SectionModel> model);

@@ -90,6 +90,16 @@ void MovePoint(const Point& from, const Point& to, std::vector<Element>& element
     Place(placement, elements);
 }
 
+void MakeHoles(std::vector<Element>& elements) {
+    for (Element& element : elements) element.isSolid = !element.isSolid;
+}
+
+std::size_t PointCount(const std::vector<Element>& elements) {
+    std::size_t count = 0;
+    for (const Element& element : elements) count += element.ring.size();
+    return count;
+}
+
 std::vector<Element> CopiesInRow(const std::vector<Element>& elements, std::size_t count,
                                  const Point& step) {
     std::vector<Element> row;

@@ -13,9 +13,6 @@
 
 namespace halvorn::engine {
 
-/// The axis through the origin about which elements are turned over.
-enum class Mirror { None, AboutX, AboutY };
-
 /// Where a part goes: its origin becomes (0, 0), it is mirrored, rotated and moved, in this order.
 struct Placement {
     Point origin = {0.0, 0.0};  ///< in the part's own coordinates [L]
@@ -33,15 +30,22 @@ void Place(const Placement& placement, std::vector<Element>& elements);
 /// axis of the section.
 std::array<Point, 2> AxesOfSection(const Placement& placement);
 
-/// A place along one direction of a box: left or bottom, half way, right or top.
-enum class Along { Low, Middle, High };
-
 /// Returns a corner of a box, the middle of one of its sides, or its own middle.
 Point PointOfBox(const Box& box, Along x, Along y);
 
 /// Moves elements so that a point of theirs comes to lie at another. What has the coordinate x or y
 /// of the one gets exactly that of the other.
 void MovePoint(const Point& from, const Point& to, std::vector<Element>& elements);
+
+/// Turns solids into holes and holes into solids.
+void MakeHoles(std::vector<Element>& elements);
+
+/// What a row may have at most: copies, and points of all of them, as many as a drawing.
+inline constexpr std::size_t kMostCopies = 1000;
+inline constexpr std::size_t kMostPointsOfRow = 1000000;
+
+/// Returns how many points the rings of elements have together.
+std::size_t PointCount(const std::vector<Element>& elements);
 
 /// Returns so many copies of elements one after the other: the first where they are, each a step
 /// beyond the one before.

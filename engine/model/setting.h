@@ -10,24 +10,6 @@
 
 namespace halvorn::engine {
 
-/// A side of a box.
-enum class Side { Bottom, Top, Left, Right };
-
-/// What of two parts touches.
-enum class Touch {
-    Boxes,    ///< the boxes around them
-    Outlines  ///< their solid outlines, wherever they meet first
-};
-
-/// How elements are set on a side of others.
-struct Setting {
-    Side side = Side::Top;  ///< of the others
-    Touch touch = Touch::Boxes;
-    Along align = Along::Middle;  ///< which points of the two boxes are opposite each other
-    double gap = 0.0;             ///< from where they touch, outwards [L]
-    Point shift = {0.0, 0.0};     ///< likewise; the part of it along the side comes first [L]
-};
-
 /// More pairs of edges than this are not compared: they would take seconds.
 inline constexpr double kMostEdgePairs = 2e8;
 

@@ -16,11 +16,6 @@ namespace halvorn::engine {
 
 namespace {
 
-constexpr double kMostCopies = 1000.0;
-
-// Of all copies of a part: as many as a drawing may have.
-constexpr std::size_t kMostPointsOfRow = 1000000;
-
 // How many names a message lists.
 constexpr std::size_t kMostNames = 5;
 
@@ -53,11 +48,6 @@ Origin ReadOrigin(const Node& part, bool hasOwnCoordinates) {
         {"top_centre", {Kind::BoxPoint, Along::Middle, Along::High}},
         {"top_right", {Kind::BoxPoint, Along::High, Along::High}},
     });
-}
-
-// Turns solids into holes and holes into solids.
-void MakeHole(std::vector<Element>& elements) {
-    for (Element& element : elements) element.isSolid = !element.isSolid;
 }
 
 // The part's point that is its origin before it is mirrored and rotated.
@@ -98,8 +88,9 @@ struct Row {
 
 std::size_t ReadCount(const Node& node, std::size_t pointCount) {
     const double count = node.Number();
-    if (!(count >= 1.0 && count <= kMostCopies && count == std::floor(count))) {
-        node.Fail("must be a whole number from 1 to " + ShortNumber(kMostCopies) + ", found " +
+    if (!(count >= 1.0 && count <= static_cast<double>(kMostCopies) &&
+          count == std::floor(count))) {
+        node.Fail("must be a whole number from 1 to " + std::to_string(kMostCopies) + ", found " +
                       ShortNumber(count),
                   "write how many there are, the first included");
     }
@@ -114,9 +105,7 @@ std::size_t ReadCount(const Node& node, std::size_t pointCount) {
 
 Row ReadRow(const Node& node, const std::vector<Element>& elements) {
     node.RequireKeys({"count", "step"});
-    std::size_t pointCount = 0;
-    for (const Element& element : elements) pointCount += element.ring.size();
-    const Row row = {ReadCount(node.At("count"), pointCount), ReadPoint(node.At("step"))};
+    const Row row = {ReadCount(node.At("count"), PointCount(elements)), ReadPoint(node.At("step"))};
     if (row.count > 1 && row.step == Point{0.0, 0.0}) {
         node.At("step").Fail("all copies would lie in one place",
                              "write how far each is from the one before, [x, y]");
@@ -219,7 +208,7 @@ void PartPlaces::PlaceNext(const Node& part, UnplacedPart unplaced) {
         NumberLabels(name.size(), size, elements);
     }
     if (isSet) SetOnNamed(part, elements);
-    if (unplaced.isHole) MakeHole(elements);
+    if (unplaced.isHole) MakeHoles(elements);
 
     const std::size_t first = elements_.size();
     named_.insert({name, {first, elements.size(), unplaced.isHole}});

@@ -1,0 +1,110 @@
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
+
+#include "HalvornEngine.h"
+#include "model/outlines.h"
+#include "model/placement.h"
+#include "model/setting.h"
+
+namespace halvorn::engine {
+
+namespace {
+
+// A copy that holds for its outlines alone.
+SectionModel OutlinesAlone(const SectionModel& section) {
+    SectionModel copy = section;
+    copy.polyline.reset();
+    copy.published.clear();
+    return copy;
+}
+
+std::shared_ptr<const SectionModel> Placed(const SectionModel& section,
+                                           const Placement& placement) {
+    SectionModel placed = OutlinesAlone(section);
+    Place(placement, placed.elements);
+    return std::make_shared<const SectionModel>(std::move(placed));
+}
+
+void RequireOneUnit(const SectionModel& a, const SectionModel& b) {
+    if (a.unit == b.unit) return;
+    throw InputError("options", "the sections are in " + a.unit + " and " + b.unit,
+                     "bring both into one unit");
+}
+
+std::shared_ptr<const SectionModel> Joined(const SectionModel& a, const SectionModel& b,
+                                           bool isTakenAway) {
+    RequireOneUnit(a, b);
+    SectionModel joined = OutlinesAlone(a);
+    std::vector<Element> others = b.elements;
+    if (isTakenAway) MakeHoles(others);
+    std::move(others.begin(), others.end(), std::back_inserter(joined.elements));
+    joined.remarks.insert(joined.remarks.end(), b.remarks.begin(), b.remarks.end());
+    joined.isUnitAssumed = a.isUnitAssumed || b.isUnitAssumed;
+    joined.isDrawn = a.isDrawn || b.isDrawn;
+    return std::make_shared<const SectionModel>(std::move(joined));
+}
+
+}  // namespace
+
+Point Section::PointOfBox(Along x, Along y) const {
+    return engine::PointOfBox(BoxOf(model_->elements), x, y);
+}
+
+Section Section::Moved(const Point& by) const {
+    Placement placement;
+    placement.move = by;
+    return Section(Placed(*model_, placement));
+}
+
+Section Section::Turned(double degrees) const {
+    Placement placement;
+    placement.rotation = degrees;
+    return Section(Placed(*model_, placement));
+}
+
+Section Section::Mirrored(Mirror axis) const {
+    Placement placement;
+    placement.mirror = axis;
+    return Section(Placed(*model_, placement));
+}
+
+Section Section::SetOn(const Section& other, const Setting& setting) const {
+    RequireOneUnit(*model_, *other.model_);
+    SectionModel set = OutlinesAlone(*model_);
+    switch (SetOnSide(setting, other.model_->elements, set.elements)) {
+        case SettingResult::Set:
+            break;
+        case SettingResult::Misses:
+            throw InputError("options", "nothing of the one section is opposite the other",
+                             "change the alignment or the shift, or let the boxes touch");
+        case SettingResult::TooMany:
+            throw InputError("options",
+                             "the outlines have too many points to look where they touch",
+                             "make the chord tolerance larger, or let the boxes touch");
+    }
+    return Section(std::make_shared<const SectionModel>(std::move(set)));
+}
+
+Section Section::InRow(std::size_t count, const Point& step) const {
+    if (count < 1 || count > kMostCopies ||
+        count * PointCount(model_->elements) > kMostPointsOfRow) {
+        throw InputError("options", "a row of " + std::to_string(count) + " is not possible",
+                         "give 1 to " + std::to_string(kMostCopies) + ", with at most " +
+                             std::to_string(kMostPointsOfRow) + " points together");
+    }
+    SectionModel row = OutlinesAlone(*model_);
+    row.elements = CopiesInRow(row.elements, count, step);
+    return Section(std::make_shared<const SectionModel>(std::move(row)));
+}
+
+Section Section::With(const Section& other) const {
+    return Section(Joined(*model_, *other.model_, false));
+}
+
+Section Section::Without(const Section& other) const {
+    return Section(Joined(*model_, *other.model_, true));
+}
+
+}  // namespace halvorn::engine
