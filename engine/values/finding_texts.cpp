@@ -61,6 +61,8 @@ const char* KindName(FindingKind kind) {
             return "wide_bounds";
         case FindingKind::SharpCorners:
             return "sharp_corners";
+        case FindingKind::Composite:
+            return "composite";
         case FindingKind::Reading:
             break;
     }

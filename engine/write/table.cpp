@@ -148,6 +148,19 @@ std::vector<Value> StressValues(const Report& report) {
     return values;
 }
 
+// The moduli of the parts of a composite section, named after them.
+std::vector<Value> PartValues(const Report& report) {
+    constexpr std::array kFibres = {"bottom", "top", "left", "right"};  // as the moduli
+    std::vector<Value> values;
+    for (const CompositePart& part : report.parts) {
+        for (std::size_t i = 0; i < part.moduli.size(); ++i) {
+            values.push_back(part.moduli[i]);
+            values.back().name = Excerpt(part.name) + ", " + kFibres[i];
+        }
+    }
+    return values;
+}
+
 std::string ForcesText(const Report& report) {
     std::string text = "Forces:";
     for (const ForceDescription& force : kForces) {
@@ -171,6 +184,7 @@ std::string Blocks(const Report& report) {
         rows.insert(rows.end(), block.begin(), block.end());
     };
     add(nullptr, report.values);
+    add("Elastic moduli of the parts", PartValues(report));
     add("Stresses", StressValues(report));
     add("Halves about the plastic axes", HalfValues(report));
     add("Published", report.published);
@@ -186,8 +200,9 @@ std::string Blocks(const Report& report) {
 // Every reason once in the order of the values, then what is found but for hints.
 std::vector<std::string> Footnotes(const Report& report) {
     std::vector<std::string> notes;
+    const std::vector<Value> parts = PartValues(report);
     const std::vector<Value> stresses = StressValues(report);
-    for (const auto* const list : {&report.values, &stresses, &report.classValues}) {
+    for (const auto* const list : {&report.values, &parts, &stresses, &report.classValues}) {
         for (const Value& value : *list) {
             if (value.IsComputed()) continue;
             const std::string note = "Not computed: " + SingleLine(value.whyMissing);

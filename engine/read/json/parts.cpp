@@ -13,8 +13,8 @@ namespace halvorn::engine {
 
 namespace {
 
-const std::vector<std::string_view> kCommonKeys = {"name",   "kind",   "at",
-                                                   "mirror", "rotate", "move"};
+const std::vector<std::string_view> kCommonKeys = {"name",   "kind", "at",           "mirror",
+                                                   "rotate", "move", "modular_ratio"};
 
 // Exactly one of these keys says what a part draws.
 const std::vector<std::string_view> kSources = {"shape", "profile", "points", "wall"};
@@ -144,6 +144,7 @@ std::vector<Element> ReadPart(const Node& part, const PartOptions& options) {
     const bool isHole =
         part.Has("kind") && part.At("kind").Choice<bool>({{"solid", false}, {"hole", true}});
     if (isHole) MakeHole(elements);
+    ReadModularRatio(part, isHole, elements);
     SetLabels(part, elements);
     return elements;
 }
