@@ -127,6 +127,12 @@ EXAMPLES = {
                   {"name": "hat", "wall": {
                       "kind": "open", "thickness": 3, "radii": [0, 4, 4, 4, 4, 0],
                       "points": [(0, 0), (30, 0), (50, 60), (110, 60), (130, 0), (160, 0)]}}]},
+    "composite-beam": {
+        "name": "IPE 300 under a concrete slab", "unit": "mm",
+        "description": "Slab of 1000 x 100, its E a seventh of that of steel",
+        "parts": [{"name": "beam", "profile": "IPE300", "move": [-75, 0]},
+                  {"name": "slab", "shape": "plate", "width": 1000, "height": 100,
+                   "move": [-500, 300], "modular_ratio": 1 / 7}]},
     "chs-114x5": {
         "name": "CHS 114.3 x 5", "unit": "mm",
         "description": "Circular tube by its mid-line of 192 points, as long as the circle; torsion "

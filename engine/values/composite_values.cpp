@@ -70,8 +70,9 @@ private:
         CompositePart part{material.name, material.modularRatio, {}};
         std::string why;
         std::optional<Moments> own;
+        Region& region = report_.partRegions.emplace_back();
         try {
-            const Region region = RegionOf(OutlinesOf(report_.section.elements, material));
+            region = RegionOf(OutlinesOf(report_.section.elements, material));
             if (!region.IsEmpty()) own = MomentsOf(region);
             why = own ? "" : kTakenAway;
         } catch (const ArrangementError& error) {

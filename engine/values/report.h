@@ -25,6 +25,7 @@ struct Report {
     /// Of a composite section with a region: its transformed moments.
     std::optional<Moments> transformed;
     std::vector<CompositePart> parts;  ///< of a composite section
+    std::vector<Region> partRegions;   ///< what each of them keeps; empty where nothing is left
     std::vector<Value> values;         ///< what an engineer means by each symbol, of the region
     std::vector<Value> published;      ///< of a catalogue profile
     std::vector<Value> classValues;    ///< outputs of the library's class, under keys of their own

@@ -7,6 +7,8 @@
 #include <random>
 
 #include "HalvornEngine.h"
+#include "figure/layout.h"
+#include "geometry/rings.h"
 #include "read/json/section_file.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
@@ -141,6 +143,9 @@ TEST(CompositeSections, LetTheStifferPartDisplaceAndAHoleTakeAll) {
          "remark: base: the stiffer \"half\" takes 19250 mm^2", 1},
         {tube + "}, " + fill(50, 90) + ", " + fill(10, 10), 2400, inertia,
          "warning: fill: it overlaps \"fill\": 100 mm^2"},
+        // The hole takes where they overlap.
+        {tube + "}, " + fill(50, 90) + ", " + fill(10, 10) + ", " + hole + "-5]}", 2380,
+         inertia - 0.2 * 1e4 / 12, ""},
         {tube + R"(, "modular_ratio": 2}, {"name": "gone", "modular_ratio": 0.5, )" + walls + "}",
          3000, 2 * (60e6 - 50 * 729e3) / 12, "remark: gone: the stiffer \"tube\" takes 1500"},
     };
@@ -306,13 +311,51 @@ TEST(CompositeSections, ScaleWithTheirRatiosAndAreOrdinaryAtRatioOne) {
     EXPECT_EQ(plain.Json().find("transformed"), std::string::npos);
 }
 
+// A plate within another, a slot through both: each area as it counts, the stiffer one in a tint.
+TEST(CompositeSections, AreDrawnAsTheyCount) {
+    const std::string box = R"("shape": "plate", "at": "centroid", "height": 100, "width": )";
+    const auto measure = [](const std::string& text, double size, bool) {
+        return 0.6 * size * static_cast<double>(text.size());
+    };
+    for (const char* const ratio : {"0.25", "4"}) {
+        const Report report =
+            Evaluate(Read("{" + box + "60}, {" + box + R"(30, "modular_ratio": )" + ratio + "}, {" +
+                          box + R"(6, "kind": "hole"})"),
+                     {});
+        const figure::Page page = figure::LayOut(report, measure);
+        const auto areaOf = [](const std::vector<figure::Spot>& spots) {
+            Points ring;
+            for (const figure::Spot& spot : spots) ring.emplace_back(spot.x, spot.y);
+            return AreaOf(ring);
+        };
+        double drawn = 0;
+        for (const figure::Area& area : page.areas) drawn += areaOf(area.spots);
+        // The softer plate is displaced altogether, and then has no tint and no word in the legend.
+        const bool isStiffer = *ratio == '4';
+        ASSERT_EQ(page.blocks.size(), isStiffer ? 3U : 0U);
+        if (isStiffer) {
+            EXPECT_NEAR(areaOf(page.blocks[0].spots) / drawn, 12.0 / 54, 1e-9);
+            EXPECT_TRUE(page.blocks[0].isFirst);
+        }
+        EXPECT_EQ(std::count_if(page.labels.begin(), page.labels.end(),
+                                [&](const figure::Label& label) {
+                                    return label.runs[0].text == "modular ratio 4";
+                                }),
+                  isStiffer ? 1 : 0);
+    }
+}
+
 TEST(CompositeSections, SayWhyAValueIsMissing) {
     EvaluateOptions options;
     options.forces = SectionForces{};
     options.forces->mx = 1e6;
     const std::string text = R"({"version": 1, "unit": "mm", "density": 7850, "parts": [)" +
                              kSteelBeam + ", " + kSlab + "]}";
-    const SectionReport report = Section::Parse(text, TextFormat::Json, "test").Evaluate(options);
+    const Section section = Section::Parse(text, TextFormat::Json, "test");
+    const SectionReport report = section.Evaluate(options);
+    EvaluateOptions withoutWarping;
+    withoutWarping.wantsWarping = false;
+    EXPECT_EQ(section.Evaluate(withoutWarping).CsvRow(), report.CsvRow());
     for (const Value& value : report.Values()) {
         const auto starts = [&](std::initializer_list<const char*> with) {
             return std::any_of(with.begin(), with.end(),
