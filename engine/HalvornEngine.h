@@ -122,6 +122,7 @@ enum class FindingKind {
     WideBounds,         ///< the bounds of torsion and shear are wider than was asked for
     SharpCorners,       ///< corners at which the stress of torsion has no bound
     PublishedDiffers,   ///< a published value differs from the drawn one by more than 1 %
+    Composite,          ///< values are transformed to the reference material
     Reading             ///< the reader left something out or took it for granted
 };
 
@@ -209,6 +210,16 @@ const std::vector<MethodDescription>& MethodDescriptions();
 /// @param values  which own it
 /// @param key     "inertia_x"
 const Value* FindValue(const std::vector<Value>& values, std::string_view key);
+
+/// What a composite section consists of: its parts of one name and one modular ratio.
+struct CompositePart {
+    std::string name;           ///< of the parts
+    double modularRatio = 1.0;  ///< E over the reference E [-]
+    /// Elastic moduli with the keys "elastic_modulus_bottom", "_top", "_left" and "_right": M over
+    /// one is the stress in that outermost fibre of this part itself. Negative for a fibre beyond
+    /// the neutral axis, whose stress has the other sign [L^3].
+    std::vector<Value> moduli;
+};
 
 /// Shift of the reference point of the elastic moduli from the centre of gravity, in the unit of
 /// the section.
@@ -385,6 +396,9 @@ public:
     const std::vector<Value>& Published() const;
     /// Returns the outputs of `CSectionTools` as they stand, in reading order.
     const std::vector<Value>& ClassValues() const;
+    /// Returns what a composite section consists of, in the order of its file; empty where all is
+    /// of the reference material. `Values` are then transformed, `ClassValues` never.
+    const std::vector<CompositePart>& Parts() const;
     /// Returns the largest normal, shear and von Mises stress; empty without forces.
     const std::vector<LargestStress>& Stresses() const;
     /// Returns what was found, the worst first.

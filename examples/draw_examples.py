@@ -156,6 +156,12 @@ EXAMPLES = {
                    "on": "top", "side": "bottom", "repeat": {"count": 3, "step": [200, 0]}},
                   {"shape": "plate", "width": 100, "height": 10, "on": "web 1", "side": "right"},
                   {"shape": "plate", "width": 100, "height": 10, "on": "web 2", "side": "left"}]},
+    "composite-beam": {
+        "name": "IPE 300 under a concrete slab", "unit": "mm",
+        "description": "Slab of 1000 x 100, its E a seventh of that of steel",
+        "parts": [{"name": "beam", "profile": "IPE300", "move": [-75, 0]},
+                  {"name": "slab", "shape": "plate", "width": 1000, "height": 100,
+                   "move": [-500, 300], "modular_ratio": 1 / 7}]},
     "chs-114x5": {
         "name": "CHS 114.3 x 5", "unit": "mm",
         "description": "Circular tube by its mid-line of 192 points, as long as the circle; torsion "

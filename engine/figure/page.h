@@ -62,7 +62,7 @@ struct Area {
     bool isSolid;
 };
 
-/// A tinted patch over the areas: one side of a plastic axis.
+/// A tinted patch over the areas: one side of a plastic axis, or another material.
 struct Block {
     std::vector<Spot> spots;
     bool isFirst;  ///< of the two tints

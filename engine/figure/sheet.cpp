@@ -94,6 +94,10 @@ std::optional<Spot> CentroidOnPage(const Sheet& sheet) {
 }
 
 void AddSection(Sheet& sheet) {
+    if (!sheet.report.parts.empty()) {
+        AddMaterials(sheet);
+        return;
+    }
     for (const Element& element : sheet.report.section.elements) {
         sheet.page.areas.push_back({OnPage(sheet, element.ring), element.isSolid});
     }

@@ -72,6 +72,10 @@ std::optional<Spot> CentroidOnPage(const Sheet& sheet);
 /// Puts areas, outlines and hatching on the page.
 void AddSection(Sheet& sheet);
 
+/// Puts what each part of a composite section keeps on the page, in a tint where its modular ratio
+/// is not 1.
+void AddMaterials(Sheet& sheet);
+
 /// Tints both sides of a plastic axis, and draws their centroids and lever arms.
 /// @param axis  0: the horizontal one, 1: the vertical one
 void AddBlocks(Sheet& sheet, std::size_t axis);

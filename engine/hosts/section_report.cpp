@@ -49,6 +49,10 @@ const std::vector<Value>& SectionReport::ClassValues() const {
     return report_->classValues;
 }
 
+const std::vector<CompositePart>& SectionReport::Parts() const {
+    return report_->parts;
+}
+
 const std::vector<LargestStress>& SectionReport::Stresses() const {
     return report_->stresses;
 }

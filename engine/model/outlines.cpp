@@ -5,6 +5,7 @@
 
 #include "geometry/rounded_polygon.h"
 #include "geometry/wall_outline.h"
+#include "model/composite.h"
 
 namespace halvorn::engine {
 
@@ -22,6 +23,7 @@ bool CrossesItself(const Points& ring) {
 }  // namespace
 
 std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements) {
+    if (IsComposite(elements)) return OutlinesFrom(elements, 0.0);
     std::vector<WeightedRing> outlines;
     outlines.reserve(elements.size());
     for (const Element& element : elements) {

@@ -14,8 +14,8 @@
 
 namespace halvorn::engine {
 
-/// Returns the rings of elements in their order, solids with the weight 1 and holes with -1. They
-/// refer to the elements.
+/// Returns the rings of elements in their order, solids with the weight 1 and holes with -1, those
+/// of a composite section as `OutlinesFrom`. They refer to the elements.
 std::vector<WeightedRing> OutlinesOf(const std::vector<Element>& elements);
 
 /// Returns the box around the rings of all elements.

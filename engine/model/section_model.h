@@ -46,6 +46,11 @@ struct Element {
     Points ring;
     bool isWall = false;  ///< drawn from its mid-line: where it crosses itself it counts once
     std::optional<GivenValues> given;  ///< absent: all values come from the ring
+    /// E of its material over the reference E; the hole of a hollow solid has that of the solid.
+    double modularRatio = 1.0;
+    /// A hole that takes whatever lies under it, of every material, or what such a hole leaves
+    /// within; else the element acts on its own material alone. Says nothing where all is one.
+    bool actsOnAll = false;
 };
 
 enum class PolylineKind { Solid, ClosedWall, OpenWall };

@@ -153,6 +153,26 @@ double Cleared(double value, double error, double scale) {
     return std::fabs(value) <= std::max(10.0 * error, kNothing * scale) ? 0.0 : value;
 }
 
+// What the difference of a larger moment and a smaller one rounds by, in parts of the larger one.
+constexpr double kDifference = 8.0 * kUnit;
+
+// Adds second moments and errors of a region to sums about another point than its own.
+void AddAbout(const Point& about, const Moments& own, double weight, Moments* sum) {
+    const Point arm = own.centroid - about;
+    const double x = std::fabs(arm.x);
+    const double y = std::fabs(arm.y);
+    sum->inertiaX += weight * (own.inertiaX + own.area * y * y);
+    sum->inertiaY += weight * (own.inertiaY + own.area * x * x);
+    sum->inertiaXY += weight * (own.inertiaXY + own.area * arm.x * arm.y);
+    sum->firstXError += weight * (own.firstXError + x * own.areaError);
+    sum->firstYError += weight * (own.firstYError + y * own.areaError);
+    const double ofX = own.inertiaXError + 2.0 * y * own.firstYError + y * y * own.areaError;
+    const double ofY = own.inertiaYError + 2.0 * x * own.firstXError + x * x * own.areaError;
+    sum->inertiaXError += weight * ofX;
+    sum->inertiaYError += weight * ofY;
+    sum->inertiaXYError += weight * std::sqrt(ofX) * std::sqrt(ofY);
+}
+
 // How far the coordinates of a region may be from what was meant, in the frame.
 Point CoordinateError(const Region& region, const Extent& extent) {
     constexpr double kDrawn = 4.0 * kUnit;  // a rotation or an arc rounds some times
@@ -200,6 +220,35 @@ Moments MomentsOf(const Region& region) {
     moments.toLeft = told(own.centroid.x - extent.left, 1);
     moments.toRight = told(extent.right - own.centroid.x, 1);
     return moments;
+}
+
+Moments SumOf(std::span<const WeightedMoments> levels) {
+    const Moments& all = levels.back().moments;
+    Moments sum;
+    Point first;  // moments about the centre of gravity of all, so that little cancels far away
+    for (const auto& [own, weight] : levels) {
+        sum.area += weight * own.area;
+        sum.areaError += weight * own.areaError;
+        first = first + weight * own.area * (own.centroid - all.centroid);
+    }
+    const Point shift = (1.0 / sum.area) * first;
+    sum.centroid = all.centroid + shift;
+    for (const auto& [own, weight] : levels) AddAbout(sum.centroid, own, weight, &sum);
+    sum.toBottom = all.toBottom + shift.y;
+    sum.toTop = all.toTop - shift.y;
+    sum.toLeft = all.toLeft + shift.x;
+    sum.toRight = all.toRight - shift.x;
+    sum.centroid = {Cleared(sum.centroid.x, sum.firstXError / sum.area, sum.toLeft + sum.toRight),
+                    Cleared(sum.centroid.y, sum.firstYError / sum.area, sum.toBottom + sum.toTop)};
+    sum.inertiaXY = Cleared(sum.inertiaXY, sum.inertiaXYError,
+                            std::sqrt(sum.inertiaX) * std::sqrt(sum.inertiaY));
+    const PrincipalInertias axes = PrincipalInertiasOf(sum.inertiaX, sum.inertiaY, sum.inertiaXY);
+    sum.second = axes.second;
+    // The product of both axes' errors bounds that of the product moment, as for the integrals.
+    const double across = std::fabs(std::sin(axes.angle)) * std::sqrt(sum.inertiaXError) +
+                          std::fabs(std::cos(axes.angle)) * std::sqrt(sum.inertiaYError);
+    sum.secondError = across * across + kDifference * axes.first;
+    return sum;
 }
 
 }  // namespace halvorn::engine

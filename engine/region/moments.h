@@ -3,6 +3,8 @@
 #ifndef HALVORN_ENGINE_REGION_MOMENTS_H
 #define HALVORN_ENGINE_REGION_MOMENTS_H
 
+#include <span>
+
 #include "geometry/point.h"
 #include "region/region.h"
 
@@ -35,6 +37,16 @@ struct Moments {
 /// a point within. Where a slender region would lose digits, it is summed again in twice the digits
 /// of a double.
 Moments MomentsOf(const Region& region);
+
+/// Moments of a region whose area counts `weight` times.
+struct WeightedMoments {
+    Moments moments;
+    double weight = 1.0;  ///< positive [-]
+};
+
+/// Returns the sums of moments over regions about their common centre of gravity.
+/// @param levels  at least one; the last holds all others, and the outermost fibres are its own
+Moments SumOf(std::span<const WeightedMoments> levels);
 
 }  // namespace halvorn::engine
 

@@ -6,9 +6,11 @@
 
 #include "HalvornEngine.h"
 #include "geometry/place_text.h"
+#include "model/composite.h"
 #include "model/outlines.h"
 #include "region/moments.h"
 #include "values/class_values.h"
+#include "values/composite_values.h"
 #include "values/digits.h"
 #include "values/findings.h"
 #include "values/plastic_halves.h"
@@ -27,6 +29,9 @@ void AddRegion(Report* report) {
     try {
         report->region = RegionOf(OutlinesOf(report->section.elements));
         if (report->region.IsEmpty()) report->whyNoRegion = kNoArea;
+        if (report->whyNoRegion.empty() && IsComposite(report->section.elements)) {
+            report->transformed = TransformedMoments(report->section.elements, report->region);
+        }
     } catch (const ArrangementError& error) {
         report->whyNoRegion = error.what();
     }
@@ -68,6 +73,10 @@ void SortFindings(Report* report) {
 }
 
 void Solve(const EvaluateOptions& options, Report* report) {
+    if (report->transformed) {
+        report->whyNoWarping = kNoWarpingOfComposite;
+        return;
+    }
     WarpingOptions wanted;
     wanted.tolerance = options.tolerance;
     wanted.poisson = options.poisson;
@@ -91,9 +100,11 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     report.shift = shift;
     report.whyNoWarping = kNoWarpingAsked;
     AddRegion(&report);
+    if (report.transformed) report.whyNoWarping = kNoWarpingOfComposite;
     report.findings = FindingsOf(report);
     RefuseSelfCrossing(report);
     AddRegionValues(&report);
+    AddComposite(&report);
     AddPublished(&report);
     CompareWithPublished(&report);
     AddClassValues(&report);
@@ -129,7 +140,9 @@ void AddHalves(Report* report) {
     const Moments moments = report->whyNoRegion.empty() ? MomentsOf(report->region) : Moments{};
     for (const AxisDirection direction : {AxisDirection::Horizontal, AxisDirection::Vertical}) {
         PlasticHalves& halves = report->halves.emplace_back();
-        if (report->whyNoRegion.empty()) {
+        if (report->transformed) {
+            halves.whyMissing = kNoPlasticOfComposite;
+        } else if (report->whyNoRegion.empty()) {
             halves = HalvesOf(report->region, joined, direction);
             KeepDigitsOfHalves(moments, direction, &halves);
         } else {

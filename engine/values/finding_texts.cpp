@@ -63,6 +63,8 @@ const char* KindName(FindingKind kind) {
             return "sharp_corners";
         case FindingKind::PublishedDiffers:
             return "published_differs";
+        case FindingKind::Composite:
+            return "composite";
         case FindingKind::Reading:
             break;
     }

@@ -29,6 +29,19 @@ void LookAtGivenValues(const Element& element, std::vector<Finding>& findings) {
                         {}});
 }
 
+void TellComposite(const Report& report, std::vector<Finding>& findings) {
+    if (!report.transformed) return;
+    findings.push_back({Severity::Remark,
+                        Kind::Composite,
+                        report.section.source,
+                        "the section is composite: area, centre of gravity and second moments are "
+                        "transformed to the material of modular ratio 1, and elastic moduli are "
+                        "for the stress in the material of the fibre; class_values take all parts "
+                        "alike",
+                        "",
+                        {}});
+}
+
 void LookForMissingRegion(const Report& report, std::vector<Finding>& findings) {
     const auto isError = [](const Finding& finding) { return finding.severity == Severity::Error; };
     if (report.whyNoRegion.empty() || std::any_of(findings.begin(), findings.end(), isError)) {
@@ -55,6 +68,7 @@ std::vector<Finding> FindingsOf(const Report& report) {
     }
     AddRegionFindings(section, report.region, &findings);
     LookForMissingRegion(report, findings);
+    TellComposite(report, findings);
     for (const std::string& remark : section.remarks) {
         findings.push_back({Severity::Remark, Kind::Reading, section.source, remark, "", {}});
     }

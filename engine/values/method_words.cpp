@@ -9,6 +9,9 @@ const std::vector<MethodDescription>& MethodDescriptions() {
         {kIntegrals,
          "integrated along the drawn outlines by Green's theorem, over material once, about its "
          "own centre of gravity: exact but for rounding"},
+        {kTransformed,
+         "of a composite section: likewise, each place weighed with its modular ratio (S. P. "
+         "Timoshenko, Strength of Materials, part I: beams of two materials)"},
         {kMeasured, "measured on the drawn outlines"},
         {kMohr,
          "from Ix, Iy and Ixy by Mohr's circle (O. Mohr, Civilingenieur 33, 1887); 1 is the axis "

@@ -7,6 +7,7 @@ namespace halvorn::engine {
 
 // `MethodDescriptions` says what each does, and its source.
 inline constexpr const char* kIntegrals = "exact";
+inline constexpr const char* kTransformed = "transformed";
 inline constexpr const char* kMeasured = "outline";
 inline constexpr const char* kMohr = "Mohr";
 inline constexpr const char* kQuotient = "formula";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -9,6 +10,7 @@
 #include "geometry/box.h"
 #include "geometry/place_text.h"
 #include "geometry/rings.h"
+#include "model/composite.h"
 #include "values/ring_findings.h"
 
 namespace halvorn::engine {
@@ -22,13 +24,18 @@ class RegionFindings {
 public:
     RegionFindings(const SectionModel& section, const Region& region,
                    std::vector<Finding>& findings)
-        : elements_(section.elements), region_(region), section_(section), findings_(findings) {}
+        : elements_(section.elements),
+          region_(region),
+          section_(section),
+          findings_(findings),
+          isComposite_(IsComposite(section.elements)) {}
 
     void Add() {
         for (const OddPlace& odd : region_.oddPlaces) Gather(odd);
         TellTurns();
         TellRingsWithoutArea();
         TellOverlaps();
+        TellDisplaced();
         TellHolesOutside();
         TellContacts();
         TellPinches();
@@ -48,6 +55,16 @@ private:
         }
     };
     using Outlines = std::vector<std::size_t>;
+
+    struct Layers {
+        Outlines solids, holes;
+        int Sum() const { return static_cast<int>(solids.size()) - static_cast<int>(holes.size()); }
+    };
+
+    struct Displacement {
+        Amount amount;
+        std::set<std::size_t> by;  // stiffer solids
+    };
 
     void Tell(Severity severity, Kind kind, std::size_t element, const std::string& problem,
               const std::string& mend, std::optional<Point> place) {
@@ -70,11 +87,49 @@ private:
     }
 
     void Gather(const OddPlace& odd) {
-        Outlines solids, holes;
         for (const auto& [i, winding] : odd.windings) {
             if (winding != 1) (winding < 0 ? reversed_ : repeated_)[i].Add(odd.area, odd.place);
-            (elements_[i].isSolid ? solids : holes).push_back(i);
         }
+        std::map<double, Layers, std::greater<>> materials;  // by modular ratio
+        Layers ofAll;
+        for (const auto& [i, winding] : odd.windings) {
+            const Element& element = elements_[i];
+            const bool isOfAll = isComposite_ && element.actsOnAll;
+            Layers& layers = isOfAll ? ofAll : materials[element.modularRatio];
+            (element.isSolid ? layers.solids : layers.holes).push_back(i);
+        }
+        const bool isTaken = ofAll.holes.size() > ofAll.solids.size();
+        if (!isTaken) GatherDisplaced(materials, odd);
+        for (const auto& [ratio, layers] : materials) {
+            if (!isTaken) Gather(layers.solids, layers.holes, odd);
+        }
+        if (ofAll.holes.empty()) return;
+        // To a hole in all of them, materials are one solid.
+        for (const auto& [ratio, layers] : materials) {
+            if (layers.Sum() <= 0) continue;
+            ofAll.solids.push_back(layers.solids.front());
+            break;
+        }
+        Gather(ofAll.solids, ofAll.holes, odd);
+    }
+
+    void GatherDisplaced(const std::map<double, Layers, std::greater<>>& materials,
+                         const OddPlace& odd) {
+        const Layers* stiffest = nullptr;
+        for (const auto& [ratio, layers] : materials) {
+            if (layers.Sum() <= 0) continue;
+            if (stiffest == nullptr) {
+                stiffest = &layers;
+                continue;
+            }
+            Displacement& displacement = displaced_[layers.solids.front()];
+            displacement.amount.Add(odd.area, odd.place);
+            displacement.by.insert(stiffest->solids.front());
+        }
+    }
+
+    // Of solids and holes that act on each other at a place.
+    void Gather(const Outlines& solids, const Outlines& holes, const OddPlace& odd) {
         const auto solidCount = static_cast<int>(solids.size());
         const auto holeCount = static_cast<int>(holes.size());
         const int sum = solidCount - holeCount;
@@ -168,6 +223,21 @@ private:
         }
     }
 
+    void TellDisplaced() {
+        constexpr double kNegligible = 1e-9;  // of the softer solid
+        for (const auto& [softer, displacement] : displaced_) {
+            const auto& [amount, by] = displacement;
+            if (amount.area <= kNegligible * AreaOfElement(softer)) continue;
+            const std::size_t others = by.size() - 1;
+            Tell(Severity::Remark, Kind::Overlap, softer,
+                 "the stiffer \"" + elements_[*by.begin()].label + "\"" +
+                     (others > 0 ? " and " + std::to_string(others) + " more take " : " takes ") +
+                     Told(amount.area) + " of it at " + PlaceText(amount.place) +
+                     "; in class_values both count",
+                 "", amount.place);
+        }
+    }
+
     void TellHolesOutside() {
         constexpr double kNegligible = 1e-9;  // of the hole
         for (const auto& [i, amount] : outside_) {
@@ -233,6 +303,8 @@ private:
     std::vector<Finding>& findings_;
     std::map<std::size_t, Amount> reversed_, repeated_, outside_;
     std::map<Outlines, Amount> overlaps_;
+    bool isComposite_;
+    std::map<std::size_t, Displacement> displaced_;  // by the softer solid
 };
 
 }  // namespace

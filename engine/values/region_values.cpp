@@ -26,7 +26,9 @@ constexpr const char* kOnTheEdge =
 class RegionValues {
 public:
     explicit RegionValues(Report& report)
-        : report_(report), moments_(MomentsOf(report.region)), whyNoDigits_(WhyNoDigits(Lies())) {}
+        : report_(report),
+          moments_(report.transformed ? *report.transformed : MomentsOf(report.region)),
+          whyNoDigits_(WhyNoDigits(Lies())) {}
 
     void Add() {
         AddGeometry();

@@ -11,6 +11,7 @@
 
 #include "HalvornEngine.h"
 #include "model/section_model.h"
+#include "region/moments.h"
 #include "region/region.h"
 #include "warping/warping.h"
 
@@ -19,12 +20,16 @@ namespace halvorn::engine {
 struct Report {
     SectionModel section;
     Shift shift;
-    Region region;                   ///< what the section means; empty when `whyNoRegion` says why
-    std::string whyNoRegion;         ///< one sentence without a full stop
-    std::vector<Value> values;       ///< what an engineer means by each symbol, of the region
-    std::vector<Value> published;    ///< of a catalogue profile
-    std::vector<Value> classValues;  ///< outputs of the library's class, under keys of their own
-    std::vector<Finding> findings;   ///< worst first
+    Region region;            ///< what the section means; empty when `whyNoRegion` says why
+    std::string whyNoRegion;  ///< one sentence without a full stop
+    /// Of a composite section with a region: its transformed moments.
+    std::optional<Moments> transformed;
+    std::vector<CompositePart> parts;  ///< of a composite section
+    std::vector<Region> partRegions;   ///< what each of them keeps; empty where nothing is left
+    std::vector<Value> values;         ///< what an engineer means by each symbol, of the region
+    std::vector<Value> published;      ///< of a catalogue profile
+    std::vector<Value> classValues;    ///< outputs of the library's class, under keys of their own
+    std::vector<Finding> findings;     ///< worst first
     /// Torsion, warping and shear as `AddWarping` solves them; null when `whyNoWarping` says why.
     std::shared_ptr<const WarpingSolution> warping;
     std::string whyNoWarping;             ///< one sentence without a full stop

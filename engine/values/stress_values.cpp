@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "values/composite_values.h"
 #include "values/values.h"
 #include "values/warping_values.h"
 
@@ -16,6 +17,7 @@ constexpr std::array<ValueDescription, 3> kStresses = {{
 }};
 
 std::string WhyNoStresses(const Report& report) {
+    if (report.transformed) return kNoStressesOfComposite;
     if (report.warping == nullptr) return report.whyNoWarping;
     return report.warping->values.isOnePart ? "" : kPartsApart;
 }

@@ -63,6 +63,16 @@ ordered_json Stresses(const Report& report) {
     return members;
 }
 
+ordered_json Parts(const std::vector<CompositePart>& parts) {
+    ordered_json list = ordered_json::array();
+    for (const CompositePart& part : parts) {
+        ordered_json entry = {{"name", part.name}, {"modular_ratio", part.modularRatio}};
+        entry.update(Members(part.moduli));
+        list.push_back(entry);
+    }
+    return list;
+}
+
 ordered_json List(const std::vector<Finding>& findings) {
     ordered_json list = ordered_json::array();
     for (const Finding& finding : findings) {
@@ -110,6 +120,7 @@ ordered_json Object(const Report& report) {
                            {"kind", isPolyline ? "polyline" : "section"},
                            {"shift", {{"dx", report.shift.dx}, {"dy", report.shift.dy}}},
                            {"values", ValueMembers(report.values)},
+                           {"parts", Parts(report.parts)},
                            {"stresses", Stresses(report)},
                            {"published", Members(report.published)},
                            {"plastic_halves", Halves(report.halves)},

@@ -164,6 +164,19 @@ std::vector<Value> StressValues(const Report& report) {
     return values;
 }
 
+// The moduli of the parts of a composite section, named after them.
+std::vector<Value> PartValues(const Report& report) {
+    constexpr std::array kFibres = {"bottom", "top", "left", "right"};  // as the moduli
+    std::vector<Value> values;
+    for (const CompositePart& part : report.parts) {
+        for (std::size_t i = 0; i < part.moduli.size(); ++i) {
+            values.push_back(part.moduli[i]);
+            values.back().name = Excerpt(part.name) + ", " + kFibres[i];
+        }
+    }
+    return values;
+}
+
 std::string ForcesText(const Report& report) {
     std::string text = "Forces:";
     for (const ForceDescription& force : kForces) {
@@ -231,6 +244,7 @@ std::string TableText(const Report& report, const TableOptions& options) {
     }
     if (report.forces) text += ForcesText(report);
     text += '\n' + ValuesText(report.values);
+    text += BlockText("Elastic moduli of the parts", PartValues(report));
     text += BlockText("Stresses", StressValues(report));
     text += BlockText("Halves about the plastic axes", HalfValues(report));
     text += ClassText(report);

@@ -101,6 +101,15 @@ BAD_SECTIONS = [
     (PARTS, "/parts/7/touch", "edge", "/parts/7/touch", '"box", "outline"'),
     (PARTS, "/parts/7/align", "top", "/parts/7/align", '"left", "centre", "right"'),
     (PARTS, "/parts/7/gap", -1, "/parts/7/gap", "negative"),
+    (PARTS, "/parts/0/modular_ratio", 0, "/parts/0/modular_ratio", "greater than 0"),
+    (PARTS, "/parts/1/modular_ratio", "1/7", "/parts/1/modular_ratio", "a number"),
+    (PARTS, "/parts/3", {"kind": "hole", "points": [[0, 0], [1, 0], [0, 1]], "modular_ratio": 1},
+     "/parts/3/modular_ratio", "of every material; remove"),
+    (RECTANGLE, "/contours/0/modular_ratio", -7, "/contours/0/modular_ratio", "greater than 0"),
+    (edited(RECTANGLE, "/contours/0/kind", "hole"), "/contours/0/modular_ratio", 2,
+     "/contours/0/modular_ratio", "a hole takes whatever lies under it"),
+    (PROFILE, "/profiles/0/modular_ratio", None, "/profiles/0/modular_ratio", "a number"),
+    (WALL, "/polyline/modular_ratio", 2, "/polyline", 'unknown key "modular_ratio"'),
 ]
 
 # Numbers that the schema lets pass and that do not fit each other.
@@ -162,12 +171,18 @@ BEHIND_SIBLINGS = [
     (edited(BEAM, "/contours/1/kind", "void"),
      '/contours/1/kind: unknown value "void"; write one of "solid", "hole"'),
     (edited(BEAM, "/contours/1/pionts", []),
-     '/contours/1: unknown key "pionts"; remove it or use one of "name", "kind", "points"'),
+     '/contours/1: unknown key "pionts"; remove it or use one of "name", "kind", "points", '
+     '"modular_ratio"'),
     (edited(PARTS, "/parts/5/thickness", -5),
      "/parts/5/thickness: must be greater than 0, found -5; write a positive number"),
     (edited(PARTS, "/parts/6/web", REMOVE), '/parts/6: missing key "web"; add it'),
     (edited(PARTS, "/parts/2/wall/radii/3", -1),
      "/parts/2/wall/radii/3: must not be negative, found -1; write 0 or a positive number"),
+    (edited(PARTS, "/parts/2/modular_ratio", -0.5),
+     "/parts/2/modular_ratio: must be greater than 0, found -0.5; write a positive number"),
+    (json.dumps(edited(PARTS, "/parts/1/modular_ratio", 7)).replace('ratio": 7', 'ratio": 1e999'),
+     "/parts/1/modular_ratio: line 1, column 281: the number 1e999 is beyond the range of a double; "
+     "write a finite number"),
     (json.dumps(BEAM, indent=1).replace("150\n", "1e999\n", 1),
      "/contours/1/points/2/1: line 39, column 10: the number 1e999 is beyond the range of a double; "
      "write a finite number"),

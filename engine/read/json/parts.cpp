@@ -15,7 +15,7 @@ namespace {
 
 // Of every part, whatever it draws.
 const std::vector<std::string_view> kCommonKeys = [] {
-    std::vector<std::string_view> keys = {"name", "kind"};
+    std::vector<std::string_view> keys = {"name", "kind", "modular_ratio"};
     keys.insert(keys.end(), kPlaceKeys.begin(), kPlaceKeys.end());
     return keys;
 }();
@@ -105,6 +105,7 @@ void ReadPart(const Node& part, const PartOptions& options, PartPlaces& places) 
     unplaced.hasOwnCoordinates = source == "points" || source == "wall";
     unplaced.isHole =
         part.Has("kind") && part.At("kind").Choice<bool>({{"solid", false}, {"hole", true}});
+    ReadModularRatio(part, unplaced.isHole, unplaced.elements);
     SetLabels(part, unplaced.elements);
     places.PlaceNext(part, std::move(unplaced));
 }

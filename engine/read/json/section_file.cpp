@@ -1,6 +1,7 @@
 #include "read/json/section_file.h"
 
 #include <algorithm>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 #include <tuple>
@@ -58,16 +59,17 @@ std::string Label(const Node& node) {
 }
 
 Element ReadContour(const Node& node) {
-    node.RequireKeys({"name", "kind", "points"});
+    node.RequireKeys({"name", "kind", "points", "modular_ratio"});
     Element element;
     element.label = Label(node);
     element.isSolid = ReadIsSolid(node);
     element.ring = ReadPoints(node.At("points"), kFewestRingPoints);
+    ReadModularRatio(node, !element.isSolid, std::span(&element, 1));
     return element;
 }
 
 Element ReadProfile(const Node& node) {
-    std::vector<std::string_view> keys = {"name", "kind", "outline", "centroid"};
+    std::vector<std::string_view> keys = {"name", "kind", "outline", "centroid", "modular_ratio"};
     for (const ProfileNumber& number : kProfileNumbers) keys.push_back(number.key);
     node.RequireKeys(keys);
 
@@ -86,6 +88,7 @@ Element ReadProfile(const Node& node) {
         }
     }
     element.given = given;
+    ReadModularRatio(node, !element.isSolid, std::span(&element, 1));
     return element;
 }
 

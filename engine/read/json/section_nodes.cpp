@@ -44,6 +44,19 @@ std::string ReadOptionalText(const Node& node, const char* key) {
     return node.Has(key) ? node.At(key).Text() : std::string();
 }
 
+void ReadModularRatio(const Node& node, bool isHole, std::span<Element> elements) {
+    constexpr const char* kKey = "modular_ratio";
+    if (isHole && node.Has(kKey)) {
+        node.At(kKey).Fail("a hole takes whatever lies under it, of every material",
+                           "remove the key");
+    }
+    const double ratio = node.Has(kKey) ? node.At(kKey).Number(Sign::Positive) : 1.0;
+    for (Element& element : elements) {
+        element.modularRatio = ratio;
+        element.actsOnAll = isHole;
+    }
+}
+
 void RequireRoom(const Node& node, const shapes::WallLine& line, shapes::FaceArcs arcs) {
     using Kind = shapes::WallFault::Kind;
     const auto fault = shapes::FindWallFault(line, arcs);

@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_READ_JSON_SECTION_NODES_H
 #define HALVORN_ENGINE_READ_JSON_SECTION_NODES_H
 
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,10 @@ std::vector<double> ReadRadii(const Node& line, std::size_t pointCount);
 
 /// Reads the text under a key; empty when it is missing.
 std::string ReadOptionalText(const Node& node, const char* key);
+
+/// Sets the modular ratio of the elements of a node, 1 where it gives none. A hole has none and
+/// acts on all materials.
+void ReadModularRatio(const Node& node, bool isHole, std::span<Element> elements);
 
 /// Fails at the point, radius or thickness of a line that leaves a face of its wall, or its
 /// outline, without room for its corners.
