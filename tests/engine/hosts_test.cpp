@@ -215,4 +215,54 @@ TEST(EngineForHosts, OneSectionServesManyThreads) {
     for (const std::string& text : texts) EXPECT_EQ(text, alone);
 }
 
+TEST(EngineForHosts, BuildsUpSectionsAsSectionFilesDo) {
+    const EvaluateOptions quick = {.wantsWarping = false};
+    const auto at = [](const Section& section, Along x, Along y) {
+        const Point from = section.PointOfBox(x, y);
+        return section.Moved({-from.x, -from.y});
+    };
+    const auto plate = [](const std::string& width, const std::string& height) {
+        return Section::Parse(
+            R"({"version": 1, "unit": "mm", "parts": [{"shape": "plate", "width": )" + width +
+                R"(, "height": )" + height + "}]}",
+            TextFormat::Json, "plate");
+    };
+    const Section girder = at(Section::Open("HEB300"), Along::Middle, Along::Low);
+    Setting astride;
+    astride.touch = Touch::Outlines;
+    const Section channel = Section::Open("UPE400").Turned(-90.0).SetOn(girder, astride);
+    const Section left = Section::Open("UPE200");
+    Setting beside;
+    beside.side = Side::Right;
+    beside.gap = 100.0;
+    // Webs of 760 x 12, their outer faces 800 apart, as a row and as what is left of a block.
+    const Section bottom = at(plate("1000", "20"), Along::Middle, Along::Low);
+    const Section webs = plate("12", "760").InRow(2, {788.0, 0.0}).SetOn(bottom, {});
+    const Section block = plate("800", "760").SetOn(bottom, {});
+    const Section room = plate("776", "760").SetOn(bottom, {});
+    const struct {
+        Section built;
+        Section file;
+    } cases[] = {
+        {girder.With(channel), Section::Open("examples/crane-girder.json")},
+        {left.With(left.Mirrored(Mirror::AboutY).SetOn(left, beside)),
+         Section::Open("examples/battened-channels.json")},
+        {bottom.With(webs), bottom.With(block).Without(room)},
+    };
+    for (const auto& [built, file] : cases) {
+        SCOPED_TRACE(file.Source());
+        const SectionReport found = built.Evaluate(quick), expected = file.Evaluate(quick);
+        EXPECT_TRUE(found.Published().empty());
+        for (const char* key : {"area", "centroid_y", "inertia_x", "inertia_y", "plastic_modulus_x",
+                                "elastic_modulus_right"}) {
+            const double number = NumberOf(expected, key);
+            EXPECT_NEAR(NumberOf(found, key), number, 1e-9 * number) << key;
+        }
+    }
+    EXPECT_THROW(girder.With(Section::Open("examples/t-beam-metres.json")), InputError);
+    EXPECT_THROW(girder.InRow(1001, {400.0, 0.0}), InputError);
+    astride.shift = {1000.0, 0.0};
+    EXPECT_THROW(channel.SetOn(girder, astride), InputError);
+}
+
 }  // namespace
