@@ -36,8 +36,7 @@ void TellComposite(const Report& report, std::vector<Finding>& findings) {
                         report.section.source,
                         "the section is composite: area, centre of gravity and second moments are "
                         "transformed to the material of modular ratio 1, and elastic moduli are "
-                        "for the stress in the material of the fibre; class_values take all parts "
-                        "alike",
+                        "for the stress in the material of the fibre",
                         "",
                         {}});
 }
