@@ -39,9 +39,16 @@ std::string WhyMissing(const Value& value, const std::string& lastReason) {
                                           : "not computed: " + SingleLine(value.whyMissing);
 }
 
+// With an exponent where it would be longer than its column.
+std::string PublishedNumber(double number) {
+    constexpr std::size_t kWidest = 10;
+    const std::string plain = SevenDigits(number);
+    return plain.size() <= kWidest ? plain : ShortNumber(number, kDigits);
+}
+
 // The published value and by how much the drawn one differs from it; blanks where there is none.
 void AddPublishedCells(const Value& value, std::vector<std::string>* cells) {
-    cells->push_back(value.published ? SevenDigits(*value.published) : "");
+    cells->push_back(value.published ? PublishedNumber(*value.published) : "");
     const std::optional<double> difference = value.Difference();
     const double percent = 100.0 * difference.value_or(0.0);
     constexpr int kDecimals = 2;
