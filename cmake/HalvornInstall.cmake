@@ -71,11 +71,14 @@ halvorn_install_documents(Development conventions.md theory.md robustness.md per
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/consumer
   DESTINATION ${HALVORN_DOCDIR_Development}/examples COMPONENT Development)
 if(HALVORN_WITH_TOOL)
-  halvorn_install_documents(Tool conventions.md file-format.md section.schema.json guide.md
+  halvorn_install_documents(Tool conventions.md file-format.md catalogues.md section.schema.json guide.md
     published-values.md)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples
     DESTINATION ${HALVORN_DOCDIR_Tool} COMPONENT Tool
     PATTERN consumer EXCLUDE PATTERN engine EXCLUDE PATTERN *.py EXCLUDE)
+  install(FILES ${PROJECT_SOURCE_DIR}/tool/completion/halvorn-section.bash
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions RENAME halvorn-section
+    COMPONENT Tool)
   set(HALVORN_MANUAL_PAGE ${PROJECT_SOURCE_DIR}/docs/halvorn-section.1)
   if(HALVORN_PACKAGES AND EXISTS ${HALVORN_MANUAL_PAGE})
     halvorn_install_compressed(${HALVORN_MANUAL_PAGE} ${CMAKE_INSTALL_MANDIR}/man1

@@ -14,9 +14,9 @@
 /// exception every object is as it was. Remedies call options as the tool `halvorn-section` does:
 /// `--unit` is `InputOptions::unit`.
 ///
-/// Ownership: `Section` and `SectionReport` are handles of data that never change. Copies share
-/// them and cost nothing; a reference or pointer from a handle lives as long as one of its copies.
-/// A handle that was moved from may only be assigned to or destroyed.
+/// Ownership: `Catalogue`, `Section` and `SectionReport` are handles of data that never change.
+/// Copies share them and cost nothing; a reference or pointer from a handle lives as long as one of
+/// its copies. A handle that was moved from may only be assigned to or destroyed.
 ///
 /// Threads: everything here may be called on several threads at a time, for the same section too;
 /// one handle must not be assigned to while another thread uses it. The engine starts no threads.
@@ -285,6 +285,82 @@ struct PlasticHalves {
     std::string whyMissing;  ///< one sentence without a full stop; empty: there are halves
 };
 
+/// A number of a profile and what it is.
+struct ProfileNumber {
+    std::string key;  ///< a column of the table, "tw"; of a published value its key, "inertia_x"
+    double number = 0.0;  ///< in the profile's unit, to the power that the key has
+};
+
+/// One profile of a catalogue.
+struct CatalogueProfile {
+    std::string name;      ///< as its table writes it
+    std::string family;    ///< "IPE"; without one the letters that the name begins with
+    std::string standard;  ///< may be empty
+    std::string type;      ///< what is drawn: "i", "channel", "angle" (docs/catalogues.md)
+    std::string unit;      ///< "mm" or "in"
+    std::string source;    ///< the table that it is from; empty: built in
+    std::vector<ProfileNumber> dimensions;  ///< those that the table has
+    std::vector<ProfileNumber> published;   ///< likewise
+};
+
+/// Profiles that belong together.
+struct CatalogueFamily {
+    std::string name;                 ///< "HE"
+    std::vector<std::string> series;  ///< what their names begin with: "HEA", "HEB", "HEM"
+    std::size_t profiles = 0;         ///< how many there are
+};
+
+struct CatalogueData;
+struct ExtendedCatalogue;
+
+/// Profiles by name: those built in and those of tables that were added; see the file's comment on
+/// ownership and threads.
+///
+/// Names are found in any usual spelling. Case, blanks, hyphens and the kind of multiplication sign
+/// do not matter; fractions are decimals: "w12x26", "L 4×4×1/2", "HSS4X4X.250".
+class Catalogue {
+public:
+    /// The built-in catalogue.
+    Catalogue() = default;
+
+    /// Returns this catalogue with the profiles of a table, which go before built-in ones of the
+    /// same name, and what was found in it: an error for each row that was left out.
+    /// @param path  of a CSV file (docs/catalogues.md)
+    /// @throws InputError for what cannot be read or is no such table
+    ExtendedCatalogue With(const std::string& path) const;
+    /// Returns the same of a text.
+    /// @param text    all of it
+    /// @param source  how messages call it
+    /// @throws InputError for what is no such table
+    ExtendedCatalogue WithText(const std::string& text, const std::string& source) const;
+
+    /// Returns the names of all profiles: built-in ones, then those of the tables, in their order.
+    std::vector<std::string> Names() const;
+    /// Returns the names of a family's profiles, in the same order; none: there is no such family.
+    /// @param family  in letters of either case: the whole name, what stands between its hyphens
+    ///                ("W" of "AISC-W"), or what names begin with ("HEA")
+    std::vector<std::string> Names(std::string_view family) const;
+    /// Returns the families in the order of their first profiles.
+    std::vector<CatalogueFamily> Families() const;
+
+    /// Returns the profile of a name; nothing when there is none.
+    /// @param name  in any spelling
+    std::optional<CatalogueProfile> Find(std::string_view name) const;
+    /// Returns the names closest to one that is not there, three at most.
+    /// @param name  in any spelling
+    std::vector<std::string> Similar(std::string_view name) const;
+
+private:
+    friend struct CatalogueAccess;
+    std::shared_ptr<const CatalogueData> data_;  // null: built in alone
+};
+
+/// A catalogue to which a table was added.
+struct ExtendedCatalogue {
+    Catalogue catalogue;            ///< with what could be read
+    std::vector<Finding> findings;  ///< what was left out; which built-in profiles stand back
+};
+
 /// The join tolerance of drawings when none is given, in millimetres [mm]: what their rounded
 /// coordinates leave between ends that are meant to be one.
 inline constexpr double kDefaultJoinTolerance = 0.01;
@@ -292,7 +368,7 @@ inline constexpr double kDefaultJoinTolerance = 0.01;
 /// What a caller says about reading.
 struct InputOptions {
     /// Of CSV that states none, and of a drawing whatever it states. Of a catalogue profile the
-    /// unit of its values; empty: mm.
+    /// unit of its values; empty: that of its table, mm for those built in.
     std::optional<std::string> unit;
     /// Greatest distance between an arc and its chords, in millimetres [mm].
     double chordTolerance = 0.001;
@@ -302,6 +378,7 @@ struct InputOptions {
     std::vector<std::string> layers;
     /// A catalogue profile is pushed as a standard profile with its published values.
     bool wantsPublishedValues = false;
+    Catalogue catalogue = {};  ///< where profiles are looked up
 };
 
 /// The formats that sections are written in (docs/file-format.md).
@@ -528,8 +605,40 @@ private:
     std::shared_ptr<const SectionModel> model_;
 };
 
-/// Returns the names of all profiles of the catalogue, in its order.
+/// Returns the names of all profiles built in, in their order.
 std::vector<std::string> CatalogueNames();
+
+/// What `FindProfiles` takes numbers and values for.
+struct FindOptions {
+    /// Of numbers that state none and of the values that are found; empty: that of each profile.
+    std::optional<std::string> unit = {};
+    EvaluateOptions values = {};  ///< a density, a tolerance; the rest has no effect
+};
+
+/// A profile that suits.
+struct FoundProfile {
+    std::string name;  ///< as its table writes it
+    /// That which decides the order, then each that is compared; in the unit that the query
+    /// states for it.
+    std::vector<Value> values;
+};
+
+/// What `FindProfiles` found.
+struct ProfileSearch {
+    std::vector<FoundProfile> profiles;  ///< in the order that was asked for
+    bool isLimited = false;              ///< the limit was reached: there may be more
+};
+
+/// Returns the profiles of a catalogue that suit a query such as
+/// "family=W Wplx>=40in^3 order=area limit=5" (docs/catalogues.md). Cost: that of the values of
+/// every profile of the families; torsion, warping and shear are solved for those that suit
+/// otherwise, in their order, until there are enough.
+/// @param query      terms between blanks
+/// @param catalogue  that is searched
+/// @param options    on units and values
+/// @throws InputError naming the term that cannot be understood
+ProfileSearch FindProfiles(const std::string& query, const Catalogue& catalogue = {},
+                           const FindOptions& options = {});
 
 /// Returns the line of column names for `SectionReport::CsvRow`, the same for every section, with
 /// its line feed: source, name, unit, every key of the values, followed by the key with "_lower"

@@ -29,6 +29,8 @@ constexpr const char* kFooter = R"(Examples:
   halvorn-section --check section.json             findings: what is doubtful about it
   halvorn-section --batch sections/ > table.csv    a folder to one table
   halvorn-section --batch --json IPE200 IPE300     one JSON object a line
+  halvorn-section --find "family=HE Wplx>=800cm^3" the lightest profiles that suit
+  halvorn-section --catalogue own.csv "B 60x40x3"  a profile of a table of your own
 
   with section.json, a welded beam of three plates:
   { "version": 1, "unit": "mm",
@@ -40,10 +42,12 @@ Exit codes:
   0  the results were written
   1  the results could not be computed or written (full disk, exhausted memory)
   2  the command line or a section is wrong; one line on standard error for
-     each says where and how to mend it; a batch writes the other sections
+     each says where and how to mend it; a batch writes the other sections,
+     a list or search of profiles leaves out the rows that are wrong
   3  --check found an error or a warning
 
-The formats of files and results: docs/file-format.md; man halvorn-section.)";
+The formats of files and results: docs/file-format.md, tables of
+profiles: docs/catalogues.md; man halvorn-section.)";
 
 // A plain decimal number. The command-line library would take "" for 0, as a script with an unset
 // variable gives it, and 0x10 for 16.
@@ -89,7 +93,7 @@ struct Parser {
     CLI::App app{kDescription, "halvorn-section"};
     CommandLine line;
     bool isJson = false, isCsv = false, isCheck = false, isBatch = false, isList = false,
-         isLayers = false, isWarping = false;
+         isFamilies = false, isFind = false, isLayers = false, isWarping = false;
     std::string unit, blocks, forces, stress;
     CLI::Option *density, *chordTolerance, *joinTolerance, *poisson, *tolerance;
 
@@ -133,7 +137,15 @@ struct Parser {
                      "Many sections to one table: CSV, or with --json one object a line");
         app.add_option("--threads", line.threads, "Threads of a batch; one for each core if 0")
             ->check(CLI::Range(0U, 1024U));
-        app.add_flag("--list-profiles", isList, "Print the names of the catalogue and stop");
+        app.add_option("--list-profiles", line.family,
+                       "Print the names of the catalogue, or of one of its families, and stop")
+            ->type_name("[FAMILY]")
+            ->expected(0, 1);
+        app.add_flag("--list-families", isFamilies, "Print the families of the catalogue and stop");
+        app.add_option("--find", line.query,
+                       "Print the profiles of the catalogue that suit, the lightest first, as in "
+                       "\"family=IPE Wplx>=500cm^3 limit=3\"")
+            ->type_name("QUERY");
         app.add_flag("--list-layers", isLayers,
                      "Print the layers of a drawing with their entities and stop");
     }
@@ -144,6 +156,13 @@ struct Parser {
                        "it states")
             ->check(CLI::IsMember(UnitNames()));
         // One name an option, so that the INPUT may follow it.
+        app.add_option("--catalogue", line.catalogues,
+                       "Add the profiles of a table to the catalogue; may be given several times, "
+                       "as may tables in the folder that the variable HALVORN_CATALOGUES names")
+            ->type_name("FILE")
+            ->expected(1)
+            ->take_all()
+            ->allow_extra_args(false);
         app.add_option("--layer", line.section.input.layers,
                        "Read only this layer of a drawing; may be given several times")
             ->type_name("NAME")
@@ -221,7 +240,8 @@ struct Parser {
                                   : line.section.values.forces ? "--forces"
                                                                : nullptr;
         if (given == nullptr) return;
-        if (line.task != Task::Report && line.task != Task::Batch) {
+        const bool isSearch = line.task == Task::Find && !line.section.values.forces;
+        if (line.task != Task::Report && line.task != Task::Batch && !isSearch) {
             Fail(given + std::string(" is for values"), "leave it out");
         }
         if (!line.section.values.wantsWarping) {
@@ -246,33 +266,52 @@ struct Parser {
         }
     }
 
+    // Tasks that need no section.
+    bool IsOfCatalogue() const {
+        return line.task == Task::ListProfiles || line.task == Task::ListFamilies ||
+               line.task == Task::Find;
+    }
+
     void TakeTask() {
         line.format = isJson ? Format::Json : isCsv ? Format::Csv : Format::Table;
-        if (isList) line.task = Task::ListProfiles;
-        if (isBatch) line.task = Task::Batch;
-        if (isCheck) line.task = Task::Check;
-        if (isLayers) line.task = Task::ListLayers;
-        if (isList + isBatch + isCheck + isLayers > 1) {
-            Fail("--check, --batch, --list-profiles and --list-layers are different tasks",
-                 "give one of them");
+        isList = app.count("--list-profiles") > 0;
+        isFind = app.count("--find") > 0;
+        const std::pair<bool, Task> tasks[] = {
+            {isList, Task::ListProfiles}, {isFamilies, Task::ListFamilies},
+            {isFind, Task::Find},         {isBatch, Task::Batch},
+            {isCheck, Task::Check},       {isLayers, Task::ListLayers}};
+        int given = 0;
+        for (const auto& [isGiven, task] : tasks) {
+            if (isGiven) line.task = task;
+            given += isGiven ? 1 : 0;
+        }
+        if (given > 1) {
+            Fail(
+                "--check, --batch, --find, --list-profiles, --list-families and --list-layers are "
+                "different tasks",
+                "give one of them");
         }
         if (isLayers && !line.section.input.layers.empty()) {
             Fail("--list-layers prints all layers", "leave out --layer");
         }
-        const bool isOne = line.task != Task::Batch && line.task != Task::ListProfiles;
+        const bool isOne = line.task != Task::Batch && !IsOfCatalogue();
         if (isOne && line.inputs.size() > 1) {
             Fail("one section is expected, found " + std::to_string(line.inputs.size()),
                  isLayers ? "give one drawing" : "add --batch for a table of several");
         }
-        if (line.inputs.empty() && line.table.wantsMethods) {
+        if (line.inputs.empty() && line.table.wantsMethods && line.task == Task::Report) {
             line.task = Task::ListMethods;
             return;
         }
-        if (line.inputs.empty() && line.task != Task::ListProfiles) {
+        if (line.inputs.empty() && !IsOfCatalogue()) {
             Fail("INPUT is missing", "name a section file or a profile such as IPE300");
         }
-        if (!line.inputs.empty() && line.task == Task::ListProfiles) {
-            Fail("--list-profiles takes no INPUT", "leave it out");
+        if (!line.inputs.empty() && IsOfCatalogue()) {
+            Fail(std::string(isFind   ? "--find"
+                             : isList ? "--list-profiles"
+                                      : "--list-families") +
+                     " takes no INPUT",
+                 isFind ? "put the query into quotes" : "leave it out");
         }
         if (line.table.wantsHalves && (line.task != Task::Report || line.format != Format::Table)) {
             Fail("--halves adds rows to the table of one section", "leave it out");

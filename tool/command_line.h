@@ -19,12 +19,15 @@ enum ExitCode {
     kDoubtful = 3     ///< `--check` found an error or a warning
 };
 
-enum class Task { Report, Check, Batch, ListProfiles, ListLayers, ListMethods };
+enum class Task { Report, Check, Batch, ListProfiles, ListFamilies, Find, ListLayers, ListMethods };
 enum class Format { Table, Json, Csv };
 
 struct CommandLine {
     Task task = Task::Report;
     std::vector<std::string> inputs;
+    std::vector<std::string> catalogues;  ///< paths of tables of the user's own
+    std::string family;                   ///< of the profiles to list; empty: all
+    std::string query;                    ///< of `Task::Find`
     Format format = Format::Table;
     std::string figurePath;  ///< empty: no figure
     engine::FigureOptions figure;

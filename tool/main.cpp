@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "read/open_section.h"
 #include "tool/batch.h"
+#include "tool/catalogue_tasks.h"
 #include "tool/command_line.h"
 #include "write/table.h"
 
@@ -99,13 +100,45 @@ ExitCode PrintBatch(const CommandLine& line) {
     return faults > 0 ? kBadInput : kDone;
 }
 
+// What was found in the user's own tables, a line each. Returns whether rows were left out.
+bool ReadCatalogues(CommandLine* line) {
+    std::vector<Finding> findings;
+    line->section.input.catalogue = CatalogueWith(CataloguePaths(line->catalogues), &findings);
+    bool areLeftOut = false;
+    for (const Finding& finding : findings) {
+        const bool isError = finding.severity == Severity::Error;
+        Complain((isError ? "" : SeverityName(finding.severity) + std::string(": ")) +
+                 FindingText(finding));
+        areLeftOut = areLeftOut || isError;
+    }
+    return areLeftOut;
+}
+
+// The whole catalogue, which lacks what was left out.
+ExitCode PrintCatalogue(const CommandLine& line, bool areLeftOut) {
+    const Catalogue& catalogue = line.section.input.catalogue;
+    Print(line.task == Task::Find           ? SearchText(line)
+          : line.task == Task::ListFamilies ? FamiliesText(catalogue)
+                                            : ProfilesText(catalogue, line.family));
+    return areLeftOut ? kBadInput : kDone;
+}
+
 ExitCode Run(int argc, char** argv) {
     std::string text;
-    const std::optional<CommandLine> line = ReadCommandLine(argc, argv, &text);
+    std::optional<CommandLine> line = ReadCommandLine(argc, argv, &text);
     if (!line) {
         Print(text);
         return kDone;
     }
+    if (line->task == Task::ListLayers) {
+        Print(ListLayers(line->inputs.front()));
+        return kDone;
+    }
+    if (line->task == Task::ListMethods) {
+        Print(MethodsText());
+        return kDone;
+    }
+    const bool areLeftOut = ReadCatalogues(&*line);
     switch (line->task) {
         case Task::Report:
             return PrintReport(*line);
@@ -113,18 +146,9 @@ ExitCode Run(int argc, char** argv) {
             return PrintFindings(*line);
         case Task::Batch:
             return PrintBatch(*line);
-        case Task::ListLayers:
-            Print(ListLayers(line->inputs.front()));
-            return kDone;
-        case Task::ListMethods:
-            Print(MethodsText());
-            return kDone;
-        case Task::ListProfiles:
-            break;
+        default:
+            return PrintCatalogue(*line, areLeftOut);
     }
-    for (const std::string& name : CatalogueNames()) text += name + '\n';
-    Print(text);
-    return kDone;
 }
 
 }  // namespace

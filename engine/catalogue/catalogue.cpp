@@ -1,100 +1,132 @@
 #include "catalogue/catalogue.h"
 
 #include <algorithm>
-#include <cmath>
-#include <map>
+#include <functional>
 #include <stdexcept>
+#include <utility>
 
-#include "HalvornEngine.h"
 #include "base/dimension_checks.h"
+#include "base/text.h"
 #include "catalogue/csv_table.h"
 #include "catalogue/draw_profile.h"
 #include "catalogue/profile_names.h"
-#include "catalogue/profile_table.h"
-#include "model/class_outputs.h"
+#include "catalogue/profile_types.h"
+#include "catalogue/published_values.h"
+#include "catalogue/read_profiles.h"
 #include "model/outlines.h"
-#include "model/principal_inertias.h"
-#include "model/push_element.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-struct Catalogue {
-    std::vector<CsvRecord> rows;
-    std::map<std::string, std::size_t> byName;  // canonical name to row
-
-    Catalogue() : rows(ParseCsv(ProfileTableText())) {
-        for (std::size_t i = 0; i < rows.size(); ++i) {
-            byName.emplace(CanonicalProfileName(rows[i].Text("name")), i);
-        }
-    }
-    const CsvRecord* Find(std::string_view name) const {
-        const auto found = byName.find(CanonicalProfileName(name));
-        return found == byName.end() ? nullptr : &rows[found->second];
-    }
+// A row and the table that it stands in.
+struct FoundRow {
+    const CsvRecord* row = nullptr;
+    const ProfileRows* table = nullptr;
 };
 
-const Catalogue& TheCatalogue() {
-    static const Catalogue catalogue;
-    return catalogue;
+// The user's own tables go before the built-in one, the first of them before the others.
+FoundRow FindRow(const Catalogue& catalogue, std::string_view name) {
+    const std::string canonical = CanonicalProfileName(name);
+    if (const CatalogueData* const data = CatalogueAccess::DataOf(catalogue)) {
+        for (const auto& table : data->own) {
+            if (const CsvRecord* const row = table->Find(canonical)) return {row, table.get()};
+        }
+    }
+    return {BuiltInRows().Find(canonical), &BuiltInRows()};
 }
 
-// The published values of a row, in its unit. The table leaves out what its sources do; of I
-// sections and tapered channels it has the elastic moduli, whose fibres are half the height and, of
-// an I, half the width away.
-GivenValues PublishedValues(const CsvRecord& row, const shapes::Outline& outline) {
-    const ClassOutputs drawnOutputs = ClassOutputsOf(ElementsOf(outline));
-    double inertiaX = drawnOutputs.inertiaX;
-    double inertiaY = drawnOutputs.inertiaY;
-    double inertiaXY = drawnOutputs.inertiaXY;
-    GivenValues values;
-    values.area = drawnOutputs.area;
-    values.centroidX = drawnOutputs.centroid.x;
-    values.centroidY = drawnOutputs.centroid.y;
-    const auto take = [&](const char* column, double* value) {
-        const std::optional<double> number = row.Number(column);
-        if (number) *value = *number;
-        return number.has_value();
+const CsvRecord& RowOf(const Catalogue& catalogue, std::string_view name) {
+    const CsvRecord* const row = FindRow(catalogue, name).row;
+    if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
+    return *row;
+}
+
+// Every row that counts: built-in ones unless an own one has their name, then the own ones.
+void ForEachRow(
+    const Catalogue& catalogue,
+    const std::function<void(const std::string& canonicalName, const CsvRecord&)>& see) {
+    const CatalogueData* const data = CatalogueAccess::DataOf(catalogue);
+    const auto seeAll = [&](const ProfileRows& table, bool mayStandBack) {
+        std::vector<const std::string*> names(table.Rows().size());
+        for (const auto& [name, place] : table.ByName()) names[place] = &name;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const auto hasIt = [&](const auto& own) { return own->Find(*names[i]) != nullptr; };
+            if (mayStandBack && std::any_of(data->own.begin(), data->own.end(), hasIt)) continue;
+            see(*names[i], table.Rows()[i]);
+        }
     };
-    const bool isSymmetric = row.Text("type") != "angle";
-    std::string drawn;
-    if (!take("area", &values.area)) drawn = "area";
-    if (!take("Ix", &inertiaX)) {
-        inertiaX = row.Number("Zx_min").value() * row.Number("h").value() / 2.0;
-        const double side = row.Text("type") == "taper_channel"
-                                ? row.Number("b").value() - values.centroidX
-                                : row.Number("b").value() / 2.0;
-        inertiaY = row.Number("Zy_min").value() * side;
-    } else {
-        take("Iy", &inertiaY);
-    }
-    if (isSymmetric) inertiaXY = 0.0;
-    take("Ixy", &inertiaXY);
-    take("cx", &values.centroidX);
-    take("cy", &values.centroidY);
-    take("Sx", &values.plasticModulusX);
-    take("Sy", &values.plasticModulusY);
-    const PrincipalInertias principal = PrincipalInertiasOf(inertiaX, inertiaY, inertiaXY);
-    values.inertia1 = principal.first;
-    values.inertia2 = principal.second;
-    values.angle = principal.angle;
-    values.method = drawn.empty() ? "published values"
-                                  : "published moduli times fibre distance, area of the outline";
-    return values;
+    seeAll(BuiltInRows(), data != nullptr);
+    if (data == nullptr) return;
+    for (const auto& table : data->own) seeAll(*table, false);
 }
 
-void Scale(double factor, GivenValues* values) {
-    values->centroidX *= factor;
-    values->centroidY *= factor;
-    values->area *= std::pow(factor, 2);
-    for (double* inertia : {&values->inertia1, &values->inertia2}) *inertia *= std::pow(factor, 4);
-    for (double* modulus : {&values->plasticModulusX, &values->plasticModulusY}) {
-        *modulus *= std::pow(factor, 3);
+// Whether a family that a user names is that of a row.
+bool IsOfFamily(const CsvRecord& row, const std::string& wanted) {
+    const std::string family = InCapitals(FamilyOf(row));
+    if (family == wanted || SeriesOf(row.Text("name")) == wanted) return true;
+    for (std::size_t start = 0; start < family.size();) {
+        const std::size_t hyphen = std::min(family.find('-', start), family.size());
+        if (family.compare(start, std::string::npos, wanted) == 0 ||
+            family.compare(start, hyphen - start, wanted) == 0) {
+            return true;
+        }
+        start = hyphen + 1;
     }
+    return false;
 }
 
-// @param division  in millimetres
+std::vector<ProfileNumber> DimensionsIn(const CsvRecord& row) {
+    std::vector<ProfileNumber> numbers;
+    for (const std::string_view column : DimensionColumns()) {
+        const std::optional<double> number = row.Number(column);
+        if (number) numbers.push_back({std::string(column), *number});
+    }
+    return numbers;
+}
+
+// Takes the rows of a new table that an own one has already out of it.
+ProfileRows WithoutRepeated(const ProfileRows& table, const CatalogueData& data,
+                            std::vector<Finding>* findings) {
+    ProfileRows kept(table.Source());
+    for (const CsvRecord& row : table.Rows()) {
+        const std::string canonical = CanonicalProfileName(row.Text("name"));
+        const auto first = std::find_if(data.own.begin(), data.own.end(), [&](const auto& own) {
+            return own->Find(canonical) != nullptr;
+        });
+        if (first == data.own.end()) {
+            kept.Add(row);
+            continue;
+        }
+        Finding& finding = findings->emplace_back();
+        finding.severity = Severity::Error;
+        finding.element = table.Source() + ": line " + std::to_string(row.Line()) + ", column name";
+        finding.problem = Excerpt(row.Text("name")) + " stands in " + (*first)->Source() +
+                          ", line " + std::to_string((*first)->Find(canonical)->Line()) +
+                          ", already";
+        finding.mend = "rename one of them, or remove this row";
+    }
+    return kept;
+}
+
+// One line for all built-in profiles that stand back.
+void AddRemark(const ProfileRows& table, std::vector<Finding>* findings) {
+    constexpr std::size_t kMost = 3;
+    std::string names;
+    std::size_t count = 0;
+    for (const CsvRecord& row : table.Rows()) {
+        if (BuiltInRows().Find(CanonicalProfileName(row.Text("name"))) == nullptr) continue;
+        if (count++ < kMost) names += (count > 1 ? ", " : "") + Excerpt(row.Text("name"));
+    }
+    if (count == 0) return;
+    if (count > kMost) names += " and " + std::to_string(count - kMost) + " more";
+    Finding& finding = findings->emplace_back();
+    finding.element = table.Source();
+    finding.problem = names + (count == 1 ? " goes before the built-in profile of that name"
+                                          : " go before the built-in profiles of these names");
+}
+
+// @param division  in the unit of the row
 shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) {
     try {
         return DrawProfile(row, division);
@@ -105,87 +137,150 @@ shapes::Outline Draw(const CsvRecord& row, const shapes::ArcDivision& division) 
 
 }  // namespace
 
-bool IsCatalogueProfile(std::string_view name) {
-    return TheCatalogue().Find(name) != nullptr;
+Catalogue CatalogueAccess::Of(std::shared_ptr<const CatalogueData> data) {
+    Catalogue catalogue;
+    catalogue.data_ = std::move(data);
+    return catalogue;
 }
 
-std::vector<std::string> SimilarProfiles(std::string_view name) {
+ExtendedCatalogue Catalogue::With(const std::string& path) const {
+    return WithText(ReadInput(path), SourceName(path));
+}
+
+ExtendedCatalogue Catalogue::WithText(const std::string& text, const std::string& source) const {
+    ExtendedCatalogue extended;
+    auto data = std::make_shared<CatalogueData>();
+    if (data_ != nullptr) *data = *data_;
+    const ProfileRows read = ReadProfiles(text, source, &extended.findings);
+    ProfileRows table = WithoutRepeated(read, *data, &extended.findings);
+    AddRemark(table, &extended.findings);
+    data->own.push_back(std::make_shared<const ProfileRows>(std::move(table)));
+    extended.catalogue = CatalogueAccess::Of(std::move(data));
+    return extended;
+}
+
+std::vector<std::string> Catalogue::Names() const {
+    std::vector<std::string> names;
+    ForEachRow(*this, [&](const std::string&, const CsvRecord& row) {
+        names.push_back(row.Text("name"));
+    });
+    return names;
+}
+
+std::vector<std::string> Catalogue::Names(std::string_view family) const {
+    const std::string wanted = InCapitals(Trimmed(family));
+    std::vector<std::string> names;
+    ForEachRow(*this, [&](const std::string&, const CsvRecord& row) {
+        if (IsOfFamily(row, wanted)) names.push_back(row.Text("name"));
+    });
+    return names;
+}
+
+std::vector<CatalogueFamily> Catalogue::Families() const {
+    std::vector<CatalogueFamily> families;
+    ForEachRow(*this, [&](const std::string&, const CsvRecord& row) {
+        const std::string name = FamilyOf(row);
+        auto family = std::find_if(families.begin(), families.end(),
+                                   [&](const CatalogueFamily& each) { return each.name == name; });
+        if (family == families.end()) family = families.insert(family, {name, {}, 0});
+        ++family->profiles;
+        const std::string series = SeriesOf(row.Text("name"));
+        std::vector<std::string>& known = family->series;
+        if (std::find(known.begin(), known.end(), series) == known.end()) known.push_back(series);
+    });
+    return families;
+}
+
+std::optional<CatalogueProfile> Catalogue::Find(std::string_view name) const {
+    const FoundRow found = FindRow(*this, name);
+    if (found.row == nullptr) return std::nullopt;
+    const CsvRecord& row = *found.row;
+    CatalogueProfile profile;
+    profile.name = row.Text("name");
+    profile.family = FamilyOf(row);
+    profile.standard = row.Text("standard");
+    profile.type = row.Text("type");
+    profile.unit = UnitOf(row);
+    profile.source = found.table->Source();
+    profile.dimensions = DimensionsIn(row);
+    for (PublishedValue& value : PublishedValuesOf(row, profile.unit)) {
+        profile.published.push_back({std::move(value.key), value.number});
+    }
+    return profile;
+}
+
+std::vector<std::string> Catalogue::Similar(std::string_view name) const {
     constexpr std::size_t kMost = 3;
     const std::string wanted = CanonicalProfileName(name);
     const std::string swapped = WithSidesSwapped(wanted);
     constexpr std::size_t kLongest = 40;  // no name with a slip or two is longer
     if (wanted.size() > kLongest) return {};
-    std::vector<std::pair<std::size_t, std::size_t>> byDistance;  // distance, row
-    const Catalogue& catalogue = TheCatalogue();
-    for (const auto& [canonical, row] : catalogue.byName) {
+    std::vector<std::pair<std::size_t, std::string>> byDistance;
+    ForEachRow(*this, [&](const std::string& canonical, const CsvRecord& row) {
+        const std::size_t farthest = std::max<std::size_t>(2, wanted.size() / 3);
+        const std::size_t longer = std::max(wanted.size(), canonical.size());
+        if (longer - std::min(wanted.size(), canonical.size()) > farthest) return;
         const std::size_t distance =
             std::min(EditDistance(wanted, canonical), EditDistance(swapped, canonical));
-        if (distance <= std::max<std::size_t>(2, wanted.size() / 3)) {
-            byDistance.emplace_back(distance, row);
-        }
-    }
-    std::sort(byDistance.begin(), byDistance.end());
+        if (distance <= farthest) byDistance.emplace_back(distance, row.Text("name"));
+    });
+    std::stable_sort(byDistance.begin(), byDistance.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> names;
-    for (const auto& [distance, row] : byDistance) {
-        if (names.size() < kMost) names.push_back(catalogue.rows[row].Text("name"));
+    for (const auto& [distance, similar] : byDistance) {
+        if (names.size() < kMost) names.push_back(similar);
     }
     return names;
 }
 
 std::vector<std::string> CatalogueNames() {
-    std::vector<std::string> names;
-    for (const CsvRecord& row : TheCatalogue().rows) names.push_back(row.Text("name"));
-    return names;
+    return Catalogue().Names();
 }
 
-std::vector<PublishedValue> PublishedValuesOf(std::string_view name, const std::string& unit) {
-    constexpr struct {
-        const char* column;
-        const char* key;
-        int power;
-    } kColumns[] = {{"area", "area", 2},
-                    {"cx", "centroid_x", 1},
-                    {"cy", "centroid_y", 1},
-                    {"Ix", "inertia_x", 4},
-                    {"Iy", "inertia_y", 4},
-                    {"Ixy", "inertia_xy", 4},
-                    {"Zx_min", "elastic_modulus_x_min", 3},
-                    {"Zy_min", "elastic_modulus_y_min", 3},
-                    {"Sx", "plastic_modulus_x", 3},
-                    {"Sy", "plastic_modulus_y", 3},
-                    {"It", "torsion_constant", 4},
-                    {"Iw", "warping_constant", 6}};
-    const CsvRecord* const row = TheCatalogue().Find(name);
-    if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
-    // A division by 10 or 1000 keeps the table's digits, a multiplication by 0.1 does not.
-    const double divisor = MetresPer(unit) / MetresPer("mm");
-    std::vector<PublishedValue> values;
-    for (const auto& [column, key, power] : kColumns) {
-        const std::optional<double> number = row->Number(column);
-        if (number) values.push_back({key, *number / std::pow(divisor, power)});
+bool IsCatalogueProfile(std::string_view name, const Catalogue& catalogue) {
+    return FindRow(catalogue, name).row != nullptr;
+}
+
+std::string FamilyList(const Catalogue& catalogue) {
+    std::string list;
+    for (const CatalogueFamily& family : catalogue.Families()) {
+        list += (list.empty() ? "" : ", ") + family.name;
     }
-    return values;
+    return list;
 }
 
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
                                        const shapes::ArcDivision& division,
-                                       bool wantsPublishedValues) {
-    const CsvRecord* const row = TheCatalogue().Find(name);
-    if (row == nullptr) throw std::out_of_range("unknown profile " + std::string(name));
-    const double factor = MetresPer("mm") / MetresPer(unit);
-    const shapes::Outline drawn = Draw(*row, division.Scaled(1.0 / factor));
+                                       bool wantsPublishedValues, const Catalogue& catalogue) {
+    const CsvRecord& row = RowOf(catalogue, name);
+    const double factor = MetresPer(UnitOf(row)) / MetresPer(unit);
+    const shapes::Outline drawn = Draw(row, division.Scaled(1.0 / factor));
     std::vector<Element> elements = ElementsOf(drawn);
     if (wantsPublishedValues) {
         elements.resize(1);
         elements.front().ring = KeyholeRing(drawn);
-        elements.front().given = PublishedValues(*row, drawn);
-        Scale(factor, &*elements.front().given);
+        elements.front().given = PublishedStandIn(row, drawn, unit);
     }
     for (Element& element : elements) {
-        element.label = row->Text("name");
+        element.label = row.Text("name");
         for (Point& point : element.ring) point = factor * point;
     }
     return elements;
+}
+
+SectionModel CatalogueSection(std::string_view name, const InputOptions& options) {
+    const CsvRecord& row = RowOf(options.catalogue, name);
+    SectionModel section;
+    section.unit = options.unit.value_or(UnitOf(row));
+    const double chordTolerance =
+        options.chordTolerance * MetresPer("mm") / MetresPer(section.unit);
+    section.elements =
+        CatalogueElements(name, section.unit, shapes::ArcDivision::ChordError(chordTolerance),
+                          options.wantsPublishedValues, options.catalogue);
+    section.source = section.name = section.elements.front().label;
+    section.description = row.Text("standard");
+    section.published = PublishedValuesOf(row, section.unit);
+    return section;
 }
 
 }  // namespace halvorn::engine

@@ -1,23 +1,34 @@
 /// @file catalogue.h
-/// Catalogue profiles by name, from the table of published values in this folder.
+/// Catalogue profiles by name, from the built-in table in this folder and tables of the user's own.
 #ifndef HALVORN_ENGINE_CATALOGUE_CATALOGUE_H
 #define HALVORN_ENGINE_CATALOGUE_CATALOGUE_H
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "HalvornEngine.h"
+#include "catalogue/profile_rows.h"
 #include "geometry/arc_division.h"
 #include "model/section_model.h"
 
 namespace halvorn::engine {
 
-/// Whether the catalogue has a profile of this name. Case, blanks and the kind of multiplication
-/// sign do not matter: "ipe 300", "L 100X100x10".
-bool IsCatalogueProfile(std::string_view name);
+/// What a `Catalogue` shares with its copies: the tables that were added, in their order.
+struct CatalogueData {
+    std::vector<std::shared_ptr<const ProfileRows>> own;
+};
 
-/// Returns the names closest to one that the catalogue does not have, at most three.
-std::vector<std::string> SimilarProfiles(std::string_view name);
+/// The way to a catalogue's data.
+struct CatalogueAccess {
+    /// Null: the built-in table alone.
+    static const CatalogueData* DataOf(const Catalogue& catalogue) { return catalogue.data_.get(); }
+    static Catalogue Of(std::shared_ptr<const CatalogueData> data);
+};
+
+/// Whether the catalogue has a profile of this name, in any spelling of `CanonicalProfileName`.
+bool IsCatalogueProfile(std::string_view name, const Catalogue& catalogue = {});
 
 /// Returns the elements of a profile, lower left corner of its bounding box at the origin.
 ///
@@ -26,16 +37,19 @@ std::vector<std::string> SimilarProfiles(std::string_view name);
 /// @param name      as for `IsCatalogueProfile`
 /// @param unit      of the elements and of the division
 /// @throws std::out_of_range when the catalogue has no such profile, InputError for a division of
-///         more than 100000 chords per quarter turn
+/// more than 100000
+///         chords per quarter turn and for published values of a profile that has none
 std::vector<Element> CatalogueElements(std::string_view name, const std::string& unit,
                                        const shapes::ArcDivision& division,
-                                       bool wantsPublishedValues);
+                                       bool wantsPublishedValues, const Catalogue& catalogue = {});
 
-/// Returns the published values of a profile under the keys of the report, those of a table's row
-/// that are there.
-/// @param unit  of the values
-/// @throws std::out_of_range as `CatalogueElements`
-std::vector<PublishedValue> PublishedValuesOf(std::string_view name, const std::string& unit);
+/// Returns the names of all families as a list for messages.
+std::string FamilyList(const Catalogue& catalogue);
+
+/// Returns the section that a profile is.
+/// @param options  whose unit may be empty; checked before
+/// @throws as `CatalogueElements`
+SectionModel CatalogueSection(std::string_view name, const InputOptions& options);
 
 }  // namespace halvorn::engine
 

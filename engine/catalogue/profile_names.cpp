@@ -1,9 +1,11 @@
 #include "catalogue/profile_names.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <vector>
 
+#include "base/numbers.h"
 #include "base/text.h"
 
 namespace halvorn::engine {
@@ -12,22 +14,98 @@ namespace {
 
 constexpr std::string_view kDigits = "0123456789";
 
-// 114.30X5.0 becomes 114.3X5.
-std::string WithoutEmptyDecimals(const std::string& text) {
-    std::string shortened;
-    bool hasPoint = false;
-    for (std::size_t i = 0; i <= text.size(); ++i) {
-        const bool isDigit = i < text.size() && kDigits.find(text[i]) != std::string_view::npos;
-        if (hasPoint && !isDigit) {
-            while (shortened.back() == '0') shortened.pop_back();
-            if (shortened.back() == '.') shortened.pop_back();
-            hasPoint = false;
-        }
-        if (i == text.size()) break;
-        hasPoint = hasPoint || text[i] == '.';
-        shortened += text[i];
+bool IsDigit(char c) {
+    return kDigits.find(c) != std::string_view::npos;
+}
+
+// The end of the digits that begin at a place; the place itself where there are none.
+std::size_t EndOfDigits(std::string_view text, std::size_t start) {
+    return std::min(text.find_first_not_of(kDigits, start), text.size());
+}
+
+// Sixteen digits and more are no size of a profile and would not be kept.
+constexpr std::size_t kMostDigits = 15;
+
+// A number without sign as names have them: "12", "10.500", "3/8", "1-1/4", "1 1/4".
+struct NumberText {
+    std::size_t end = 0;  // behind its last character
+    double value = 0.0;   // meaningful when it has a fraction or decimals
+    bool isFraction = false;
+    std::size_t decimals = 0;  // digits behind its point
+};
+
+double Whole(std::string_view digits) {
+    double value = 0.0;
+    for (const char digit : digits) value = 10.0 * value + (digit - '0');
+    return value;
+}
+
+// The end of a fraction such as 3/8 at a place, and its value; 0 where there is none.
+std::size_t FractionAt(std::string_view text, std::size_t start, double* value) {
+    const std::size_t slash = EndOfDigits(text, start);
+    if (slash == start || slash == text.size() || text[slash] != '/') return 0;
+    const std::size_t end = EndOfDigits(text, slash + 1);
+    const double divisor = Whole(text.substr(slash + 1, end - slash - 1));
+    if (divisor == 0.0 || end - start > kMostDigits) return 0;
+    *value = Whole(text.substr(start, slash - start)) / divisor;
+    return end;
+}
+
+NumberText NumberAt(std::string_view text, std::size_t start) {
+    NumberText number;
+    const std::size_t whole = EndOfDigits(text, start);
+    number.end = FractionAt(text, start, &number.value);
+    if (number.end != 0) {
+        number.isFraction = true;
+        return number;
     }
-    return shortened;
+    // A hyphen or blanks between a whole number and its fraction.
+    const std::size_t fraction = text.find_first_not_of(" -", whole);
+    if (whole > start && fraction != std::string_view::npos && fraction > whole) {
+        number.end = FractionAt(text, fraction, &number.value);
+        if (number.end != 0) {
+            number.isFraction = true;
+            number.value += Whole(text.substr(start, whole - start));
+            return number;
+        }
+    }
+    number.end = whole;
+    if (whole == text.size() || (text[whole] != '.' && text[whole] != ',')) return number;
+    const std::size_t end = EndOfDigits(text, whole + 1);
+    if (end == whole + 1) return number;  // a point that ends something
+    number.end = end;
+    number.decimals = end - whole - 1;
+    return number;
+}
+
+// 114.30 becomes 114.3, 0.50 becomes .5, 5.0 becomes 5.
+std::string WithoutEmptyDigits(std::string text) {
+    std::replace(text.begin(), text.end(), ',', '.');
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') text.pop_back();
+    if (text.starts_with("0.")) text.erase(0, 1);
+    return text.empty() ? "0" : text;
+}
+
+std::string CanonicalNumber(std::string_view text, const NumberText& number) {
+    constexpr double kParts = 64.0;       // of an inch
+    constexpr double kRounding = 0.0006;  // how far three digits are from it [in], and a little
+    constexpr std::size_t kFewestDecimals = 3;
+    if (!number.isFraction && number.decimals == 0) return std::string(text);
+    if (text.size() > kMostDigits) return WithoutEmptyDigits(std::string(text));
+    double value = number.value;
+    if (!number.isFraction) {
+        if (number.decimals < kFewestDecimals) return WithoutEmptyDigits(std::string(text));
+        std::string plain(text);
+        std::replace(plain.begin(), plain.end(), ',', '.');
+        value = NumberIn(plain).value_or(0.0);
+        const double part = std::round(kParts * value) / kParts;
+        if (std::fabs(value - part) > kRounding) return WithoutEmptyDigits(plain);
+        value = part;
+    }
+    constexpr int kDecimals = 6;  // every sixty-fourth
+    std::string decimals = FixedNumber(value, kDecimals);
+    return decimals.starts_with("0.") ? decimals.substr(1) : decimals;
 }
 
 // Other orders and short forms in use: HE200B, equal sides written once, a square RHS.
@@ -54,16 +132,29 @@ std::string CanonicalProfileName(std::string_view name) {
     constexpr std::string_view kTimes = "\xC3\x97";  // the multiplication sign in UTF-8
     constexpr std::string_view kLeftOut = " \t\n\v\f\r-_";
     std::string text;
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if (name.substr(i, kTimes.size()) == kTimes) {
-            text += 'X';
-            i += kTimes.size() - 1;
-            continue;
-        }
+    for (std::size_t i = 0; i < name.size();) {
         const char c = name[i];
-        if (kLeftOut.find(c) == std::string_view::npos) text += c == '*' ? 'X' : c == ',' ? '.' : c;
+        const bool isNumber =
+            IsDigit(c) || ((c == '.' || c == ',') && i + 1 < name.size() && IsDigit(name[i + 1]));
+        if (isNumber) {
+            const NumberText number = NumberAt(name, i);
+            text += CanonicalNumber(name.substr(i, number.end - i), number);
+            i = number.end;
+        } else if (name.substr(i, kTimes.size()) == kTimes) {
+            text += 'X';
+            i += kTimes.size();
+        } else {
+            if (kLeftOut.find(c) == std::string_view::npos) text += c == '*' ? 'X' : c;
+            ++i;
+        }
     }
-    return WithAllSides(WithoutEmptyDecimals(InCapitals(text)));
+    return WithAllSides(InCapitals(text));
+}
+
+std::string SeriesOf(std::string_view name) {
+    const std::string canonical = CanonicalProfileName(name);
+    const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
+    return {canonical.begin(), std::find_if_not(canonical.begin(), canonical.end(), isLetter)};
 }
 
 std::string WithSidesSwapped(const std::string& canonicalName) {

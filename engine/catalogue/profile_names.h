@@ -10,9 +10,15 @@
 namespace halvorn::engine {
 
 /// Returns the one spelling of a name: capitals without blanks, hyphens or underscores, X between
-/// dimensions, no zeros at the end of decimals; HE200B is HEB200, L50X5 is L50X50X5, SHS50X5 and
-/// RHS50X50X5 are SHS50X50X5.
+/// dimensions; HE200B is HEB200, L50X5 is L50X50X5, SHS50X5 and RHS50X50X5 are SHS50X50X5.
+///
+/// Numbers: no zeros at the end of decimals or before the point; fractions as decimals, 1-1/4 and
+/// 1 1/4 as 1.25. Decimals of three digits or more that can be sixty-fourths of an inch are those:
+/// tables print 5/16 as .313, .312 and .3125.
 std::string CanonicalProfileName(std::string_view name);
+
+/// Returns the letters that a name begins with, in capitals: "HEB" of "HE 200 B", "RHS".
+std::string SeriesOf(std::string_view name);
 
 /// Returns a canonical name with its first two dimensions the other way round, as of an angle or a
 /// hollow section with the short side first; the same name when it has fewer than three.

@@ -21,37 +21,39 @@ std::string Ending(const std::string& path) {
     return InSmallLetters(std::filesystem::path(path).extension().string());
 }
 
-bool IsFileName(const std::string& argument) {
-    std::error_code error;
-    const bool isFile =
-        std::filesystem::exists(argument, error) &&
-        !(std::filesystem::is_directory(argument, error) && IsCatalogueProfile(argument));
-    return argument.empty() || argument == "-" || isFile ||
-           argument.find_first_of("/\\") != std::string::npos || Ending(argument) == ".json" ||
-           Ending(argument) == ".dxf" || Ending(argument) == ".csv";
+// "L4x4x1/2": every slash is that of a fraction.
+bool HasFractionsAlone(const std::string& text) {
+    const auto isDigit = [&](std::size_t i) {
+        return i < text.size() && text[i] >= '0' && text[i] <= '9';
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\') return false;
+        if (text[i] == '/' && (i == 0 || !isDigit(i - 1) || !isDigit(i + 1))) return false;
+    }
+    return true;
 }
 
-SectionModel CatalogueSection(const std::string& name, const InputOptions& options) {
+bool IsFileName(const std::string& argument, const Catalogue& catalogue) {
+    std::error_code error;
+    const bool isFile = std::filesystem::exists(argument, error) &&
+                        !(std::filesystem::is_directory(argument, error) &&
+                          IsCatalogueProfile(argument, catalogue));
+    return argument.empty() || argument == "-" || isFile || !HasFractionsAlone(argument) ||
+           Ending(argument) == ".json" || Ending(argument) == ".dxf" || Ending(argument) == ".csv";
+}
+
+SectionModel ProfileSection(const std::string& name, const InputOptions& options) {
     CheckInputOptions(options);
-    if (!IsCatalogueProfile(name)) {
+    if (!IsCatalogueProfile(name, options.catalogue)) {
         std::string remedy = "halvorn-section --list-profiles prints the catalogue";
         std::string similar;
-        for (const std::string& other : SimilarProfiles(name)) {
+        for (const std::string& other : options.catalogue.Similar(name)) {
             similar += (similar.empty() ? "" : ", ") + other;
         }
         if (!similar.empty()) remedy = "similar profiles: " + similar;
         throw InputError(Excerpt(name), "neither a file nor a profile of the catalogue", remedy);
     }
-    SectionModel section;
-    section.unit = options.unit.value_or("mm");
-    const double chordTolerance =
-        options.chordTolerance * MetresPer("mm") / MetresPer(section.unit);
-    section.elements =
-        CatalogueElements(name, section.unit, shapes::ArcDivision::ChordError(chordTolerance),
-                          options.wantsPublishedValues);
-    section.source = section.name = section.elements.front().label;
-    section.published = PublishedValuesOf(name, section.unit);
-    return section;
+    return CatalogueSection(name, options);
 }
 
 SectionModel FileSection(const std::string& path, const InputOptions& options) {
@@ -101,8 +103,8 @@ SectionModel OpenSection(const std::string& argument, const InputOptions& option
     if (!options.layers.empty() && !IsDrawing(argument)) {
         RefuseForDrawingsOnly(SourceName(argument), "--layer");
     }
-    return IsFileName(argument) ? FileSection(argument, options)
-                                : CatalogueSection(argument, options);
+    return IsFileName(argument, options.catalogue) ? FileSection(argument, options)
+                                                   : ProfileSection(argument, options);
 }
 
 SectionModel ParseSection(const std::string& text, TextFormat format, const std::string& source,

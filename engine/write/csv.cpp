@@ -5,22 +5,12 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "catalogue/csv_table.h"
 #include "values/values.h"
 
 namespace halvorn::engine {
 
 namespace {
-
-// A cell in quotes where its text would break the line into other cells.
-std::string Quoted(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
-    std::string cell = "\"";
-    for (const char c : text) {
-        if (c == '"') cell += '"';
-        cell += c;
-    }
-    return cell + '"';
-}
 
 std::string Joined(const std::vector<std::string>& texts, std::string_view separator) {
     std::string joined;
@@ -117,8 +107,8 @@ std::string CsvHeader(const CsvOptions& options) {
 
 std::string CsvRow(const Report& report, const CsvOptions& options) {
     const SectionModel& section = report.section;
-    std::vector<std::string> cells = {Quoted(section.source), Quoted(section.name),
-                                      Quoted(section.unit)};
+    std::vector<std::string> cells = {QuotedCell(section.source), QuotedCell(section.name),
+                                      QuotedCell(section.unit)};
     for (const ValueDescription& description : kValues) {
         const Value* const value = report.Find(description.key);
         cells.push_back(Cell(value));
@@ -132,7 +122,7 @@ std::string CsvRow(const Report& report, const CsvOptions& options) {
             cells.push_back(Cell(FindValue(report.classValues, key)));
         }
     }
-    cells.push_back(Quoted(Joined(Notes(report), "; ")));
+    cells.push_back(QuotedCell(Joined(Notes(report), "; ")));
     return Joined(cells, ",") + '\n';
 }
 

@@ -152,10 +152,10 @@ TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
           std::string("X"), std::string("SHS1e2x5"), std::string(".0x.0x"), endless}) {
         EXPECT_FALSE(IsCatalogueProfile(unknown)) << unknown.substr(0, 20);
     }
-    EXPECT_EQ(SimilarProfiles("IPE310").front(), "IPE300");
-    EXPECT_EQ(SimilarProfiles("RHS 100x200x8").front(), "RHS 200x100x8");
+    EXPECT_EQ(Catalogue().Similar("IPE310").front(), "IPE300");
+    EXPECT_EQ(Catalogue().Similar("RHS 100x200x8").front(), "RHS 200x100x8");
     for (const std::string& strange : {std::string("Hollow brick wall"), endless + "1"}) {
-        EXPECT_TRUE(SimilarProfiles(strange).empty());
+        EXPECT_TRUE(Catalogue().Similar(strange).empty());
     }
     EXPECT_THROW(CatalogueElements("IPE300", "mm",
                                    halvorn::engine::shapes::ArcDivision::ChordError(1e-15), false),

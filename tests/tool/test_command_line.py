@@ -44,7 +44,7 @@ class CommandLine(unittest.TestCase):
             (["--batch", "a", "--figure", "a.svg"], "--figure draws one section"),
             (["IPE300", "--figure-blocks", "x"], "add --figure FILE"), (["IPE300", "--figure-blocks", "z"], "z not in"),
             (["IPE300", "--halves", "--json"], "--halves adds rows"), (["--batch", "a", "--halves"], "--halves adds rows"), (["IPE301"], "similar profiles: IPE300"),
-            (["--list-profiles", "IPE300"], "takes no INPUT"), (["missing.json"], "missing.json"),
+            (["--list-profiles", "HE", "IPE300"], "takes no INPUT"), (["missing.json"], "missing.json"),
             (["--layer", "0", "IPE300"], "--layer is for DXF drawings, and IPE300 is none"),
             (["--list-layers", "a.json"], "--list-layers is for DXF drawings, and a.json is none"),
             (["--list-layers", "--layer", "0", "a.dxf"], "leave out --layer"),

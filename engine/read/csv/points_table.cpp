@@ -4,10 +4,8 @@
 #include <optional>
 #include <sstream>
 #include <stdexcept>
-#include <string_view>
 
 #include "HalvornEngine.h"
-#include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"
 #include "catalogue/csv_table.h"
@@ -39,9 +37,7 @@ public:
     explicit TableReader(const std::string& source) : source_(source) {}
 
     PointsTable Read(const std::string& text) {
-        // As spreadsheets write "Unicode text": with a byte order mark, and a zero in every digit.
-        if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") ||
-            text.find('\0') != std::string::npos) {
+        if (IsUtf16(text)) {
             throw InputError(source_, "it is UTF-16 text or no text at all", "save it as UTF-8");
         }
         std::istringstream stream(WithLineFeeds(text));
@@ -64,10 +60,8 @@ private:
     void ReadLine(const std::string& line) {
         const std::string comment = Trimmed(line, " \t\r\"");
         if (comment.starts_with('#')) return ReadComment(comment.substr(1));
-        const std::string bare = Trimmed(line, " \r\"");
-        if (separator_ == 0 && bare.size() == 5 && InSmallLetters(bare).starts_with("sep=") &&
-            std::string_view(",;\t").find(bare[4]) != std::string_view::npos) {
-            separator_ = bare.back();  // for a spreadsheet that opens the file
+        if (separator_ == 0 && DeclaredSeparator(line) != 0) {
+            separator_ = DeclaredSeparator(line);  // for a spreadsheet that opens the file
             return;
         }
         // A spreadsheet writes an empty row as its separators alone.
@@ -214,28 +208,13 @@ private:
              "turn it into that plane, or leave z out");
     }
 
-    // A comma is a decimal mark only where other characters separate the cells and no number of the
-    // file has a point: 1,234 beside 2.5 could be a thousand.
-    double Coordinate(std::string text, std::size_t line) {
-        const std::string written = text;
-        if (separator_ != ',') {
-            const char mark = text.find(',') != std::string::npos   ? ','
-                              : text.find('.') != std::string::npos ? '.'
-                                                                    : decimalMark_;
-            if (decimalMark_ != 0 && mark != decimalMark_) {
-                Fail(line,
-                     "\"" + Excerpt(written) + "\" has a decimal " +
-                         (mark == ',' ? "comma, numbers above have a point"
-                                      : "point, numbers above have a comma"),
-                     "write all numbers in one way, without marks between thousands");
-            }
-            decimalMark_ = mark;
-            if (mark == ',') std::replace(text.begin(), text.end(), ',', '.');
+    double Coordinate(const std::string& text, std::size_t line) {
+        if (!numbers_) numbers_.emplace(separator_);
+        try {
+            return numbers_->Read(text);
+        } catch (const CsvNumberError& error) {
+            Fail(line, error.what(), error.Mend());
         }
-        const std::optional<double> number = FiniteNumberIn(text);
-        if (number) return *number;
-        Fail(line, "\"" + Excerpt(written) + "\" is not a finite number",
-             "write plain numbers such as 12.5");
     }
 
     const std::string& source_;
@@ -243,8 +222,8 @@ private:
     std::vector<Title> titles_;     // empty: no header
     std::vector<TableLine> lines_;  // of points
     std::vector<Column> columns_;
-    char separator_ = 0;    // 0: no line was read that has one
-    char decimalMark_ = 0;  // likewise
+    char separator_ = 0;  // 0: no line was read that has one
+    std::optional<CsvNumbers> numbers_;
     std::size_t lineNumber_ = 0;
     std::size_t titleLine_ = 0;
     std::size_t unitLine_ = 0;

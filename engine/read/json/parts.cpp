@@ -47,9 +47,9 @@ std::string_view SourceOf(const Node& part) {
     return found;
 }
 
-std::string SuggestionFor(const std::string& name) {
+std::string SuggestionFor(const std::string& name, const Catalogue& catalogue) {
     std::string list;
-    for (const std::string& similar : SimilarProfiles(name)) {
+    for (const std::string& similar : catalogue.Similar(name)) {
         list += (list.empty() ? "write \"" : ", \"") + similar + "\"";
     }
     return list.empty() ? "write a name from the catalogue" : list + " or another of its names";
@@ -60,13 +60,14 @@ std::vector<Element> ReadProfilePart(const Node& part, const PartOptions& option
     part.RequireKeys(WithCommonKeys({"profile", "values"}));
     const Node profile = part.At("profile");
     const std::string name = profile.Text();
-    if (!IsCatalogueProfile(name)) {
-        profile.Fail("the catalogue has no \"" + Excerpt(name) + "\"", SuggestionFor(name));
+    if (!IsCatalogueProfile(name, options.catalogue)) {
+        profile.Fail("the catalogue has no \"" + Excerpt(name) + "\"",
+                     SuggestionFor(name, options.catalogue));
     }
     const bool wantsPublished =
         part.Has("values") ? part.At("values").Choice<bool>({{"drawn", false}, {"published", true}})
                            : options.wantsPublishedValues;
-    return CatalogueElements(name, options.unit, division, wantsPublished);
+    return CatalogueElements(name, options.unit, division, wantsPublished, options.catalogue);
 }
 
 std::vector<Element> ReadPointsPart(const Node& part) {

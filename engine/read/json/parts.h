@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "HalvornEngine.h"
 #include "model/section_model.h"
 #include "read/json/json_node.h"
 
@@ -16,6 +17,7 @@ struct PartOptions {
     std::string unit;
     double chordTolerance = 0.0;        ///< greatest distance between an arc and its chords [L]
     bool wantsPublishedValues = false;  ///< of catalogue profiles that do not say which they want
+    Catalogue catalogue;                ///< where they are looked up
 };
 
 /// Returns the elements of all parts, in their order, where they lie in the section; of each part

@@ -21,7 +21,7 @@ namespace {
 constexpr double kFormatVersion = 1.0;
 
 // Sets a number of the given values; a double and an optional one alike.
-struct ProfileNumber {
+struct GivenNumber {
     const char* key;
     void (*set)(GivenValues&, double);
     Sign sign;
@@ -33,7 +33,7 @@ void Set(GivenValues& values, double number) {
     values.*Member = number;
 }
 
-constexpr ProfileNumber kProfileNumbers[] = {
+constexpr GivenNumber kProfileNumbers[] = {
     {"angle_radians", Set<&GivenValues::angle>, Sign::Any, false},
     {"area", Set<&GivenValues::area>, Sign::Positive, true},
     {"shear_area_1", Set<&GivenValues::shearArea1>, Sign::NotNegative, true},
@@ -70,7 +70,7 @@ Element ReadContour(const Node& node) {
 
 Element ReadProfile(const Node& node) {
     std::vector<std::string_view> keys = {"name", "kind", "outline", "centroid", "modular_ratio"};
-    for (const ProfileNumber& number : kProfileNumbers) keys.push_back(number.key);
+    for (const GivenNumber& number : kProfileNumbers) keys.push_back(number.key);
     node.RequireKeys(keys);
 
     Element element;
@@ -82,7 +82,7 @@ Element ReadProfile(const Node& node) {
     const Point centroid = ReadPoint(node.At("centroid"));
     given.centroidX = centroid.x;
     given.centroidY = centroid.y;
-    for (const ProfileNumber& number : kProfileNumbers) {
+    for (const GivenNumber& number : kProfileNumbers) {
         if (number.isRequired || node.Has(number.key)) {
             number.set(given, node.At(number.key).Number(number.sign));
         }
@@ -168,6 +168,7 @@ PartOptions ReadPartOptions(const Node& root, const std::string& unit,
     PartOptions parts;
     parts.unit = unit;
     parts.wantsPublishedValues = options.wantsPublishedValues;
+    parts.catalogue = options.catalogue;
     parts.chordTolerance = root.Has("chord_tolerance")
                                ? root.At("chord_tolerance").Number(Sign::Positive)
                                : options.chordTolerance * MetresPer("mm") / MetresPer(unit);
