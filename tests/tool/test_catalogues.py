@@ -102,7 +102,7 @@ class Completion(unittest.TestCase):
     def test_completes_options_choices_names_families_and_files(self):
         cases = [
             (["--figure-b"], ["--figure-blocks"]), (["IPE300", "--unit", ""], ["mm", "cm", "m", "in"]),
-            (["--figure-stress", "s"], ["sigma"]), (["ipe30"], ["IPE300"]), (["shs 50x50x6"], [r"SHS\ 50x50x6.3"]),
+            (["--figure-stress", "s"], ["sigma"]), (["ipe30"], ["IPE300"]), (["IPE30"], ["IPE300"]), (["shs 50x50x6"], [r"SHS\ 50x50x6.3"]),
             ([r"shs\ 50x50x6"], [r"SHS\ 50x50x6.3"]), (["'shs 50x50x6"], ["SHS 50x50x6.3"]),
             (["--list-profiles", "he"], ["HE", "HEA", "HEB", "HEM"]), (["--density", "IPE"], [""]),
             (["examples/upe"], ["examples/upe-200-pair.json", "examples/upe-200.json"]), (["examples/catalog"], ["examples/catalogues/"]),
