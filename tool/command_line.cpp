@@ -170,8 +170,8 @@ struct Parser {
             ->take_all()
             ->allow_extra_args(false);
         app.add_flag("--published", line.section.input.wantsPublishedValues,
-                     "Give the class the published values of a catalogue profile instead of its "
-                     "outline; the values stay those of the outline");
+                     "Add the outputs of the class that it gives for the published values of a "
+                     "catalogue profile instead of its outline");
         chordTolerance = AddNumber("--chord-tolerance",
                                    "Greatest distance from an arc to its chords, in mm; 0.001 "
                                    "if not given");
@@ -320,9 +320,10 @@ struct Parser {
             (line.task != Task::Report || line.format != Format::Table)) {
             Fail("--methods adds lines to the table of one section", "leave it out");
         }
+        if (line.section.input.wantsPublishedValues) line.section.values.wantsClassValues = true;
         if (line.section.values.wantsClassValues && line.task != Task::Report &&
             line.task != Task::Batch) {
-            Fail("--class-values adds values", "leave it out");
+            Fail("--class-values and --published add values", "leave them out");
         }
         if (!blocks.empty()) {
             line.figure.blocks =

@@ -242,7 +242,7 @@ TEST(OwnCatalogue, PublishedValuesMayBeSomeOrNone) {
     InputOptions options;
     options.catalogue = catalogue;
     options.wantsPublishedValues = true;
-    const SectionReport report = Section::Open("A", options).Evaluate();
+    const SectionReport report = Section::Open("A", options).Evaluate({.wantsClassValues = true});
     EXPECT_EQ(FindValue(report.Published(), "area")->number, 8.0);
     EXPECT_EQ(FindValue(report.Published(), "area")->unit, "in^2");
     EXPECT_NEAR(FindValue(report.ClassValues(), "area")->number, 8.0, 1e-12);
