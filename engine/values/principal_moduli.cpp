@@ -29,6 +29,7 @@ PrincipalModuli PrincipalModuliOf(const Region& region, const Point& centroid, d
         }
     }
     std::vector<const Points*> all;
+    all.reserve(rings.size());
     for (const Points& ring : rings) all.push_back(&ring);
     const PlasticModuli plastic = NetPlasticModuli(all, region.frame);
     moduli.fibre1 = region.frame.LengthFromFrame(moduli.fibre1);

@@ -67,7 +67,7 @@ std::string JoinColumns(const std::vector<TableRow>& rows) {
     return lines;
 }
 
-void AlignPoints(std::vector<std::string*> numbers) {
+void AlignPoints(const std::vector<std::string*>& numbers) {
     constexpr std::size_t kWidest = 22;
     std::size_t before = 0;
     for (const std::string* const number : numbers) {

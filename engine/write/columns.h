@@ -31,7 +31,7 @@ std::string JoinColumns(const std::vector<TableRow>& rows);
 /// Fills numbers with blanks so that their decimal points stand one below the other, unless that
 /// makes them wider than a column of numbers should be. Texts with an exponent and a bound stay as
 /// they are.
-void AlignPoints(std::vector<std::string*> numbers);
+void AlignPoints(const std::vector<std::string*>& numbers);
 
 }  // namespace halvorn::engine
 
