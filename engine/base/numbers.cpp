@@ -97,8 +97,10 @@ std::string NumberWithin(double value, double error, int digits) {
     const auto placeOf = [](double number) {
         return static_cast<int>(std::floor(std::log10(std::fabs(number))));
     };
-    const bool isBelowDigits =
-        value != 0.0 && error < 0.5 * std::pow(10.0, placeOf(value) - digits + 1);
+    // The last digit that a table shows: of long plain numbers that of the units.
+    const int lastPlace = value == 0.0 ? 0 : placeOf(value) - digits + 1;
+    const int lastShown = IsPlain(std::fabs(value)) ? std::min(lastPlace, 0) : lastPlace;
+    const bool isBelowDigits = value != 0.0 && error < 0.5 * std::pow(10.0, lastShown);
     if (error == 0.0 || isBelowDigits || !std::isfinite(value) || !std::isfinite(error)) {
         return TableNumber(value, digits);
     }
@@ -112,12 +114,15 @@ std::string NumberWithin(double value, double error, int digits) {
         steps = std::ceil((error + std::fabs(value - shown)) / step - kRounding);
     }
     const double bound = steps * step;
-    constexpr int kFewestPlaces = -6, kMostPlaces = 3;
-    const bool isPlain = kFewestPlaces <= place && place <= kMostPlaces &&
-                         (shown == 0.0 || IsPlain(std::max(std::fabs(shown), bound)));
+    constexpr int kFewestPlaces = -10, kMostPlaces = 3;
+    constexpr std::size_t kWidest = 22;    // of a plain number with its bound
+    constexpr std::size_t kMarkWidth = 3;  // as it is shown
     const auto plain = [&](double number) {
         return Written(number, std::chars_format::fixed, std::max(0, -place));
     };
+    const bool isPlain = kFewestPlaces <= place && place <= kMostPlaces &&
+                         (shown == 0.0 || IsPlain(std::max(std::fabs(shown), bound))) &&
+                         plain(shown).size() + kMarkWidth + plain(bound).size() <= kWidest;
     const auto scientific = [&](double number) {
         if (number == 0.0) return std::string("0");
         constexpr double kUp = 1.0 + 1e-12;  // a power of ten that rounding has left below it

@@ -41,8 +41,9 @@ std::string TableNumber(double value, int digits);
 
 /// Returns a number for a column with how far off it can be, "19.753 ± 0.002": the bound in one
 /// digit, rounded up so that it covers what rounding the number to that digit adds. A bound below
-/// the last of so many significant digits is not shown: `TableNumber`. Both have exponents where
-/// `TableNumber` does, and when the bound is 1e4 or more, or below 1e-6; a 0 only for the bound.
+/// the last digit that `TableNumber` shows is not shown. Both have exponents where `TableNumber`
+/// does, when the bound is 1e4 or more, and when they would be wider than 22 characters; a 0 only
+/// for the bound.
 /// @param error  0 or more
 std::string NumberWithin(double value, double error, int digits);
 

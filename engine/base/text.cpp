@@ -153,11 +153,10 @@ std::string SingleLine(std::string_view text) {
     return line;
 }
 
-std::string Excerpt(std::string_view text) {
-    constexpr std::size_t kMaxLength = 40;
+std::string Excerpt(std::string_view text, std::size_t mostLength) {
     std::string line = SingleLine(text);
-    if (line.size() <= kMaxLength) return line;
-    std::size_t end = kMaxLength;
+    if (line.size() <= mostLength) return line;
+    std::size_t end = mostLength;
     while (end > 0 && IsContinuation(line[end])) --end;
     return line.substr(0, end) + "...";
 }

@@ -43,7 +43,7 @@ std::string SingleLine(std::string_view text);
 
 /// Returns the start of a user's own text as a `SingleLine` of at most 40 bytes, never cut within a
 /// UTF-8 character.
-std::string Excerpt(std::string_view text);
+std::string Excerpt(std::string_view text, std::size_t mostLength = 40);
 
 }  // namespace halvorn::engine
 

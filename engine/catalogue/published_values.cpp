@@ -21,6 +21,7 @@ void Scale(double factor, GivenValues* values) {
     values->centroidY *= factor;
     values->area *= std::pow(factor, 2);
     for (double* inertia : {&values->inertia1, &values->inertia2}) *inertia *= std::pow(factor, 4);
+    if (values->torsionConstant) *values->torsionConstant *= std::pow(factor, 4);
     for (double* modulus : {&values->plasticModulusX, &values->plasticModulusY}) {
         *modulus *= std::pow(factor, 3);
     }
@@ -82,6 +83,7 @@ GivenValues PublishedStandIn(const CsvRecord& row, const shapes::Outline& outlin
     take("cy", &values.centroidY);
     take("Sx", &values.plasticModulusX);
     take("Sy", &values.plasticModulusY);
+    values.torsionConstant = row.Number("It");
     const PrincipalInertias principal = PrincipalInertiasOf(inertiaX, inertiaY, inertiaXY);
     values.inertia1 = principal.first;
     values.inertia2 = principal.second;

@@ -77,6 +77,11 @@ int TrueDigits(const Value& value, int most) {
     return static_cast<int>(std::clamp(place(value.number) - place(error) + 1.0, 1.0, 1.0 * most));
 }
 
+// A value that its error exceeds is 0 as far as a reader can tell.
+double TrueNumber(const Value& value) {
+    return value.error && std::fabs(value.number) < *value.error ? 0.0 : value.number;
+}
+
 double Widest(const std::vector<ValueRow>& rows, Runs ValueRow::*part, const MeasureText& measure) {
     double widest = 0.0;
     for (const ValueRow& row : rows) {
@@ -94,7 +99,8 @@ std::vector<ValueRow> ValueRows(const Report& report) {
     for (const std::string_view key : kShownKeys) {
         const Value* const value = report.Find(key);
         if (value == nullptr) continue;
-        rows.push_back({Symbol(value->symbol), Number(value->number, TrueDigits(*value, kDigits), kPlainBelow),
+        rows.push_back({Symbol(value->symbol),
+                        Number(TrueNumber(*value), TrueDigits(*value, kDigits), kPlainBelow),
                         Unit(value->unit)});
     }
     return rows;

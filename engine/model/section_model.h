@@ -51,6 +51,7 @@ struct Element {
     /// A hole that takes whatever lies under it, of every material, or what such a hole leaves
     /// within; else the element acts on its own material alone. Says nothing where all is one.
     bool actsOnAll = false;
+    std::string row;  ///< name of the row of equal parts that it is of; empty: none
 };
 
 enum class PolylineKind { Solid, ClosedWall, OpenWall };

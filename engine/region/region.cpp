@@ -8,6 +8,7 @@
 
 #include "geometry/faces.h"
 #include "geometry/predicates.h"
+#include "geometry/rings.h"
 #include "geometry/simple_rings.h"
 #include "region/material_rings.h"
 #include "region/nested_rings.h"
@@ -174,9 +175,26 @@ private:
                std::any_of(face.windings.begin(), face.windings.end(), isOdd);
     }
 
+    // Whether a hole lies in solids that overlap. Solid, hole and solid, each smaller than the one
+    // before, are an island.
+    bool IsHoleInLap(const Face& face) const {
+        if (face.sum != 1 || face.windings.size() < 3) return false;
+        std::vector<std::pair<double, int>> weights;  // by area
+        for (const auto& [outline, winding] : face.windings) {
+            const WeightedRing& ring = outlines_[Slot(outline)];
+            weights.emplace_back(-std::fabs(TwiceArea(*ring.ring)), ring.weight);
+        }
+        std::sort(weights.begin(), weights.end());
+        for (std::size_t i = 1; i < weights.size(); ++i) {
+            if ((weights[i].second > 0) == (weights[i - 1].second > 0)) return true;
+        }
+        return false;
+    }
+
     void FindOddPlaces() {
         for (const Face& face : FacesOf(arrangement_)) {
-            if (!IsOdd(face) || face.area <= kLeastOddArea * region_.size * region_.size) continue;
+            if (!IsOdd(face) && !IsHoleInLap(face)) continue;
+            if (face.area <= kLeastOddArea * region_.size * region_.size) continue;
             OddPlace odd{face.sum,
                          std::ldexp(face.area, 2 * region_.frame.exponent),
                          region_.frame.FromFrame(face.place),

@@ -23,8 +23,9 @@ struct Part {
 };
 
 /// A face of the plane where the outlines say something else than one solid or nothing: solids less
-/// holes are 2 or more (overlap) or -1 or less (a hole takes what is not there), or an outline runs
-/// round it more than once or the other way.
+/// holes are 2 or more (overlap) or -1 or less (a hole takes what is not there), or are 1 of three
+/// outlines or more of which no hole is smaller than one solid and larger than the next (a hole in
+/// solids that overlap), or an outline runs round it more than once or the other way.
 struct OddPlace {
     int sum = 0;        ///< solids less holes there
     double area = 0.0;  ///< [L^2]

@@ -24,10 +24,11 @@ constexpr std::array<std::string_view, 7> kTransformedValues = {
 constexpr std::array<std::string_view, 3> kOfTheOutline = {"width", "height", "perimeter"};
 
 constexpr const char* kNoPrincipalModuli =
-    "the section is composite; the elastic moduli of its parts are about x and y alone";
+    "the section is composite; the elastic moduli of its parts are given about x and y, not about "
+    "its principal axes";
 
 constexpr const char* kNoMassOfComposite =
-    "the section is composite; its parts have densities of their own";
+    "the section is composite; one density does not hold for all of its parts";
 constexpr const char* kTakenAway = "holes and stiffer parts take all of it";
 constexpr const char* kOnTheAxis =
     "the fibre lies on the axis of bending, where there is no stress";

@@ -11,7 +11,7 @@ namespace halvorn::engine {
 
 /// Why torsion, warping and shear of a composite section are missing.
 inline constexpr const char* kNoWarpingOfComposite =
-    "the section is composite; torsion, warping and shear are solved for one material alone";
+    "the section is composite; torsion, warping and shear are solved without modular ratios";
 
 /// Why plastic values of a composite section are missing.
 inline constexpr const char* kNoPlasticOfComposite =
@@ -20,7 +20,7 @@ inline constexpr const char* kNoPlasticOfComposite =
 
 /// Why stresses under forces of a composite section are missing.
 inline constexpr const char* kNoStressesOfComposite =
-    "the section is composite; shear is solved for one material alone, and bending stresses are M "
+    "the section is composite; shear is solved without modular ratios, and bending stresses are M "
     "over the elastic moduli of each part";
 
 /// Returns the moments of a composite section, each place weighed with the modular ratio of the

@@ -5,6 +5,7 @@
 
 #include "base/numbers.h"
 #include "geometry/rings.h"
+#include "model/composite.h"
 #include "values/region_findings.h"
 #include "values/ring_findings.h"
 
@@ -29,16 +30,35 @@ void LookAtGivenValues(const Element& element, std::vector<Finding>& findings) {
                         {}});
 }
 
+// The modular ratios of a section, some of many.
+std::string RatiosText(const std::vector<Element>& elements) {
+    constexpr std::size_t kMost = 5;
+    const std::vector<double> ratios = ModularRatiosOf(elements);
+    std::string text;
+    for (std::size_t i = 0; i < std::min(kMost, ratios.size()); ++i) {
+        text += (i == 0 ? "" : ", ") + ShortNumber(ratios[i]);
+    }
+    return ratios.size() > kMost ? text + ", ..." : text;
+}
+
 void TellComposite(const Report& report, std::vector<Finding>& findings) {
     if (!report.transformed) return;
-    findings.push_back({Severity::Remark,
-                        Kind::Composite,
-                        report.section.source,
-                        "the section is composite: area, centre of gravity and second moments are "
-                        "transformed to the material of modular ratio 1, and elastic moduli are "
-                        "for the stress in the material of the fibre",
-                        "",
-                        {}});
+    constexpr double kPrincipal = 1e-6;  // of the sum of the second moments
+    const Moments& m = *report.transformed;
+    const bool isOblique = std::fabs(m.inertiaXY) > kPrincipal * (m.inertiaX + m.inertiaY);
+    findings.push_back(
+        {Severity::Remark,
+         Kind::Composite,
+         report.section.source,
+         "the section is composite, of modular ratios " + RatiosText(report.section.elements) +
+             ": area, centre of gravity and second moments are transformed to ratio 1, and each "
+             "elastic modulus is for the stress in the material of its fibre; another part may "
+             "govern" +
+             (isOblique ? ". As x and y are no principal axes, the moduli hold where the section "
+                          "is held to bend about x or y alone; free of that, stresses are larger"
+                        : ""),
+         "",
+         {}});
 }
 
 void LookForMissingRegion(const Report& report, std::vector<Finding>& findings) {

@@ -36,6 +36,7 @@ public:
         TellRingsWithoutArea();
         TellOverlaps();
         TellDisplaced();
+        TellHolesInLaps();
         TellHolesOutside();
         TellContacts();
         TellPinches();
@@ -71,6 +72,15 @@ private:
         findings_.push_back({severity, kind, elements_[element].label, problem, mend, place});
     }
 
+    // Without what rounding leaves of a 0.
+    Point Clean(Point place) const {
+        constexpr double kNothing = 1e-12;  // of the section's size
+        const double least = kNothing * region_.frame.LengthFromFrame(region_.size);
+        if (std::fabs(place.x) <= least) place.x = 0.0;
+        if (std::fabs(place.y) <= least) place.y = 0.0;
+        return place;
+    }
+
     std::string Told(double area) const { return ShortNumber(area) + " " + section_.unit + "^2"; }
 
     double AreaOfElement(std::size_t i) const { return AreaOf(elements_[i].ring); }
@@ -88,13 +98,16 @@ private:
 
     void Gather(const OddPlace& odd) {
         for (const auto& [i, winding] : odd.windings) {
-            if (winding != 1) (winding < 0 ? reversed_ : repeated_)[i].Add(odd.area, odd.place);
+            if (winding != 1)
+                (winding < 0 ? reversed_ : repeated_)[i].Add(odd.area, Clean(odd.place));
         }
         std::map<double, Layers, std::greater<>> materials;  // by modular ratio
         Layers ofAll;
+        const bool hasIsland = HasIsland(odd);
         for (const auto& [i, winding] : odd.windings) {
             const Element& element = elements_[i];
             const bool isOfAll = isComposite_ && element.actsOnAll;
+            if (isComposite_ && hasIsland && !IsIsland(i, odd)) continue;
             Layers& layers = isOfAll ? ofAll : materials[element.modularRatio];
             (element.isSolid ? layers.solids : layers.holes).push_back(i);
         }
@@ -102,6 +115,11 @@ private:
         if (!isTaken) GatherDisplaced(materials, odd);
         for (const auto& [ratio, layers] : materials) {
             if (!isTaken) Gather(layers.solids, layers.holes, odd);
+        }
+        if (!isComposite_ && odd.sum > 0 && !hasIsland) {
+            for (const auto& [i, winding] : odd.windings) {
+                if (!elements_[i].isSolid) inLaps_[i].Add(odd.area, Clean(odd.place));
+            }
         }
         if (ofAll.holes.empty()) return;
         // To a hole in all of them, materials are one solid.
@@ -111,6 +129,25 @@ private:
             break;
         }
         Gather(ofAll.solids, ofAll.holes, odd);
+    }
+
+    // Whether a solid lies within every hole round a place, and there is one.
+    bool IsIsland(std::size_t solid, const OddPlace& odd) const {
+        if (!elements_[solid].isSolid || (isComposite_ && elements_[solid].actsOnAll)) return false;
+        if (isComposite_) return !HolesAround(elements_[solid], elements_).empty();
+        bool isWithin = false;
+        for (const auto& [i, winding] : odd.windings) {
+            const Element& hole = elements_[i];
+            if (hole.isSolid) continue;
+            if (!LiesWithin(elements_[solid].ring, hole.ring)) return false;
+            isWithin = true;
+        }
+        return isWithin;
+    }
+
+    bool HasIsland(const OddPlace& odd) const {
+        return std::any_of(odd.windings.begin(), odd.windings.end(),
+                           [&](const auto& winding) { return IsIsland(winding.first, odd); });
     }
 
     void GatherDisplaced(const std::map<double, Layers, std::greater<>>& materials,
@@ -123,7 +160,7 @@ private:
                 continue;
             }
             Displacement& displacement = displaced_[layers.solids.front()];
-            displacement.amount.Add(odd.area, odd.place);
+            displacement.amount.Add(odd.area, Clean(odd.place));
             displacement.by.insert(stiffest->solids.front());
         }
     }
@@ -134,11 +171,13 @@ private:
         const auto holeCount = static_cast<int>(holes.size());
         const int sum = solidCount - holeCount;
         if (sum > 1) {
-            overlaps_[Smallest(solids, static_cast<std::size_t>(sum))].Add(odd.area, odd.place);
+            overlaps_[Smallest(solids, static_cast<std::size_t>(sum))].Add(odd.area,
+                                                                           Clean(odd.place));
         } else if (sum < 0 && solidCount == 0) {
-            for (const std::size_t hole : holes) outside_[hole].Add(odd.area, odd.place);
+            for (const std::size_t hole : holes) outside_[hole].Add(odd.area, Clean(odd.place));
         } else if (sum < 0) {
-            overlaps_[Smallest(holes, static_cast<std::size_t>(1 - sum))].Add(odd.area, odd.place);
+            overlaps_[Smallest(holes, static_cast<std::size_t>(1 - sum))].Add(odd.area,
+                                                                              Clean(odd.place));
         }
     }
 
@@ -164,7 +203,7 @@ private:
                 } else {
                     Tell(Severity::Warning, Kind::RepeatedTurn, i,
                          "it runs round a part of its area more than once: " + Told(amount.area) +
-                             " at " + PlaceText(amount.place) + " count once here",
+                             " at " + PlaceText(amount.place) + " count once",
                          "run round a hole in the other sense, and round each part once",
                          amount.place);
                 }
@@ -215,8 +254,7 @@ private:
             Tell(Severity::Warning, Kind::Overlap, first,
                  std::string("it overlaps ") + (isSolid ? "" : "the hole ") + others + ": " +
                      Told(amount.area) + " at " + PlaceText(amount.place) +
-                     (isSolid ? " count once here, and in class_values for each"
-                              : " are taken once here, and in class_values for each"),
+                     (isSolid ? " count once" : " are taken once"),
                  isSolid ? "move one of them or join both to one contour"
                          : "move one of them or join both to one hole",
                  amount.place);
@@ -232,22 +270,35 @@ private:
             Tell(Severity::Remark, Kind::Overlap, softer,
                  "the stiffer \"" + elements_[*by.begin()].label + "\"" +
                      (others > 0 ? " and " + std::to_string(others) + " more take " : " takes ") +
-                     Told(amount.area) + " of it at " + PlaceText(amount.place) +
-                     "; in class_values both count",
+                     Told(amount.area) + " of it at " + PlaceText(amount.place),
                  "", amount.place);
         }
     }
 
+    void TellHolesInLaps() {
+        constexpr double kNegligible = 1e-9;  // of the hole
+        for (const auto& [i, amount] : inLaps_) {
+            if (amount.area <= kNegligible * AreaOfElement(i)) continue;
+            Tell(Severity::Warning, Kind::Overlap, i,
+                 "of this hole " + Told(amount.area) + " at " + PlaceText(amount.place) +
+                     " stay material: solids overlap there, and it takes one of them",
+                 "join the solids to one, or repeat the hole", amount.place);
+        }
+    }
+
+    // A notch is cut with a hole that sticks out.
     void TellHolesOutside() {
         constexpr double kNegligible = 1e-9;  // of the hole
         for (const auto& [i, amount] : outside_) {
-            if (amount.area <= kNegligible * AreaOfElement(i)) continue;
-            Tell(Severity::Warning, Kind::HoleOutside, i,
+            const double own = AreaOfElement(i);
+            if (amount.area <= kNegligible * own) continue;
+            const bool isNotch = amount.area < (1.0 - kNegligible) * own;
+            Tell(isNotch ? Severity::Remark : Severity::Warning, Kind::HoleOutside, i,
                  Told(amount.area) + " of this hole lie outside every solid, at " +
-                     PlaceText(amount.place) +
-                     "; they take nothing here, and are subtracted in "
-                     "class_values",
-                 "move it inside, or give the solid around it", amount.place);
+                     PlaceText(amount.place) + "; they take nothing",
+                 isNotch ? "nothing to do where it cuts an edge; else move it inside"
+                         : "move it inside, or give the solid around it",
+                 amount.place);
         }
     }
 
@@ -278,7 +329,7 @@ private:
 
     void TellPinches() {
         for (std::size_t k = 0; k < std::min(region_.pinches.size(), kMostPlaces); ++k) {
-            const Point& place = region_.pinches[k];
+            const Point place = Clean(region_.pinches[k]);
             findings_.push_back(
                 {Severity::Warning, Kind::Pinch, section_.source,
                  "the material hangs together in one point only at " + PlaceText(place),
@@ -289,7 +340,7 @@ private:
     void TellPartsApart() {
         if (region_.parts.size() < 2) return;
         const Part& second = region_.parts[1];
-        const Point place = region_.frame.FromFrame(second.outline.front());
+        const Point place = Clean(region_.frame.FromFrame(second.outline.front()));
         findings_.push_back({Severity::Remark, Kind::PartsApart, section_.source,
                              "the section is in " + std::to_string(region_.parts.size()) +
                                  " parts that share no edge, one of them at " + PlaceText(place) +
@@ -301,7 +352,7 @@ private:
     const Region& region_;
     const SectionModel& section_;
     std::vector<Finding>& findings_;
-    std::map<std::size_t, Amount> reversed_, repeated_, outside_;
+    std::map<std::size_t, Amount> reversed_, repeated_, outside_, inLaps_;
     std::map<Outlines, Amount> overlaps_;
     bool isComposite_;
     std::map<std::size_t, Displacement> displaced_;  // by the softer solid

@@ -116,10 +116,10 @@ private:
     void SetEstimate(std::string_view key, const char* method, const Estimate& estimate) {
         Value& value = SetNumber(key, method, estimate.value);
         value.error = estimate.error + rounding_ * std::fabs(estimate.value);
-        Check(value, *value.error);
         if (key == "torsion_modulus" && !(estimate.error < std::fabs(estimate.value))) {
             Miss(key, kTooPoor);
         }
+        Check(value, *value.error);
     }
 
     // About the shear centre: iM^2 = (Ix + Iy) / A + (xM - xG)^2 + (yM - yG)^2.

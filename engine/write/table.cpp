@@ -171,17 +171,25 @@ std::vector<Value> StressValues(const Report& report) {
     return values;
 }
 
-// The moduli of the parts of a composite section, named after them.
-std::vector<Value> PartValues(const Report& report) {
-    constexpr std::array kFibres = {"bottom", "top", "left", "right"};  // as the moduli
-    std::vector<Value> values;
+// The moduli of the parts of a composite section, a line for each part.
+std::string PartsText(const Report& report) {
+    if (report.parts.empty()) return "";
+    constexpr std::size_t kLongestName = 26;
+    std::vector<TableRow> rows = {
+        {{"Elastic moduli of the parts", "n", "Wel,bottom", "Wel,top", "Wel,left", "Wel,right", ""},
+         ""}};
     for (const CompositePart& part : report.parts) {
-        for (std::size_t i = 0; i < part.moduli.size(); ++i) {
-            values.push_back(part.moduli[i]);
-            values.back().name = Excerpt(part.name) + ", " + kFibres[i];
+        TableRow& row = rows.emplace_back();
+        row.cells = {Excerpt(part.name, kLongestName), ShortNumber(part.modularRatio)};
+        std::string whyMissing;
+        for (const Value& value : part.moduli) {
+            row.cells.push_back(value.IsComputed() ? SevenDigits(value.number) : "-");
+            if (!value.IsComputed()) whyMissing = value.whyMissing;
         }
+        row.cells.push_back(part.moduli.front().unit);
+        if (!whyMissing.empty()) rows.push_back({{"  not computed: " + whyMissing}, ""});
     }
-    return values;
+    return '\n' + JoinColumns(rows);
 }
 
 std::string ForcesText(const Report& report) {
@@ -240,8 +248,8 @@ std::string Remarks(const Report& report) {
 
 std::string TableText(const Report& report, const TableOptions& options) {
     const SectionModel& section = report.section;
-    std::string text = SingleLine(section.name.empty() ? section.source : section.name) + '\n';
-    if (!section.description.empty()) text += SingleLine(section.description) + '\n';
+    std::string text = Wrapped(SingleLine(section.name.empty() ? section.source : section.name), 0);
+    if (!section.description.empty()) text += Wrapped(SingleLine(section.description), 0);
     if (report.shift.dx != 0.0 || report.shift.dy != 0.0) {
         const auto plus = [](double number) {
             return (number < 0.0 ? " - " : " + ") + SevenDigits(std::fabs(number));
@@ -251,7 +259,7 @@ std::string TableText(const Report& report, const TableOptions& options) {
     }
     if (report.forces) text += ForcesText(report);
     text += '\n' + ValuesText(report.values);
-    text += BlockText("Elastic moduli of the parts", PartValues(report));
+    text += PartsText(report);
     text += BlockText("Stresses", StressValues(report));
     text += BlockText("Halves about the plastic axes", HalfValues(report));
     text += ClassText(report);

@@ -206,6 +206,7 @@ void PartPlaces::PlaceNext(const Node& part, UnplacedPart unplaced) {
     if (isRow) {
         elements = CopiesInRow(elements, row.count, row.step);
         NumberLabels(name.size(), size, elements);
+        for (Element& element : elements) element.row = name;
     }
     if (isSet) SetOnNamed(part, elements);
     if (unplaced.isHole) MakeHoles(elements);
