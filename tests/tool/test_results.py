@@ -287,6 +287,7 @@ class GoodInput(unittest.TestCase):
             key: {"value": value, "unit": f"cm^{power}", "symbol": symbol, "name": name,
                   "method": "published"}
             for key, value, power, symbol, name in (
+                ("area", 53.81, 2, "A", "Area"),
                 ("elastic_modulus_x_min", 557, 3, "Wel,x", "Smaller elastic modulus about x"),
                 ("elastic_modulus_y_min", 80.5, 3, "Wel,y", "Smaller elastic modulus about y"),
                 ("plastic_modulus_x", 628.3, 3, "Wpl,x", "Plastic modulus about x"),
