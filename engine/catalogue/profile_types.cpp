@@ -7,6 +7,11 @@
 
 namespace halvorn::engine {
 
+bool ProfileType::Draws(std::string_view column) const {
+    return std::any_of(columns.begin(), columns.end(),
+                       [&](const DimensionColumn& drawn) { return drawn.name == column; });
+}
+
 const std::vector<ProfileType>& ProfileTypes() {
     static const std::vector<DimensionColumn> kFlanged = {
         {"h", "height"}, {"b", "width"}, {"tw", "web"}, {"tf", "flange"}, {"r", "root_radius"}};

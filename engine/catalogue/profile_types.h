@@ -24,6 +24,9 @@ struct ProfileType {
     std::string_view name;
     std::string_view shape;
     std::vector<DimensionColumn> columns;
+
+    /// Whether it is drawn from the dimension of a column.
+    bool Draws(std::string_view column) const;
 };
 
 /// Returns every type: i, channel, tee, taper_i, taper_channel, taper_tee, angle, rhs, chs.

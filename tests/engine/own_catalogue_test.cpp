@@ -97,7 +97,7 @@ TEST(OwnCatalogue, DrawsATaperedTeeInInchesUnlessAnotherUnitIsAsked) {
 }
 
 TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
-    const std::string header = "name,type,unit,h,b,t,tw,tf,r,r_out,r_in,area\n";
+    const std::string header = "name,type,unit,h,b,t,tw,tf,r,r_out,r_in,area,r_toe,slope\n";
     const std::string good = "Good,i,mm,100,50,,5,8,7,,,\n";
     const std::pair<const char*, const char*> rows[] = {
         {",i,mm,100,50,,5,8,7,,,", "line 2, column name: the cell is empty; name the profile"},
@@ -116,7 +116,21 @@ TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
         {"A,i,mm,100,50,,5,8,70,,,", "column r: "},
         {"A,rhs,mm,100,50,4,,,,8,4,-1", "column area: it is not above 0; correct it, or leave"},
         {"A,chs,mm,100,50,4,,,,,,", "column b: a round tube has one diameter"},
-        {"A,i,mm,100,50,,5,8,7,,,,,x", "found 14 cells under a header of 12"},
+        {"A,i,mm,100,50,,5,8,7,,,,,,,x", "found 16 cells under a header of 14; put a text"},
+        {"A,i,mm,100,5,50,,5,0,8,0,7,0,,,,1", "with decimal commas separate the cells by semicol"},
+        {"A,i,mm,\"100,5\",50,,5,8,7,,,", "\"100,5\" has a comma, and commas separate the cells"},
+        {"\"A,i,mm,100,50,,5,8,7,,,", "line 2: a quote opens in this line and is never closed"},
+        {"\"A,i,mm,100\nB,i\",mm,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1",
+         "line 2: found 18 cells under a header of 14; look for a quote that opens in this line "
+         "and closes in line 3"},
+        {"A,channel,mm,100,50,,5,8,7,,,,3,",
+         "column r_toe: the type channel has no r_toe; it is "
+         "drawn from h, b, tw, tf and r; leave the cell empty, or choose the type taper_channel"},
+        {"A,tee,mm,100,50,,5,8,7,,,,,.1", "column slope: the type tee has no slope"},
+        {"A,channel,mm,100,50,6,5,8,7,,,,,", "column t: the type channel has no t"},
+        {"A,rhs,mm,100,50,4,,,8,8,4,,,",
+         "column r: the type rhs has no r; it is drawn from h, b, t, r_out and r_in; leave the "
+         "cell empty"},
         {"good,i,mm,100,50,,5,8,7,,,\nGOOD,i,mm,90,50,,5,8,7,,,",
          "line 3, column name: GOOD stands in line 2 already; rename one of them"},
     };
@@ -135,7 +149,10 @@ TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
         {"", "the table is empty"},
         {"h,b\n1,2\n", "own.csv: line 1: no column is called name"},
         {"name,h\nA,2\n", "no column is called type"},
-        {"name,type,h [mm]\nA,i,2\n", "the column \"h [mm]\" states a unit"},
+        {"name,type,\"h\nA,i,2\n", "line 1: a quote opens in this line and is never closed"},
+        {"name,type,h\nA;i;2\n", "line 2: the cells are separated by semicolons, those of the "},
+        {"name;type;h\nA,i,2\n", "separated by commas, those of the titles by semicolons"},
+        {"name,type,h\nTr\xE4ger,i,2\n", "line 2: the text is not UTF-8; save it as UTF-8"},
         {"name,type,h,H\nA,i,2,3\n", "two columns are called h"},
         {"\xFF\xFEn\0a", "UTF-16"},
     };
@@ -147,6 +164,14 @@ TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
             EXPECT_NE(std::string(error.what()).find(expected), std::string::npos) << error.what();
         }
     }
+    const std::string tapered = "name,type,h,b,tw,tf,r,slope,tf_at_from_toe,r_toe,area (cm2)\n";
+    EXPECT_EQ(
+        FindingsOf(tapered + "A,taper_i,100,50,5,8,7,0.14,12,3,1\nB,i,100,50,5,8,7,0,,0,\n"
+                             "C,taper_i,100,50,5,8,7,14,12,3,1\n"),
+        "remark: own.csv: line 1: the column \"area (cm2)\" is not read: titles state no unit; "
+        "write area with every number in mm, mm^2 and so on, or in inches with a column unit\n"
+        "error: own.csv: line 4, column slope: 14 looks like percent or degrees; write the "
+        "rise per unit of width, 0.14 for 14 %\n");
     EXPECT_NE(FindingsOf("name;type;h;b;t\nA;angle;1.5;2;0,1\n").find("decimal comma, numbers"),
               std::string::npos);
     EXPECT_THROW((void)Catalogue().With("no/such/table.csv"), InputError);

@@ -45,6 +45,7 @@ class Catalogues(unittest.TestCase):
                 (["IPE300"], "no/folder", "HALVORN_CATALOGUES"), (["IPE300", "--catalogue", "no.csv"], None, "no.csv"),
                 (["IPE300", "--catalogue", COMPLETION], None, "no column is called name"),
                 (["--list-profiles", "IPE300"], None, 'no family "IPE300"; take one of UPE, L-EN'),
+                ([OWN], None, "it is a table of profiles, not of points; give it as --catalogue FILE"),
                 (["--list-families", "IPE300"], None, "--list-families takes no INPUT"),
                 (["--find", "A>1mm^2", "IPE300"], None, "put the query into quotes"),
                 (["--find", "A>1mm^2", "--check"], None, "different tasks"),
