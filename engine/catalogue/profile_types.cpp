@@ -88,7 +88,9 @@ std::string UnitOf(const CsvRecord& row) {
 
 std::string FamilyOf(const CsvRecord& row) {
     const std::string& family = row.Text("family");
-    return family.empty() ? SeriesOf(row.Text("name")) : family;
+    if (!family.empty()) return family;
+    const std::string letters = FirstLettersOf(row.Text("name"));
+    return letters.empty() ? row.Text("type") : letters;
 }
 
 }  // namespace halvorn::engine

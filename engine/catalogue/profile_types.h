@@ -51,7 +51,8 @@ std::span<const std::string_view> DimensionColumns();
 /// Returns the unit of a row: that of its column `unit`, millimetres where it is empty.
 std::string UnitOf(const CsvRecord& row);
 
-/// Returns the family of a row: that of its column `family`, else its `SeriesOf`.
+/// Returns the family of a row: that of its column `family`, else the letters that its name
+/// begins with, else its type.
 std::string FamilyOf(const CsvRecord& row);
 
 }  // namespace halvorn::engine

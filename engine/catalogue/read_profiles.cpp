@@ -319,9 +319,10 @@ private:
         if (const std::optional<ProfileFault> fault = FindProfileFault(row)) {
             throw RowFault{*fault};
         }
-        const std::string excerpt = Excerpt(name);
-        if (const CsvRecord* const first = rows_.Find(CanonicalProfileName(name))) {
-            Fail("name", excerpt + " stands in line " + std::to_string(first->Line()) + " already",
+        if (const CsvRecord* const first = rows_.Find(name)) {
+            Fail("name",
+                 '"' + Excerpt(name) + "\" stands in line " + std::to_string(first->Line()) +
+                     " already, as \"" + Excerpt(first->Text("name")) + '"',
                  "rename one of them, or remove this row");
         }
         rows_.Add(std::move(row));
