@@ -82,7 +82,12 @@ bool IsOfFamily(const CsvRecord& row, const std::string& wanted) {
     const std::string family = InCapitals(FamilyOf(row));
     const std::string name = InCapitals(row.Text("name"));
     if (family == wanted || SeriesOf(name) == wanted) return true;
-    if (name.starts_with(wanted) && FirstLettersOf(name.substr(wanted.size())).empty()) return true;
+    // "ALX" of "ALX C 60": whole words of letters.
+    const bool isOfLetters = !FirstLettersOf(wanted.substr(wanted.size() - 1)).empty();
+    if (isOfLetters && name.starts_with(wanted) &&
+        FirstLettersOf(name.substr(wanted.size())).empty()) {
+        return true;
+    }
     for (std::size_t start = 0; start < family.size();) {
         const std::size_t hyphen = std::min(family.find('-', start), family.size());
         if (family.compare(start, std::string::npos, wanted) == 0 ||
