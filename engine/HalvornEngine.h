@@ -294,7 +294,7 @@ struct ProfileNumber {
 /// One profile of a catalogue.
 struct CatalogueProfile {
     std::string name;      ///< as its table writes it
-    std::string family;    ///< "IPE"; without one the letters that the name begins with
+    std::string family;    ///< "IPE"; without one the name's first letters, or else its type
     std::string standard;  ///< may be empty
     std::string type;      ///< what is drawn: "i", "channel", "angle" (docs/catalogues.md)
     std::string unit;      ///< "mm" or "in"
@@ -317,7 +317,9 @@ struct ExtendedCatalogue;
 /// ownership and threads.
 ///
 /// Names are found in any usual spelling. Case, blanks, hyphens and the kind of multiplication sign
-/// do not matter; fractions are decimals: "w12x26", "L 4×4×1/2", "HSS4X4X.250".
+/// do not matter; fractions are decimals: "w12x26", "L 4×4×1/2", "HSS4X4X.250". A profile whose
+/// name is written so, but for case and blanks, goes before others that can be meant; where several
+/// can be and none is written so, there is none.
 class Catalogue {
 public:
     /// The built-in catalogue.
@@ -338,7 +340,7 @@ public:
     std::vector<std::string> Names() const;
     /// Returns the names of a family's profiles, in the same order; none: there is no such family.
     /// @param family  in letters of either case: the whole name, what stands between its hyphens
-    ///                ("W" of "AISC-W"), or what names begin with ("HEA")
+    ///                ("W" of "AISC-W"), or what names begin with, no letter following ("HEA")
     std::vector<std::string> Names(std::string_view family) const;
     /// Returns the families in the order of their first profiles.
     std::vector<CatalogueFamily> Families() const;
@@ -613,6 +615,9 @@ struct FindOptions {
     /// Of numbers that state none and of the values that are found; empty: that of each profile.
     std::optional<std::string> unit = {};
     EvaluateOptions values = {};  ///< a density, a tolerance; the rest has no effect
+    /// Called on the same thread after each profile whose torsion, warping and shear were solved,
+    /// with how many that are and how many it can be at most; empty: nobody is told.
+    std::function<void(std::size_t solved, std::size_t most)> progress = {};
 };
 
 /// A profile that suits.

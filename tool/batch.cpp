@@ -4,11 +4,11 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <cstdio>
 #include <mutex>
 #include <thread>
 
 #include "read/open_section.h"
+#include "tool/progress_bar.h"
 
 namespace halvorn::tool {
 
@@ -88,36 +88,6 @@ private:
     std::vector<std::jthread> workers_;  // last, so that they end before what they use
 };
 
-// One line on standard error, written over and over; nothing where nobody watches.
-class ProgressBar {
-public:
-    ProgressBar(bool isShown, std::size_t total) : isShown_(isShown), total_(total) {}
-    ~ProgressBar() { Clear(); }
-    ProgressBar(const ProgressBar&) = delete;
-    ProgressBar& operator=(const ProgressBar&) = delete;
-
-    void Show(std::size_t finished) {
-        if (!isShown_ || finished == shown_) return;
-        constexpr std::size_t kWidth = 40;
-        const std::string done(kWidth * finished / total_, '#');
-        std::fprintf(stderr, "\r[%-*s] %zu of %zu", static_cast<int>(kWidth), done.c_str(),
-                     finished, total_);
-        std::fflush(stderr);
-        shown_ = finished;
-    }
-
-    // Before a message, which then has the line for itself.
-    void Clear() {
-        if (shown_ > 0) std::fputs("\r\x1b[K", stderr);
-        shown_ = 0;
-    }
-
-private:
-    bool isShown_;
-    std::size_t total_;
-    std::size_t shown_ = 0;
-};
-
 }  // namespace
 
 SectionReport EvaluateInput(const std::string& argument, const SectionOptions& options) {
@@ -127,12 +97,13 @@ SectionReport EvaluateInput(const std::string& argument, const SectionOptions& o
 std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,
                      const std::function<void(const std::string& line)>& write,
                      const std::function<void(const std::string& message)>& complain) {
-    ProgressBar bar(options.showsProgress, arguments.size());
+    ProgressBar bar(options.showsProgress);
     Queue queue(arguments, options);
     if (options.format == BatchFormat::Csv) write(CsvHeader(CsvOptionsOf(options)));
     std::size_t leftOut = 0;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const Outcome outcome = queue.Take(i, [&](std::size_t finished) { bar.Show(finished); });
+        const Outcome outcome =
+            queue.Take(i, [&](std::size_t finished) { bar.Show(finished, arguments.size()); });
         if (!outcome.isLeftOut) {
             write(outcome.text);
             continue;

@@ -67,8 +67,22 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments,
               const Complain& complain) {
     std::istringstream stream(WithLineFeeds(ReadInput(path)));
     std::string line;
-    std::getline(stream, line);
-    const char separator = CsvSeparatorOf(line);
+    std::size_t number = 0;
+    // A spreadsheet writes an empty row as its separators alone.
+    const auto next = [&] {
+        while (std::getline(stream, line)) {
+            ++number;
+            const std::string text = Trimmed(line, " ,;\t\r\"");
+            if (!text.empty() && text.front() != '#') return true;
+        }
+        return false;
+    };
+    char separator = next() ? DeclaredSeparator(line) : ',';
+    if (separator == 0) {
+        separator = CsvSeparatorOf(line);
+    } else {
+        next();
+    }
     const auto cells = [&] {
         std::vector<std::string> row = SplitCsvLine(line, separator);
         for (std::string& cell : row) cell = Trimmed(cell, kAround);
@@ -82,9 +96,8 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments,
     const auto index = static_cast<std::size_t>(column - columns.begin());
     const std::size_t before = arguments->size();
     std::size_t faults = 0;
-    for (std::size_t number = 2; std::getline(stream, line); ++number) {
+    while (next()) {
         const std::vector<std::string> row = cells();
-        if (row.size() == 1 && row[0].empty()) continue;
         if (index >= row.size() || row[index].empty()) {
             const InputError fault(path, number, "the column \"name\" is empty",
                                    "name a profile or a section file");

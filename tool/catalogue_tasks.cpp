@@ -12,6 +12,7 @@
 #include "base/utf8.h"
 #include "catalogue/catalogue.h"
 #include "catalogue/csv_table.h"
+#include "tool/progress_bar.h"
 
 namespace halvorn::tool {
 
@@ -119,15 +120,15 @@ std::string JsonOf(const ProfileSearch& search) {
 
 }  // namespace
 
-std::vector<std::string> CataloguePaths(const std::vector<std::string>& named) {
-    std::vector<std::string> paths;
+std::vector<CatalogueFile> CatalogueFiles(const std::vector<std::string>& named) {
+    std::vector<CatalogueFile> files;
     const char* const folder = std::getenv(kFolderVariable);
     if (folder != nullptr && *folder != '\0') {
         std::error_code error;
         for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
              entry.increment(error)) {
             if (InSmallLetters(entry->path().extension().string()) == ".csv") {
-                paths.push_back(entry->path().string());
+                files.push_back({entry->path().string(), false});
             }
         }
         if (error) {
@@ -135,27 +136,61 @@ std::vector<std::string> CataloguePaths(const std::vector<std::string>& named) {
                              std::string("let ") + kFolderVariable +
                                  " name a folder of catalogues, or unset it");
         }
-        std::sort(paths.begin(), paths.end());
+        std::sort(files.begin(), files.end(),
+                  [](const auto& a, const auto& b) { return a.path < b.path; });
     }
     // A table of the folder may be named too.
     for (const std::string& path : named) {
-        const auto isSame = [&](const std::string& other) {
+        const auto same = std::find_if(files.begin(), files.end(), [&](const CatalogueFile& other) {
             std::error_code error;
-            return fs::equivalent(path, other, error);
-        };
-        if (std::none_of(paths.begin(), paths.end(), isSame)) paths.push_back(path);
+            return fs::equivalent(path, other.path, error);
+        });
+        if (same == files.end()) {
+            files.push_back({path, true});
+        } else {
+            same->isNamed = true;
+        }
     }
-    return paths;
+    return files;
 }
 
-Catalogue CatalogueWith(const std::vector<std::string>& paths, std::vector<Finding>* findings) {
+bool MayNeedProfiles(const CommandLine& line) {
+    if (line.task != Task::Report && line.task != Task::Check) return true;
+    return std::any_of(line.inputs.begin(), line.inputs.end(), [](const std::string& input) {
+        std::error_code error;
+        if (!fs::is_regular_file(input, error)) return true;
+        const std::string ending = InSmallLetters(fs::path(input).extension().string());
+        if (ending == ".dxf" || ending == ".csv") return false;
+        return ReadInput(input).find("\"profile\"") != std::string::npos;
+    });
+}
+
+Catalogue CatalogueWith(const std::vector<CatalogueFile>& files, std::vector<Finding>* findings) {
     Catalogue catalogue;
-    for (const std::string& path : paths) {
-        ExtendedCatalogue extended = catalogue.With(path);
-        catalogue = std::move(extended.catalogue);
-        findings->insert(findings->end(), extended.findings.begin(), extended.findings.end());
+    for (const CatalogueFile& file : files) {
+        try {
+            ExtendedCatalogue extended = catalogue.With(file.path);
+            catalogue = std::move(extended.catalogue);
+            findings->insert(findings->end(), extended.findings.begin(), extended.findings.end());
+        } catch (const InputError& error) {
+            if (file.isNamed) throw;
+            Finding& finding = findings->emplace_back();
+            finding.element = error.Source() + (error.Place().empty() ? "" : ": ") + error.Place();
+            finding.problem = error.Problem() + "; this file is passed over";
+            finding.mend =
+                std::string("mend it, or take it out of the folder of ") + kFolderVariable;
+        }
     }
     return catalogue;
+}
+
+std::string ProfileOfWords(const std::vector<std::string>& words,
+                           const std::vector<std::string>& named) {
+    std::string name;
+    for (const std::string& word : words) name += (name.empty() ? "" : " ") + word;
+    std::vector<Finding> ignored;
+    const auto profile = CatalogueWith(CatalogueFiles(named), &ignored).Find(name);
+    return profile ? profile->name : "";
 }
 
 std::string ProfilesText(const Catalogue& catalogue, const std::string& family) {
@@ -180,10 +215,12 @@ std::string FamiliesText(const Catalogue& catalogue) {
     return Aligned(rows, {1});
 }
 
-std::string SearchText(const CommandLine& line) {
+std::string SearchText(const CommandLine& line, bool showsProgress) {
+    ProgressBar bar(showsProgress);
     FindOptions options;
     options.unit = line.section.input.unit;
     options.values = line.section.values;
+    options.progress = [&bar](std::size_t solved, std::size_t most) { bar.Show(solved, most); };
     const ProfileSearch search = FindProfiles(line.query, line.section.input.catalogue, options);
     switch (line.format) {
         case Format::Json:

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "base/units.h"
 #include "figure/figure.h"
+#include "tool/catalogue_tasks.h"
 #include "tool/forces.h"
 
 namespace halvorn::tool {
@@ -296,6 +297,11 @@ struct Parser {
         }
         const bool isOne = line.task != Task::Batch && !IsOfCatalogue();
         if (isOne && line.inputs.size() > 1) {
+            const std::string profile = ProfileOfWords(line.inputs, line.catalogues);
+            if (!profile.empty()) {
+                Fail("the blanks of " + profile + " separate it into several inputs",
+                     "put the name into quotes: \"" + profile + '"');
+            }
             Fail("one section is expected, found " + std::to_string(line.inputs.size()),
                  isLayers ? "give one drawing" : "add --batch for a table of several");
         }

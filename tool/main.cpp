@@ -102,8 +102,10 @@ ExitCode PrintBatch(const CommandLine& line) {
 
 // What was found in the user's own tables, a line each. Returns whether rows were left out.
 bool ReadCatalogues(CommandLine* line) {
+    // What the folder holds is not told where nothing is looked up in it.
+    if (line->catalogues.empty() && !MayNeedProfiles(*line)) return false;
     std::vector<Finding> findings;
-    line->section.input.catalogue = CatalogueWith(CataloguePaths(line->catalogues), &findings);
+    line->section.input.catalogue = CatalogueWith(CatalogueFiles(line->catalogues), &findings);
     bool areLeftOut = false;
     for (const Finding& finding : findings) {
         const bool isError = finding.severity == Severity::Error;
@@ -117,7 +119,7 @@ bool ReadCatalogues(CommandLine* line) {
 // The whole catalogue, which lacks what was left out.
 ExitCode PrintCatalogue(const CommandLine& line, bool areLeftOut) {
     const Catalogue& catalogue = line.section.input.catalogue;
-    Print(line.task == Task::Find           ? SearchText(line)
+    Print(line.task == Task::Find           ? SearchText(line, IsTerminal(stderr))
           : line.task == Task::ListFamilies ? FamiliesText(catalogue)
                                             : ProfilesText(catalogue, line.family));
     return areLeftOut ? kBadInput : kDone;

@@ -25,15 +25,29 @@ struct FoundRow {
     const ProfileRows* table = nullptr;
 };
 
-// The user's own tables go before the built-in one, the first of them before the others.
-FoundRow FindRow(const Catalogue& catalogue, std::string_view name) {
-    const std::string canonical = CanonicalProfileName(name);
-    if (const CatalogueData* const data = CatalogueAccess::DataOf(catalogue)) {
-        for (const auto& table : data->own) {
-            if (const CsvRecord* const row = table->Find(canonical)) return {row, table.get()};
-        }
+// Every row that a name can mean: one that is called so, the user's own before a built-in one; else
+// own ones that fold to the same name, else built-in ones. More than one: no one is meant.
+std::vector<FoundRow> RowsLike(const Catalogue& catalogue, std::string_view name) {
+    static const std::vector<std::shared_ptr<const ProfileRows>> none;
+    const CatalogueData* const data = CatalogueAccess::DataOf(catalogue);
+    const auto& own = data != nullptr ? data->own : none;
+    for (const auto& table : own) {
+        if (const CsvRecord* const row = table->Find(name)) return {{row, table.get()}};
     }
-    return {BuiltInRows().Find(canonical), &BuiltInRows()};
+    if (const CsvRecord* const row = BuiltInRows().Find(name)) return {{row, &BuiltInRows()}};
+    const std::string canonical = CanonicalProfileName(name);
+    std::vector<FoundRow> found;
+    const auto add = [&](const ProfileRows& table) {
+        for (const CsvRecord* const row : table.FindLike(canonical)) found.push_back({row, &table});
+    };
+    for (const auto& table : own) add(*table);
+    if (found.empty()) add(BuiltInRows());
+    return found;
+}
+
+FoundRow FindRow(const Catalogue& catalogue, std::string_view name) {
+    const std::vector<FoundRow> rows = RowsLike(catalogue, name);
+    return rows.size() == 1 ? rows.front() : FoundRow{};
 }
 
 const CsvRecord& RowOf(const Catalogue& catalogue, std::string_view name) {
@@ -48,12 +62,13 @@ void ForEachRow(
     const std::function<void(const std::string& canonicalName, const CsvRecord&)>& see) {
     const CatalogueData* const data = CatalogueAccess::DataOf(catalogue);
     const auto seeAll = [&](const ProfileRows& table, bool mayStandBack) {
-        std::vector<const std::string*> names(table.Rows().size());
-        for (const auto& [name, place] : table.ByName()) names[place] = &name;
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            const auto hasIt = [&](const auto& own) { return own->Find(*names[i]) != nullptr; };
+        for (std::size_t i = 0; i < table.Rows().size(); ++i) {
+            const CsvRecord& row = table.Rows()[i];
+            const auto hasIt = [&](const auto& own) {
+                return own->Find(row.Text("name")) != nullptr;
+            };
             if (mayStandBack && std::any_of(data->own.begin(), data->own.end(), hasIt)) continue;
-            see(*names[i], table.Rows()[i]);
+            see(table.CanonicalNames()[i], row);
         }
     };
     seeAll(BuiltInRows(), data != nullptr);
@@ -63,8 +78,16 @@ void ForEachRow(
 
 // Whether a family that a user names is that of a row.
 bool IsOfFamily(const CsvRecord& row, const std::string& wanted) {
+    if (wanted.empty()) return false;
     const std::string family = InCapitals(FamilyOf(row));
-    if (family == wanted || SeriesOf(row.Text("name")) == wanted) return true;
+    const std::string name = InCapitals(row.Text("name"));
+    if (family == wanted || SeriesOf(name) == wanted) return true;
+    // "ALX" of "ALX C 60": whole words of letters.
+    const bool isOfLetters = !FirstLettersOf(wanted.substr(wanted.size() - 1)).empty();
+    if (isOfLetters && name.starts_with(wanted) &&
+        FirstLettersOf(name.substr(wanted.size())).empty()) {
+        return true;
+    }
     for (std::size_t start = 0; start < family.size();) {
         const std::size_t hyphen = std::min(family.find('-', start), family.size());
         if (family.compare(start, std::string::npos, wanted) == 0 ||
@@ -90,9 +113,9 @@ ProfileRows WithoutRepeated(const ProfileRows& table, const CatalogueData& data,
                             std::vector<Finding>* findings) {
     ProfileRows kept(table.Source());
     for (const CsvRecord& row : table.Rows()) {
-        const std::string canonical = CanonicalProfileName(row.Text("name"));
+        const std::string& name = row.Text("name");
         const auto first = std::find_if(data.own.begin(), data.own.end(), [&](const auto& own) {
-            return own->Find(canonical) != nullptr;
+            return own->Find(name) != nullptr;
         });
         if (first == data.own.end()) {
             kept.Add(row);
@@ -101,9 +124,10 @@ ProfileRows WithoutRepeated(const ProfileRows& table, const CatalogueData& data,
         Finding& finding = findings->emplace_back();
         finding.severity = Severity::Error;
         finding.element = table.Source() + ": line " + std::to_string(row.Line()) + ", column name";
-        finding.problem = Excerpt(row.Text("name")) + " stands in " + (*first)->Source() +
-                          ", line " + std::to_string((*first)->Find(canonical)->Line()) +
-                          ", already";
+        const CsvRecord& taken = *(*first)->Find(name);
+        finding.problem = '"' + Excerpt(name) + "\" stands in " + (*first)->Source() + ", line " +
+                          std::to_string(taken.Line()) + ", already, as \"" +
+                          Excerpt(taken.Text("name")) + '"';
         finding.mend = "rename one of them, or remove this row";
     }
     return kept;
@@ -115,7 +139,7 @@ void AddRemark(const ProfileRows& table, std::vector<Finding>* findings) {
     std::string names;
     std::size_t count = 0;
     for (const CsvRecord& row : table.Rows()) {
-        if (BuiltInRows().Find(CanonicalProfileName(row.Text("name"))) == nullptr) continue;
+        if (BuiltInRows().Find(row.Text("name")) == nullptr) continue;
         if (count++ < kMost) names += (count > 1 ? ", " : "") + Excerpt(row.Text("name"));
     }
     if (count == 0) return;
@@ -186,6 +210,7 @@ std::vector<CatalogueFamily> Catalogue::Families() const {
         ++family->profiles;
         const std::string series = SeriesOf(row.Text("name"));
         std::vector<std::string>& known = family->series;
+        if (series.empty()) return;
         if (std::find(known.begin(), known.end(), series) == known.end()) known.push_back(series);
     });
     return families;
@@ -239,6 +264,16 @@ std::vector<std::string> CatalogueNames() {
 
 bool IsCatalogueProfile(std::string_view name, const Catalogue& catalogue) {
     return FindRow(catalogue, name).row != nullptr;
+}
+
+std::string SeveralProfiles(std::string_view name, const Catalogue& catalogue) {
+    const std::vector<FoundRow> rows = RowsLike(catalogue, name);
+    if (rows.size() < 2) return "";
+    std::string list;
+    for (const FoundRow& each : rows) {
+        list += (list.empty() ? "" : ", ") + Excerpt(each.row->Text("name"));
+    }
+    return list;
 }
 
 std::string FamilyList(const Catalogue& catalogue) {

@@ -27,8 +27,13 @@ struct CatalogueAccess {
     static Catalogue Of(std::shared_ptr<const CatalogueData> data);
 };
 
-/// Whether the catalogue has a profile of this name, in any spelling of `CanonicalProfileName`.
+/// Whether the catalogue has one profile of this name: written so but for case and blanks, or the
+/// only one in any spelling of `CanonicalProfileName`.
 bool IsCatalogueProfile(std::string_view name, const Catalogue& catalogue = {});
+
+/// Returns the names of the profiles that a name can mean as a list for messages; empty when they
+/// are not several.
+std::string SeveralProfiles(std::string_view name, const Catalogue& catalogue);
 
 /// Returns the elements of a profile, lower left corner of its bounding box at the origin.
 ///

@@ -67,6 +67,10 @@ std::string CsvNumbers::WithPoint(const std::string& text) {
         if (mark == ',') std::replace(number.begin(), number.end(), ',', '.');
     }
     if (FiniteNumberIn(number)) return number;
+    if (separator_ == ',' && text.find(',') != std::string::npos) {
+        throw CsvNumberError("\"" + Excerpt(text) + "\" has a comma, and commas separate the cells",
+                             "write a decimal point, or separate the cells by semicolons");
+    }
     throw CsvNumberError("\"" + Excerpt(text) + "\" is not a finite number",
                          "write plain numbers such as 12.5");
 }

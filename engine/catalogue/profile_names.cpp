@@ -13,6 +13,8 @@ namespace halvorn::engine {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kBlanks = " \t\n\v\f\r";
+constexpr std::string_view kTimes = "\xC3\x97";  // the multiplication sign in UTF-8
 
 bool IsDigit(char c) {
     return kDigits.find(c) != std::string_view::npos;
@@ -129,8 +131,7 @@ std::string WithAllSides(const std::string& text) {
 }  // namespace
 
 std::string CanonicalProfileName(std::string_view name) {
-    constexpr std::string_view kTimes = "\xC3\x97";  // the multiplication sign in UTF-8
-    constexpr std::string_view kLeftOut = " \t\n\v\f\r-_";
+    constexpr std::string_view kJoining = "-_";
     std::string text;
     for (std::size_t i = 0; i < name.size();) {
         const char c = name[i];
@@ -144,17 +145,42 @@ std::string CanonicalProfileName(std::string_view name) {
             text += 'X';
             i += kTimes.size();
         } else {
-            if (kLeftOut.find(c) == std::string_view::npos) text += c == '*' ? 'X' : c;
+            const bool isLeftOut = kBlanks.find(c) != std::string_view::npos ||
+                                   kJoining.find(c) != std::string_view::npos;
+            if (!isLeftOut) text += c == '*' ? 'X' : c;
             ++i;
         }
     }
     return WithAllSides(InCapitals(text));
 }
 
+std::string PlainProfileName(std::string_view name) {
+    std::string text;
+    bool isAfterBlank = false;
+    for (const char c : name) {
+        if (kBlanks.find(c) != std::string_view::npos) {
+            isAfterBlank = true;
+            continue;
+        }
+        if (isAfterBlank && IsDigit(c) && !text.empty() && IsDigit(text.back())) text += ' ';
+        text += c;
+        isAfterBlank = false;
+    }
+    return InCapitals(text);
+}
+
 std::string SeriesOf(std::string_view name) {
-    const std::string canonical = CanonicalProfileName(name);
-    const auto isLetter = [](char c) { return c >= 'A' && c <= 'Z'; };
-    return {canonical.begin(), std::find_if_not(canonical.begin(), canonical.end(), isLetter)};
+    return FirstLettersOf(CanonicalProfileName(name));
+}
+
+std::string FirstLettersOf(std::string_view name) {
+    const std::string_view word = name.substr(0, name.find(kTimes));
+    // Letters beyond ASCII have such bytes alone.
+    const auto isLetter = [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+               static_cast<unsigned char>(c) > 0x7FU;
+    };
+    return InCapitals({word.begin(), std::find_if_not(word.begin(), word.end(), isLetter)});
 }
 
 std::string WithSidesSwapped(const std::string& canonicalName) {

@@ -17,8 +17,16 @@ namespace halvorn::engine {
 /// tables print 5/16 as .313, .312 and .3125.
 std::string CanonicalProfileName(std::string_view name);
 
-/// Returns the letters that a name begins with, in capitals: "HEB" of "HE 200 B", "RHS".
+/// Returns a name in capitals without blanks, but for one between two digits: what two rows of a
+/// table may not share.
+std::string PlainProfileName(std::string_view name);
+
+/// Returns the letters that a canonical name begins with: "HEB" of "HE 200 B", "RHS"; may be empty.
 std::string SeriesOf(std::string_view name);
+
+/// Returns the letters that a name begins with as it is written, in capitals: "HE" of "HE 200 B";
+/// may be empty.
+std::string FirstLettersOf(std::string_view name);
 
 /// Returns a canonical name with its first two dimensions the other way round, as of an angle or a
 /// hollow section with the short side first; the same name when it has fewer than three.

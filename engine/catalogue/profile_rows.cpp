@@ -8,15 +8,24 @@
 namespace halvorn::engine {
 
 bool ProfileRows::Add(CsvRecord row) {
-    const bool isFree =
-        byName_.emplace(CanonicalProfileName(row.Text("name")), rows_.size()).second;
-    if (isFree) rows_.push_back(std::move(row));
-    return isFree;
+    const std::string& name = row.Text("name");
+    if (!byPlainName_.emplace(PlainProfileName(name), rows_.size()).second) return false;
+    canonicalNames_.push_back(CanonicalProfileName(name));
+    byCanonicalName_.emplace(canonicalNames_.back(), rows_.size());
+    rows_.push_back(std::move(row));
+    return true;
 }
 
-const CsvRecord* ProfileRows::Find(const std::string& canonicalName) const {
-    const auto found = byName_.find(canonicalName);
-    return found == byName_.end() ? nullptr : &rows_[found->second];
+const CsvRecord* ProfileRows::Find(std::string_view name) const {
+    const auto found = byPlainName_.find(PlainProfileName(name));
+    return found == byPlainName_.end() ? nullptr : &rows_[found->second];
+}
+
+std::vector<const CsvRecord*> ProfileRows::FindLike(const std::string& canonicalName) const {
+    std::vector<const CsvRecord*> rows;
+    const auto [first, end] = byCanonicalName_.equal_range(canonicalName);
+    for (auto each = first; each != end; ++each) rows.push_back(&rows_[each->second]);
+    return rows;
 }
 
 const ProfileRows& BuiltInRows() {

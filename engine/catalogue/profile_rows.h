@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "catalogue/csv_table.h"
@@ -22,18 +23,23 @@ public:
     /// @returns whether its name was free
     bool Add(CsvRecord row);
 
-    /// Returns the row of a canonical name; null when there is none.
-    const CsvRecord* Find(const std::string& canonicalName) const;
+    /// Returns the row that is called so but for case and blanks; null when there is none.
+    const CsvRecord* Find(std::string_view name) const;
+
+    /// Returns every row of a canonical name, in the order of the table.
+    std::vector<const CsvRecord*> FindLike(const std::string& canonicalName) const;
 
     const std::string& Source() const { return source_; }
     const std::vector<CsvRecord>& Rows() const { return rows_; }
-    /// Returns canonical names and the places of their rows.
-    const std::map<std::string, std::size_t>& ByName() const { return byName_; }
+    /// Returns the canonical name of each row.
+    const std::vector<std::string>& CanonicalNames() const { return canonicalNames_; }
 
 private:
     std::string source_;
     std::vector<CsvRecord> rows_;
-    std::map<std::string, std::size_t> byName_;
+    std::vector<std::string> canonicalNames_;
+    std::map<std::string, std::size_t> byPlainName_;
+    std::multimap<std::string, std::size_t> byCanonicalName_;
 };
 
 /// Returns the table that is compiled in.

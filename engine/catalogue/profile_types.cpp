@@ -7,6 +7,11 @@
 
 namespace halvorn::engine {
 
+bool ProfileType::Draws(std::string_view column) const {
+    return std::any_of(columns.begin(), columns.end(),
+                       [&](const DimensionColumn& drawn) { return drawn.name == column; });
+}
+
 const std::vector<ProfileType>& ProfileTypes() {
     static const std::vector<DimensionColumn> kFlanged = {
         {"h", "height"}, {"b", "width"}, {"tw", "web"}, {"tf", "flange"}, {"r", "root_radius"}};
@@ -83,7 +88,9 @@ std::string UnitOf(const CsvRecord& row) {
 
 std::string FamilyOf(const CsvRecord& row) {
     const std::string& family = row.Text("family");
-    return family.empty() ? SeriesOf(row.Text("name")) : family;
+    if (!family.empty()) return family;
+    const std::string letters = FirstLettersOf(row.Text("name"));
+    return letters.empty() ? row.Text("type") : letters;
 }
 
 }  // namespace halvorn::engine

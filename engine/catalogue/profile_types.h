@@ -24,6 +24,9 @@ struct ProfileType {
     std::string_view name;
     std::string_view shape;
     std::vector<DimensionColumn> columns;
+
+    /// Whether it is drawn from the dimension of a column.
+    bool Draws(std::string_view column) const;
 };
 
 /// Returns every type: i, channel, tee, taper_i, taper_channel, taper_tee, angle, rhs, chs.
@@ -48,7 +51,8 @@ std::span<const std::string_view> DimensionColumns();
 /// Returns the unit of a row: that of its column `unit`, millimetres where it is empty.
 std::string UnitOf(const CsvRecord& row);
 
-/// Returns the family of a row: that of its column `family`, else its `SeriesOf`.
+/// Returns the family of a row: that of its column `family`, else the letters that its name
+/// begins with, else its type.
 std::string FamilyOf(const CsvRecord& row);
 
 }  // namespace halvorn::engine

@@ -7,8 +7,10 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/numbers.h"
 #include "base/text.h"
 #include "base/units.h"
+#include "base/utf8.h"
 #include "catalogue/csv_table.h"
 #include "catalogue/draw_profile.h"
 #include "catalogue/profile_names.h"
@@ -67,6 +69,26 @@ std::string TypeNames() {
     return Listed(names, "or");
 }
 
+// The line of the first byte that is no UTF-8; 0: there is none.
+std::size_t LineOfForeignByte(std::string_view text) {
+    std::size_t line = 1;
+    while (!text.empty()) {
+        const std::size_t length = CharacterLength(text);
+        if (length == 0) return line;
+        if (text.front() == '\n') ++line;
+        text.remove_prefix(length);
+    }
+    return 0;
+}
+
+const char* SeparatorName(char separator) {
+    return separator == ';' ? "semicolons" : separator == '\t' ? "tabs" : "commas";
+}
+
+bool HasOpenQuote(const std::string& line) {
+    return std::count(line.begin(), line.end(), '"') % 2 != 0;
+}
+
 // A row that is left out.
 struct RowFault : ProfileFault {};
 
@@ -79,12 +101,19 @@ public:
         if (IsUtf16(text)) {
             throw InputError(source_, "it is UTF-16 text or no text at all", "save it as UTF-8");
         }
-        std::istringstream stream(WithLineFeeds(text));
+        const std::string plain = WithLineFeeds(text);
+        if (const std::size_t foreign = LineOfForeignByte(plain)) {
+            throw InputError(source_, foreign, "the text is not UTF-8", "save it as UTF-8");
+        }
+        std::istringstream stream(plain);
+        for (std::string line; std::getline(stream, line);) lines_.push_back(line);
         std::string line;
-        while (NextLine(stream, &line)) {
+        while (NextLine(&line)) {
             if (line.find_first_not_of(" ,;\t\"") == std::string::npos) continue;
             if (Trimmed(line, " \t\"").starts_with('#')) continue;
-            if (columns_.empty()) {
+            if (HasOpenQuote(line)) {
+                RefuseQuote();
+            } else if (columns_.empty()) {
                 ReadTitles(line);
             } else {
                 ReadRow(line);
@@ -98,17 +127,26 @@ public:
     }
 
 private:
-    // A cell in quotes may hold line feeds.
-    bool NextLine(std::istream& stream, std::string* line) {
+    // A cell in quotes may hold line feeds. A quote that never closes takes no other line.
+    bool NextLine(std::string* line) {
         lineNumber_ += linesOfRow_;
         linesOfRow_ = 1;
-        if (!std::getline(stream, *line)) return false;
-        std::string more;
-        while (std::count(line->begin(), line->end(), '"') % 2 != 0 && std::getline(stream, more)) {
-            *line += ' ' + more;
-            ++linesOfRow_;
-        }
+        if (lineNumber_ > lines_.size()) return false;
+        *line = lines_[lineNumber_ - 1];
+        std::string joined = *line;
+        std::size_t last = lineNumber_;
+        while (HasOpenQuote(joined) && last < lines_.size()) joined += ' ' + lines_[last++];
+        if (HasOpenQuote(joined)) return true;
+        *line = std::move(joined);
+        linesOfRow_ = last - lineNumber_ + 1;
         return true;
+    }
+
+    void RefuseQuote() {
+        const char* const problem = "a quote opens in this line and is never closed";
+        const char* const mend = "close it, or remove it; within a quoted cell double it";
+        if (columns_.empty()) throw InputError(source_, lineNumber_, problem, mend);
+        Complain({"", problem, mend});
     }
 
     void ReadTitles(const std::string& line) {
@@ -128,29 +166,61 @@ private:
                 "no column is called " + std::string(column) + ", so that it is no catalogue",
                 "name the columns above the rows: name,type,h,b and so on");
         }
+        if (!withUnits_.empty()) RemarkUnits();
+    }
+
+    // Titles such as "Ix [cm4]", which mean a column but not its unit.
+    void RemarkUnits() {
+        const bool isOne = withUnits_.size() == 1;
+        std::vector<std::string> quoted, plain;
+        for (const std::string& title : withUnits_) {
+            quoted.push_back('"' + Excerpt(title) + '"');
+            plain.push_back((*Columns())[*ColumnOf(WithoutUnit(title))]);
+        }
+        Finding& finding = findings_.emplace_back();
+        finding.element = source_ + ": line " + std::to_string(lineNumber_);
+        finding.problem = (isOne ? "the column " : "the columns ") + Listed(quoted, "and") +
+                          (isOne ? " is" : " are") + " not read: titles state no unit";
+        finding.mend = "write " + Listed(plain, "and") +
+                       " with every number in mm, mm^2 and so on, or in inches with a column unit";
+    }
+
+    static std::string WithoutUnit(const std::string& title) {
+        return title.substr(0, title.find_first_of("[("));
     }
 
     void AddTitle(const std::string& title) {
         const auto fail = [&](const std::string& problem, const char* mend) {
             throw InputError(source_, lineNumber_, problem, mend);
         };
-        const std::size_t bracket = title.find_first_of("[(");
-        if (bracket != std::string::npos && ColumnOf(title.substr(0, bracket))) {
-            fail("the column \"" + Excerpt(title) + "\" states a unit",
-                 "leave it out, and write mm or in into a column called unit");
-        }
         const std::optional<std::size_t> column = ColumnOf(title);
         if (column && std::find(columns_.begin(), columns_.end(), column) != columns_.end()) {
             fail("two columns are called " + (*Columns())[*column], "remove or rename one");
         }
         columns_.push_back(column);
+        if (!column && ColumnOf(WithoutUnit(title))) withUnits_.push_back(title);
     }
 
     void ReadRow(const std::string& line) {
+        const std::vector<std::string> cells = SplitCsvLine(line, separator_);
         try {
-            Add(RecordOf(SplitCsvLine(line, separator_)));
+            if (cells.size() == 1) CheckSeparator(line);
+            Add(RecordOf(cells));
         } catch (const RowFault& fault) {
             Complain(fault);
+        }
+    }
+
+    void CheckSeparator(const std::string& line) const {
+        for (const char other : {';', '\t', ','}) {
+            if (other == separator_ || line.find(other) == std::string::npos) continue;
+            const std::string problem = std::string("the cells are separated by ") +
+                                        SeparatorName(other) + ", those of the titles by " +
+                                        SeparatorName(separator_);
+            const char* const mend = "separate all cells in one way";
+            // One line for all where the first row is so.
+            if (rows_.Rows().empty()) throw InputError(source_, lineNumber_, problem, mend);
+            Fail("", problem, mend);
         }
     }
 
@@ -177,7 +247,7 @@ private:
                 Fail("",
                      "found " + std::to_string(cells.size()) + " cells under a header of " +
                          std::to_string(columns_.size()),
-                     "put a text that holds a separator into double quotes");
+                     MendOfCells());
             }
             if (const std::optional<std::size_t> column = columns_[i]) {
                 record[*column] = *column < kTextColumns ? cell : Number(cell, *column);
@@ -185,6 +255,15 @@ private:
         }
         SetAlternatives(&record);
         return {Columns(), std::move(record), lineNumber_};
+    }
+
+    std::string MendOfCells() const {
+        if (linesOfRow_ > 1) {
+            return "look for a quote that opens in this line and closes in line " +
+                   std::to_string(lineNumber_ + linesOfRow_ - 1);
+        }
+        return std::string("put a text that holds a separator into double quotes") +
+               (separator_ == ',' ? "; with decimal commas separate the cells by semicolons" : "");
     }
 
     std::string Number(const std::string& cell, std::size_t column) {
@@ -202,10 +281,15 @@ private:
         };
         at("type") = InSmallLetters(at("type"));
         at("unit") = at("unit").empty() ? "mm" : InSmallLetters(at("unit"));
-        std::string &r = at("r"), &root = at("r_root");
-        if (r.empty()) r = root;
-        if (root.empty()) root = r;
-        if (r != root) Fail("r_root", "it differs from the column r", "give the root radius once");
+        const ProfileType* const type = FindProfileType(at("type"));
+        if (type != nullptr && (type->Draws("r") || type->Draws("r_root"))) {
+            std::string &r = at("r"), &root = at("r_root");
+            if (r.empty()) r = root;
+            if (root.empty()) root = r;
+            if (r != root) {
+                Fail("r_root", "it differs from the column r", "give the root radius once");
+            }
+        }
         std::string &h = at("h"), &b = at("b");
         if (at("type") != "chs") return;
         if (h.empty()) h = b;
@@ -231,12 +315,14 @@ private:
                  "write mm or in");
         }
         CheckPublished(row);
+        CheckDimensions(row);
         if (const std::optional<ProfileFault> fault = FindProfileFault(row)) {
             throw RowFault{*fault};
         }
-        const std::string excerpt = Excerpt(name);
-        if (const CsvRecord* const first = rows_.Find(CanonicalProfileName(name))) {
-            Fail("name", excerpt + " stands in line " + std::to_string(first->Line()) + " already",
+        if (const CsvRecord* const first = rows_.Find(name)) {
+            Fail("name",
+                 '"' + Excerpt(name) + "\" stands in line " + std::to_string(first->Line()) +
+                     " already, as \"" + Excerpt(first->Text("name")) + '"',
                  "rename one of them, or remove this row");
         }
         rows_.Add(std::move(row));
@@ -253,8 +339,41 @@ private:
         }
     }
 
+    // What the type does not draw would be lost; 0 says that there is none.
+    static void CheckDimensions(const CsvRecord& row) {
+        const ProfileType& type = *FindProfileType(row.Text("type"));
+        const std::string name(type.name);
+        const bool hasRoot = type.Draws("r") || type.Draws("r_root");
+        for (const std::string_view column : DimensionColumns()) {
+            const bool isKnown = type.Draws(column) || column == "t_nom" ||
+                                 (hasRoot && (column == "r" || column == "r_root")) ||
+                                 (name == "chs" && column == "b");
+            if (isKnown || row.Number(column).value_or(0.0) == 0.0) continue;
+            std::string mend = "leave the cell empty";
+            std::vector<std::string> drawn;
+            for (const DimensionColumn& each : type.columns) drawn.emplace_back(each.name);
+            for (const ProfileType& other : ProfileTypes()) {
+                if (other.shape == type.shape && other.Draws(column)) {
+                    mend += ", or choose the type " + std::string(other.name);
+                }
+            }
+            Fail(column,
+                 "the type " + name + " has no " + std::string(column) + "; it is drawn from " +
+                     Listed(drawn, "and"),
+                 mend);
+        }
+        const double slope = row.Number("slope").value_or(0.0);
+        if (slope > 1.0) {
+            Fail("slope", ShortNumber(slope, 6) + " looks like percent or degrees",
+                 "write the rise per unit of width, " + ShortNumber(slope / 100.0, 6) + " for " +
+                     ShortNumber(slope, 6) + " %");
+        }
+    }
+
     const std::string& source_;
     std::vector<Finding>& findings_;
+    std::vector<std::string> lines_;      // of the text
+    std::vector<std::string> withUnits_;  // titles that state one
     ProfileRows rows_;
     std::vector<std::optional<std::size_t>> columns_;  // of the text; empty: no titles were read
     char separator_ = 0;                               // likewise

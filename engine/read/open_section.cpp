@@ -44,6 +44,10 @@ bool IsFileName(const std::string& argument, const Catalogue& catalogue) {
 
 SectionModel ProfileSection(const std::string& name, const InputOptions& options) {
     CheckInputOptions(options);
+    if (const std::string several = SeveralProfiles(name, options.catalogue); !several.empty()) {
+        throw InputError(Excerpt(name), "several profiles can be meant: " + several,
+                         "write the name as its table does");
+    }
     if (!IsCatalogueProfile(name, options.catalogue)) {
         std::string remedy = "halvorn-section --list-profiles prints the catalogue";
         std::string similar;

@@ -186,6 +186,7 @@ private:
                      [](const Quantity& q) { return q.IsOfWarping(); })) {
                 suitable.push_back(std::move(candidate));
             }
+            if (options_.progress) options_.progress(tried + 1, candidates->size());
         }
         const bool isAnyLeft = tried < candidates->size();
         *candidates = std::move(suitable);

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "base/units.h"
+#include "catalogue/profile_names.h"
 #include "catalogue/profile_types.h"
 #include "values/values.h"
 #include "values/warping_values.h"
@@ -74,8 +75,12 @@ bool Quantity::IsOfWarping() const {
 }
 
 std::optional<Quantity> FindQuantity(std::string_view name) {
-    const std::string plain = PlainName(name);
-    const std::string small = InSmallLetters(plain);
+    std::string plain = PlainName(name);
+    std::string small = InSmallLetters(plain);
+    if (small == "zxmin" || small == "zymin") {
+        plain = PlainName(small[1] == 'x' ? "elastic_modulus_x_min" : "elastic_modulus_y_min");
+        small = plain;
+    }
     std::optional<Quantity> like;
     std::size_t alike = 0;
     for (const Quantity& quantity : Quantities()) {
@@ -88,6 +93,30 @@ std::optional<Quantity> FindQuantity(std::string_view name) {
         }
     }
     return alike == 1 ? like : std::nullopt;
+}
+
+QuantityNames QuantitiesLike(std::string_view name) {
+    constexpr std::size_t kMost = 3;
+    const std::string wanted = InSmallLetters(PlainName(name));
+    std::vector<std::pair<std::size_t, std::string>> byDistance;
+    for (const Quantity& quantity : Quantities()) {
+        const std::string &key = quantity.value.key, &symbol = quantity.value.symbol;
+        std::size_t distance = wanted.size();
+        for (const std::string& known : {key, symbol}) {
+            distance = std::min(distance, EditDistance(wanted, InSmallLetters(PlainName(known))));
+        }
+        if (distance > std::max<std::size_t>(1, wanted.size() / 3)) continue;
+        byDistance.emplace_back(distance, key == symbol ? key : symbol + " (" + key + ")");
+    }
+    std::stable_sort(byDistance.begin(), byDistance.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    QuantityNames like;
+    like.isAmbiguous = byDistance.size() > 1 && byDistance[1].first == 0;
+    for (const auto& [distance, known] : byDistance) {
+        const bool isWanted = like.isAmbiguous ? distance == 0 : like.names.size() < kMost;
+        if (isWanted) like.names.push_back(known);
+    }
+    return like;
 }
 
 Value ValueOf(const Quantity& quantity, const CatalogueProfile& profile,

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "HalvornEngine.h"
 
@@ -28,7 +29,17 @@ struct Quantity {
 
 /// Returns the quantity of a key or a symbol, with or without its comma: "area", "Wplx", "tw".
 /// Letters may be of either case where only one quantity is called so; nothing for other names.
+/// The smaller elastic moduli have the names of their columns too, "Zx_min".
 std::optional<Quantity> FindQuantity(std::string_view name);
+
+/// What can be written instead of a name that is that of no quantity.
+struct QuantityNames {
+    bool isAmbiguous = false;        ///< several are called so in letters of either case
+    std::vector<std::string> names;  ///< of those, else of similar ones: "Ix (inertia_x)"
+};
+
+/// Returns them, three at most of those that are merely similar.
+QuantityNames QuantitiesLike(std::string_view name);
 
 /// Returns a quantity with its number; without one where the profile or the report lack it.
 /// @param values  of the report, in `unit`; of dimensions not used

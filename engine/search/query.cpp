@@ -16,8 +16,7 @@ namespace {
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kOperators = "<>=";
 constexpr const char* kNames =
-    "take a key or a symbol of the table, such as area, Wplx, Ix or It, or a dimension such as h "
-    "or tw";
+    "a key or a symbol of the table, such as area, Wplx, Ix or It, or a dimension such as h or tw";
 
 // The terms of a text; blanks around an operator and before a unit are no ends of one.
 std::vector<std::string> TermsOf(std::string_view text) {
@@ -32,7 +31,8 @@ std::vector<std::string> TermsOf(std::string_view text) {
         i = std::min(text.find_first_not_of(kBlanks, end), text.size());
         const bool isBeforeOperator =
             i < text.size() && kOperators.find(text[i]) != std::string_view::npos;
-        if (!terms.empty() && (isOpen || isOperator || (isUnit && !isBeforeOperator))) {
+        const bool isOfOpen = isOpen && word.find_first_of(kOperators, 1) == std::string::npos;
+        if (!terms.empty() && (isOfOpen || isOperator || (isUnit && !isBeforeOperator))) {
             terms.back() += word;
         } else {
             terms.push_back(word);
@@ -56,13 +56,40 @@ SplitTerm Split(const std::string& term) {
     return {term.substr(0, start), term.substr(start, end - start), term.substr(end)};
 }
 
-Quantity QuantityOf(const std::string& term, const std::string& name) {
-    const std::optional<Quantity> quantity = FindQuantity(name);
-    if (!quantity) {
-        throw QueryError(
-            term, "nothing, or more than one value, is called \"" + Excerpt(name) + '"', kNames);
+// S and Z are the elastic or the plastic modulus by country, and S the static moment in reports.
+void RefuseLetters(const std::string& term, const std::string& name) {
+    const std::string small = InSmallLetters(name);
+    for (const char axis : {'x', 'y'}) {
+        const std::string s = std::string("s") + axis, z = std::string("z") + axis;
+        if (small != s && small != z) continue;
+        const std::string low = axis == 'x' ? "bottom" : "left";
+        const std::string moduli = std::string("Wpl") + axis + " for the plastic modulus, Wel" +
+                                   axis + " for the smaller elastic one or Wel," + low +
+                                   " (elastic_modulus_" + low + ") for that of one side";
+        if (small == z) {
+            throw QueryError(term,
+                             '"' + name + "\" is the plastic or the elastic modulus by country",
+                             "write " + moduli);
+        }
+        throw QueryError(term,
+                         '"' + name + "\" is the static moment, the plastic or the elastic modulus",
+                         std::string("write static_moment_") + axis + ", " + moduli);
     }
-    return *quantity;
+}
+
+Quantity QuantityOf(const std::string& term, const std::string& name) {
+    RefuseLetters(term, name);
+    const std::optional<Quantity> quantity = FindQuantity(name);
+    if (quantity) return *quantity;
+    const QuantityNames like = QuantitiesLike(name);
+    std::string list;
+    for (const std::string& each : like.names) list += (list.empty() ? "" : ", ") + each;
+    if (like.isAmbiguous) {
+        throw QueryError(term, "several values are called \"" + Excerpt(name) + '"',
+                         "take one of " + list);
+    }
+    throw QueryError(term, "nothing is called \"" + Excerpt(name) + '"',
+                     "take " + (list.empty() ? "" : list + ", or ") + kNames);
 }
 
 QueryTerm::Operator OperatorOf(const std::string& term, const std::string& text) {

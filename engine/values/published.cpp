@@ -27,6 +27,16 @@ bool IsSmaller(const Report& report, std::string_view key, std::string_view publ
     return true;
 }
 
+// Whether a published value is what the drawn one is in centimetres, where millimetres are meant.
+bool LooksLikeCentimetres(const Value& value) {
+    constexpr double kMost = 0.2;  // of the drawn value: what rounding and other corners do
+    constexpr double kMillimetres = 10.0;
+    constexpr int kLeastPower = 2;
+    if (value.power < kLeastPower) return false;
+    const double ratio = value.number / *value.published / std::pow(kMillimetres, value.power);
+    return std::fabs(ratio - 1.0) <= kMost;
+}
+
 }  // namespace
 
 std::optional<double> Value::Difference() const {
@@ -64,19 +74,27 @@ void CompareWithPublished(Report* report) {
     std::erase_if(report->findings, [](const Finding& finding) {
         return finding.kind == FindingKind::PublishedDiffers;
     });
-    std::string list;
+    std::string list, centimetres;
     for (const Value& value : report->values) {
         const std::optional<double> difference = value.Difference();
         if (!difference || !(std::fabs(*difference) > kMost)) continue;
         list += (list.empty() ? "" : ", ") + value.symbol + " by " +
                 ShortNumber(100.0 * *difference, kDigits) + " %";
+        if (!LooksLikeCentimetres(value)) continue;
+        centimetres += (centimetres.empty() ? "" : ", ") + value.symbol + " looks like cm^" +
+                       std::to_string(value.power);
     }
     if (list.empty()) return;
+    const std::string mend =
+        centimetres.empty() ? "look whether the table rounds, or its standard has another shape"
+                            : "the published " + centimetres +
+                                  ": the table needs them in mm like its dimensions, in mm^2, mm^3 "
+                                  "and mm^4";
     report->findings.push_back({Severity::Remark,
                                 FindingKind::PublishedDiffers,
                                 report->section.source,
                                 "values of the drawn outline differ from published ones: " + list,
-                                "look whether the table rounds, or its standard has another shape",
+                                mend,
                                 {}});
 }
 

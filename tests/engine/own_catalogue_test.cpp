@@ -97,7 +97,7 @@ TEST(OwnCatalogue, DrawsATaperedTeeInInchesUnlessAnotherUnitIsAsked) {
 }
 
 TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
-    const std::string header = "name,type,unit,h,b,t,tw,tf,r,r_out,r_in,area\n";
+    const std::string header = "name,type,unit,h,b,t,tw,tf,r,r_out,r_in,area,r_toe,slope\n";
     const std::string good = "Good,i,mm,100,50,,5,8,7,,,\n";
     const std::pair<const char*, const char*> rows[] = {
         {",i,mm,100,50,,5,8,7,,,", "line 2, column name: the cell is empty; name the profile"},
@@ -116,9 +116,23 @@ TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
         {"A,i,mm,100,50,,5,8,70,,,", "column r: "},
         {"A,rhs,mm,100,50,4,,,,8,4,-1", "column area: it is not above 0; correct it, or leave"},
         {"A,chs,mm,100,50,4,,,,,,", "column b: a round tube has one diameter"},
-        {"A,i,mm,100,50,,5,8,7,,,,,x", "found 14 cells under a header of 12"},
+        {"A,i,mm,100,50,,5,8,7,,,,,,,x", "found 16 cells under a header of 14; put a text"},
+        {"A,i,mm,100,5,50,,5,0,8,0,7,0,,,,1", "with decimal commas separate the cells by semicol"},
+        {"A,i,mm,\"100,5\",50,,5,8,7,,,", "\"100,5\" has a comma, and commas separate the cells"},
+        {"\"A,i,mm,100,50,,5,8,7,,,", "line 2: a quote opens in this line and is never closed"},
+        {"\"A,i,mm,100\nB,i\",mm,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1,1",
+         "line 2: found 18 cells under a header of 14; look for a quote that opens in this line "
+         "and closes in line 3"},
+        {"A,channel,mm,100,50,,5,8,7,,,,3,",
+         "column r_toe: the type channel has no r_toe; it is "
+         "drawn from h, b, tw, tf and r; leave the cell empty, or choose the type taper_channel"},
+        {"A,tee,mm,100,50,,5,8,7,,,,,.1", "column slope: the type tee has no slope"},
+        {"A,channel,mm,100,50,6,5,8,7,,,,,", "column t: the type channel has no t"},
+        {"A,rhs,mm,100,50,4,,,8,8,4,,,",
+         "column r: the type rhs has no r; it is drawn from h, b, t, r_out and r_in; leave the "
+         "cell empty"},
         {"good,i,mm,100,50,,5,8,7,,,\nGOOD,i,mm,90,50,,5,8,7,,,",
-         "line 3, column name: GOOD stands in line 2 already; rename one of them"},
+         "line 3, column name: \"GOOD\" stands in line 2 already, as \"good\"; rename one"},
     };
     for (const auto& [row, expected] : rows) {
         const ExtendedCatalogue extended = Catalogue().WithText(
@@ -135,7 +149,10 @@ TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
         {"", "the table is empty"},
         {"h,b\n1,2\n", "own.csv: line 1: no column is called name"},
         {"name,h\nA,2\n", "no column is called type"},
-        {"name,type,h [mm]\nA,i,2\n", "the column \"h [mm]\" states a unit"},
+        {"name,type,\"h\nA,i,2\n", "line 1: a quote opens in this line and is never closed"},
+        {"name,type,h\nA;i;2\n", "line 2: the cells are separated by semicolons, those of the "},
+        {"name;type;h\nA,i,2\n", "separated by commas, those of the titles by semicolons"},
+        {"name,type,h\nTr\xE4ger,i,2\n", "line 2: the text is not UTF-8; save it as UTF-8"},
         {"name,type,h,H\nA,i,2,3\n", "two columns are called h"},
         {"\xFF\xFEn\0a", "UTF-16"},
     };
@@ -147,6 +164,14 @@ TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
             EXPECT_NE(std::string(error.what()).find(expected), std::string::npos) << error.what();
         }
     }
+    const std::string tapered = "name,type,h,b,tw,tf,r,slope,tf_at_from_toe,r_toe,area (cm2)\n";
+    EXPECT_EQ(
+        FindingsOf(tapered + "A,taper_i,100,50,5,8,7,0.14,12,3,1\nB,i,100,50,5,8,7,0,,0,\n"
+                             "C,taper_i,100,50,5,8,7,14,12,3,1\n"),
+        "remark: own.csv: line 1: the column \"area (cm2)\" is not read: titles state no unit; "
+        "write area with every number in mm, mm^2 and so on, or in inches with a column unit\n"
+        "error: own.csv: line 4, column slope: 14 looks like percent or degrees; write the "
+        "rise per unit of width, 0.14 for 14 %\n");
     EXPECT_NE(FindingsOf("name;type;h;b;t\nA;angle;1.5;2;0,1\n").find("decimal comma, numbers"),
               std::string::npos);
     EXPECT_THROW((void)Catalogue().With("no/such/table.csv"), InputError);
@@ -161,8 +186,8 @@ TEST(OwnCatalogue, GoesBeforeTheBuiltInOneAndTheFirstOfTwoBeforeTheSecond) {
     const ExtendedCatalogue second =
         first.catalogue.WithText(header + "IPE300,i,90,50,5,8,0\nOther,i,90,50,5,8,0\n", "b.csv");
     EXPECT_EQ(FindingsText(second.findings),
-              "error: b.csv: line 2, column name: IPE300 stands in first.csv, line 2, already; "
-              "rename one of them, or remove this row\n");
+              "error: b.csv: line 2, column name: \"IPE300\" stands in first.csv, line 2, already, "
+              "as \"ipe 300\"; rename one of them, or remove this row\n");
     const double area = 2.0 * 50.0 * 8.0 + 84.0 * 5.0;
     EXPECT_NEAR(Number(ReportOf("IPE 300", second.catalogue), "area"), area, 1e-9);
     EXPECT_NEAR(Number(ReportOf("IPE 300", Catalogue()), "area"), 5381.2, 0.1);
@@ -215,6 +240,56 @@ TEST(OwnCatalogue, FindsNamesAsEngineersTypeThem) {
     EXPECT_EQ(catalogue.Names("Pipe").size(), 1U);
 }
 
+TEST(OwnCatalogue, KeepsNamesThatDifferAndTakesTheOneThatIsWrittenSo) {
+    std::string text = "name,type,h,b,tw,tf,r\n";
+    for (const char* const name : {"AL 1.1", "AL 1.10", "D 100-1", "D 1001", "100 200", "100200",
+                                   "IPE-300", "ALX C", "ALXC 2", "\u00C4B 5"}) {
+        text += std::string(name) + ",i,100,50,5,8,0\n";
+    }
+    const Catalogue catalogue = With(text);
+    for (const std::pair<const char*, const char*>& known : {std::pair{"al1.1", "AL 1.1"},
+                                                             {"AL 1.10", "AL 1.10"},
+                                                             {"d100-1", "D 100-1"},
+                                                             {"D1001", "D 1001"},
+                                                             {"100  200", "100 200"},
+                                                             {"100200", "100200"},
+                                                             {"ipe-300", "IPE-300"},
+                                                             {"ipe 300", "IPE300"},
+                                                             {"ipe_300", "IPE-300"}}) {
+        ASSERT_TRUE(catalogue.Find(known.first)) << known.first;
+        EXPECT_EQ(catalogue.Find(known.first)->name, known.second) << known.first;
+        EXPECT_EQ(Open(known.first, catalogue).Name(), known.second);
+    }
+    InputOptions options;
+    options.catalogue = catalogue;
+    const std::pair<std::string, const char*> several[] = {
+        {"al-1.100", "several profiles can be meant: AL 1.1, AL 1.10; write the name as its table"},
+        {"d_1001", "several profiles can be meant: D 100-1, D 1001"}};
+    for (const auto& [name, expected] : several) {
+        EXPECT_FALSE(catalogue.Find(name));
+        const std::string file =
+            R"({"version":1,"unit":"mm","parts":[{"profile":")" + name + "\"}]}";
+        for (const bool isFile : {false, true}) {
+            try {
+                (void)(isFile ? Section::Parse(file, TextFormat::Json, "s", options)
+                              : Section::Open(name, options));
+                ADD_FAILURE() << name;
+            } catch (const InputError& error) {
+                EXPECT_NE(std::string(error.what()).find(expected), std::string::npos)
+                    << error.what();
+            }
+        }
+    }
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(catalogue.Names("alx"), (Names{"ALX C"}));
+    EXPECT_EQ(catalogue.Names("alxc"), (Names{"ALX C", "ALXC 2"}));
+    EXPECT_EQ(catalogue.Names("i"), (Names{"100 200", "100200"})) << "no letters: the type";
+    EXPECT_TRUE(catalogue.Names("").empty());
+    for (const CatalogueFamily& family : catalogue.Families()) EXPECT_NE(family.name, "");
+    EXPECT_EQ(catalogue.Families().back().name, "\u00C4B");
+    EXPECT_EQ(catalogue.Names().size(), CatalogueNames().size() + 10U);
+}
+
 TEST(OwnCatalogue, ListsFamiliesByTheirNamesTheirPartsAndTheirSeries) {
     const Catalogue catalogue = With(
         "name,family,type,h,b,tw,tf,r\nW1,AISC-W,i,100,50,5,8,0\nW2,AISC-W,i,90,50,5,8,0\n"
@@ -249,6 +324,19 @@ TEST(OwnCatalogue, PublishedValuesMayBeSomeOrNone) {
     EXPECT_NEAR(FindValue(report.ClassValues(), "inertia_x")->number, 140.0, 1e-10);
     EXPECT_NEAR(FindValue(report.ClassValues(), "inertia_y")->number, 4.0 * 2.5, 1e-10);
     EXPECT_THROW((void)Section::Open("B", options), InputError);
+}
+
+TEST(OwnCatalogue, SaysWhichPublishedValuesLookLikeCentimetres) {
+    // A = 1220 mm^2, Ix = 2029880 mm^4 and a bit; Wel,x = 2 Ix / h.
+    const Catalogue catalogue = With(
+        "name,type,h,b,tw,tf,r,area,Ix,Zx_min\nA,i,100,50,5,8,0,12.5,203,40.0\n"
+        "B,i,100,50,5,8,0,1300,2029880,\n");
+    const std::vector<Finding> findings = ReportOf("A", catalogue).Findings();
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_TRUE(findings[0].mend.starts_with(
+        "the published A looks like cm^2, Ix looks like cm^4, Wel,bottom looks like cm^3"))
+        << findings[0].mend;
+    EXPECT_EQ(ReportOf("B", catalogue).Findings()[0].mend.find("cm"), std::string::npos);
 }
 
 // All 1,620 rows of a table by other hands, and printed values of a few of its profiles.

@@ -46,8 +46,19 @@ TEST(ProfileSearch, GivesTheLightestFirstWhateverTheUnitAndTheSpelling) {
     EXPECT_EQ(NamesOf(FindProfiles("family=IPE order=-It limit=1")),
               (std::vector<std::string>{"IPE600"}));
     // The smaller of both fibres, published: UPE180 28.6, UPE200 34.4 cm^3.
-    EXPECT_EQ(NamesOf(FindProfiles("family=UPE Wely>=34cm^3 limit=1")),
-              (std::vector<std::string>{"UPE200"}));
+    for (const char* const name : {"Wely", "Wel,y", "Zy_min", "zy_min", "elastic_modulus_y_min"}) {
+        const std::string query = std::string("family=UPE limit=1 ") + name + ">=34cm^3";
+        EXPECT_EQ(NamesOf(FindProfiles(query)), (std::vector<std::string>{"UPE200"})) << name;
+    }
+    FindOptions options;
+    std::size_t solved = 0, most = 0;
+    options.progress = [&](std::size_t now, std::size_t all) {
+        EXPECT_EQ(now, ++solved);
+        most = all;
+    };
+    (void)FindProfiles("family=IPE It>0mm^4 limit=2", {}, options);
+    EXPECT_EQ(solved, 2U);
+    EXPECT_EQ(most, 18U);
     EXPECT_TRUE(FindProfiles("family=IPE A<1mm^2").profiles.empty());
 }
 
@@ -107,8 +118,16 @@ TEST(ProfileSearch, NamesTheTermThatCannotBeUnderstood) {
         {"", "it is empty"},
         {"  ", "it is empty"},
         {"IPE", "\"IPE\": it compares nothing"},
-        {"Wqlx>=40", "\"Wqlx>=40\": nothing, or more than one value, is called \"Wqlx\""},
-        {"IX>=40", "more than one value"},
+        {"Wqlx>=40", "\"Wqlx>=40\": nothing is called \"Wqlx\"; take Wpl,x (plastic_modulus_x), "},
+        {"IX>=40", "several values are called \"IX\"; take one of Ix (inertia_x), ix (radius_of"},
+        {"Sx>=40in^3",
+         "\"Sx\" is the static moment, the plastic or the elastic modulus; write static_moment_x, "
+         "Wplx for the plastic modulus, Welx for the smaller elastic one or Wel,bottom "
+         "(elastic_modulus_bottom) for that of one side"},
+        {"order=-sy", "write static_moment_y, Wply for the plastic modulus, Wely"},
+        {"Zx>1", "\"Zx\" is the plastic or the elastic modulus by country; write Wplx"},
+        {"zy>1", "Wel,left (elastic_modulus_left)"},
+        {"family= Ix>5", "\"family=\": a family has no name"},
         {"family=IPE Wplx>=", "\"Wplx>=\": \"\" is no number"},
         {"Wplx>=4,5", "\"4,5\" is no number; write one with a decimal point"},
         {"Wplx>=many", "\"many\" is no number"},

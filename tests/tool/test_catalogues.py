@@ -38,18 +38,20 @@ class Catalogues(unittest.TestCase):
             done = run("--catalogue", first, "--catalogue", OWN, "--list-profiles", folder=folder)
             self.assertEqual(done.stdout.splitlines()[896:900], ["A1", "B1", "FX I 80x40", "FX I 100x50"])
             self.assertEqual((done.returncode, done.stderr.count("\n")), (2, 1))
-            self.assertRegex(done.stderr, r"halvorn-section: \S*b.csv: line 3, column name: A1 stands in \S*a.CSV, line 2")
+            self.assertRegex(done.stderr, r'halvorn-section: \S*b.csv: line 3, column name: "A1" stands in \S*a.CSV, line 2, already, as "A1"')
             area = next(csv.DictReader(io.StringIO(run("--csv", "A1", folder=folder).stdout)))["area"]
             self.assertAlmostEqual(float(area), 2 * 50 * 8 + 74 * 5)
         for arguments, folder, expected in (
                 (["IPE300"], "no/folder", "HALVORN_CATALOGUES"), (["IPE300", "--catalogue", "no.csv"], None, "no.csv"),
                 (["IPE300", "--catalogue", COMPLETION], None, "no column is called name"),
                 (["--list-profiles", "IPE300"], None, 'no family "IPE300"; take one of UPE, L-EN'),
+                ([OWN], None, "it is a table of profiles, not of points; give it as --catalogue FILE"),
                 (["--list-families", "IPE300"], None, "--list-families takes no INPUT"),
                 (["--find", "A>1mm^2", "IPE300"], None, "put the query into quotes"),
                 (["--find", "A>1mm^2", "--check"], None, "different tasks"),
                 (["--find", "A>1mm^2", "--forces", "N=1"], None, "--forces is for values"),
-                (["--find", "A>"], None, '"A>": "" is no number'), (["L4x4x1/7"], None, "neither a file nor a profile")):
+                (["HSS", "4x4", "--catalogue", COMPLETION], None, "no column"), (["ipe", "300"], None, 'put the name into quotes: "IPE300"'),
+                (["IPE", "301"], None, "one section is expected, found 2"), (["--find", "A>"], None, '"A>": "" is no number'), (["L4x4x1/7"], None, "neither a file nor a profile")):
             with self.subTest(arguments):
                 done = run(*arguments, folder=folder)
                 self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (2, "", 1))
@@ -68,6 +70,33 @@ class Catalogues(unittest.TestCase):
             self.assertEqual([row["source"] for row in csv.DictReader(io.StringIO(batch.stdout))], ["Good 1", "HEB200"])
             section = write(folder, "s.json", '{"version":1,"unit":"mm","parts":[{"profile":"good 1"}]}')
             self.assertIn("1220", run("--catalogue", path, section).stdout)
+
+    def test_what_is_no_catalogue_in_the_folder_stops_nothing(self):
+        with tempfile.TemporaryDirectory() as folder:
+            write(folder, "a.csv", "")
+            os.mkdir(os.path.join(folder, "b.csv"))
+            points = write(folder, "c.csv", "# unit: mm\n0,0\n9,0\n9,9\n")
+            write(folder, "d.csv", HEADER + "Mine,i,100,50,5,8,0\nBad,i,100,50,5,,0\n")
+            section = '{"version":1,"unit":"mm","parts":[{"shape":"plate","width":9,"height":2}]}'
+            plain = write(folder, "s.json", section)
+            told = write(folder, "t.json", section.replace("]}", ',{"profile":"mine","move":[0,2]}]}'))
+            for arguments, code in (["mine"], 0), ([told], 0), (["--list-profiles", "mine"], 2), (["--find", "family=mine A>1"], 2):
+                with self.subTest(arguments):
+                    done = run(*arguments, folder=folder)
+                    self.assertEqual(done.returncode, code)
+                    lines = done.stderr.splitlines()
+                    self.assertEqual([line.split(":")[1] for line in lines[:3]], [" remark"] * 3)
+                    for line, file in zip(lines, "abcd"):
+                        self.assertIn(os.path.join(folder, file + ".csv"), line)
+                    self.assertEqual(len(lines), 4)
+            for argument in plain, points:
+                done = run(argument, folder=folder)
+                self.assertEqual((done.returncode, done.stderr), (0, ""), argument)
+            done = run("--catalogue", os.path.join(folder, "a.csv"), "mine", folder=folder)
+            self.assertEqual((done.returncode, done.stderr.count("\n")), (2, 1))
+            batch = write(folder, "e.txt", "sep=;\n;;\n# mine\n;name;type\n;;\n# own\n;Mine;i\n;;;;\n")
+            os.rename(batch, batch := os.path.join(folder, "e.csv"))
+            self.assertEqual(run("--csv", "--batch", batch, folder=folder).stdout.splitlines()[1].split(",")[0], "Mine")
 
     def test_the_search_prints_the_same_as_table_json_and_csv(self):
         arguments = ["--catalogue", OWN, "--find", "family=FX-I It>0.1cm4 limit=2"]
@@ -113,6 +142,15 @@ class Completion(unittest.TestCase):
             with self.subTest(words):
                 self.assertEqual(sorted(self.complete(*words)), sorted(expected))
         self.assertEqual(self.complete("fx b", HALVORN_CATALOGUES=os.path.dirname(OWN)), [r"FX\ B\ 60x40x3"])
+        with tempfile.TemporaryDirectory(prefix="a b") as folder:
+            own = write(folder, 'own "x".csv', HEADER + "Mine,i,100,50,5,8,0\n")
+            for words in (["--catalogue", "=", shlex.quote(own)], ["--catalogue=" + shlex.quote(own)],
+                          ["--catalogue", own.replace(" ", r"\ ").replace('"', r"\"")], ["--catalogue", '"' + own.replace('"', r"\"") + '"']):
+                self.assertEqual(self.complete(*words, "min"), ["Mine"], words)
+        for words in (["--catalogue", "no.csv", "ipe30"], ["--catalogue", COMPLETION, "ipe30"]):
+            self.assertEqual(self.complete(*words, HALVORN_CATALOGUES="no/folder"), ["IPE300"])
+        self.assertEqual(self.complete("--catalogue", "=", "examples/catalogues/f"), ["examples/catalogues/fjordal-extrusions.csv"])
+        self.assertEqual(self.complete("IPE300", "--unit", "="), ["mm", "cm", "m", "in"])
 
     def test_every_option_of_the_help_is_completed(self):
         options = self.complete("--")

@@ -2,13 +2,35 @@
 # the names of profiles and families in letters of either case, with the catalogues that the command
 # line and HALVORN_CATALOGUES name.
 
+# Prints what the tool $1 lists with the option $2 and the catalogues that follow; what cannot be read
+# is left out.
+_halvorn_section_list() {
+    local tool=$1 option=$2 text
+    shift 2
+    text=$("$tool" "$@" "$option" 2> /dev/null)
+    if [[ -z $text ]]; then text=$("$tool" "$option" 2> /dev/null); fi
+    if [[ -z $text ]]; then text=$(HALVORN_CATALOGUES='' "$tool" "$option" 2> /dev/null); fi
+    printf '%s\n' "$text"
+}
+
+# Prints a word of the command line as a program gets it: without its quotes.
+_halvorn_section_unquoted() {
+    local word=$1
+    case $word in
+        \"*) word=${word#\"} word=${word%\"} word=${word//\\\"/\"} word=${word//\\\\/\\} ;;
+        \'*) word=${word#\'} word=${word%\'} ;;
+        *) word=${word//\\/} word=${word/#\~/$HOME} ;;
+    esac
+    printf '%s' "$word"
+}
+
 # Prints, one per line, what the word $1 may become at a place after the word $2.
 _halvorn_section_words() {
     local word=$1 before=$2 tool=$3 choices=''
     shift 3
     case $before in
         --list-profiles)
-            "$tool" "$@" --list-families 2> /dev/null |
+            _halvorn_section_list "$tool" --list-families "$@" |
                 awk 'NR > 1 { print $1; for (i = 3; i <= NF; ++i) { sub(",", "", $i); print $i } }' |
                 sort -u
             return ;;
@@ -23,18 +45,29 @@ _halvorn_section_words() {
     if [[ -n $choices ]]; then
         tr ',' '\n' <<< "$choices"
     else
-        "$tool" "$@" --list-profiles 2> /dev/null
+        _halvorn_section_list "$tool" --list-profiles "$@"
     fi
 }
 
 _halvorn_section() {
-    local tool=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} before='' i candidate
+    local tool=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} before='' i candidate file
     local -a catalogues=()
     if ((COMP_CWORD > 0)); then before=${COMP_WORDS[COMP_CWORD - 1]}; fi
-    for ((i = 1; i + 1 < COMP_CWORD; ++i)); do
-        if [[ ${COMP_WORDS[i]} == --catalogue ]]; then
-            catalogues+=(--catalogue "${COMP_WORDS[i + 1]/#\~/$HOME}")
-        fi
+    # Bash splits --option=value at the sign, unless COMP_WORDBREAKS lacks it.
+    if [[ $word == = ]]; then
+        word=''
+    elif [[ $before == = ]]; then
+        before=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        file=''
+        case ${COMP_WORDS[i]} in
+            --catalogue=*) file=${COMP_WORDS[i]#*=} ;;
+            --catalogue)
+                if [[ ${COMP_WORDS[i + 1]} == = ]]; then ((++i)); fi
+                if ((i + 1 < COMP_CWORD)); then file=${COMP_WORDS[i + 1]}; fi ;;
+        esac
+        if [[ -n $file ]]; then catalogues+=(--catalogue "$(_halvorn_section_unquoted "$file")"); fi
     done
     COMPREPLY=()
     # As it is meant: blanks of names stand behind a backslash or in quotes.

@@ -99,6 +99,15 @@ private:
         // A letter begins a header; digits and signs begin a point.
         if (!isHeader && faulty->find_first_of("0123456789") != std::string::npos) return false;
         if (faulty != cells.end()) {
+            const auto has = [&](const char* title) {
+                return std::any_of(cells.begin(), cells.end(), [&](const std::string& cell) {
+                    return InSmallLetters(Trimmed(cell, " \"")) == title;
+                });
+            };
+            if (has("name") && has("type")) {
+                Fail(lineNumber_, "it is a table of profiles, not of points",
+                     "give it as --catalogue FILE beside the name of a profile");
+            }
             Fail(lineNumber_,
                  (isHeader ? "the header names an unknown column: \""
                            : "neither a point nor a header: \"") +

@@ -60,6 +60,10 @@ std::vector<Element> ReadProfilePart(const Node& part, const PartOptions& option
     part.RequireKeys(WithCommonKeys({"profile", "values"}));
     const Node profile = part.At("profile");
     const std::string name = profile.Text();
+    if (const std::string several = SeveralProfiles(name, options.catalogue); !several.empty()) {
+        profile.Fail("several profiles can be meant: " + several,
+                     "write the name as its table does");
+    }
     if (!IsCatalogueProfile(name, options.catalogue)) {
         profile.Fail("the catalogue has no \"" + Excerpt(name) + "\"",
                      SuggestionFor(name, options.catalogue));
