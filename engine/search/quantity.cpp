@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -106,7 +107,9 @@ QuantityNames QuantitiesLike(std::string_view name) {
             distance = std::min(distance, EditDistance(wanted, InSmallLetters(PlainName(known))));
         }
         if (distance > std::max<std::size_t>(1, wanted.size() / 3)) continue;
-        byDistance.emplace_back(distance, key == symbol ? key : symbol + " (" + key + ")");
+        std::string both = symbol;
+        if (key != symbol) both.append(" (").append(key).append(")");
+        byDistance.emplace_back(distance, std::move(both));
     }
     std::stable_sort(byDistance.begin(), byDistance.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });

@@ -63,9 +63,10 @@ void RefuseLetters(const std::string& term, const std::string& name) {
         const std::string s = std::string("s") + axis, z = std::string("z") + axis;
         if (small != s && small != z) continue;
         const std::string low = axis == 'x' ? "bottom" : "left";
-        const std::string moduli = std::string("Wpl") + axis + " for the plastic modulus, Wel" +
-                                   axis + " for the smaller elastic one or Wel," + low +
-                                   " (elastic_modulus_" + low + ") for that of one side";
+        std::string moduli = "Wpl";
+        moduli.append(1, axis).append(" for the plastic modulus, Wel").append(1, axis);
+        moduli.append(" for the smaller elastic one or Wel,").append(low);
+        moduli.append(" (elastic_modulus_").append(low).append(") for that of one side");
         if (small == z) {
             throw QueryError(term,
                              '"' + name + "\" is the plastic or the elastic modulus by country",

@@ -293,9 +293,9 @@ TEST(OwnCatalogue, KeepsNamesThatDifferAndTakesTheOneThatIsWrittenSo) {
 TEST(OwnCatalogue, ListsFamiliesByTheirNamesTheirPartsAndTheirSeries) {
     const Catalogue catalogue = With(
         "name,family,type,h,b,tw,tf,r\nW1,AISC-W,i,100,50,5,8,0\nW2,AISC-W,i,90,50,5,8,0\n"
-        "Q1,,i,90,50,5,8,0\nZ1,X-Y-Z,i,90,50,5,8,0\n");
+        "Q1,,i,90,50,5,8,0\nKQ Z1,X-Y-Z,i,90,50,5,8,0\n");
     const std::pair<const char*, std::size_t> sizes[] = {
-        {"aisc-w", 2}, {"w", 2},   {"AISC", 2}, {"Q", 1},     {"y-z", 1}, {"y", 1},
+        {"aisc-w", 2}, {"w", 2},   {"AISC", 2}, {"Q", 1},     {"y-z", 1}, {"y", 1}, {"kq", 1},
         {"IPE", 18},   {"HE", 72}, {"hea", 24}, {"RHS", 312}, {"L", 95},  {"V", 0}};
     for (const auto& [family, size] : sizes) {
         EXPECT_EQ(catalogue.Names(family).size(), size) << family;
