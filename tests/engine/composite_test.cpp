@@ -216,8 +216,9 @@ struct Grid {
     }
     explicit Grid(const std::vector<Cell>& cells) {
         for (int i = 0; i < kSize * kSize; ++i) {
-            const double n = RatioAt(cells, i % kSize, i / kSize);
-            const double cx = i % kSize + 0.5, cy = i / kSize + 0.5;
+            const int column = i % kSize, row = i / kSize;
+            const double n = RatioAt(cells, column, row);
+            const double cx = column + 0.5, cy = row + 0.5;
             area += n, x += n * cx, y += n * cy, xy += n * cx * cy;
             xx += n * (cx * cx + 1.0 / 12), yy += n * (cy * cy + 1.0 / 12);
         }
