@@ -42,7 +42,9 @@ bool IsFileName(const std::string& argument, const Catalogue& catalogue) {
            Ending(argument) == ".json" || Ending(argument) == ".dxf" || Ending(argument) == ".csv";
 }
 
-SectionModel ProfileSection(const std::string& name, const InputOptions& options) {
+// @param problem  of a name that the catalogue does not have
+SectionModel ProfileOrFail(const std::string& name, const InputOptions& options,
+                           const char* problem) {
     CheckInputOptions(options);
     if (!IsCatalogueProfile(name, options.catalogue)) {
         std::string remedy = "halvorn-section --list-profiles prints the catalogue";
@@ -51,7 +53,7 @@ SectionModel ProfileSection(const std::string& name, const InputOptions& options
             similar += (similar.empty() ? "" : ", ") + other;
         }
         if (!similar.empty()) remedy = "similar profiles: " + similar;
-        throw InputError(Excerpt(name), "neither a file nor a profile of the catalogue", remedy);
+        throw InputError(name.empty() ? "an empty name" : Excerpt(name), problem, remedy);
     }
     return CatalogueSection(name, options);
 }
@@ -104,7 +106,14 @@ SectionModel OpenSection(const std::string& argument, const InputOptions& option
         RefuseForDrawingsOnly(SourceName(argument), "--layer");
     }
     return IsFileName(argument, options.catalogue) ? FileSection(argument, options)
-                                                   : ProfileSection(argument, options);
+                                                   : ProfileOrFail(argument, options,
+                                                                   "neither a file nor a profile "
+                                                                   "of the catalogue");
+}
+
+SectionModel ProfileSection(const std::string& name, const InputOptions& options) {
+    if (!options.layers.empty()) RefuseForDrawingsOnly(name, "--layer");
+    return ProfileOrFail(name, options, "no profile of the catalogue");
 }
 
 SectionModel ParseSection(const std::string& text, TextFormat format, const std::string& source,
