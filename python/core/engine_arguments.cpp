@@ -1,7 +1,9 @@
 #include "engine_arguments.h"
 
 #include <array>
+#include <exception>
 #include <string_view>
+#include <utility>
 
 #include "arguments.h"
 
@@ -148,7 +150,7 @@ void TranslateInputErrors(py::module_& module) {
     module.attr("InputError") = py::handle(type);
     py::register_local_exception_translator([](std::exception_ptr thrown) {
         try {
-            if (thrown) std::rethrow_exception(thrown);
+            if (thrown) std::rethrow_exception(std::move(thrown));
         } catch (const engine::InputError& error) {
             const py::object raised = py::handle(type)(InPythonWords(error.what()));
             raised.attr("source") = error.Source();

@@ -2,11 +2,12 @@
 
 from __future__ import annotations
 
+import functools
 import html
 from dataclasses import dataclass, field, fields
-from typing import TYPE_CHECKING, Any, Iterator, TypeVar
+from typing import TYPE_CHECKING, Any, Hashable, Iterator, TypeVar
 
-from ._quantity import Quantity, ValueDetails, by_key
+from ._quantity import Quantity, ValueDetails, quantity_of
 from ._report import Finding, findings_of
 
 if TYPE_CHECKING:
@@ -71,15 +72,21 @@ class Known:
             yield details.name, details.symbol, f"{value:.7g}", details.unit, error, details.method
 
 
+@functools.lru_cache(None)
+def _keys(kind: Hashable) -> tuple[str, ...]:
+    result: Any = kind
+    return tuple(item.name for item in fields(result) if item.name not in _NOT_VALUES)
+
+
 def known(kind: type[KnownValues], report: EngineReport) -> KnownValues:
     """The results of this kind from a report, which has them all."""
-    found = by_key(report.values())
-    keys = [item.name for item in fields(kind) if item.name not in _NOT_VALUES]
-    values: dict[str, Any] = {key: found[key][0] if key in found else None for key in keys}
-    values["findings"] = findings_of(report.findings())
-    details = tuple(found[key][1] if key in found else _NO_MASS for key in keys)
-    values["details"] = details
-    return kind(**values)
+    rows = {row[1]: row for row in report.values()}
+    found = [quantity_of(rows[key]) if key in rows else (None, _NO_MASS) for key in _keys(kind)]
+    values: list[Any] = [number for number, _ in found]
+    make: Any = kind
+    made: KnownValues = make(*values, tuple(details for _, details in found),
+                             findings_of(report.findings()))
+    return made
 
 
 # The one value that a report has only when it is known.

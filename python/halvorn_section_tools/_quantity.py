@@ -2,16 +2,14 @@
 
 from __future__ import annotations
 
-from dataclasses import dataclass
-from typing import TYPE_CHECKING, Any, Iterable
+from typing import TYPE_CHECKING, NamedTuple
 
 if TYPE_CHECKING:
     from ._core import ValueRow
 
 
 
-@dataclass(frozen=True)
-class ValueDetails:
+class ValueDetails(NamedTuple):
     """What is known about a value beside its number."""
 
     key: str
@@ -56,7 +54,7 @@ class Quantity(float):
 
     def __new__(cls, number: float, details: ValueDetails) -> Quantity:
         quantity = super().__new__(cls, number)
-        object.__setattr__(quantity, "details", details)
+        _set_details(quantity, details)
         return quantity
 
     def __setattr__(self, name: str, value: object) -> None:
@@ -101,14 +99,10 @@ class Quantity(float):
         return self.details.published
 
 
+_set_details = Quantity.details.__set__  # type: ignore[attr-defined]
+
+
 def quantity_of(row: ValueRow) -> tuple[Quantity | None, ValueDetails]:
     """The number of a row of the engine, and what is known about it."""
-    number, *rest = row
-    arguments: list[Any] = rest
-    details = ValueDetails(*arguments)
+    number, details = row[0], ValueDetails(*row[1:])
     return (None if number is None else Quantity(number, details)), details
-
-
-def by_key(rows: Iterable[ValueRow]) -> dict[str, tuple[Quantity | None, ValueDetails]]:
-    """All rows by their keys."""
-    return {row[1]: quantity_of(row) for row in rows}

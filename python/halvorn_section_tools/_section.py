@@ -10,12 +10,32 @@ from typing import Any, Iterable, NoReturn
 from . import _building
 from ._catalogue import Catalogue
 from ._core import EngineReport, EngineSection
-from ._properties import Properties, Warping, known
+from ._properties import Known, KnownValues, Properties, Warping, known
 from ._report import Finding, Halves, Stresses, findings_of, halves_of
 from ._results import PolylineProperties, SectionProperties, SectionWarning
 from ._types import AlignX, AlignY, Axis, Number, Points, ShapeKind, TextFormat, Touch, Unit
 
 _KEPT_REPORTS = 8
+
+# The options of what is asked for without any.
+_PLAIN: dict[str, object] = {"dx": 0.0, "dy": 0.0, "density": None}
+_SOLVED: dict[str, object] = {"warping": True, "tolerance": 1e-4, "poisson": 0.0}
+
+
+class _Report:
+    """A report of the engine, and the results that were made of it."""
+
+    __slots__ = ("engine", "_made")
+
+    def __init__(self, engine: EngineReport) -> None:
+        self.engine = engine
+        self._made: dict[type[Known], Any] = {}
+
+    def results(self, kind: type[KnownValues]) -> KnownValues:
+        if kind not in self._made:
+            self._made[kind] = known(kind, self.engine)
+        found: KnownValues = self._made[kind]
+        return found
 
 
 class Section:
@@ -36,7 +56,7 @@ class Section:
     __slots__ = ("_engine", "_made_by", "_reports")
     _engine: EngineSection
     _made_by: tuple[Any, ...]  # from which a pickle makes it again
-    _reports: dict[tuple[Any, ...], EngineReport]
+    _reports: dict[tuple[Any, ...], _Report]
 
     def __init__(self) -> None:
         raise TypeError("a section is made by Section.profile, .shape, .polygon, .wall, .read or .parse; "
@@ -263,7 +283,7 @@ class Section:
         >>> round(beam.inertia_x), round(beam.mass_per_metre, 1)
         (83561091, 42.2)
         """
-        return known(Properties, self._report(dx=dx, dy=dy, density=density))
+        return self._report(dx=dx, dy=dy, density=density).results(Properties)
 
     def warping(self, *, tolerance: Number = 1e-4, poisson: Number = 0.0) -> Warping:
         """Returns torsion, warping and shear, solved over the whole section: most of the time.
@@ -277,7 +297,7 @@ class Section:
         >>> torsion.bounds[0] < torsion < torsion.bounds[1]
         True
         """
-        return known(Warping, self._report(warping=True, tolerance=tolerance, poisson=poisson))
+        return self._report(warping=True, tolerance=tolerance, poisson=poisson).results(Warping)
 
     def class_values(self, *, dx: Number = 0.0, dy: Number = 0.0) -> SectionProperties | PolylineProperties:
         """Returns the outputs of the class `CSectionTools` for the section, of a polyline those of its
@@ -286,7 +306,7 @@ class Section:
         >>> Section.profile("IPE300").class_values().extra_sum
         0.0
         """
-        rows = self._report(class_values=True, dx=dx, dy=dy).class_values()
+        rows = self._report(class_values=True, dx=dx, dy=dy).engine.class_values()
         values: dict[str, Any] = {row[1]: row[0] for row in rows}
         if "extra_sum" in values:
             return SectionProperties(**values)
@@ -309,7 +329,7 @@ class Section:
         >>> round(halves.axis, 6), round(halves["above"].lever_arm, 3)
         (150.0, 116.769)
         """
-        return halves_of(self._report(), axis)
+        return halves_of(self._report(**_PLAIN).engine, axis)
 
     def stress(
         self, *, N: Number = 0.0, Mx: Number = 0.0, My: Number = 0.0, Vx: Number = 0.0,
@@ -326,7 +346,8 @@ class Section:
         >>> round(peak.value, 6), peak.place[1]
         (110.0, 60.0)
         """
-        return Stresses(self._report(forces=(N, Mx, My, Vx, Vy, T), tolerance=tolerance, poisson=poisson))
+        forces = (N, Mx, My, Vx, Vy, T)
+        return Stresses(self._report(forces=forces, tolerance=tolerance, poisson=poisson).engine)
 
     @property
     def published(self) -> dict[str, float]:
@@ -335,11 +356,11 @@ class Section:
         >>> Section.profile("UPE200").published["area"]
         2900.0
         """
-        return {row[1]: row[0] for row in self._report().published() if row[0] is not None}
+        return {row[1]: row[0] for row in self._report(**_PLAIN).engine.published() if row[0] is not None}
 
     def to_json(self) -> str:
         """Returns everything that is known, as `halvorn-section --json` prints it."""
-        return self._report(warping=True).json()
+        return self._report(**_SOLVED).engine.json()
 
     def to_dict(self) -> dict[str, Any]:
         """Returns the same as a dictionary."""
@@ -352,19 +373,19 @@ class Section:
 
     def table(self) -> str:
         """Returns the table that `halvorn-section` prints."""
-        return self._report(warping=True).table()
+        return self._report(**_SOLVED).engine.table()
 
     def svg(self, *, halves: Axis | None = None) -> str:
         """Returns a drawing with axes, dimensions and values as the text of an SVG file.
 
         halves  "x" or "y": tints both sides of that plastic axis
         """
-        return self._report(warping=True).svg({"halves": halves})
+        return self._report(**_SOLVED).engine.svg({"halves": halves})
 
     def save(self, path: str | os.PathLike[str], *, halves: Axis | None = None) -> None:
         """Writes the same drawing to an .svg file, with Cairo in the build to a .pdf or .png file:
         all of it, or nothing."""
-        self._report(warping=True).write_figure(os.fsencode(path), {"halves": halves})
+        self._report(**_SOLVED).engine.write_figure(os.fsencode(path), {"halves": halves})
 
     def _repr_svg_(self) -> str:
         return self.svg()
@@ -382,18 +403,18 @@ class Section:
     def __deepcopy__(self, memo: dict[int, Any]) -> Section:
         return self
 
-    def _report(self, **options: object) -> EngineReport:
-        """The report of the engine with these options, which is computed once."""
+    def _report(self, **options: object) -> _Report:
+        """What is known with these options, which is computed once."""
         key = tuple(sorted(options.items()))
         try:
             found = self._reports.get(key)
         except TypeError:  # no number, which the engine's reader says
             found, key = None, ()
         if found is None:
-            found = self._engine.evaluate(options)
-            for finding in findings_of(found.findings()):
-                if finding.severity in ("error", "warning"):
-                    warnings.warn(str(finding), SectionWarning, stacklevel=3)
+            found = _Report(self._engine.evaluate(options))
+            for row in found.engine.findings():
+                if row[0] in ("error", "warning"):
+                    warnings.warn(str(Finding(*row)), SectionWarning, stacklevel=3)
             if len(self._reports) >= _KEPT_REPORTS:
                 self._reports.clear()
             if key or not options:
