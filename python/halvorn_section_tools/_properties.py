@@ -81,9 +81,9 @@ def _keys(kind: Hashable) -> tuple[str, ...]:
 def known(kind: type[KnownValues], report: EngineReport) -> KnownValues:
     """The results of this kind from a report, which has them all."""
     rows = {row[1]: row for row in report.values()}
-    found = [quantity_of(rows[key]) if key in rows else (None, _NO_MASS) for key in _keys(kind)]
-    values: list[Any] = [number for number, _ in found]
     make: Any = kind
+    found = [quantity_of(rows[key]) if key in rows else (None, _NO_MASS) for key in _keys(make)]
+    values: list[Any] = [number for number, _ in found]
     made: KnownValues = make(*values, tuple(details for _, details in found),
                              findings_of(report.findings()))
     return made
