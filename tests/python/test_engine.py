@@ -229,7 +229,17 @@ class Carrying:
         return 3.0
 
 
+def drawing(*lines):
+    """Of lines from point to point."""
+    pairs = [pair for line in lines for pair in zip(line, line[1:])]
+    entities = "".join(f"0\nLINE\n8\n0\n10\n{a}\n20\n{b}\n11\n{c}\n21\n{d}\n" for (a, b), (c, d) in pairs)
+    return Section.parse(f"0\nSECTION\n2\nENTITIES\n{entities}0\nENDSEC\n0\nEOF\n", "dxf", unit="mm")
+
+
 @pytest.mark.parametrize("call, kind, message", [
+    (lambda: drawing([*SQUARE, SQUARE[0]], [*HOLE, HOLE[0] + (0, 0.5)]), InputError,
+     "text: line 90: an open chain lies within the outline at line 6, with a gap of 0.5 from (5, 5.5) to (5, 5) at "
+     "line 54; close it in the drawing or give join_tolerance 0.51; "),
     (lambda: Section(), TypeError, "a section is made by Section.profile"),
     (lambda: Section.profile("UPE20"), InputError, "UPE20: no profile of the catalogue; similar profiles: UPE80"),
     (lambda: Section.profile("beam.json"), InputError, "beam.json: no profile of the catalogue; profiles()"),
