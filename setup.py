@@ -55,7 +55,7 @@ class CMakeBuild(build_ext):
                              "without --no-build-isolation")
         package = pathlib.Path(self.get_ext_fullpath(ext.name)).resolve().parent
         build = str(pathlib.Path(self.build_temp).resolve())
-        options = ["-DCMAKE_BUILD_TYPE=Release", "-DBUILD_SHARED_LIBS=ON", "-DHALVORN_BUILD_TOOL=OFF",
+        options = ["-DCMAKE_BUILD_TYPE=Release", "-DBUILD_SHARED_LIBS=OFF", "-DHALVORN_BUILD_TOOL=OFF",
                    "-DHALVORN_BUILD_TESTS=OFF", "-DHALVORN_BUILD_PYTHON=ON", "-DHALVORN_UNITY_BUILD=ON",
                    "-DHALVORN_PYTHON_WHEEL=ON", "-DHALVORN_PYTHON_DIR=.",
                    f"-DHALVORN_PYTHON={sys.executable}", f"-DCMAKE_INSTALL_PREFIX={package.parent}"]

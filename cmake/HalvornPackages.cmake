@@ -39,13 +39,13 @@ string(STRIP "${HALVORN_LICENCE_TEXT}" HALVORN_LICENCE_TEXT)
 string(REPLACE "\n\n" "\n.\n" HALVORN_LICENCE_TEXT "${HALVORN_LICENCE_TEXT}")
 string(REPLACE "\n" "\n " HALVORN_LICENCE_TEXT "${HALVORN_LICENCE_TEXT}")
 
-# The engine holds Eigen's code, compiled, and so does the tool.
+# The engine holds Eigen's code, compiled, and so do the tool and the Python module.
 string(CONCAT compiled_in "Comment: Holds compiled code of Eigen, https://eigen.tuxfamily.org, which is"
   " under the\n Mozilla Public License 2.0, in Debian in /usr/share/common-licenses/MPL-2.0. Its source is"
   "\n in Debian's package libeigen3-dev.\n")
 foreach(component IN ITEMS Runtime Development Engine Tool Python)
   set(HALVORN_COMPILED_IN "")
-  if(component MATCHES "^(Engine|Tool)$")
+  if(component MATCHES "^(Engine|Tool|Python)$")
     set(HALVORN_COMPILED_IN ${compiled_in})
   endif()
   set(package ${HALVORN_PACKAGE_${component}})

@@ -510,6 +510,11 @@ public:
     /// @throws InputError for another path, a section too large to be drawn, or stresses that the
     ///         report does not have; std::runtime_error when the figure cannot be written
     void WriteFigure(const std::string& path, const FigureOptions& options = {}) const;
+    /// Returns the same figure as the text of an SVG file.
+    /// @param options  on what the figure shows
+    /// @throws InputError for a section too large to be drawn, or stresses that the report does not
+    ///         have
+    std::string Svg(const FigureOptions& options = {}) const;
 
 private:
     friend class Section;
@@ -527,6 +532,12 @@ public:
     /// @param options   on reading
     /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
     static Section Open(const std::string& argument, const InputOptions& options = {});
+
+    /// Returns a profile of the catalogue, whatever files there are.
+    /// @param name     in any spelling, UTF-8
+    /// @param options  on reading
+    /// @throws InputError for a name that the catalogue does not have
+    static Section Profile(const std::string& name, const InputOptions& options = {});
 
     /// Reads a section from a text.
     /// @param text     all of it

@@ -73,6 +73,14 @@ private:
     bool isMoved_ = false;
 };
 
+std::string FigureBytes(const Report& report, figure::Format format, const FigureOptions& options) {
+    std::optional<figure::StressPicture> stress;
+    if (options.stress) stress = figure::StressPictureOf(report, *options.stress);
+    const figure::Page page =
+        figure::LayOut(report, figure::FontMeasure(format), options, stress ? &*stress : nullptr);
+    return figure::Paint(page, format);
+}
+
 }  // namespace
 
 void CheckFigurePath(const std::string& path) {
@@ -93,15 +101,14 @@ void CheckFigurePath(const std::string& path) {
 
 void WriteFigure(const Report& report, const std::string& path, const FigureOptions& options) {
     CheckFigurePath(path);
-    const figure::Format format = FormatOf(path);
-    std::optional<figure::StressPicture> stress;
-    if (options.stress) stress = figure::StressPictureOf(report, *options.stress);
-    const figure::Page page =
-        figure::LayOut(report, figure::FontMeasure(format), options, stress ? &*stress : nullptr);
-    const std::string bytes = figure::Paint(page, format);
+    const std::string bytes = FigureBytes(report, FormatOf(path), options);
     PartFile file(path);
     file.Write(bytes);
     file.MoveToTarget();
+}
+
+std::string SvgText(const Report& report, const FigureOptions& options) {
+    return FigureBytes(report, figure::Format::Svg, options);
 }
 
 }  // namespace halvorn::engine

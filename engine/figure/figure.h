@@ -23,6 +23,10 @@ void CheckFigurePath(const std::string& path);
 ///         std::runtime_error when the figure cannot be drawn or written
 void WriteFigure(const Report& report, const std::string& path, const FigureOptions& options = {});
 
+/// Returns the same drawing as the text of an SVG file.
+/// @throws InputError as `WriteFigure`, but for a path
+std::string SvgText(const Report& report, const FigureOptions& options = {});
+
 }  // namespace halvorn::engine
 
 #endif

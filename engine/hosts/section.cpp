@@ -57,6 +57,10 @@ Section Section::Open(const std::string& argument, const InputOptions& options) 
     return Section(std::make_shared<const SectionModel>(OpenSection(argument, options)));
 }
 
+Section Section::Profile(const std::string& name, const InputOptions& options) {
+    return Section(std::make_shared<const SectionModel>(ProfileSection(name, options)));
+}
+
 Section Section::Parse(const std::string& text, TextFormat format, const std::string& source,
                        const InputOptions& options) {
     return Section(

@@ -90,4 +90,8 @@ void SectionReport::WriteFigure(const std::string& path, const FigureOptions& op
     engine::WriteFigure(options.blocks ? WithHalves(*report_) : *report_, path, options);
 }
 
+std::string SectionReport::Svg(const FigureOptions& options) const {
+    return SvgText(options.blocks ? WithHalves(*report_) : *report_, options);
+}
+
 }  // namespace halvorn::engine

@@ -42,7 +42,9 @@ bool IsFileName(const std::string& argument, const Catalogue& catalogue) {
            Ending(argument) == ".json" || Ending(argument) == ".dxf" || Ending(argument) == ".csv";
 }
 
-SectionModel ProfileSection(const std::string& name, const InputOptions& options) {
+// @param problem  of a name that the catalogue does not have
+SectionModel ProfileOrFail(const std::string& name, const InputOptions& options,
+                           const char* problem) {
     CheckInputOptions(options);
     if (const std::string several = SeveralProfiles(name, options.catalogue); !several.empty()) {
         throw InputError(Excerpt(name), "several profiles can be meant: " + several,
@@ -55,7 +57,7 @@ SectionModel ProfileSection(const std::string& name, const InputOptions& options
             similar += (similar.empty() ? "" : ", ") + other;
         }
         if (!similar.empty()) remedy = "similar profiles: " + similar;
-        throw InputError(Excerpt(name), "neither a file nor a profile of the catalogue", remedy);
+        throw InputError(name.empty() ? "an empty name" : Excerpt(name), problem, remedy);
     }
     return CatalogueSection(name, options);
 }
@@ -108,7 +110,14 @@ SectionModel OpenSection(const std::string& argument, const InputOptions& option
         RefuseForDrawingsOnly(SourceName(argument), "--layer");
     }
     return IsFileName(argument, options.catalogue) ? FileSection(argument, options)
-                                                   : ProfileSection(argument, options);
+                                                   : ProfileOrFail(argument, options,
+                                                                   "neither a file nor a profile "
+                                                                   "of the catalogue");
+}
+
+SectionModel ProfileSection(const std::string& name, const InputOptions& options) {
+    if (!options.layers.empty()) RefuseForDrawingsOnly(name, "--layer");
+    return ProfileOrFail(name, options, "no profile of the catalogue");
 }
 
 SectionModel ParseSection(const std::string& text, TextFormat format, const std::string& source,

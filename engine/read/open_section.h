@@ -16,6 +16,10 @@ namespace halvorn::engine {
 /// @throws InputError for whatever docs/file-format.md does not allow; nothing is guessed
 SectionModel OpenSection(const std::string& argument, const InputOptions& options);
 
+/// Returns the profile of that name, whatever files there are.
+/// @throws InputError for a name that the catalogue does not have
+SectionModel ProfileSection(const std::string& name, const InputOptions& options);
+
 /// Returns the section in a text that came from `source`.
 /// @throws InputError as `OpenSection`
 SectionModel ParseSection(const std::string& text, TextFormat format, const std::string& source,

@@ -2,6 +2,7 @@
 
 #include <pybind11/numpy.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -37,9 +38,39 @@ void ClearConversionError() {
     throw py::error_already_set();
 }
 
+// Packages of units name it so.
+bool HasUnit(py::handle object) {
+    const bool isPlain = PyFloat_Check(object.ptr()) != 0 || PyLong_Check(object.ptr()) != 0;
+    return !isPlain && (py::hasattr(object, "units") || py::hasattr(object, "unit"));
+}
+
+// Else its number would be taken whatever its unit is.
+void RefuseUnit(py::handle object, const std::string& place) {
+    if (!HasUnit(object)) return;
+    throw py::type_error(place + ": " + Shown(object) +
+                         " carries a unit; convert it and pass the number, such as "
+                         "x.to('mm').magnitude or x.to_value('mm')");
+}
+
+// The whole, its first item and the items of that: a unit of one is one of all.
+void RefuseUnits(py::handle object, const std::string& place) {
+    RefuseUnit(object, place);
+    py::handle items = object;
+    while (PyList_CheckExact(items.ptr()) != 0 || PyTuple_CheckExact(items.ptr()) != 0) {
+        if (py::len(items) == 0) return;
+        const bool isList = PyList_CheckExact(items.ptr()) != 0;
+        for (py::ssize_t i = 0; i < std::min<py::ssize_t>(2, PySequence_Size(items.ptr())); ++i) {
+            RefuseUnit(isList ? PyList_GET_ITEM(items.ptr(), i) : PyTuple_GET_ITEM(items.ptr(), i),
+                       place + "[" + std::to_string(i) + "]");
+        }
+        items = isList ? PyList_GET_ITEM(items.ptr(), 0) : PyTuple_GET_ITEM(items.ptr(), 0);
+    }
+}
+
 // What an array would be made of `object`; nothing when it would not be one of numbers: a ragged
 // list, texts, whole numbers beyond 64 bits, an iterator.
 py::array NumericArray(py::handle object, const std::string& place) {
+    RefuseUnits(object, place);
     py::array array;
     try {
         array = py::module_::import("numpy").attr("asarray")(object);
@@ -155,6 +186,7 @@ std::vector<double> ReadPoints(py::handle object, const std::string& place, std:
 }
 
 double ReadNumber(py::handle object, const std::string& place) {
+    RefuseUnit(object, place);
     const double number = PyFloat_AsDouble(object.ptr());
     if (number == -1.0 && PyErr_Occurred() != nullptr) {
         const bool isTooLarge = PyErr_ExceptionMatches(PyExc_OverflowError) != 0;

@@ -1,5 +1,5 @@
-// halvorn_section_tools._core: CSectionTools as it is, and many sections at once. Signatures and
-// types are in _core.pyi.
+// halvorn_section_tools._core: CSectionTools as it is, many sections at once, and the engine.
+// Signatures and types are in _core.pyi.
 #include <CSectionTools.h>
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
@@ -14,6 +14,7 @@
 
 #include "arguments.h"
 #include "batch.h"
+#include "engine_section.h"
 #include "guarded_section.h"
 #include "hole_places.h"
 #include "section_values.h"
@@ -231,7 +232,8 @@ py::tuple BatchValues(py::handle points, py::handle contourOffsets, py::handle f
 
 void RefusePickling(const GuardedSection&, int) {
     throw py::type_error(
-        "a CSectionTools cannot be pickled: nothing reads its contours back; pickle a Section, "
+        "a CSectionTools cannot be pickled: nothing reads its contours back; pickle a "
+        "ContourSection, "
         "which keeps them");
 }
 
@@ -240,7 +242,7 @@ void RefusePickling(const GuardedSection&, int) {
 PYBIND11_MODULE(_core, module) {
     py::options options;
     options.disable_function_signatures();
-    module.doc() = "The class CSectionTools of the shared library, and many sections in one call.";
+    module.doc() = "The class CSectionTools, many sections in one call, and the engine's handles.";
     module.attr("__version__") = HALVORN_VERSION;
 
     AddRecord(module, "CalculValues", kOutputNames,
@@ -251,6 +253,8 @@ PYBIND11_MODULE(_core, module) {
     py::tuple names(kValueCount);
     for (std::size_t i = 0; i < kValueCount; ++i) names[i] = py::str(kReadingOrder[i].name);
     module.attr("VALUE_NAMES") = names;
+
+    BindEngine(module);
 
     using py::arg;
     py::class_<GuardedSection>(module, "CSectionTools", R"(CSectionTools()

@@ -14,21 +14,21 @@ import matplotlib
 matplotlib.use("Agg")
 import matplotlib.pyplot as plt
 
-from halvorn_section_tools import Section
+from halvorn_section_tools import ContourSection
 
-channel = Section().add(
+channel = ContourSection().add(
     [(0, 0), (80, 0), (80, 12), (8, 12), (8, 188), (80, 188), (80, 200), (0, 200)]
 )
 print("Channel, mm", channel.properties(), sep="\n")
 
 # %% A box girder of concrete, in m: a solid and a hole.
-box = Section()
+box = ContourSection()
 box.add([(0, 2.0), (1.5, 1.7), (2.0, 0), (5.0, 0), (5.5, 1.7), (7.0, 2.0), (7.0, 2.3), (0, 2.3)])
 box.add([(1.9, 1.9), (2.3, 0.25), (4.7, 0.25), (5.1, 1.9)], solid=False)
 print("\nBox girder, m", box.properties(), sep="\n")
 
 # %% An angle, in mm: its principal axes are inclined.
-angle = Section().add([(0, 0), (100, 0), (100, 12), (12, 12), (12, 150), (0, 150)])
+angle = ContourSection().add([(0, 0), (100, 0), (100, 12), (12, 12), (12, 150), (0, 150)])
 properties = angle.properties()
 print("\nAngle, mm", properties, sep="\n")
 

@@ -1,31 +1,52 @@
 """Properties of structural cross-sections: areas, inertias, elastic and plastic moduli, torsion.
 
 >>> from halvorn_section_tools import Section
->>> channel = Section().add([(0, 0), (80, 0), (80, 12), (8, 12), (8, 188), (80, 188), (80, 200), (0, 200)])
->>> print(f"{channel.properties().inertia_x:.6g}")
-2.06227e+07
+>>> girder = Section.profile("HEB300").with_on_top(Section.shape("plate", width=320, height=20))
+>>> print(f"{girder.properties().inertia_x:.6g}")
+3.66499e+08
 
 Points are arrays of shape (n, 2) or sequences of pairs (x, y), x to the right, y up; contours close
-by themselves. Everything is in one unit of length L of your choice, results in its powers.
+by themselves. Every length is in the unit of the section, results in its powers.
 
-`Section` is the class to use, `compute_batch` takes many sections at once, and `CSectionTools` is
-the C++ class member by member.
+`Section` is the class to use, `profiles` lists the catalogue. `compute_batch` takes many sections at
+once; it, `ContourSection` and `CSectionTools`, the C++ class member by member, give the values of
+that class alone.
 """
 
 from ._batch import BatchProperties, compute_batch
-from ._core import CalculValues, ContourValues, CSectionTools, __version__
-from ._results import LostDigitsWarning, PolylineProperties, SectionProperties
+from ._catalogue import Catalogue, profiles
+from ._contour_section import ContourSection
+from ._core import CalculValues, ContourValues, CSectionTools, InputError, __version__
+from ._properties import Properties, Warping
+from ._quantity import Quantity, ValueDetails
+from ._report import Finding, Half, Halves, Peak, Peaks, Stresses
+from ._results import LostDigitsWarning, PolylineProperties, SectionProperties, SectionWarning
 from ._section import Section
 
 __all__ = [
     "BatchProperties",
     "CSectionTools",
     "CalculValues",
+    "Catalogue",
+    "ContourSection",
     "ContourValues",
+    "Finding",
+    "Half",
+    "Halves",
+    "InputError",
     "LostDigitsWarning",
+    "Peak",
+    "Peaks",
     "PolylineProperties",
+    "Properties",
+    "Quantity",
     "Section",
     "SectionProperties",
+    "SectionWarning",
+    "Stresses",
+    "ValueDetails",
+    "Warping",
     "__version__",
     "compute_batch",
+    "profiles",
 ]

@@ -13,7 +13,7 @@ from ._results import SectionProperties
 if TYPE_CHECKING:
     from matplotlib.axes import Axes
 
-    from ._section import Element
+    from ._contour_section import Element
 
 _OVERHANG = 0.2  # of axes beyond the section, of its larger side
 _ALIGNED = 1e-6  # relative; inertias nearer than this to being principal are

@@ -7,6 +7,10 @@ from dataclasses import dataclass, fields
 from typing import Any
 
 
+class SectionWarning(UserWarning):
+    """The values of a section may not be what is meant: an outline crosses itself, solids overlap."""
+
+
 class LostDigitsWarning(UserWarning):
     """Rounding leaves fewer than seven digits of inertias."""
 

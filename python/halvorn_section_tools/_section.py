@@ -2,296 +2,449 @@
 
 from __future__ import annotations
 
-import copy
-import threading
+import json
+import os
 import warnings
-from dataclasses import dataclass
-from typing import TYPE_CHECKING, Any, Sequence
+from typing import Any, Iterable, NoReturn
 
-import numpy as np
-from numpy.typing import ArrayLike, NDArray
+from . import _building
+from ._catalogue import Catalogue
+from ._core import EngineReport, EngineSection
+from ._properties import Known, KnownValues, Properties, Warping, known
+from ._report import Finding, Halves, Stresses, findings_of, halves_of
+from ._results import PolylineProperties, SectionProperties, SectionWarning
+from ._types import AlignX, AlignY, Axis, Number, Points, ShapeKind, TextFormat, Touch, Unit
 
-from ._core import (
-    CSectionTools,
-    checked_number,
-    checked_numbers,
-    checked_points,
-    misplaced_hole,
-    section_values,
-)
-from ._results import LostDigitsWarning, PolylineProperties, SectionProperties, digits_left
-from ._types import Number, Points
-from ._walls import checked_properties, require_room
+_KEPT_REPORTS = 8
 
-if TYPE_CHECKING:
-    from matplotlib.axes import Axes
-
-_POLYLINE_KINDS = ("solid", "closed_wall", "open_wall")
-_TORSION_FORMULAS = ("tube", "general")
+# The options of what is asked for without any.
+_PLAIN: dict[str, object] = {"dx": 0.0, "dy": 0.0, "density": None}
+_SOLVED: dict[str, object] = {"warping": True, "tolerance": 1e-4, "poisson": 0.0}
 
 
-@dataclass(frozen=True, eq=False)
-class Element:
-    """What was added: its outline and, of a profile, the values given with it."""
+class _Report:
+    """A report of the engine, and the results that were made of it."""
 
-    points: NDArray[np.float64]
-    solid: bool
-    given: tuple[float, ...] | None = None
+    __slots__ = ("engine", "_made")
 
-    def push(self, tools: CSectionTools) -> None:
-        if self.given is None:
-            tools.PushContour(self.points, bool(self.solid))
-        else:
-            arguments: tuple[Any, ...] = (self.points, *self.given, bool(self.solid))
-            tools.PushContourStandard(*arguments)
+    def __init__(self, engine: EngineReport) -> None:
+        self.engine = engine
+        self._made: dict[type[Known], Any] = {}
 
-
-def _positive(name: str, value: Number) -> float:
-    number = checked_number(value, name)
-    if number <= 0.0:
-        raise ValueError(f"{name}: expected a number greater than 0, got {value!r}")
-    return number
-
-
-def _not_negative(name: str, value: Number) -> float:
-    number = checked_number(value, name)
-    if number < 0.0:
-        raise ValueError(f"{name}: expected 0 or more, got {value!r}")
-    return number
-
-
-def _require_choice(name: str, value: object, choices: Sequence[object]) -> None:
-    if value not in choices:
-        raise ValueError(f"{name}: expected one of {', '.join(map(repr, choices))}, got {value!r}")
+    def results(self, kind: type[KnownValues]) -> KnownValues:
+        if kind not in self._made:
+            self._made[kind] = known(kind, self.engine)
+        found: KnownValues = self._made[kind]
+        return found
 
 
 class Section:
-    """A cross-section of solid contours, holes and profiles.
+    """A cross-section, made by one of `profile`, `shape`, `polygon`, `wall`, `read` and `parse`.
 
-    Lengths are in any unit L; x points right, y up. Methods that add return the section itself.
-    Sections can be copied and pickled, and shared by threads: their calls follow each other.
+    x points right, y up; every length is in the section's unit, results in its powers. A section is
+    a value: what changes it returns another one. Threads may share it, and it can be pickled. What makes
+    its values doubtful is a `SectionWarning` when they are computed; `findings` has the rest.
 
-    >>> tube = Section().add([(0, 0), (100, 0), (100, 100), (0, 100)])
-    >>> tube.add([(5, 5), (95, 5), (95, 95), (5, 95)], solid=False)
-    <Section: 2 contours, 0 profiles, 8 points>
-    >>> tube.properties().area
-    1900.0
+    >>> cover = Section.shape("plate", width=320, height=20)
+    >>> girder = Section.profile("HEB300").with_on_top(cover)
+    >>> round(girder.properties().plastic_modulus_x)
+    2239848
+    >>> girder.warping().torsion_constant.bounds is not None
+    True
     """
 
+    __slots__ = ("_engine", "_made_by", "_reports")
+    _engine: EngineSection
+    _made_by: tuple[Any, ...]  # from which a pickle makes it again
+    _reports: dict[tuple[Any, ...], _Report]
+
     def __init__(self) -> None:
-        self._lock = threading.RLock()  # a signal handler may come back in
-        self._tools = CSectionTools()
-        self._elements: list[Element] = []
+        raise TypeError("a section is made by Section.profile, .shape, .polygon, .wall, .read or .parse; "
+                        "ContourSection() is the class to which contours are added")
 
-    def _add(self, element: Element) -> Section:
-        if not isinstance(element.solid, (bool, np.bool_)):
-            raise TypeError(f"solid: expected True or False, got {element.solid!r}")
-        with self._lock:
-            element.push(self._tools)
-            self._elements.append(element)
-        return self
+    def __setattr__(self, name: str, value: object) -> NoReturn:
+        raise AttributeError(f"{name}: a section does not change; its methods return another one")
 
-    def add(self, points: Points, solid: bool = True) -> Section:
-        """Adds a closed polygon, whose properties are computed.
+    @classmethod
+    def profile(
+        cls, name: str, *, unit: Unit | None = None, published: bool = False,
+        catalogue: Catalogue | None = None,
+    ) -> Section:
+        """Returns a profile of the catalogue, its lower left corner at the origin.
+
+        name       in any usual spelling: "IPE300", "w12x26", "L 4x4x1/2"
+        unit       of the section; default: that of its table, mm of those built in
+        published  True: its class values are those of the catalogue
+        catalogue  with tables of your own
+
+        >>> Section.profile("ipe 300").properties().height
+        300.0
+        """
+        if catalogue is not None and not isinstance(catalogue, Catalogue):
+            raise TypeError(f"catalogue: expected a Catalogue, got {catalogue!r}")
+        return _made("profile", name, {"unit": unit, "published": published, "catalogue": catalogue})
+
+    @classmethod
+    def shape(cls, kind: ShapeKind, *, unit: Unit = "mm", name: str = "", **dimensions: Number) -> Section:
+        """Returns a shape by its dimensions, its lower left corner at the origin.
+
+        kind        "i", "i_mono", "channel", "tee", "angle", "rhs", "chs", "plate" or "round"
+        dimensions  those of the kind (docs/file-format.md, Shapes) [L]; `modular_ratio` makes the
+                    section one of several materials
+
+        >>> Section.shape("rhs", height=100, width=100, thickness=5, outer_radius=0).properties().area
+        1900.0
+        """
+        return _made("shape", kind, dimensions, unit, name)
+
+    @classmethod
+    def polygon(
+        cls, points: Points, holes: Iterable[Points] = (), *, unit: Unit = "mm", name: str = ""
+    ) -> Section:
+        """Returns a closed polygon, less its holes.
 
         points  shape (n, 2), n at least 3 [L]: an array or pairs (x, y); either way round, the last
                 point joins the first
-        solid   False: a hole, its properties are subtracted
+        holes   a list of such rings
 
-        Raises ValueError for fewer points, other shapes and nan or infinite coordinates, TypeError
-        for what is no number. The section is then as before.
-
-        >>> Section().add([(0, 0), (1, float("nan")), (1, 1)])
-        Traceback (most recent call last):
-            ...
-        ValueError: points[1]: y is nan; coordinates must be finite
+        >>> square = [(0, 0), (100, 0), (100, 100), (0, 100)]
+        >>> Section.polygon(square, [[(5, 5), (95, 5), (95, 95), (5, 95)]]).properties().plastic_modulus_x
+        67750.0
         """
-        return self._add(Element(checked_points(points, "points", 3), solid))
+        return _made("polygon", points, holes, unit, name)
 
-    def add_profile(
-        self,
-        outline: Points,
-        *,
-        centroid: ArrayLike,
-        area: Number,
-        inertia_1: Number,
-        inertia_2: Number,
-        shear_area_1: Number,
-        shear_area_2: Number,
-        torsion_constant: Number,
-        torsion_modulus: Number,
-        angle_radians: Number = 0.0,
-        extra: Number = 0.0,
-        solid: bool = True,
+    @classmethod
+    def wall(
+        cls, points: Points, thickness: Number, *, closed: bool = False,
+        radii: Iterable[Number] | None = None, unit: Unit = "mm", name: str = "",
     ) -> Section:
-        """Adds a profile whose properties are known, for example from a catalogue.
+        """Returns a bent plate, or a box, by its mid-line with sharp corners.
 
-        outline           shape (n, 2), n at least 3, where the profile lies in the section [L];
-                          for the bounding box and the plastic moduli; its box must hold the centroid,
-                          else it is not checked against the rest
-        centroid          (x, y), likewise [L]
-        area              greater than 0 [L^2]
-        inertia_1, _2     second moments about the first and second principal axis [L^4]
-        shear_area_1, _2  along the first and second principal axis [L^2]
-        torsion_constant  [L^4]
-        torsion_modulus   [L^3]
-        angle_radians     from the x axis to the first principal axis, counter-clockwise
-        extra             any number, such as the mass per metre; `extra_sum` sums it, of holes too
-        solid             False: a hole, its properties are subtracted
+        points     shape (n, 2), n at least 2, of a closed wall 3 [L]
+        thickness  [L]
+        closed     True: the last point joins the first
+        radii      one per point, of the inner face of the bend [L]; default all 0: sharp
 
-        Of an upright I the first principal axis is the horizontal, strong one. Raises as `add`, and
-        ValueError for an area that is not positive, for other values below 0 and for a centroid
-        outside the outline's box, which would make elastic moduli negative.
+        >>> Section.wall([(0, 0), (80, 0), (80, 60)], 4, radii=[0, 6, 0]).properties().width
+        82.0
         """
-        place = checked_numbers(centroid, "centroid")
-        if len(place) != 2:
-            raise ValueError(f"centroid: expected two numbers (x, y), got {len(place)}")
-        x, y = place
-        # As PushContourStandard orders them, with the names of here.
-        named = {
-            "angle_radians": angle_radians, "x": x, "y": y, "area": _positive("area", area),
-            "shear_area_2": _not_negative("shear_area_2", shear_area_2),
-            "shear_area_1": _not_negative("shear_area_1", shear_area_1),
-            "torsion_constant": _not_negative("torsion_constant", torsion_constant),
-            "inertia_2": _not_negative("inertia_2", inertia_2),
-            "inertia_1": _not_negative("inertia_1", inertia_1), "reserved": 0.0,
-            "torsion_modulus": _not_negative("torsion_modulus", torsion_modulus),
-            "plastic_modulus_x": 0.0, "plastic_modulus_y": 0.0, "extra": extra,
-        }
-        given = tuple(checked_number(value, name) for name, value in named.items())
-        points = checked_points(outline, "outline", 3)
-        low, high = points.min(axis=0), points.max(axis=0)
-        if (place < low).any() or (place > high).any():
-            raise ValueError(f"centroid: ({x:.6g}, {y:.6g}) lies outside the box of the outline, "
-                             f"({low[0]:.6g}, {low[1]:.6g}) to ({high[0]:.6g}, {high[1]:.6g}); "
-                             "give both in the section's coordinates")
-        return self._add(Element(points, solid, given))
+        return _made("wall", points, thickness, closed, radii, unit, name)
 
-    def properties(self, dx: Number = 0.0, dy: Number = 0.0) -> SectionProperties:
-        """Returns the seventeen values.
+    @classmethod
+    def read(
+        cls, path: str | os.PathLike[str], *, unit: Unit | None = None,
+        chord_tolerance: Number | None = None, join_tolerance: Number | None = None,
+        layers: Iterable[str] = (), catalogue: Catalogue | None = None,
+    ) -> Section:
+        """Returns the section in a file: .json, .csv or .dxf by its ending (docs/file-format.md).
 
-        dx, dy  shift of the point from which the fibre distances of the elastic moduli are measured,
-                from the centre of gravity [L]
+        unit             of CSV that states none, and of a drawing whatever it states
+        chord_tolerance  greatest distance between an arc and its chords [mm]
+        join_tolerance   ends of a drawing's lines no farther apart are joined [mm]
+        layers           those of a drawing that are read; default all
 
-        Raises ValueError for an empty section, for one that cannot be (without area, or with a hole
-        that is not within its solids), for one so far from the origin that rounding leaves no digit
-        of its inertias, and when the coordinates are so large that a result overflows. Where fewer
-        than seven digits of the inertias are left, a `LostDigitsWarning` says how many. A centre of
-        gravity and an `inertia_xy` that are no more than rounding are 0.
+        Raises FileNotFoundError, and ValueError with file and line for what is no section. A pickle
+        of the section reads the file again.
         """
-        if not self._elements:
-            raise ValueError("the section is empty: add a contour or a profile first")
-        self._require_holes_in_place()
-        values, loss, by_distance = section_values(self._tools, dx, dy)
-        if loss > 0.0:
-            why, cure = (("the section lies so far from the origin", "move the origin to the section")
-                         if by_distance else
-                         ("the outline is so thin for its size", "turn it, or draw its straight pieces "
-                          "as contours of their own, parallel to the axes"))
-            warnings.warn(f"{why} {digits_left(loss)}; {cure}", LostDigitsWarning, stacklevel=2)
-        return SectionProperties(*values)  # type: ignore[arg-type]
+        if not os.path.exists(path):
+            raise FileNotFoundError(f"path: there is no file {os.fspath(path)!r}")
+        options = _reading(unit, chord_tolerance, join_tolerance, layers, catalogue)
+        section = _made("open", os.fsencode(path), options)
+        # A pickle may be read in another folder.
+        object.__setattr__(section, "_made_by", ("open", os.path.abspath(os.fsencode(path)), options))
+        return section
 
-    def _require_holes_in_place(self) -> None:
-        """Raises ValueError for a hole that is not within the solids."""
-        elements = list(self._elements)
-        if all(element.solid for element in elements):
-            return
-        found = misplaced_hole([(element.points, bool(element.solid)) for element in elements])
-        if found:
-            index, x, y = found
-            raise ValueError("the section has no properties: the hole that was added as number "
-                             f"{index + 1} reaches to ({x:.6g}, {y:.6g}), outside the solids or within "
-                             "another hole, where there is nothing to subtract")
+    @classmethod
+    def parse(
+        cls, text: str, format: TextFormat, *, unit: Unit | None = None,
+        chord_tolerance: Number | None = None, join_tolerance: Number | None = None,
+        layers: Iterable[str] = (), catalogue: Catalogue | None = None,
+    ) -> Section:
+        """Returns the section in a text, "json", "csv" or "dxf", as `read`.
 
-    @staticmethod
-    def polyline(
-        points: Points,
-        kind: str = "solid",
-        *,
-        thickness: Number | None = None,
-        radii: Sequence[float] | NDArray[np.float64] | None = None,
-        torsion: str = "general",
-    ) -> PolylineProperties:
-        """Returns the properties of one polyline by formulas of its own: a solid or a thin wall.
-
-        points     shape (n, 2) [L], n at least 3, for an open wall 2: the outline of a solid, the
-                   mid-line of a wall; closed ones close by themselves
-        kind       "solid", "closed_wall" or "open_wall"
-        thickness  of a wall, greater than 0 [L]
-        radii      shape (n,): corner radii, of a wall those of the inner face, 0 for sharp [L];
-                   default all 0
-        torsion    of a wall: "general", or "tube" for the formulas of a circular tube
-
-        Raises as `add`, and ValueError for other choices, for corners that have no room on their
-        edges, for a wall or radii on points that repeat, for a polyline that encloses no area and
-        for a wall that crosses itself so that its values are impossible.
-
-        >>> Section.polyline([(0, 0), (80, 0), (80, 60)], "open_wall", thickness=4).area
-        560.0
+        >>> Section.parse("x,y\\n0,0\\n30,0\\n0,40\\n", "csv", unit="mm").properties().area
+        600.0
         """
-        _require_choice("kind", kind, _POLYLINE_KINDS)
-        _require_choice("torsion", torsion, _TORSION_FORMULAS)
-        wall, is_open = kind != "solid", kind == "open_wall"
-        if wall != (thickness is not None):
-            raise ValueError("thickness: a wall needs it" if wall else "thickness: a solid has none")
-        width = 0.0 if thickness is None else _positive("thickness", thickness)
-        line = checked_points(points, "points", 2 if is_open else 3)
-        bends = np.zeros(len(line)) if radii is None else checked_numbers(radii, "radii")
-        if len(bends) != len(line):
-            raise ValueError(f"radii: one per point is needed: {len(line)} points, "
-                             f"found {len(bends)} radii")
-        if not (bends >= 0.0).all():
-            raise ValueError(f"radii[{np.argmin(bends >= 0.0)}]: expected 0 or more")
-        if wall or bends.any():
-            require_room(line.tolist(), bends.tolist(), width, not is_open)
-        values = CSectionTools.CalculContourQuelconqueTOOL(
-            wall, is_open, torsion != "tube", width, line, bends)
-        return checked_properties(values, line, width)
+        return _made("parse", text, format, "text",
+                     _reading(unit, chord_tolerance, join_tolerance, layers, catalogue))
 
-    def plot(self, ax: Axes | None = None) -> Axes:
-        """Draws the section to scale with its centre of gravity G, its elastic neutral axes (ENA)
-        and, where they are inclined, its principal axes 1 and 2.
+    @property
+    def name(self) -> str:
+        """The name of the section; may be empty."""
+        return self._engine.name
 
-        ax  Matplotlib axes to draw on; default: those of a new figure
+    @property
+    def unit(self) -> str:
+        """The unit of every length: "mm", "cm", "m" or "in"."""
+        return self._engine.unit
 
-        Returns the axes; a figure of pyplot is shown by plt.show(). Raises ImportError without
-        Matplotlib, and as `properties`.
+    def moved(self, dx: Number = 0.0, dy: Number = 0.0) -> Section:
+        """Returns the section moved to the right and up [L]."""
+        return _made("moved", self, dx, dy)
+
+    def turned(self, degrees: Number) -> Section:
+        """Returns the section turned about the origin, counter-clockwise.
+
+        >>> Section.profile("IPE300").turned(90).properties().width
+        300.0
         """
-        from ._plot import draw
+        return _made("turned", self, degrees)
 
-        return draw(self._elements, self.properties(), ax)
+    def mirrored(self, axis: Axis) -> Section:
+        """Returns the section turned over about an axis through the origin: "x", top becomes bottom,
+        or "y", left becomes right."""
+        return _made("mirrored", self, axis)
+
+    def repeated(self, count: int, dx: Number = 0.0, dy: Number = 0.0) -> Section:
+        """Returns so many copies in one section, each moved from the one before [L].
+
+        >>> Section.shape("round", diameter=20).repeated(4, dx=60).properties().width
+        200.0
+        """
+        return _made("repeated", self, count, dx, dy)
+
+    def corner(self, place: str) -> tuple[float, float]:
+        """Returns a point of the box around the section: "bottom_left", "bottom_centre", ...,
+        "middle_left", "centre", ..., "top_right" [L].
+
+        >>> Section.shape("plate", width=40, height=10).corner("top_centre")
+        (20.0, 10.0)
+        """
+        corners = {f"{y}_{x}": (x, "centre" if y == "middle" else y)
+                   for y in ("bottom", "middle", "top") for x in ("left", "centre", "right")}
+        corners["centre"] = corners.pop("middle_centre")
+        if place not in corners:
+            raise ValueError(f"place: expected one of {', '.join(map(repr, corners))}, got {place!r}")
+        return self._engine.corner(*corners[place])
+
+    def with_on_top(
+        self, other: Section, *, align: AlignX = "centre", gap: Number = 0.0, touch: Touch = "box",
+        dx: Number = 0.0, dy: Number = 0.0,
+    ) -> Section:
+        """Returns this section with another one set on top of it, wherever that lies.
+
+        align   which of their ends are level: "left", "centre" or "right"
+        gap     between them [L]
+        touch   what touches: "box", the boxes around them, or "outline", the outlines, wherever they
+                meet first
+        dx, dy  a shift from there [L]
+
+        >>> beam = Section.profile("IPE300").with_on_top(Section.shape("plate", width=200, height=15))
+        >>> beam.properties().height
+        315.0
+        """
+        return self._with(other, "top", touch, align, gap, dx, dy)
+
+    def with_below(
+        self, other: Section, *, align: AlignX = "centre", gap: Number = 0.0, touch: Touch = "box",
+        dx: Number = 0.0, dy: Number = 0.0,
+    ) -> Section:
+        """Returns this section with another one set below it, as `with_on_top`."""
+        return self._with(other, "bottom", touch, align, gap, dx, dy)
+
+    def with_left(
+        self, other: Section, *, align: AlignY = "centre", gap: Number = 0.0, touch: Touch = "box",
+        dx: Number = 0.0, dy: Number = 0.0,
+    ) -> Section:
+        """Returns this section with another one set on its left, as `with_on_top`; align is "bottom",
+        "centre" or "top"."""
+        return self._with(other, "left", touch, align, gap, dx, dy)
+
+    def with_right(
+        self, other: Section, *, align: AlignY = "centre", gap: Number = 0.0, touch: Touch = "box",
+        dx: Number = 0.0, dy: Number = 0.0,
+    ) -> Section:
+        """Returns this section with another one set on its right, as `with_left`."""
+        return self._with(other, "right", touch, align, gap, dx, dy)
+
+    def _with(self, other: Section, *setting: object) -> Section:
+        if not isinstance(other, Section):
+            raise TypeError(f"other: expected a Section, got {other!r}")
+        return self + _made("set_on", other, self, *setting)
+
+    def __add__(self, other: Section) -> Section:
+        """Both sections in one, each where it is."""
+        return _made("plus", self, other) if isinstance(other, Section) else NotImplemented
+
+    def __sub__(self, other: Section) -> Section:
+        """This section where the other one is not."""
+        return _made("minus", self, other) if isinstance(other, Section) else NotImplemented
+
+    def properties(
+        self, *, dx: Number = 0.0, dy: Number = 0.0, density: Number | None = None
+    ) -> Properties:
+        """Returns geometry, bending and plastic values, net of holes.
+
+        dx, dy   shift of the point from which the fibre distances of the elastic moduli are measured,
+                 from the centre of gravity [L]
+        density  for the mass per metre [kg/m^3]
+
+        >>> beam = Section.profile("IPE300").properties(density=7850)
+        >>> round(beam.inertia_x), round(beam.mass_per_metre, 1)
+        (83561091, 42.2)
+        """
+        return self._report(dx=dx, dy=dy, density=density).results(Properties)
+
+    def warping(self, *, tolerance: Number = 1e-4, poisson: Number = 0.0) -> Warping:
+        """Returns torsion, warping and shear, solved over the whole section: most of the time.
+
+        tolerance  greatest half width of the bounds, relative, from 1e-9 to 0.1
+        poisson    Poisson's ratio, for the shear stiffness areas
+
+        Ctrl-C stops it, and other Python threads run meanwhile.
+
+        >>> torsion = Section.profile("IPE300").warping().torsion_constant
+        >>> torsion.bounds[0] < torsion < torsion.bounds[1]
+        True
+        """
+        return self._report(warping=True, tolerance=tolerance, poisson=poisson).results(Warping)
+
+    def class_values(self, *, dx: Number = 0.0, dy: Number = 0.0) -> SectionProperties | PolylineProperties:
+        """Returns the outputs of the class `CSectionTools` for the section, of a polyline those of its
+        formulas (docs/file-format.md, Class values).
+
+        >>> Section.profile("IPE300").class_values().extra_sum
+        0.0
+        """
+        rows = self._report(class_values=True, dx=dx, dy=dy).engine.class_values()
+        values: dict[str, Any] = {row[1]: row[0] for row in rows}
+        if "extra_sum" in values:
+            return SectionProperties(**values)
+        return PolylineProperties(**values)
+
+    @property
+    def findings(self) -> tuple[Finding, ...]:
+        """What is doubtful about the section, the worst first.
+
+        >>> bow = Section.polygon([(0, 0), (10, 10), (10, 0), (0, 10)])
+        >>> bow.findings[0].kind
+        'self_crossing'
+        """
+        return findings_of(self._engine.findings())
+
+    def halves(self, axis: Axis) -> Halves:
+        """Returns the halves about the horizontal plastic axis, "x", or the vertical one, "y".
+
+        >>> halves = Section.profile("IPE300").halves("x")
+        >>> round(halves.axis, 6), round(halves["above"].lever_arm, 3)
+        (150.0, 116.769)
+        """
+        return halves_of(self._report(**_PLAIN).engine, axis)
+
+    def stress(
+        self, *, N: Number = 0.0, Mx: Number = 0.0, My: Number = 0.0, Vx: Number = 0.0,
+        Vy: Number = 0.0, T: Number = 0.0, tolerance: Number = 1e-4, poisson: Number = 0.0,
+    ) -> Stresses:
+        """Returns the stresses under forces, in a unit F of your choice; stresses are in F / L^2.
+
+        N       along the axis, at the centre of gravity, positive in tension [F]
+        Mx, My  put what is above, to the right of, the centre of gravity in tension [F L]
+        Vx, Vy  shear through the shear centre [F]
+        T       torque about the shear centre, counter-clockwise [F L]
+
+        >>> peak = Section.shape("plate", width=10, height=60).stress(N=6000, Mx=6e5).max.normal
+        >>> round(peak.value, 6), peak.place[1]
+        (110.0, 60.0)
+        """
+        forces = (N, Mx, My, Vx, Vy, T)
+        return Stresses(self._report(forces=forces, tolerance=tolerance, poisson=poisson).engine)
+
+    @property
+    def published(self) -> dict[str, float]:
+        """What the catalogue publishes of a profile, by key; empty for all else.
+
+        >>> Section.profile("UPE200").published["area"]
+        2900.0
+        """
+        return {row[1]: row[0] for row in self._report(**_PLAIN).engine.published() if row[0] is not None}
+
+    def to_json(self) -> str:
+        """Returns everything that is known, as `halvorn-section --json` prints it."""
+        return self._report(**_SOLVED).engine.json()
+
+    def to_dict(self) -> dict[str, Any]:
+        """Returns the same as a dictionary."""
+        found: dict[str, Any] = json.loads(self.to_json())
+        return found
+
+    def to_markdown(self) -> str:
+        """Returns the values as two tables in Markdown."""
+        return f"{self.properties().to_markdown()}\n{self.warping().to_markdown()}"
+
+    def table(self) -> str:
+        """Returns the table that `halvorn-section` prints."""
+        return self._report(**_SOLVED).engine.table()
+
+    def svg(self, *, halves: Axis | None = None) -> str:
+        """Returns a drawing with axes, dimensions and values as the text of an SVG file.
+
+        halves  "x" or "y": tints both sides of that plastic axis
+        """
+        return self._report(**_SOLVED).engine.svg({"halves": halves})
+
+    def save(self, path: str | os.PathLike[str], *, halves: Axis | None = None) -> None:
+        """Writes the same drawing to an .svg file, with Cairo in the build to a .pdf or .png file:
+        all of it, or nothing."""
+        self._report(**_SOLVED).engine.write_figure(os.fsencode(path), {"halves": halves})
+
+    def _repr_svg_(self) -> str:
+        return self.svg()
 
     def __repr__(self) -> str:
-        profiles = sum(element.given is not None for element in self._elements)
-        points = sum(len(element.points) for element in self._elements)
-        contours = len(self._elements) - profiles
-        return f"<{type(self).__name__}: {contours} contours, {profiles} profiles, {points} points>"
+        name = f" {self.name!r}" if self.name else ""
+        return f"<Section{name} in {self.unit}>"
 
-    def _rest(self) -> dict[str, Any]:
-        """What subclasses and users have added to the object."""
-        return {name: value for name, value in self.__dict__.items()
-                if name not in ("_lock", "_tools", "_elements")}
+    def __reduce__(self) -> tuple[Any, ...]:
+        return _made, self._made_by
 
     def __copy__(self) -> Section:
-        twin = type(self).__new__(type(self))
-        Section.__init__(twin)
-        with self._lock:
-            twin._tools = copy.copy(self._tools)
-            twin._elements = list(self._elements)
-        twin.__dict__.update(self._rest())
-        return twin
+        return self
 
     def __deepcopy__(self, memo: dict[int, Any]) -> Section:
-        twin = memo[id(self)] = self.__copy__()
-        twin.__dict__.update(copy.deepcopy(self._rest(), memo))
-        return twin
+        return self
 
-    def __getstate__(self) -> dict[str, Any]:
-        with self._lock:
-            return {"elements": list(self._elements), "rest": self._rest()}
+    def _report(self, **options: object) -> _Report:
+        """What is known with these options, which is computed once."""
+        key = tuple(sorted(options.items()))
+        try:
+            found = self._reports.get(key)
+        except TypeError:  # no number, which the engine's reader says
+            found, key = None, ()
+        if found is None:
+            found = _Report(self._engine.evaluate(options))
+            for row in found.engine.findings():
+                if row[0] in ("error", "warning"):
+                    warnings.warn(str(Finding(*row)), SectionWarning, stacklevel=3)
+            if len(self._reports) >= _KEPT_REPORTS:
+                self._reports.clear()
+            if key or not options:
+                self._reports[key] = found
+        return found
 
-    def __setstate__(self, state: dict[str, Any]) -> None:
-        Section.__init__(self)
-        for element in state["elements"]:
-            self._add(element)
-        self.__dict__.update(state["rest"])
+
+def _reading(unit: object, chord_tolerance: object, join_tolerance: object,
+             layers: Iterable[str], catalogue: object) -> dict[str, object]:
+    if isinstance(layers, str) or not isinstance(layers, Iterable):
+        raise TypeError(f"layers: expected a list of names, got {layers!r}")
+    if catalogue is not None and not isinstance(catalogue, Catalogue):
+        raise TypeError(f"catalogue: expected a Catalogue, got {catalogue!r}")
+    return {"unit": unit, "chord_tolerance": chord_tolerance, "join_tolerance": join_tolerance,
+            "layers": tuple(layers), "catalogue": catalogue}
+
+
+def _engine_argument(argument: object) -> object:
+    if isinstance(argument, (Section, Catalogue)):
+        return argument._engine
+    if isinstance(argument, dict):
+        return {key: _engine_argument(value) for key, value in argument.items()}
+    return argument
+
+
+def _made(step: str, *arguments: object) -> Section:
+    """A section by one step, of this package's building or the engine's, and its arguments."""
+    makers: Any = _building if step in ("polygon", "shape", "wall") else EngineSection
+    made = object.__new__(Section)
+    engine = getattr(makers, step)(*map(_engine_argument, arguments))
+    for name, value in (("_engine", engine), ("_made_by", (step, *arguments)), ("_reports", {})):
+        object.__setattr__(made, name, value)
+    return made

@@ -3,7 +3,7 @@
 import numpy as np
 import pytest
 
-from halvorn_section_tools import CSectionTools, LostDigitsWarning, Section, compute_batch
+from halvorn_section_tools import CSectionTools, ContourSection, LostDigitsWarning, compute_batch
 
 NAN = float("nan")
 TRIANGLE = [(0, 0), (4, 0), (0, 3)]
@@ -16,13 +16,13 @@ GIVEN = dict(centroid=(1, 1), area=1, inertia_1=1, inertia_2=1, shear_area_1=1, 
 
 
 def wall(**changes):
-    return Section.polyline(**{"points": [(0, 0), (80, 0), (80, 60)], "kind": "open_wall",
+    return ContourSection.polyline(**{"points": [(0, 0), (80, 0), (80, 60)], "kind": "open_wall",
                                "thickness": 4, **changes})
 
 
 def section(*parts):
     """Of points and whether they are a solid's."""
-    whole = Section()
+    whole = ContourSection()
     for points, solid in parts:
         whole.add(points, solid)
     return whole
@@ -62,7 +62,7 @@ def batch(points=(*TRIANGLE, *TRIANGLE), contours=(0, 3, 6), flags=(1, 1), secti
     (np.zeros((3, 2), complex), TypeError, "points: expected real numbers, got complex ones"),
 ])
 def test_points_that_do_not_fit(points, kind, message):
-    section, tools = Section(), CSectionTools()
+    section, tools = ContourSection(), CSectionTools()
     for add in (section.add, lambda wrong: tools.PushContour(wrong, 1)):
         with pytest.raises(kind) as caught:
             add(points)
@@ -71,64 +71,64 @@ def test_points_that_do_not_fit(points, kind, message):
 
 
 @pytest.mark.parametrize("call, kind, message", [
-    (lambda: Section().properties(), ValueError, "the section is empty"),
-    (lambda: Section().add([(0, 0), (1, 1), (2, 2)]).properties(), ValueError, "its area is 0"),
-    (lambda: Section().add(TRIANGLE).add(TRIANGLE, False).properties(), ValueError, "its area is 0"),
+    (lambda: ContourSection().properties(), ValueError, "the section is empty"),
+    (lambda: ContourSection().add([(0, 0), (1, 1), (2, 2)]).properties(), ValueError, "its area is 0"),
+    (lambda: ContourSection().add(TRIANGLE).add(TRIANGLE, False).properties(), ValueError, "its area is 0"),
     # Both areas are rounding: 1e-16, and 1e-12 of two pentagons that begin elsewhere.
-    (lambda: Section().add([(.1, .3), (.2, .6), (.7, 2.1)]).properties(), ValueError, "its area is 0"),
-    (lambda: Section().add(PENTAGON).add(np.roll(PENTAGON, 2, 0), False).properties(), ValueError,
+    (lambda: ContourSection().add([(.1, .3), (.2, .6), (.7, 2.1)]).properties(), ValueError, "its area is 0"),
+    (lambda: ContourSection().add(PENTAGON).add(np.roll(PENTAGON, 2, 0), False).properties(), ValueError,
      "its area is 0"),
     # A hole of a profile's values, larger than the solid; inertias that no section has.
-    (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 7}, solid=False)
+    (lambda: ContourSection().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 7}, solid=False)
      .properties(), ValueError, "its area is negative"),
-    (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "inertia_1": 9}, solid=False)
+    (lambda: ContourSection().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "inertia_1": 9}, solid=False)
      .properties(), ValueError,
      "its inertias or its centre of gravity are impossible"),
-    (lambda: Section().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 1e-6, "inertia_1": 5,
+    (lambda: ContourSection().add(TRIANGLE).add_profile(TRIANGLE, **{**GIVEN, "area": 1e-6, "inertia_1": 5,
      "inertia_2": 0, "angle_radians": -np.pi / 4}, solid=False).properties(), ValueError, "impossible"),
-    (lambda: Section().add(SQUARE).add_profile(np.add(TRIANGLE, 200), **{**GIVEN, "centroid": (201, 201)},
+    (lambda: ContourSection().add(SQUARE).add_profile(np.add(TRIANGLE, 200), **{**GIVEN, "centroid": (201, 201)},
      solid=False).properties(), ValueError, "number 2 reaches to (200, 200)"),
     # Lobes of 35.7 and 5.7.
-    (lambda: Section().add([(0, 0), (10, 10), (10, 0), (0, 4)]).properties(), ValueError,
+    (lambda: ContourSection().add([(0, 0), (10, 10), (10, 0), (0, 4)]).properties(), ValueError,
      "because a contour crosses itself"),
     # The centre of gravity is at (100 * 50 - 90 * 1) / 10 = 491, or at -391.
-    *((lambda place=place: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (50, 50), "area": 100,
+    *((lambda place=place: ContourSection().add_profile(SQUARE, **{**GIVEN, "centroid": (50, 50), "area": 100,
        "inertia_1": 1e9, "inertia_2": 1e9}).add_profile(SQUARE, **{**GIVEN, "area": 90, "centroid": place},
        solid=False).properties(), ValueError, "its holes take more than its solids give, or a contour")
       for place in ((1, 50), (99, 50), (50, 1), (50, 99))),
-    (lambda: Section().add_profile(SQUARE, **{**GIVEN, "centroid": (50, 104)}), ValueError,
+    (lambda: ContourSection().add_profile(SQUARE, **{**GIVEN, "centroid": (50, 104)}), ValueError,
      "centroid: (50, 104) lies outside the box of the outline, (0, 0) to (100, 100)"),
-    (lambda: Section().add(ANGLE + (3.9e8, 4.29e8)).properties(), ValueError,
+    (lambda: ContourSection().add(ANGLE + (3.9e8, 4.29e8)).properties(), ValueError,
      "move the origin to the section"),
-    (lambda: Section().add([(0, 0), (1e7, 1e7), (1e7, 1e7 + 2e-7), (0, 2e-7)]).properties(), ValueError,
+    (lambda: ContourSection().add([(0, 0), (1e7, 1e7), (1e7, 1e7 + 2e-7), (0, 2e-7)]).properties(), ValueError,
      "too thin"),
     (lambda: wall(points=SQUARE, kind="closed_wall", thickness=100.1), ValueError,
      "the corners need 100.1 of this edge, which is 100 long"),
-    (lambda: Section().add(SQUARE * 1e-10 + 1).properties(), ValueError, "use a smaller unit"),
-    (lambda: Section().add(SQUARE + 1e10).properties(), ValueError, "move the origin to the section"),
-    (lambda: Section().add_profile(SQUARE + (1e9, 0), **{**GIVEN, "centroid": (1e9, 0)}).properties(),
+    (lambda: ContourSection().add(SQUARE * 1e-10 + 1).properties(), ValueError, "use a smaller unit"),
+    (lambda: ContourSection().add(SQUARE + 1e10).properties(), ValueError, "move the origin to the section"),
+    (lambda: ContourSection().add_profile(SQUARE + (1e9, 0), **{**GIVEN, "centroid": (1e9, 0)}).properties(),
      ValueError, "move the origin to the section"),
     (lambda: wall(points=[(0, 0), (10, 0), (0, 12), (10, 10)], kind="closed_wall", thickness=2),
      ValueError, "it crosses itself"),
-    (lambda: Section.polyline([(.1, .3), (.2, .6), (.7, 2.1)]), ValueError, "lie on a line"),
-    (lambda: Section().add([(0, 0), (1e40, 0), (0, 1e40)]).properties(), ValueError, "too large"),
-    (lambda: Section.polyline([(0, 0), (1e70, 0), (0, 1e70)]), ValueError, "too large"),
-    (lambda: Section().add(np.multiply(TRIANGLE, 1e200)).properties(), ValueError, "too large"),
-    (lambda: Section().add(TRIANGLE).properties(dx=NAN), ValueError, "dx: expected a finite number"),
-    (lambda: Section().add(TRIANGLE).properties(dy="1"), TypeError, "dy: expected a number, got '1'"),
-    (lambda: Section().add(TRIANGLE, solid="hole"), TypeError, "solid: expected True or False"),
+    (lambda: ContourSection.polyline([(.1, .3), (.2, .6), (.7, 2.1)]), ValueError, "lie on a line"),
+    (lambda: ContourSection().add([(0, 0), (1e40, 0), (0, 1e40)]).properties(), ValueError, "too large"),
+    (lambda: ContourSection.polyline([(0, 0), (1e70, 0), (0, 1e70)]), ValueError, "too large"),
+    (lambda: ContourSection().add(np.multiply(TRIANGLE, 1e200)).properties(), ValueError, "too large"),
+    (lambda: ContourSection().add(TRIANGLE).properties(dx=NAN), ValueError, "dx: expected a finite number"),
+    (lambda: ContourSection().add(TRIANGLE).properties(dy="1"), TypeError, "dy: expected a number, got '1'"),
+    (lambda: ContourSection().add(TRIANGLE, solid="hole"), TypeError, "solid: expected True or False"),
     (lambda: CSectionTools().PushContour(TRIANGLE, 256), ValueError, "flag: expected 0 to 255"),
     (lambda: CSectionTools().PushContour(TRIANGLE, 10**30), ValueError, "flag: expected 0 to 255"),
     (lambda: CSectionTools().PushContour(TRIANGLE, 1.0), TypeError, "flag: expected a whole number"),
-    (lambda: Section().add_profile(TRIANGLE[:2], **GIVEN), ValueError, "outline: at least 3 points"),
-    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "area": 0}), ValueError, "area: expected"),
-    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, NAN)}), ValueError,
+    (lambda: ContourSection().add_profile(TRIANGLE[:2], **GIVEN), ValueError, "outline: at least 3 points"),
+    (lambda: ContourSection().add_profile(TRIANGLE, **{**GIVEN, "area": 0}), ValueError, "area: expected"),
+    (lambda: ContourSection().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, NAN)}), ValueError,
      "centroid[1]: expected a finite number, got nan"),
-    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, 2, 3)}), ValueError,
+    (lambda: ContourSection().add_profile(TRIANGLE, **{**GIVEN, "centroid": (1, 2, 3)}), ValueError,
      "centroid: expected two numbers (x, y), got 3"),
-    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "inertia_1": -5}), ValueError,
+    (lambda: ContourSection().add_profile(TRIANGLE, **{**GIVEN, "inertia_1": -5}), ValueError,
      "inertia_1: expected 0 or more, got -5"),
-    (lambda: Section().add_profile(TRIANGLE, **{**GIVEN, "inertia_2": None}), TypeError,
+    (lambda: ContourSection().add_profile(TRIANGLE, **{**GIVEN, "inertia_2": None}), TypeError,
      "inertia_2: expected a number, got None"),
     (lambda: wall(kind="open"), ValueError, "kind: expected one of 'solid', 'closed_wall'"),
     (lambda: wall(torsion="thin"), ValueError, "torsion: expected one of 'tube', 'general'"),
@@ -228,9 +228,9 @@ THIN = [(0, 0), (1e4, 3000), (1e4, 3000 + 1e-5), (0, 1e-5)]
     (THIN, "thin for its size that .* about 4 are left; turn it")])
 def test_few_digits_are_told(points, told):
     with pytest.warns(LostDigitsWarning, match=told) as caught:
-        Section().add(points).properties()
+        ContourSection().add(points).properties()
     assert [warning.filename for warning in caught] == [__file__], "once, and where the call is"
-    near, none = Section().add(ANGLE + 3e4).properties(), ANGLE + 1e9
+    near, none = ContourSection().add(ANGLE + 3e4).properties(), ANGLE + 1e9
     with pytest.warns(LostDigitsWarning, match="1 of 3 sections") as caught:
         ends = np.cumsum([0, 6, len(points), 6])
         values = compute_batch([*ANGLE + 3e4, *points, *none], ends, [1] * 3, range(4))
@@ -249,7 +249,7 @@ class Raising:
 @pytest.mark.parametrize("error", [KeyboardInterrupt, MemoryError, RuntimeError])
 def test_other_errors_go_through(error):
     with pytest.raises(error):
-        Section().add([(0, 0), (1, Raising(error)), (1, 1)])
+        ContourSection().add([(0, 0), (1, Raising(error)), (1, 1)])
 
 
 def test_objects_without_init_are_refused():

@@ -18,7 +18,8 @@ import pytest
 
 import halvorn_section_tools
 from halvorn_section_tools import (
-    CSectionTools, LostDigitsWarning, Section, SectionProperties, _batch, _core, _section, compute_batch)
+    CSectionTools, ContourSection, LostDigitsWarning, SectionProperties, _batch, _catalogue, _contour_section,
+    _core, _properties, _quantity, _section, compute_batch)
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 CHANNEL = [(0, 0), (80, 0), (80, 12), (8, 12), (8, 188), (80, 188), (80, 200), (0, 200)]
@@ -46,7 +47,7 @@ def test_channel_has_the_values_of_hand_calculation():
     axis = b - area / 2 / (2 * flange)  # halves the area, just right of the web
     plastic_y = flange * (b - axis)**2 + flange * axis**2 + inner * web * (axis - web / 2)
     for points in (CHANNEL, CHANNEL[::-1]):
-        holds(Section().add(points).properties(), area=area, centroid_x=x, centroid_y=h / 2,
+        holds(ContourSection().add(points).properties(), area=area, centroid_x=x, centroid_y=h / 2,
               inertia_x=inertia_x, inertia_y=inertia_y, inertia_xy=0,
               elastic_modulus_bottom=inertia_x / (h / 2), elastic_modulus_top=inertia_x / (h / 2),
               elastic_modulus_left=inertia_y / x, elastic_modulus_right=inertia_y / (b - x),
@@ -55,32 +56,32 @@ def test_channel_has_the_values_of_hand_calculation():
 
 
 def test_holes_and_profiles_add_up():
-    tube = Section().add(SQUARE).add(HOLE, solid=False)
+    tube = ContourSection().add(SQUARE).add(HOLE, solid=False)
     holds(tube.properties(), area=1900, centroid_x=50, inertia_x=(100**4 - 90**4) / 12,
           plastic_modulus_x=100**3 / 4)
     given = dict(centroid=(50, 50), area=7, inertia_1=11, inertia_2=13, shear_area_1=17,
                  shear_area_2=19, torsion_constant=23, torsion_modulus=29, extra=31)
     for angle, inertias in ((0, (11, 13)), (math.pi / 2, (13, 11)), (math.pi / 4, (12, 12))):
-        holds(Section().add_profile(SQUARE, **given, angle_radians=angle).properties(),
+        holds(ContourSection().add_profile(SQUARE, **given, angle_radians=angle).properties(),
               area=7, centroid_x=50, inertia_x=inertias[0], inertia_y=inertias[1],
               torsion_constant=23, torsion_modulus=29, extra_sum=31)
-    holds(Section().add_profile(SQUARE, **given).properties(), shear_area_1=17, shear_area_2=19)
-    both = Section().add(SQUARE).add_profile(HOLE, **given, solid=False).properties()
+    holds(ContourSection().add_profile(SQUARE, **given).properties(), shear_area_1=17, shear_area_2=19)
+    both = ContourSection().add(SQUARE).add_profile(HOLE, **given, solid=False).properties()
     holds(both, area=10000 - 7, centroid_x=50, extra_sum=31)
 
 
 def test_polylines_follow_their_formulas():
-    wall = Section.polyline([(0, 0), (100, 0), (100, 60), (0, 60)], "closed_wall", thickness=4)
+    wall = ContourSection.polyline([(0, 0), (100, 0), (100, 60), (0, 60)], "closed_wall", thickness=4)
     middle = (104 * 64 + 96 * 56) / 2
     holds(wall, area=104 * 64 - 96 * 56, centroid_x=50, centroid_y=30, shear_area_x=640,
           torsion_constant=4 * middle**2 * 4 / (2 * (104 + 64)), torsion_modulus=2 * 4 * middle)
-    tube = Section.polyline(ring(64), "closed_wall", thickness=4, torsion="tube")
+    tube = ContourSection.polyline(ring(64), "closed_wall", thickness=4, torsion="tube")
     assert tube.torsion_constant == pytest.approx(2 * math.pi * 1000**3 * 4, rel=0.02)
-    solid, contour = Section.polyline(CHANNEL), Section().add(CHANNEL).properties()
+    solid, contour = ContourSection.polyline(CHANNEL), ContourSection().add(CHANNEL).properties()
     holds(solid, area=contour.area, centroid_x=contour.centroid_x,
           inertia_x_origin=contour.inertia_x + contour.area * 100**2,
           torsion_constant=contour.torsion_constant)
-    bent = Section.polyline([(0, 0), (80, 0), (80, 60)], "open_wall", thickness=4, radii=[0, 6, 0])
+    bent = ContourSection.polyline([(0, 0), (80, 0), (80, 60)], "open_wall", thickness=4, radii=[0, 6, 0])
     holds(bent, area=560)
 
 
@@ -91,11 +92,11 @@ def test_polylines_follow_their_formulas():
     lambda points: np.repeat(points, 2, axis=1)[:, ::2], iter, lambda points: np.array(points, object),
     lambda points: np.array(points, ">f8"), lambda points: [iter(point) for point in points]])
 def test_points_may_come_in_any_form(convert):
-    assert Section().add(convert(CHANNEL)).properties() == Section().add(CHANNEL).properties()
+    assert ContourSection().add(convert(CHANNEL)).properties() == ContourSection().add(CHANNEL).properties()
 
 
 def test_what_is_not_computed_is_none_and_results_are_frozen():
-    section = Section().add(CHANNEL)
+    section = ContourSection().add(CHANNEL)
     stopped, whole = section.properties(dy=-100), section.properties()
     missing = {name for name, value in dataclasses.asdict(stopped).items() if value is None}
     assert missing == {name for name in _core.VALUE_NAMES if "elastic" in name or "plastic" in name
@@ -111,7 +112,7 @@ def test_what_is_not_computed_is_none_and_results_are_frozen():
 
 
 def test_the_class_gives_what_the_library_writes():
-    tools, area = CSectionTools(), Section().add(CHANNEL).properties()
+    tools, area = CSectionTools(), ContourSection().add(CHANNEL).properties()
     tools.PushContour(CHANNEL, 1)
     values = tools.GetCalculValues()
     assert (values.xG, values.yG) == tools.GetCDG() and values.ixx == tools.GetIxx()
@@ -163,7 +164,7 @@ def test_a_digit_is_left_of_every_inertia_and_only_rounding_is_zero_and_lost_one
         try:
             with warnings.catch_warnings(record=True) as caught:
                 warnings.simplefilter("always")
-                found = Section().add(points).properties()
+                found = ContourSection().add(points).properties()
         except ValueError as error:
             assert "rounding leaves no digit" in str(error)
             raised += 1
@@ -182,31 +183,31 @@ def test_rounding_is_zero_in_every_output():
     given = dict(centroid=(0, 0), area=7, inertia_1=1e9, inertia_2=0, shear_area_1=1, shear_area_2=1,
                  torsion_constant=1, torsion_modulus=1, angle_radians=math.pi / 2)
     tube = ring(24)
-    channel = Section().add(CHANNEL)
+    channel = ContourSection().add(CHANNEL)
     batch = compute_batch(CHANNEL, [0, 8], [1], [0, 1])
     assert (channel.properties().inertia_xy, batch["inertia_xy"][0]) == (0.0, 0.0)
     assert "inertia_xy              0\n" in str(channel.properties())
-    round_bar = Section().add(tube).properties()
-    profile = Section().add_profile(np.subtract(HOLE, 50), **given).properties()
+    round_bar = ContourSection().add(tube).properties()
+    profile = ContourSection().add_profile(np.subtract(HOLE, 50), **given).properties()
     assert (round_bar.centroid_x, round_bar.centroid_y, round_bar.inertia_xy) == (0.0, 0.0, 0.0)
     assert (profile.inertia_x, profile.inertia_y, profile.inertia_xy) == (0.0, 1e9, 0.0)
     assert profile.elastic_modulus_top == 0.0
     bar = np.array([(-70, -50), (70, 50), (70, 50.0001), (-70, -49.9999)])
-    cross = Section().add(bar).add(np.roll(bar * (-1, 1), 1, axis=0)).properties()
+    cross = ContourSection().add(bar).add(np.roll(bar * (-1, 1), 1, axis=0)).properties()
     assert (cross.centroid_x, cross.inertia_xy) == (0.0, 0.0)
     far = compute_batch(np.add(CHANNEL, (0, 1e10)), [0, 8], [1], [0, 1])
     lost = {"inertia_x", "inertia_xy", "elastic_modulus_bottom", "elastic_modulus_top"}
     assert {name for name in far.names if np.isnan(far[name][0])} == lost
-    for line in (Section.polyline(tube), Section.polyline(tube, "closed_wall", thickness=9)):
+    for line in (ContourSection.polyline(tube), ContourSection.polyline(tube, "closed_wall", thickness=9)):
         assert (line.centroid_x, line.centroid_y, line.inertia_xy_origin) == (0.0, 0.0, 0.0)
     # What is small and not rounding stays: a corner moved by 1e-9 and a wall by 1e-9.
-    moved = Section().add([*SQUARE[:2], (100, 100 + 1e-9), SQUARE[3]]).properties()
+    moved = ContourSection().add([*SQUARE[:2], (100, 100 + 1e-9), SQUARE[3]]).properties()
     assert moved.inertia_xy == pytest.approx(1e-9 * 100**3 / 24, rel=1e-3)
-    wall = Section.polyline([(-50, 1e-9), (50, 1e-9)], "open_wall", thickness=2)
+    wall = ContourSection.polyline([(-50, 1e-9), (50, 1e-9)], "open_wall", thickness=2)
     assert wall.centroid_y == pytest.approx(1e-9, rel=1e-3)
 
 
-class Named(Section):
+class Named(ContourSection):
     """At the top of the module, so that it can be pickled."""
 
 
@@ -218,7 +219,7 @@ def test_sections_are_copied_and_pickled_and_the_class_refuses():
         assert twin.properties() == before and repr(twin) == repr(section) and twin.name == ["girder"]
         twin.add(CHANNEL)
     assert section.properties() == before
-    with pytest.raises(TypeError, match="cannot be pickled.*pickle a Section"):
+    with pytest.raises(TypeError, match="cannot be pickled.*pickle a ContourSection"):
         pickle.dumps(CSectionTools())
 
 
@@ -239,7 +240,7 @@ def test_a_batch_has_the_bits_of_a_loop_with_any_number_of_threads():
     dx = np.linspace(-5, 5, 200)
     loop = []
     for i, items in enumerate(contours):
-        section = Section()
+        section = ContourSection()
         for contour, flag in zip(items, flags[sections[i]:]):
             section.add(contour, bool(flag))
         try:
@@ -257,7 +258,7 @@ def test_a_batch_has_the_bits_of_a_loop_with_any_number_of_threads():
 
 def long_calls():
     """Calls of some milliseconds, with all that NumPy does for them done before."""
-    large, holder, tools = ring(500_000), Section().add(ring(500_000)), CSectionTools()
+    large, holder, tools = ring(500_000), ContourSection().add(ring(500_000)), CSectionTools()
     small, parts, flags = np.tile(ring(100), (1000, 1)), np.arange(0, 100_001, 100), np.ones(1000, int)
     line, radii, sections = ring(30_000), np.ones(30_000), np.arange(1001)
     return {"batch": lambda: _core.batch_values(small, parts, flags, sections, 0, 0, 1),
@@ -294,8 +295,8 @@ def test_long_calls_let_other_threads_run(name):
 
 
 def test_threads_share_a_section():
-    section, tools, small, large = Section(), CSectionTools(), np.array(SQUARE), ring(1500, 100.0) // 1
-    area = Section().add(large).properties().area
+    section, tools, small, large = ContourSection(), CSectionTools(), np.array(SQUARE), ring(1500, 100.0) // 1
+    area = ContourSection().add(large).properties().area
 
     def work():
         for _ in range(25):
@@ -341,8 +342,8 @@ def test_calls_on_one_section_follow_each_other():
 def test_exhausted_memory_is_a_memory_error_and_leaves_the_section_usable():
     code = """if True:
         import resource, numpy as np
-        from halvorn_section_tools import Section
-        section, points = Section().add([(0, 0), (3, 0), (3, 2), (0, 2)]), np.ones((8_000_000, 2))
+        from halvorn_section_tools import ContourSection
+        section, points = ContourSection().add([(0, 0), (3, 0), (3, 2), (0, 2)]), np.ones((8_000_000, 2))
         used = int(open("/proc/self/statm").read().split()[0]) * resource.getpagesize()
         resource.setrlimit(resource.RLIMIT_AS, (used + 2**26, used + 2**26))
         try:
@@ -355,16 +356,16 @@ def test_exhausted_memory_is_a_memory_error_and_leaves_the_section_usable():
 def test_plot_draws_on_axes(monkeypatch):
     matplotlib = pytest.importorskip("matplotlib", reason="Matplotlib is not installed")
     matplotlib.use("Agg")
-    hollow = Section().add(HOLE, solid=False).add(SQUARE).plot()
+    hollow = ContourSection().add(HOLE, solid=False).add(SQUARE).plot()
     assert [patch.get_facecolor()[0] for patch in hollow.patches] == [0.85, 1.0], "the hole is above"
     with pytest.raises(TypeError, match="expected Matplotlib axes, got 'x'"):
-        Section().add(SQUARE).plot("x")
-    keyhole = Section().add([*SQUARE, (0, 0), *HOLE, (5, 5)])
+        ContourSection().add(SQUARE).plot("x")
+    keyhole = ContourSection().add([*SQUARE, (0, 0), *HOLE, (5, 5)])
     axes = keyhole.plot()
     assert isinstance(axes, matplotlib.axes.Axes) and keyhole.plot(axes) is axes
     assert len(axes.collections[0].get_segments()) == 8  # without the bridge
     assert [line.get_ydata()[0] for line in axes.lines[:1]] == [pytest.approx(50)]
-    angle = Section().add([(0, 0), (60, 0), (60, 10), (10, 10), (10, 60), (0, 60)]).plot()
+    angle = ContourSection().add([(0, 0), (60, 0), (60, 10), (10, 10), (10, 60), (0, 60)]).plot()
     (x0, x1), (y0, y1) = angle.lines[2].get_data()
     assert (y1 - y0) / (x1 - x0) == pytest.approx(1), "axis 1 of equal legs is at 45 degrees"
     angle.figure.canvas.draw()
@@ -373,15 +374,17 @@ def test_plot_draws_on_axes(monkeypatch):
         keyhole.plot()
 
 
-@pytest.mark.parametrize("module", [halvorn_section_tools, _batch, _section])
+@pytest.mark.parametrize("module", [halvorn_section_tools, _batch, _catalogue, _contour_section, _properties,
+                                    _quantity, _section])
 def test_docstrings_are_true(module):
     failed, attempted = doctest.testmod(module)
     assert attempted > 0 and failed == 0
 
 
 @pytest.mark.parametrize("document", ["README.md", "docs/python.md"])
-def test_documents_are_true(document):
+def test_documents_are_true(document, monkeypatch):
     """Blocks of >>> lines; a fence ends them as an empty line does."""
+    monkeypatch.chdir(SOURCE)
     text = (SOURCE / document).read_text().replace("```", "\n")
     test = doctest.DocTestParser().get_doctest(text, {}, document, document, 0)
     result = doctest.DocTestRunner(optionflags=doctest.ELLIPSIS).run(test)

@@ -1,0 +1,81 @@
+"""Sections of a part that a call describes, read by the engine as it reads section files."""
+
+from __future__ import annotations
+
+import json
+import re
+from typing import Any, Mapping
+
+import numpy as np
+
+from ._core import EngineSection, InputError, checked_number, checked_points
+from ._types import Number, Points
+
+_FEWEST = {"ring": 3, "wall": 2}
+
+
+def _place(pointer: str) -> str:
+    """A place in the text as an argument: "/parts/0/wall/points/2" is points[2]."""
+    names = re.sub(r"^/(parts/0|contours/\d+)(/wall)?", "", pointer).strip("/").split("/")
+    return "".join(f"[{name}]" if name.isdigit() else name for name in names)
+
+
+def section_of(call: str, content: Mapping[str, Any], unit: object, name: object) -> EngineSection:
+    """Has the engine read contours or parts.
+
+    call  what messages and findings call it when it has no name
+    Raises ValueError naming the argument.
+    """
+    for argument, text in (("unit", unit), ("name", name)):
+        if not isinstance(text, str):
+            raise TypeError(f"{argument}: expected a text, got {text!r}")
+    text = json.dumps({"version": 1, "unit": unit, "name": name, **content})
+    try:
+        return EngineSection.parse(text, "json", str(name) or call, {})
+    except InputError as error:
+        place = _place(error.place) or call
+        raise ValueError(f"{place}: {error.problem}; {error.mend}") from None
+
+
+def _ring(points: Points, place: str) -> list[Any]:
+    rows: list[Any] = checked_points(points, place, _FEWEST["ring"]).tolist()
+    return rows
+
+
+def polygon(points: Points, holes: object, unit: object, name: object) -> EngineSection:
+    """A solid with holes."""
+    contours = [{"kind": "solid", "points": _ring(points, "points")}]
+    try:
+        rings = list(holes)  # type: ignore[call-overload]
+    except TypeError:
+        raise TypeError(f"holes: expected a list of rings of points, got {holes!r}") from None
+    if rings and isinstance(rings[0], (tuple, np.ndarray)) and np.shape(rings[0]) == (2,):
+        raise ValueError("holes: expected a list of rings of points, got one ring; put it into []")
+    for i, ring in enumerate(rings):
+        contours.append({"kind": "hole", "points": _ring(ring, f"holes[{i}]")})
+    return section_of("polygon", {"contours": contours}, unit, name)
+
+
+def shape(kind: object, dimensions: Mapping[str, Number], unit: object, name: object) -> EngineSection:
+    """A shape by its dimensions."""
+    if not isinstance(kind, str):
+        raise TypeError(f"kind: expected the name of a shape, got {kind!r}")
+    numbers = {key: checked_number(value, key) for key, value in dimensions.items()}
+    return section_of("shape", {"parts": [{"shape": kind, **numbers}]}, unit, name)
+
+
+def wall(points: Points, thickness: Number, closed: bool, radii: object, unit: object,
+         name: object) -> EngineSection:
+    """A bent plate or a box by its mid-line."""
+    if not isinstance(closed, bool):
+        raise TypeError(f"closed: expected True or False, got {closed!r}")
+    line = checked_points(points, "points", _FEWEST["ring" if closed else "wall"]).tolist()
+    part: dict[str, Any] = {"kind": "closed" if closed else "open", "points": line,
+                            "thickness": checked_number(thickness, "thickness")}
+    if radii is not None:
+        try:
+            bends = list(radii)  # type: ignore[call-overload]
+        except TypeError:
+            raise TypeError(f"radii: expected one number per point, got {radii!r}") from None
+        part["radii"] = [checked_number(radius, f"radii[{i}]") for i, radius in enumerate(bends)]
+    return section_of("wall", {"parts": [{"wall": part}]}, unit, name)
