@@ -41,6 +41,13 @@ def build_tools() -> list[str]:
     return tools
 
 
+def readme() -> str:
+    """docs/python.md without its pictures and its links to other files, which a wheel has not."""
+    text = (SOURCE / "docs/python.md").read_text(encoding="utf-8")
+    text = re.sub(r"^!\[.*\n|^<!--.*-->\n", "", text, flags=re.M)
+    return re.sub(r"\[([^\]\n]+)\]\((?!https?:)[^)\s]+\)", r"\1", text)
+
+
 def run(*command: str) -> None:
     if subprocess.run(command).returncode != 0:
         raise SystemExit(f"error: {' '.join(command[:3])} failed; what it says above tells why")
@@ -54,8 +61,9 @@ class CMakeBuild(build_ext):
             raise SystemExit(f"error: the build needs {' and '.join(lacking)}: install it, or run pip "
                              "without --no-build-isolation")
         package = pathlib.Path(self.get_ext_fullpath(ext.name)).resolve().parent
-        build = str(pathlib.Path(self.build_temp).resolve())
-        options = ["-DCMAKE_BUILD_TYPE=Release", "-DBUILD_SHARED_LIBS=OFF", "-DHALVORN_BUILD_TOOL=OFF",
+        build = str(pathlib.Path(os.environ.get("HALVORN_BUILD_FOLDER", self.build_temp)).resolve())
+        options = [f"-DCMAKE_BUILD_TYPE={os.environ.get('CMAKE_BUILD_TYPE', 'Release')}",
+                   "-DBUILD_SHARED_LIBS=OFF", "-DHALVORN_BUILD_TOOL=OFF",
                    "-DHALVORN_BUILD_TESTS=OFF", "-DHALVORN_BUILD_PYTHON=ON", "-DHALVORN_UNITY_BUILD=ON",
                    "-DHALVORN_PYTHON_WHEEL=ON", "-DHALVORN_PYTHON_DIR=.",
                    f"-DHALVORN_PYTHON={sys.executable}", f"-DCMAKE_INSTALL_PREFIX={package.parent}"]
@@ -76,7 +84,10 @@ class CMakeBuild(build_ext):
 
 setup(
     version=VERSION,
-    license="MIT",
+    license="MIT, and MPL-2.0 of what is compiled in",
+    license_files=["LICENSE", "LICENSE.libraries"],
+    long_description=readme(),
+    long_description_content_type="text/markdown",
     setup_requires=build_tools(),
     ext_modules=[Extension("halvorn_section_tools._core", [])],
     cmdclass={"build_ext": CMakeBuild},
