@@ -503,7 +503,7 @@ public:
     /// Returns the largest normal, shear and von Mises stress; empty without forces.
     const std::vector<LargestStress>& Stresses() const;
     /// Returns the stresses at points under the forces of the report: NaN outside the material. A
-    /// point is within when it is no farther from an outline than 1e-6 of the section's longer
+    /// point is within when it is no farther from an outline than 1e-4 of the section's longer
     /// side. Beside a sharp corner that turns into the material they grow with the fineness of the
     /// solution, unlike the largest stresses, which leave it out. Cost: that of some ten triangles
     /// of the solution for each point.

@@ -1,10 +1,10 @@
-#include <cmath>
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 #include <new>
 #include <utility>
 
-#include "geometry/arrangement.h"
+#include "geometry/box.h"
 #include "geometry/lengths.h"
 #include "kernel/box_tree.h"
 #include "warping/stress_at.h"
@@ -14,10 +14,12 @@ namespace halvorn::engine {
 
 namespace {
 
-// A point this near to a triangle lies on it, but for rounding; in the frame, whose size is about
-// 1, as the distance from outlines is.
+// A point this near to a triangle lies on it, but for rounding; in the frame, whose size is
+// about 1.
 constexpr double kOnTriangle = 1e-12;
-constexpr double kOnOutline = kContactDistance;
+// A point this near to the section lies on its outline, in parts of its longer side. Points of an
+// arc do, whose chords are drawn to 0.001 mm, on sections of 10 mm and more.
+constexpr double kOnOutline = 1e-4;
 
 // A place on a triangle, and how far from there the point is that was asked for.
 struct PlaceOnTriangle {
@@ -50,6 +52,8 @@ public:
         : frame_(fields.frame),
           part_(fields.parts.front()),
           factors_(FactorsUnder(forces, fields)) {
+        const Box around(part_.fields.space.mesh.vertices);
+        onOutline_ = kOnOutline * std::max(around.Width(), around.Height());
         const FieldSpace& space = part_.fields.space;
         const std::size_t n = space.TriangleCount();
         CArray<KBox> boxes(static_cast<KBox*>(std::calloc(n, sizeof(KBox))));
@@ -59,8 +63,8 @@ public:
                 const Point& p = space.CornerAt(static_cast<Index>(t), i);
                 return KPoint{p.x, p.y};
             };
-            boxes[t] = KBoxAround(KBoxOfSegment(corner(0), corner(1), kOnOutline),
-                                  KBoxOfSegment(corner(1), corner(2), kOnOutline));
+            boxes[t] = KBoxAround(KBoxOfSegment(corner(0), corner(1), onOutline_),
+                                  KBoxOfSegment(corner(1), corner(2), onOutline_));
         }
         if (KBuildBoxTree(&tree_, std::move(boxes), static_cast<int>(n)) != 0) {
             throw std::bad_alloc();
@@ -99,7 +103,7 @@ private:
                 if (place.distance < nearest.distance) nearest = place;
                 return false;
             });
-        if (count == 0.0 && nearest.distance <= kOnOutline) return {ShearAt(nearest), 1.0};
+        if (count == 0.0 && nearest.distance <= onOutline_) return {ShearAt(nearest), 1.0};
         return {sum, count};
     }
 
@@ -112,6 +116,7 @@ private:
     const Frame& frame_;
     const PartSolution& part_;
     FieldFactors factors_;
+    double onOutline_ = 0.0;
     KBoxTree tree_;
 };
 

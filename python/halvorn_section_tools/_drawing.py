@@ -41,12 +41,9 @@ def _path(rings: Iterable[NDArray[np.float64]]) -> Any:
 
 def _add(ax: Axes, rings: Iterable[NDArray[np.float64]], style: Mapping[str, Any], **default: Any) -> Any:
     """Adds what the rings enclose, outlines less holes, as one patch; `color` is that of its face."""
-    from matplotlib.cbook import normalize_kwargs
-    from matplotlib.patches import Patch, PathPatch
+    from matplotlib.patches import PathPatch
 
-    own = normalize_kwargs(dict(style), Patch)
-    if "color" in own:
-        own["facecolor"] = own.pop("color")
+    own = {"facecolor" if name == "color" else name: value for name, value in style.items()}
     return ax.add_patch(PathPatch(_path(rings), **{**default, **own}))
 
 

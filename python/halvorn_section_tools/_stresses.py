@@ -104,8 +104,8 @@ class Stresses:
 
         points  shape (n, 2), x and y [L]
 
-        A point is within when it is no farther from an outline than 1e-6 of the section's longer
-        side; arcs are their chords. Near a sharp corner that turns into the material the shear
+        A point is within when it is no farther from an outline than 1e-4 of the section's longer
+        side. Near a sharp corner that turns into the material the shear
         stress has no bound: there it grows with a smaller `tolerance`, and `max` leaves it out.
 
         >>> from halvorn_section_tools import Section

@@ -156,7 +156,8 @@ def test_drawings_show_material_axes_and_halves():
     _, axes = pyplot.subplots(1, 3)
     ax = TUBE.plot(axes[0], title="a tube", color="red", alpha=0.5, lw=3)
     assert ax is axes[0] and ax.get_title() == "a tube" and ax.get_aspect() == 1 and ax.get_ylabel() == "y [mm]"
-    assert ax.patches[0].get_linewidth() == 3 and colour(ax, 2.5, 70) == (255, 127, 127)
+    assert ax.patches[0].get_linewidth() == 3 and ax.patches[0].get_edgecolor()[:3] == (0, 0, 0)
+    assert colour(ax, 2.5, 70) == (255, 127, 127)
     assert colour(ax, 40, 70) == (255, 255, 255), "the hole is not filled"
     (level, upright, mark), beyond = ax.lines, 10
     assert level.get_ydata() == pytest.approx([50, 50]) and upright.get_xdata() == pytest.approx([30, 30])
