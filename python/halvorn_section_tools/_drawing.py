@@ -87,7 +87,7 @@ def draw_halves(section: Shown, halves: Halves, axis: str, ax: Axes | None, titl
     """Draws as `Section.plot_halves` says."""
     ax, rings = axes_of(ax, "plot_halves"), _rings(section)
     for half, tint in zip(halves.sides, _TINTS):
-        label = f"{half.side}: A = {half.area:.5g} {section.unit}^2, lever arm {half.lever_arm:.5g} {section.unit}"
+        label = f"{half.side}\nA = {half.area:.5g} {section.unit}^2\nlever arm {half.lever_arm:.5g} {section.unit}"
         # Pieces hang on to their holes by bridges, which have no edge to draw.
         _add(ax, half.pieces, style, facecolor=tint, alpha=0.6, linewidth=0.0, label=label)
         ax.plot(*half.centroid, "o", color="black", markersize=4)
@@ -98,7 +98,7 @@ def draw_halves(section: Shown, halves: Halves, axis: str, ax: Axes | None, titl
     start, end = ((place, halves.axis) if axis == "x" else (halves.axis, place)
                   for place in (along.min() - beyond, along.max() + beyond))
     axis_line(ax, start, end, "plastic axis", "-.")
-    ax.legend(loc="upper center", bbox_to_anchor=(0.5, -0.12), frameon=False)
+    ax.legend(fontsize="small")
     return _finish(ax, section, title)
 
 
