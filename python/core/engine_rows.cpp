@@ -1,7 +1,5 @@
 #include "engine_rows.h"
 
-#include <pybind11/numpy.h>
-
 #include <optional>
 #include <string>
 
@@ -17,6 +15,14 @@ py::object NumberOrNone(const std::optional<double>& number) {
     return number ? py::object(py::float_(*number)) : py::none();
 }
 
+py::dict NumbersByKey(const std::vector<engine::ProfileNumber>& numbers) {
+    py::dict dict;
+    for (const engine::ProfileNumber& number : numbers) dict[py::str(number.key)] = number.number;
+    return dict;
+}
+
+}  // namespace
+
 py::array PointsArray(const engine::Points& points) {
     py::array_t<double> array({points.size(), std::size_t{2}});
     double* at = array.mutable_data();
@@ -27,14 +33,6 @@ py::array PointsArray(const engine::Points& points) {
     array.attr("flags").attr("writeable") = false;
     return array;
 }
-
-py::dict NumbersByKey(const std::vector<engine::ProfileNumber>& numbers) {
-    py::dict dict;
-    for (const engine::ProfileNumber& number : numbers) dict[py::str(number.key)] = number.number;
-    return dict;
-}
-
-}  // namespace
 
 py::tuple PairOf(const engine::Point& point) {
     return py::make_tuple(point.x, point.y);

@@ -4,6 +4,7 @@
 #define HALVORN_PYTHON_CORE_ENGINE_ROWS_H
 
 #include <HalvornEngine.h>
+#include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 
 #include <vector>
@@ -12,6 +13,9 @@ namespace halvorn::python {
 
 /// Returns (x, y).
 pybind11::tuple PairOf(const engine::Point& point);
+
+/// Returns points as an array of shape (n, 2) that nobody can write to.
+pybind11::array PointsArray(const engine::Points& points);
 
 /// Returns for each value its number, None where there is none, and then key, name, symbol, unit,
 /// group, method, lower, upper, error, published, why it is missing.
