@@ -38,17 +38,18 @@ py::tuple PairOf(const engine::Point& point) {
     return py::make_tuple(point.x, point.y);
 }
 
+py::tuple ValueRow(const engine::Value& value) {
+    const py::object number =
+        value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
+    return py::make_tuple(number, value.key, value.name, value.symbol, value.unit,
+                          engine::GroupName(value.group), value.method, NumberOrNone(value.lower),
+                          NumberOrNone(value.upper), NumberOrNone(value.error),
+                          NumberOrNone(value.published), InPythonWords(value.whyMissing));
+}
+
 py::list ValueRows(const std::vector<engine::Value>& values) {
     py::list rows;
-    for (const engine::Value& value : values) {
-        const py::object number =
-            value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
-        rows.append(py::make_tuple(number, value.key, value.name, value.symbol, value.unit,
-                                   engine::GroupName(value.group), value.method,
-                                   NumberOrNone(value.lower), NumberOrNone(value.upper),
-                                   NumberOrNone(value.error), NumberOrNone(value.published),
-                                   InPythonWords(value.whyMissing)));
-    }
+    for (const engine::Value& value : values) rows.append(ValueRow(value));
     return rows;
 }
 

@@ -173,6 +173,26 @@ py::tuple HalvesAbout(const SectionReport& report, py::handle axis) {
     return HalvesRow(Unlocked([&] { return report.Halves(direction); }));
 }
 
+py::object RowOf(const SectionReport& report, const std::string& key) {
+    for (const engine::Value& value : report.Values()) {
+        if (value.key == key) return ValueRow(value);
+    }
+    return py::none();
+}
+
+// Of all values that there are, with or without torsion, warping and shear.
+py::dict NumbersOf(const SectionReport& report, bool wantsWarping) {
+    py::dict numbers;
+    for (const engine::Value& value : report.Values()) {
+        const bool isOfSolution = value.group == engine::ValueGroup::Torsion ||
+                                  value.key.rfind("shear_stiffness_", 0) == 0;
+        if (isOfSolution && !wantsWarping) continue;
+        numbers[py::str(value.key)] =
+            value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
+    }
+    return numbers;
+}
+
 py::list StressRows(const SectionReport& report) {
     py::list rows;
     for (const engine::LargestStress& stress : report.Stresses()) {
@@ -244,6 +264,8 @@ void BindSection(py::module_& module) {
 void BindReport(py::module_& module) {
     py::class_<SectionReport>(module, "EngineReport", "What is known about a section.")
         .def("values", [](const SectionReport& report) { return ValueRows(report.Values()); })
+        .def("value", &RowOf)
+        .def("numbers", &NumbersOf)
         .def("published", [](const SectionReport& report) { return ValueRows(report.Published()); })
         .def("class_values",
              [](const SectionReport& report) { return ValueRows(report.ClassValues()); })

@@ -25,6 +25,17 @@ class Known:
     details: tuple[ValueDetails, ...]
     findings: tuple[Finding, ...]
 
+    if not TYPE_CHECKING:  # else any name would pass
+        def __getattr__(self, name: str) -> object:
+            """A field, which is made when it is read for the first time, and kept."""
+            report = self.__dict__.get("_engine_report")
+            if report is None or name not in _names(type(self)):
+                raise AttributeError(f"{type(self).__name__!r} object has no attribute {name!r}")
+            return self.__dict__.setdefault(name, _field(type(self), report, name))
+
+    def __getstate__(self) -> dict[str, Any]:
+        return {name: getattr(self, name) for name in _names(type(self))}
+
     def about(self, key: str) -> ValueDetails:
         """Returns what is known about a value, also where there is no number.
 
@@ -73,19 +84,27 @@ class Known:
 
 
 @functools.lru_cache(None)
-def _keys(kind: Hashable) -> tuple[str, ...]:
+def _names(kind: Hashable) -> tuple[str, ...]:
     result: Any = kind
-    return tuple(item.name for item in fields(result) if item.name not in _NOT_VALUES)
+    return tuple(item.name for item in fields(result))
+
+
+def _field(kind: type[Known], report: EngineReport, name: str) -> object:
+    """What a field holds of a report, which has those of both kinds."""
+    if name == "findings":
+        return findings_of(report.findings())
+    if name != "details":
+        row = report.value(name)
+        return None if row is None else quantity_of(row)[0]
+    rows = {row[1]: row for row in report.values()}
+    keys = (key for key in _names(kind) if key not in _NOT_VALUES)
+    return tuple(ValueDetails(*rows[key][1:]) if key in rows else _NO_MASS for key in keys)
 
 
 def known(kind: type[KnownValues], report: EngineReport) -> KnownValues:
-    """The results of this kind from a report, which has them all."""
-    rows = {row[1]: row for row in report.values()}
-    make: Any = kind
-    found = [quantity_of(rows[key]) if key in rows else (None, _NO_MASS) for key in _keys(make)]
-    values: list[Any] = [number for number, _ in found]
-    made: KnownValues = make(*values, tuple(details for _, details in found),
-                             findings_of(report.findings()))
+    """The results of this kind from a report; each is made when it is read."""
+    made = object.__new__(kind)
+    made.__dict__["_engine_report"] = report
     return made
 
 
