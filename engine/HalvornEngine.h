@@ -462,6 +462,12 @@ struct Contour {
 /// How many outputs `CSectionTools` has for a section that is no polyline.
 inline constexpr std::size_t kClassValueCount = 17;
 
+/// Returns where the plastic axes of `CSectionTools` are, x that of the vertical one and y that of
+/// the horizontal one: they halve the area of all contours together, to which holes add like
+/// solids. Nothing where no line halves it.
+/// @param contours  in any order
+std::optional<Point> GrossPlasticAxes(const std::vector<Contour>& contours);
+
 struct Report;
 struct SectionModel;
 

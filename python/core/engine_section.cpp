@@ -4,7 +4,6 @@
 #include <pybind11/stl.h>
 
 #include <array>
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 #include "arguments.h"
 #include "engine_arguments.h"
 #include "engine_rows.h"
+#include "interrupt_watch.h"
 #include "section_values.h"
 
 namespace py = pybind11;
@@ -112,23 +112,13 @@ py::object ClassNumbersOf(const Section& section, py::handle dx, py::handle dy) 
     return values;
 }
 
-// Every so often an interrupted solution is looked for: often enough for Ctrl-C, seldom enough for
-// other threads.
-constexpr std::chrono::milliseconds kBetweenLooks{50};
-
 SectionReport EvaluateSection(const Section& section, const py::dict& options) {
     engine::EvaluateOptions read = ReadEvaluateOptions(options);
-    bool isStopped = false;
-    auto next = std::chrono::steady_clock::now() + kBetweenLooks;
-    read.isInterrupted = [&] {
-        if (isStopped || std::chrono::steady_clock::now() < next) return isStopped;
-        const py::gil_scoped_acquire held;
-        isStopped = PyErr_CheckSignals() != 0;
-        next = std::chrono::steady_clock::now() + kBetweenLooks;
-        return isStopped;
-    };
+    InterruptWatch watch(options.contains("watch") ? py::object(options["watch"])
+                                                   : py::object(py::none()));
+    read.isInterrupted = [&] { return watch.IsInterrupted(); };
     SectionReport report = Unlocked([&] { return section.Evaluate(read); });
-    if (isStopped) throw py::error_already_set();
+    watch.Rethrow();
     return report;
 }
 
@@ -180,13 +170,9 @@ py::object RowOf(const SectionReport& report, const std::string& key) {
     return py::none();
 }
 
-// Of all values that there are, with or without torsion, warping and shear.
-py::dict NumbersOf(const SectionReport& report, bool wantsWarping) {
+py::dict NumbersOf(const SectionReport& report) {
     py::dict numbers;
     for (const engine::Value& value : report.Values()) {
-        const bool isOfSolution = value.group == engine::ValueGroup::Torsion ||
-                                  value.key.rfind("shear_stiffness_", 0) == 0;
-        if (isOfSolution && !wantsWarping) continue;
         numbers[py::str(value.key)] =
             value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
     }

@@ -89,6 +89,11 @@ def _names(kind: Hashable) -> tuple[str, ...]:
     return tuple(item.name for item in fields(result))
 
 
+def keys_of(kind: type[Known]) -> tuple[str, ...]:
+    """The names of the values of a kind of results."""
+    return tuple(name for name in _names(kind) if name not in _NOT_VALUES)
+
+
 def _field(kind: type[Known], report: EngineReport, name: str) -> object:
     """What a field holds of a report, which has those of both kinds."""
     if name == "findings":
@@ -97,8 +102,7 @@ def _field(kind: type[Known], report: EngineReport, name: str) -> object:
         row = report.value(name)
         return None if row is None else quantity_of(row)[0]
     rows = {row[1]: row for row in report.values()}
-    keys = (key for key in _names(kind) if key not in _NOT_VALUES)
-    return tuple(ValueDetails(*rows[key][1:]) if key in rows else _NO_MASS for key in keys)
+    return tuple(ValueDetails(*rows[key][1:]) if key in rows else _NO_MASS for key in keys_of(kind))
 
 
 def known(kind: type[KnownValues], report: EngineReport) -> KnownValues:
