@@ -14,6 +14,7 @@ STEEL = 7850.0  # [kg/m^3]
 THINNEST = 6.0  # plate that is welded [mm]
 FLANGE_SLENDERNESS = 33.0  # clear width over thickness in compression [-]
 WEB_SLENDERNESS = 72.0  # clear height over thickness in bending [-]
+HIGHEST = 2.0  # height over width, so that it does not tilt [-]
 LARGEST = 800.0  # width and height [mm]
 
 
@@ -55,7 +56,7 @@ def slack(box: Box, modulus: float) -> list[float]:
     """What is left of each limit, relative; below 0 where the box is not allowed."""
     width, height = box.clear
     return [objective(box)[1] / modulus - 1, FLANGE_SLENDERNESS * box.flange / width - 1,
-            WEB_SLENDERNESS * box.web / height - 1]
+            WEB_SLENDERNESS * box.web / height - 1, HIGHEST * box.width / box.height - 1]
 
 
 def lightest(modulus: float) -> tuple[Box, int]:

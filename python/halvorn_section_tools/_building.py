@@ -43,7 +43,7 @@ def _in_arguments(error: InputError, call: str) -> ValueError:
 
 def _rings(holes: object) -> list[Points]:
     try:
-        rings = list(holes)  # type: ignore[call-overload]
+        rings: list[Points] = list(holes)  # type: ignore[call-overload]
     except TypeError:
         raise TypeError(f"holes: expected a list of rings of points, got {holes!r}") from None
     if rings and isinstance(rings[0], (tuple, np.ndarray)) and np.shape(rings[0]) == (2,):

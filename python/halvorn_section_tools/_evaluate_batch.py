@@ -37,7 +37,7 @@ class _Work:
         self.sections = sections
         self.keys = keys
         self._stop = threading.Event()
-        self._options = {**options, "watch": self._look}
+        self._options: dict[str, object] = {**options, "watch": self._look}
 
     def _look(self) -> None:
         if self._stop.is_set():

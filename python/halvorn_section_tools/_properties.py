@@ -5,7 +5,7 @@ from __future__ import annotations
 import functools
 import html
 from dataclasses import dataclass, field, fields
-from typing import TYPE_CHECKING, Any, Hashable, Iterator, TypeVar
+from typing import TYPE_CHECKING, Any, Callable, Iterator, TypeVar
 
 from ._quantity import Quantity, ValueDetails, quantity_of
 from ._report import Finding, findings_of
@@ -83,10 +83,8 @@ class Known:
             yield details.name, details.symbol, f"{value:.7g}", details.unit, error, details.method
 
 
-@functools.lru_cache(None)
-def _names(kind: Hashable) -> tuple[str, ...]:
-    result: Any = kind
-    return tuple(item.name for item in fields(result))
+_names: Callable[[Any], tuple[str, ...]] = functools.lru_cache(None)(
+    lambda kind: tuple(item.name for item in fields(kind)))
 
 
 def keys_of(kind: type[Known]) -> tuple[str, ...]:
