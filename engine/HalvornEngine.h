@@ -475,6 +475,21 @@ struct Setting {
     Point shift = Point{0.0, 0.0};  ///< likewise; the part of it along the side comes first [L]
 };
 
+/// A closed outline of a section.
+struct Contour {
+    Points points;        ///< at least three; either way round
+    bool isSolid = true;  ///< else a hole
+};
+
+/// How many outputs `CSectionTools` has for a section that is no polyline.
+inline constexpr std::size_t kClassValueCount = 17;
+
+/// Returns where the plastic axes of `CSectionTools` are, x that of the vertical one and y that of
+/// the horizontal one: they halve the area of all contours together, to which holes add like
+/// solids. Nothing where no line halves it.
+/// @param contours  in any order
+std::optional<Point> GrossPlasticAxes(const std::vector<Contour>& contours);
+
 struct Report;
 struct SectionModel;
 
@@ -583,12 +598,23 @@ public:
     static Section Parse(const std::string& text, TextFormat format, const std::string& source,
                          const InputOptions& options = {});
 
+    /// Returns a section of outlines, the same as that of a section file with them.
+    /// @param contours  at least one
+    /// @param unit      of every length: "mm", "cm", "m" or "in"
+    /// @param name      of the section; may be empty
+    /// @param source    how messages and reports call it
+    /// @throws InputError for another unit, fewer than three points, coordinates that are not finite
+    static Section OfContours(const std::vector<Contour>& contours, const std::string& unit,
+                              const std::string& name, const std::string& source);
+
     /// Returns how messages call where the section came from: a path, the name of a profile.
     const std::string& Source() const;
     /// Returns the name of the section; may be empty.
     const std::string& Name() const;
     /// Returns the unit of every length: "mm", "cm", "m" or "in".
     const std::string& LengthUnit() const;
+    /// Returns the outlines as they are drawn, in the order in which the class gets them.
+    std::vector<Contour> Contours() const;
     /// Returns the density that the section file states, if any [kg/m^3].
     std::optional<double> Density() const;
 
@@ -601,6 +627,15 @@ public:
     ///         positive and finite, a tolerance, a Poisson's ratio, forces that are not finite or
     ///         come without `wantsWarping`
     SectionReport Evaluate(const EvaluateOptions& options = {}) const;
+
+    /// Returns the numbers of `SectionReport::ClassValues`, in their order and to the bit, where
+    /// they are all that is to be said: of a section of one drawn solid and the holes within it, of
+    /// which a report would have neither errors nor warnings and miss no value. Nothing for others,
+    /// also where that takes more than a quick look; `Evaluate` then says what. Cost: about that of
+    /// the class alone.
+    /// @param shift  of the reference point of the elastic moduli [L]
+    /// @throws InputError for a shift that is not finite
+    std::optional<std::array<double, kClassValueCount>> ClassNumbers(const Shift& shift = {}) const;
 
     /// Returns what is doubtful about the section, the worst first, of outlines that cross
     /// themselves too.

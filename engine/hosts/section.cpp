@@ -3,8 +3,10 @@
 
 #include "HalvornEngine.h"
 #include "model/outlines.h"
+#include "read/contours.h"
 #include "read/open_section.h"
 #include "region/polygons.h"
+#include "values/class_numbers.h"
 #include "values/evaluate.h"
 
 namespace halvorn::engine {
@@ -69,6 +71,12 @@ Section Section::Parse(const std::string& text, TextFormat format, const std::st
         std::make_shared<const SectionModel>(ParseSection(text, format, source, options)));
 }
 
+Section Section::OfContours(const std::vector<Contour>& contours, const std::string& unit,
+                            const std::string& name, const std::string& source) {
+    return Section(
+        std::make_shared<const SectionModel>(SectionOfContours(contours, unit, name, source)));
+}
+
 const std::string& Section::Source() const {
     return model_->source;
 }
@@ -81,6 +89,14 @@ const std::string& Section::LengthUnit() const {
     return model_->unit;
 }
 
+std::vector<Contour> Section::Contours() const {
+    std::vector<Contour> contours;
+    for (const Element& element : model_->elements) {
+        contours.push_back({element.ring, element.isSolid});
+    }
+    return contours;
+}
+
 std::optional<double> Section::Density() const {
     return model_->density;
 }
@@ -90,15 +106,21 @@ SectionReport Section::Evaluate(const EvaluateOptions& options) const {
     CheckDensity(options.density);
     CheckWarping(options);
     const auto evaluated = [&](const SectionModel& section) {
-        const auto report = std::make_shared<Report>(engine::Evaluate(section, options.shift));
+        const auto report = std::make_shared<Report>(
+            engine::Evaluate(section, options.shift, options.wantsClassValues));
         if (options.wantsWarping) AddWarping(options, report.get());
-        if (!options.wantsClassValues) LeaveOutClassValues(report.get());
         return SectionReport(report);
     };
     if (!options.density) return evaluated(*model_);
     SectionModel dense = *model_;
     dense.density = options.density;
     return evaluated(dense);
+}
+
+std::optional<std::array<double, kClassValueCount>> Section::ClassNumbers(
+    const Shift& shift) const {
+    CheckShift(shift, *model_);
+    return ClassNumbersOf(*model_, shift);
 }
 
 std::vector<Finding> Section::Diagnose() const {

@@ -50,6 +50,18 @@ void AddGiven(const GivenValues& given, const Box& box, SumRounding* sum) {
     sum->turnedShear += turned * (given.shearArea1.value_or(0.0) + given.shearArea2.value_or(0.0));
 }
 
+void ClearNumber(double most, double* number) {
+    if (std::fabs(*number) <= most) *number = 0.0;
+}
+
+template <typename Outputs>
+void ClearMoments(const SumRounding& rounding, Outputs* out) {
+    if (!std::isfinite(out->area)) return;
+    ClearNumber(rounding.firstX / std::fabs(out->area), &out->centroid.x);
+    ClearNumber(rounding.firstY / std::fabs(out->area), &out->centroid.y);
+    ClearNumber(rounding.inertiaXY, &out->inertiaXY);
+}
+
 }  // namespace
 
 SumRounding RoundingOf(const Polyline& polyline) {
@@ -90,19 +102,18 @@ SumRounding RoundingOf(const std::vector<Element>& elements) {
     return sum;
 }
 
-void ClearRounding(const SumRounding& rounding, std::vector<Value>* values) {
-    const Value* const area = FindValue(*values, "area");
-    if (area == nullptr) return;
-    for (Value& value : *values) {
-        const std::string_view key = value.key;
-        const double most = key == "centroid_x"   ? rounding.firstX / std::fabs(area->number)
-                            : key == "centroid_y" ? rounding.firstY / std::fabs(area->number)
-                            : key.starts_with("inertia_xy")            ? rounding.inertiaXY
-                            : key == "inertia_x" || key == "inertia_y" ? rounding.turnedInertia
-                            : key.starts_with("shear_area_")           ? rounding.turnedShear
-                                                                       : 0.0;
-        if (std::fabs(value.number) <= most) value.number = 0.0;
+void ClearRounding(const SumRounding& rounding, ClassOutputs* out) {
+    ClearMoments(rounding, out);
+    for (double* const inertia : {&out->inertiaX, &out->inertiaY}) {
+        ClearNumber(rounding.turnedInertia, inertia);
     }
+    for (double* const area : {&out->shearArea1, &out->shearArea2}) {
+        ClearNumber(rounding.turnedShear, area);
+    }
+}
+
+void ClearRounding(const SumRounding& rounding, PolylineOutputs* out) {
+    ClearMoments(rounding, out);
 }
 
 }  // namespace halvorn::engine

@@ -3,12 +3,11 @@
 #ifndef HALVORN_ENGINE_VALUES_CLASS_ROUNDING_H
 #define HALVORN_ENGINE_VALUES_CLASS_ROUNDING_H
 
-#include <string>
 #include <vector>
 
 #include "geometry/box.h"
+#include "model/class_outputs.h"
 #include "model/section_model.h"
-#include "values/report.h"
 
 namespace halvorn::engine {
 
@@ -37,7 +36,10 @@ SumRounding RoundingOf(const Polyline& polyline);
 
 /// Sets to 0 what is no more than rounding of 0: centres of gravity and product moments on an axis
 /// of symmetry, what a quarter turn leaves of a given 0.
-void ClearRounding(const SumRounding& rounding, std::vector<Value>* values);
+void ClearRounding(const SumRounding& rounding, ClassOutputs* out);
+
+/// Likewise of a polyline.
+void ClearRounding(const SumRounding& rounding, PolylineOutputs* out);
 
 }  // namespace halvorn::engine
 

@@ -158,8 +158,10 @@ private:
 void AddElementValues(Report* report) {
     const std::vector<Element>& elements = report->section.elements;
     const ClassOutputs out = ClassOutputsOf(elements, report->shift.dx, report->shift.dy);
+    ClassOutputs cleared = out;
+    ClearRounding(RoundingOf(elements), &cleared);
     std::vector<Value>& values = report->classValues;
-    values = Describe(kClassValues, out, report->section.unit);
+    values = Describe(kClassValues, cleared, report->section.unit);
     if (out.isStopped) MarkStopped(values);
     DescribeElementMethods(elements, &values);
     if (IsNoArea(elements, out.area)) {
@@ -169,7 +171,6 @@ void AddElementValues(Report* report) {
     } else {
         const auto isFree = [](const Element& element) { return !element.given; };
         if (std::all_of(elements.begin(), elements.end(), isFree)) MarkTooSmall(values);
-        ClearRounding(RoundingOf(elements), &values);
         if (std::isfinite(out.inertiaX + out.inertiaY + out.inertiaXY)) {
             DigitKeeper(report->section, out, report).Keep();
         }
@@ -194,7 +195,9 @@ void AddPolylineValues(Report* report) {
     const Polyline& polyline = *report->section.polyline;
     const PolylineOutputs out = PolylineOutputsOf(polyline);
     std::vector<Value>& values = report->classValues;
-    values = Describe(kPolylineValues, out, report->section.unit);
+    PolylineOutputs cleared = out;
+    ClearRounding(RoundingOf(polyline), &cleared);
+    values = Describe(kPolylineValues, cleared, report->section.unit);
     DescribePolylineMethods(polyline, &values);
     const bool isSolid = polyline.kind == PolylineKind::Solid;
     const double rounding = isSolid ? AreaRounding(polyline.points) : 0.0;
@@ -205,7 +208,6 @@ void AddPolylineValues(Report* report) {
     } else if (isFinite && !isSolid && IsImpossible(polyline, out)) {
         for (Value& value : values) value.whyMissing = kImpossibleWall;
     }
-    ClearRounding(RoundingOf(polyline), &values);
 }
 
 }  // namespace

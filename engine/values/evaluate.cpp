@@ -72,6 +72,12 @@ void SortFindings(Report* report) {
                      [](const Finding& a, const Finding& b) { return a.severity > b.severity; });
 }
 
+void LeaveOutFindingsOfClass(std::vector<Finding>* findings) {
+    std::erase_if(*findings, [](const Finding& finding) {
+        return finding.kind == FindingKind::SmallForClass;
+    });
+}
+
 void Solve(const EvaluateOptions& options, Report* report) {
     if (report->transformed) {
         report->whyNoWarping = kNoWarpingOfComposite;
@@ -91,7 +97,7 @@ void Solve(const EvaluateOptions& options, Report* report) {
 
 }  // namespace
 
-Report Evaluate(const SectionModel& section, const Shift& shift) {
+Report Evaluate(const SectionModel& section, const Shift& shift, bool wantsClassValues) {
     if (section.elements.empty()) {
         throw InputError(section.source, "the section is empty", "give it an outline");
     }
@@ -107,7 +113,11 @@ Report Evaluate(const SectionModel& section, const Shift& shift) {
     AddComposite(&report);
     AddPublished(&report);
     CompareWithPublished(&report);
-    AddClassValues(&report);
+    if (wantsClassValues) {
+        AddClassValues(&report);
+    } else {
+        LeaveOutFindingsOfClass(&report.findings);
+    }
     SortFindings(&report);
     return report;
 }
@@ -124,14 +134,6 @@ void AddWarping(const EvaluateOptions& options, Report* report) {
     }
     if (options.forces) AddStresses(report);
     SortFindings(report);
-}
-
-void LeaveOutClassValues(Report* report) {
-    report->classValues.clear();
-    std::erase_if(report->findings, [](const Finding& finding) {
-        return finding.kind == FindingKind::SmallForClass ||
-               finding.kind == FindingKind::LostDigitsOfClass;
-    });
 }
 
 void AddHalves(Report* report) {

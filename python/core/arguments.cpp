@@ -111,6 +111,52 @@ void RequireShape(const py::array& array, const std::string& place) {
                           Shown(array.attr("shape")) + remedy);
 }
 
+bool IsPlainNumber(PyObject* object) {
+    return PyFloat_CheckExact(object) != 0 || PyLong_CheckExact(object) != 0;
+}
+
+// Appends the numbers of a list of pairs of plain numbers, all finite. False for all else.
+bool ReadPlainPairs(py::handle object, std::vector<double>* coordinates) {
+    const auto isSequence = [](PyObject* item) {
+        return PyList_CheckExact(item) != 0 || PyTuple_CheckExact(item) != 0;
+    };
+    if (!isSequence(object.ptr())) return false;
+    const py::ssize_t count = PySequence_Fast_GET_SIZE(object.ptr());
+    coordinates->reserve(2 * static_cast<std::size_t>(count));
+    for (py::ssize_t i = 0; i < count; ++i) {
+        PyObject* const pair = PySequence_Fast_GET_ITEM(object.ptr(), i);
+        if (!isSequence(pair) || PySequence_Fast_GET_SIZE(pair) != 2) return false;
+        for (py::ssize_t k = 0; k < 2; ++k) {
+            PyObject* const item = PySequence_Fast_GET_ITEM(pair, k);
+            if (!IsPlainNumber(item)) return false;
+            const double number = PyFloat_AsDouble(item);
+            if (!std::isfinite(number) || (number == -1.0 && PyErr_Occurred() != nullptr)) {
+                PyErr_Clear();  // a whole number too large for a float
+                return false;
+            }
+            coordinates->push_back(number);
+        }
+    }
+    return true;
+}
+
+// Likewise of an array of doubles of shape (n, 2), row by row in memory.
+bool ReadPlainArray(py::handle object, std::vector<double>* coordinates) {
+    static PyObject* const kArrayType =
+        py::object(py::module_::import("numpy").attr("ndarray")).release().ptr();
+    // Of subclasses nobody knows what the numbers are.
+    if (py::type::handle_of(object).ptr() != kArrayType) return false;
+    if (!py::array_t<double, py::array::c_style>::check_(object)) return false;
+    const auto array = py::reinterpret_borrow<py::array_t<double, py::array::c_style>>(object);
+    if (array.ndim() != 2 || array.shape(1) != 2) return false;
+    const double* const data = array.data();
+    if (!std::all_of(data, data + array.size(), [](double x) { return std::isfinite(x); })) {
+        return false;
+    }
+    coordinates->assign(data, data + array.size());
+    return true;
+}
+
 // One point after the other, for what is no array of numbers, so that the message can name it.
 std::vector<double> WalkPoints(py::handle object, const std::string& place,
                                const NamePoint& namePoint) {
@@ -173,10 +219,14 @@ py::array Row(py::handle object, const std::string& place, const char* what) {
 
 std::vector<double> ReadPoints(py::handle object, const std::string& place, std::size_t fewest,
                                const NamePoint& namePoint) {
-    const NamePoint name = namePoint ? namePoint : [&](std::size_t i) { return Item(place, i); };
-    const py::array array = NumericArray(object, place);
-    std::vector<double> coordinates = array && array.ndim() > 0 ? CopyPoints(array, place, name)
-                                                                : WalkPoints(object, place, name);
+    std::vector<double> coordinates;
+    if (!ReadPlainArray(object, &coordinates) && !ReadPlainPairs(object, &coordinates)) {
+        const NamePoint name =
+            namePoint ? namePoint : [&](std::size_t i) { return Item(place, i); };
+        const py::array array = NumericArray(object, place);
+        coordinates = array && array.ndim() > 0 ? CopyPoints(array, place, name)
+                                                : WalkPoints(object, place, name);
+    }
     const std::size_t count = coordinates.size() / 2;
     if (count < fewest) {
         throw py::value_error(place + ": at least " + std::to_string(fewest) +

@@ -1,9 +1,11 @@
 #include "batch.h"
 
 #include <CSectionTools.h>
+#include <HalvornEngine.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <exception>
 #include <limits>
 #include <thread>
@@ -55,6 +57,25 @@ std::string FindFault(const std::vector<std::int64_t>& offsets, std::size_t end,
            std::to_string(end) + " " + words.parts;
 }
 
+// Those that belong to the plastic moduli: y of the horizontal one, x of the vertical one.
+void WritePlasticAxes(const std::vector<Outline>& outlines, const SectionValues& row, double* out) {
+    std::fill(out, out + 2, std::numeric_limits<double>::quiet_NaN());
+    if (std::isnan(row.values[0])) return;
+    std::vector<engine::Contour> contours;
+    contours.reserve(outlines.size());
+    for (const Outline& outline : outlines) {
+        engine::Points& points = contours.emplace_back().points;
+        points.reserve(outline.count);
+        for (std::size_t i = 0; i < outline.count; ++i) {
+            points.emplace_back(outline.coordinates[2 * i], outline.coordinates[2 * i + 1]);
+        }
+    }
+    if (const auto axes = engine::GrossPlasticAxes(contours)) {
+        out[0] = axes->y;
+        out[1] = axes->x;
+    }
+}
+
 void ComputeSection(Batch& batch, std::size_t section, double* values, double* losses) {
     CSectionTools tools;
     SectionRounding rounding;
@@ -73,7 +94,9 @@ void ComputeSection(Batch& batch, std::size_t section, double* values, double* l
         row.values.fill(std::numeric_limits<double>::quiet_NaN());
         row.loss = {};
     }
-    std::copy(row.values.begin(), row.values.end(), values + section * kValueCount);
+    double* const out = values + section * batch.ColumnCount();
+    std::copy(row.values.begin(), row.values.end(), out);
+    if (batch.wantsPlasticAxes) WritePlasticAxes(outlines, row, out + kValueCount);
     losses[section] = row.loss.relative;
 }
 
@@ -115,23 +138,27 @@ std::size_t ChooseThreadCount(const Batch& batch) {
     return std::min({processors, worth, batch.SectionCount()});
 }
 
-void ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double* losses) {
+bool ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double* losses,
+                  const std::function<bool()>& isInterrupted) {
     const std::size_t count = batch.SectionCount();
     // Some parts for each thread, so that one with large sections does not leave the others idle.
     const std::size_t part = std::max<std::size_t>(1, count / (16 * threadCount));
     std::atomic<std::size_t> next = 0;
+    std::atomic<bool> isStopped = false;
     std::vector<std::exception_ptr> failures(threadCount);
     const auto work = [&](std::size_t thread) {
         try {
             for (std::size_t first = next.fetch_add(part); first < count;
                  first = next.fetch_add(part)) {
                 for (std::size_t i = first; i < std::min(first + part, count); ++i) {
+                    if (thread == 0 && isInterrupted()) isStopped = true;
+                    if (isStopped) return;
                     ComputeSection(batch, i, values, losses);
                 }
             }
         } catch (...) {
             failures[thread] = std::current_exception();
-            next = count;
+            isStopped = true;
         }
     };
     std::vector<std::thread> threads;
@@ -146,6 +173,7 @@ void ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double*
     for (const std::exception_ptr& failure : failures) {
         if (failure) std::rethrow_exception(failure);
     }
+    return !isStopped;
 }
 
 }  // namespace halvorn::python

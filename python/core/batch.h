@@ -5,8 +5,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
+
+#include "section_values.h"
 
 namespace halvorn::python {
 
@@ -18,8 +21,10 @@ struct Batch {
     std::vector<std::int64_t> sectionOffsets;  // first contour of each section, and their number
     std::vector<double> dx;                    // one per section [L]
     std::vector<double> dy;
+    bool wantsPlasticAxes = false;  // behind the other values
 
     std::size_t SectionCount() const { return sectionOffsets.size() - 1; }
+    std::size_t ColumnCount() const { return kValueCount + (wantsPlasticAxes ? 2 : 0); }
 };
 
 /// Returns "points[17] (section 2, contour 5, its point 3)", counted from 0 as in the arrays; no
@@ -39,11 +44,14 @@ std::size_t ChooseThreadCount(const Batch& batch);
 /// @param batch       without faults; it is only read
 /// @param threadCount at least 1; the calling thread is one of them. When the system gives fewer,
 ///                    fewer do the work.
-/// @param values      17 per section
+/// @param values      `ColumnCount` per section
 /// @param losses      one per section: the relative error of its inertias where rounding leaves
 ///                    fewer than seven digits of them, else 0
+/// @param isInterrupted asked on the calling thread every so often; true ends the work early
+/// @returns whether all was computed
 /// @throws std::bad_alloc when memory runs out on any thread
-void ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double* losses);
+bool ComputeBatch(Batch& batch, std::size_t threadCount, double* values, double* losses,
+                  const std::function<bool()>& isInterrupted);
 
 }  // namespace halvorn::python
 

@@ -16,10 +16,18 @@ py::object NumberOrNone(const std::optional<double>& number) {
     return number ? py::object(py::float_(*number)) : py::none();
 }
 
+py::dict NumbersByKey(const std::vector<engine::ProfileNumber>& numbers) {
+    py::dict dict;
+    for (const engine::ProfileNumber& number : numbers) dict[py::str(number.key)] = number.number;
+    return dict;
+}
+
 py::array ReadOnly(py::array array) {
     array.attr("flags").attr("writeable") = false;
     return array;
 }
+
+}  // namespace
 
 py::array PointsArray(const engine::Points& points) {
     py::array_t<double> array({points.size(), std::size_t{2}});
@@ -37,29 +45,22 @@ py::tuple RingsOf(const std::vector<engine::Points>& rings) {
     return py::tuple(arrays);
 }
 
-py::dict NumbersByKey(const std::vector<engine::ProfileNumber>& numbers) {
-    py::dict dict;
-    for (const engine::ProfileNumber& number : numbers) dict[py::str(number.key)] = number.number;
-    return dict;
-}
-
-}  // namespace
-
 py::tuple PairOf(const engine::Point& point) {
     return py::make_tuple(point.x, point.y);
 }
 
+py::tuple ValueRow(const engine::Value& value) {
+    const py::object number =
+        value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
+    return py::make_tuple(number, value.key, value.name, value.symbol, value.unit,
+                          engine::GroupName(value.group), value.method, NumberOrNone(value.lower),
+                          NumberOrNone(value.upper), NumberOrNone(value.error),
+                          NumberOrNone(value.published), InPythonWords(value.whyMissing));
+}
+
 py::list ValueRows(const std::vector<engine::Value>& values) {
     py::list rows;
-    for (const engine::Value& value : values) {
-        const py::object number =
-            value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
-        rows.append(py::make_tuple(number, value.key, value.name, value.symbol, value.unit,
-                                   engine::GroupName(value.group), value.method,
-                                   NumberOrNone(value.lower), NumberOrNone(value.upper),
-                                   NumberOrNone(value.error), NumberOrNone(value.published),
-                                   InPythonWords(value.whyMissing)));
-    }
+    for (const engine::Value& value : values) rows.append(ValueRow(value));
     return rows;
 }
 

@@ -14,8 +14,14 @@ namespace halvorn::python {
 /// Returns (x, y).
 pybind11::tuple PairOf(const engine::Point& point);
 
-/// Returns for each value its number, None where there is none, and then key, name, symbol, unit,
-/// group, method, lower, upper, error, published, why it is missing.
+/// Returns points as an array of shape (n, 2) that nobody can write to.
+pybind11::array PointsArray(const engine::Points& points);
+
+/// Returns the number of a value, None where there is none, and then key, name, symbol, unit, group,
+/// method, lower, upper, error, published, why it is missing.
+pybind11::tuple ValueRow(const engine::Value& value);
+
+/// Returns the rows of values.
 pybind11::list ValueRows(const std::vector<engine::Value>& values);
 
 /// Returns for each finding severity, kind, element, problem, mend, place.

@@ -3,14 +3,18 @@
 #include <HalvornEngine.h>
 #include <pybind11/stl.h>
 
-#include <chrono>
+#include <array>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "arguments.h"
 #include "engine_arguments.h"
 #include "engine_rows.h"
+#include "interrupt_watch.h"
+#include "section_values.h"
 
 namespace py = pybind11;
 
@@ -51,23 +55,70 @@ Section ParseText(py::handle text, py::handle format, const std::string& source,
     });
 }
 
-// Every so often an interrupted solution is looked for: often enough for Ctrl-C, seldom enough for
-// other threads.
-constexpr std::chrono::milliseconds kBetweenLooks{50};
+// A solid and holes, as lists of points.
+Section OfPoints(py::handle points, const py::list& holes, py::handle unit, py::handle name) {
+    const auto contour = [](py::handle ring, const std::string& place, bool isSolid) {
+        const std::vector<double> coordinates = ReadPoints(ring, place, kFewestRingPoints);
+        engine::Contour read;
+        read.isSolid = isSolid;
+        read.points.reserve(coordinates.size() / 2);
+        for (std::size_t i = 0; i < coordinates.size(); i += 2) {
+            read.points.emplace_back(coordinates[i], coordinates[i + 1]);
+        }
+        return read;
+    };
+    std::vector<engine::Contour> contours;
+    contours.reserve(1 + holes.size());
+    contours.push_back(contour(points, "points", true));
+    for (const py::handle hole : holes) {
+        const std::string place = "holes[" + std::to_string(contours.size() - 1) + "]";
+        contours.push_back(contour(hole, place, false));
+    }
+    const std::string length = ReadText(unit, "unit");
+    const std::string title = ReadText(name, "name");
+    return Section::OfContours(contours, length, title, title.empty() ? "polygon" : title);
+}
+
+py::list ContourRows(const Section& section) {
+    py::list rows;
+    for (const engine::Contour& contour : section.Contours()) {
+        rows.append(py::make_tuple(PointsArray(contour.points), contour.isSolid));
+    }
+    return rows;
+}
+
+// By their names, for the fields of SectionProperties; None where a report has more to say.
+py::object ClassNumbersOf(const Section& section, py::handle dx, py::handle dy) {
+    const auto numbers = section.ClassNumbers({ReadNumber(dx, "dx"), ReadNumber(dy, "dy")});
+    if (!numbers) return py::none();
+    // A copy of a dictionary has its room from the start. Both live as long as the process.
+    static const auto* const kNames = [] {
+        auto names = std::make_unique<std::array<py::str, kValueCount>>();
+        for (std::size_t i = 0; i < kValueCount; ++i) {
+            PyObject* name = PyUnicode_InternFromString(kReadingOrder[i].name);
+            if (name == nullptr) throw py::error_already_set();
+            (*names)[i] = py::reinterpret_steal<py::str>(name);
+        }
+        return names.release();
+    }();
+    static const auto* const kEmpty = [] {
+        auto empty = std::make_unique<py::dict>();
+        for (const py::str& name : *kNames) (*empty)[name] = py::none();
+        return empty.release();
+    }();
+    auto values = py::reinterpret_steal<py::dict>(PyDict_Copy(kEmpty->ptr()));
+    if (!values) throw py::error_already_set();
+    for (std::size_t i = 0; i < kValueCount; ++i) values[(*kNames)[i]] = py::float_((*numbers)[i]);
+    return values;
+}
 
 SectionReport EvaluateSection(const Section& section, const py::dict& options) {
     engine::EvaluateOptions read = ReadEvaluateOptions(options);
-    bool isStopped = false;
-    auto next = std::chrono::steady_clock::now() + kBetweenLooks;
-    read.isInterrupted = [&] {
-        if (isStopped || std::chrono::steady_clock::now() < next) return isStopped;
-        const py::gil_scoped_acquire held;
-        isStopped = PyErr_CheckSignals() != 0;
-        next = std::chrono::steady_clock::now() + kBetweenLooks;
-        return isStopped;
-    };
+    InterruptWatch watch(options.contains("watch") ? py::object(options["watch"])
+                                                   : py::object(py::none()));
+    read.isInterrupted = [&] { return watch.IsInterrupted(); };
     SectionReport report = Unlocked([&] { return section.Evaluate(read); });
-    if (isStopped) throw py::error_already_set();
+    watch.Rethrow();
     return report;
 }
 
@@ -112,6 +163,22 @@ py::tuple HalvesAbout(const SectionReport& report, py::handle axis) {
     return HalvesRow(Unlocked([&] { return report.Halves(direction); }));
 }
 
+py::object RowOf(const SectionReport& report, const std::string& key) {
+    for (const engine::Value& value : report.Values()) {
+        if (value.key == key) return ValueRow(value);
+    }
+    return py::none();
+}
+
+py::dict NumbersOf(const SectionReport& report) {
+    py::dict numbers;
+    for (const engine::Value& value : report.Values()) {
+        numbers[py::str(value.key)] =
+            value.IsComputed() ? py::object(py::float_(value.number)) : py::none();
+    }
+    return numbers;
+}
+
 py::list StressRows(const SectionReport& report) {
     py::list rows;
     for (const engine::LargestStress& stress : report.Stresses()) {
@@ -154,6 +221,9 @@ void BindSection(py::module_& module) {
         .def_static("open", &OpenFile)
         .def_static("profile", &ProfileOf)
         .def_static("parse", &ParseText)
+        .def_static("of_points", &OfPoints)
+        .def("contours", &ContourRows)
+        .def("class_numbers", &ClassNumbersOf)
         .def_property_readonly("name", &Section::Name)
         .def_property_readonly("unit", &Section::LengthUnit)
         .def_property_readonly("density", &Section::Density)
@@ -191,6 +261,8 @@ void BindSection(py::module_& module) {
 void BindReport(py::module_& module) {
     py::class_<SectionReport>(module, "EngineReport", "What is known about a section.")
         .def("values", [](const SectionReport& report) { return ValueRows(report.Values()); })
+        .def("value", &RowOf)
+        .def("numbers", &NumbersOf)
         .def("published", [](const SectionReport& report) { return ValueRows(report.Published()); })
         .def("class_values",
              [](const SectionReport& report) { return ValueRows(report.ClassValues()); })

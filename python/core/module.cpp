@@ -17,6 +17,7 @@
 #include "engine_section.h"
 #include "guarded_section.h"
 #include "hole_places.h"
+#include "interrupt_watch.h"
 #include "section_values.h"
 
 namespace py = pybind11;
@@ -200,7 +201,8 @@ std::vector<double> ReadShifts(py::handle object, const char* place, std::size_t
 }
 
 py::tuple BatchValues(py::handle points, py::handle contourOffsets, py::handle flags,
-                      py::handle sectionOffsets, py::handle dx, py::handle dy, py::handle threads) {
+                      py::handle sectionOffsets, py::handle dx, py::handle dy, py::handle threads,
+                      py::handle plasticAxes) {
     constexpr int kMostThreads = 1024;
     Batch batch;
     batch.contourOffsets = ReadIndices(contourOffsets, "contour_offsets");
@@ -219,14 +221,17 @@ py::tuple BatchValues(py::handle points, py::handle contourOffsets, py::handle f
     batch.dy = ReadShifts(dy, "dy", sections);
     const auto wanted = static_cast<std::size_t>(ReadWhole(threads, "threads", 0, kMostThreads));
     const std::size_t count = wanted == 0 ? ChooseThreadCount(batch) : std::min(wanted, sections);
-    py::array_t<double> values({sections, kValueCount});
+    batch.wantsPlasticAxes = ReadWhole(plasticAxes, "plastic_axes", 0, 1) != 0;
+    py::array_t<double> values({sections, batch.ColumnCount()});
     py::array_t<double> losses(static_cast<py::ssize_t>(sections));
     double* const rows = values.mutable_data();
     double* const errors = losses.mutable_data();
+    InterruptWatch watch;
     {
         const py::gil_scoped_release released;
-        ComputeBatch(batch, count, rows, errors);
+        ComputeBatch(batch, count, rows, errors, [&] { return watch.IsInterrupted(); });
     }
+    watch.Rethrow();
     return py::make_tuple(values, losses);
 }
 
@@ -359,7 +364,10 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
                "list of points and whether they are a solid's.");
     module.def("batch_values", &BatchValues, arg("points"), arg("contour_offsets"), arg("flags"),
                arg("section_offsets"), arg("dx"), arg("dy"), arg("threads"),
-               "batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads)\n\n"
-               "Returns an array of shape (k, 17), columns as VALUE_NAMES, and of shape (k,) the "
-               "relative error\nof inertias as section_values, for compute_batch.");
+               arg("plastic_axes"),
+               "batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads, "
+               "plastic_axes)\n\n"
+               "Returns an array of shape (k, 17), columns as VALUE_NAMES, with y and x of the "
+               "plastic axes\nbehind them if wanted, and of shape (k,) the relative error of "
+               "inertias as\nsection_values, for compute_batch.");
 }

@@ -8,8 +8,8 @@
 Points are arrays of shape (n, 2) or sequences of pairs (x, y), x to the right, y up; contours close
 by themselves. Every length is in the unit of the section, results in its powers.
 
-`Section` is the class to use, `profiles` lists the catalogue. `compute_batch` takes many sections at
-once; it, `ContourSection` and `CSectionTools`, the C++ class member by member, give the values of
+`Section` is the class to use, `profiles` lists the catalogue, `evaluate_batch` takes many sections at
+once. `compute_batch`, which takes all their points in one array, `ContourSection` and `CSectionTools`, the C++ class member by member, give the values of
 that class alone.
 """
 
@@ -17,6 +17,7 @@ from ._batch import BatchProperties, compute_batch
 from ._catalogue import Catalogue, profiles
 from ._contour_section import ContourSection
 from ._core import CalculValues, ContourValues, CSectionTools, InputError, __version__
+from ._evaluate_batch import evaluate_batch
 from ._properties import Properties, Warping
 from ._quantity import Quantity, ValueDetails
 from ._report import Finding, Half, Halves
@@ -53,5 +54,6 @@ __all__ = [
     "Warping",
     "__version__",
     "compute_batch",
+    "evaluate_batch",
     "profiles",
 ]

@@ -33,27 +33,30 @@ def section_of(call: str, content: Mapping[str, Any], unit: object, name: object
     try:
         return EngineSection.parse(text, "json", str(name) or call, {})
     except InputError as error:
-        place = _place(error.place) or call
-        raise ValueError(f"{place}: {error.problem}; {error.mend}") from None
+        raise _in_arguments(error, call) from None
 
 
-def _ring(points: Points, place: str) -> list[Any]:
-    rows: list[Any] = checked_points(points, place, _FEWEST["ring"]).tolist()
-    return rows
+def _in_arguments(error: InputError, call: str) -> ValueError:
+    """What the engine says, of an argument of the call."""
+    return ValueError(f"{_place(error.place) or call}: {error.problem}; {error.mend}")
 
 
-def polygon(points: Points, holes: object, unit: object, name: object) -> EngineSection:
-    """A solid with holes."""
-    contours = [{"kind": "solid", "points": _ring(points, "points")}]
+def _rings(holes: object) -> list[Points]:
     try:
-        rings = list(holes)  # type: ignore[call-overload]
+        rings: list[Points] = list(holes)  # type: ignore[call-overload]
     except TypeError:
         raise TypeError(f"holes: expected a list of rings of points, got {holes!r}") from None
     if rings and isinstance(rings[0], (tuple, np.ndarray)) and np.shape(rings[0]) == (2,):
         raise ValueError("holes: expected a list of rings of points, got one ring; put it into []")
-    for i, ring in enumerate(rings):
-        contours.append({"kind": "hole", "points": _ring(ring, f"holes[{i}]")})
-    return section_of("polygon", {"contours": contours}, unit, name)
+    return rings
+
+
+def polygon(points: Points, holes: object, unit: object, name: object) -> EngineSection:
+    """A solid with holes."""
+    try:
+        return EngineSection.of_points(points, _rings(holes), unit, name)
+    except InputError as error:
+        raise _in_arguments(error, "polygon") from None
 
 
 def rings(outlines: Iterable[tuple[bool, np.ndarray[Any, Any]]], unit: object, name: object) -> EngineSection:

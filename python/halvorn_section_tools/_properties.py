@@ -5,7 +5,7 @@ from __future__ import annotations
 import functools
 import html
 from dataclasses import dataclass, field, fields
-from typing import TYPE_CHECKING, Any, Hashable, Iterator, TypeVar
+from typing import TYPE_CHECKING, Any, Callable, Iterator, TypeVar
 
 from ._quantity import Quantity, ValueDetails, quantity_of
 from ._report import Finding, findings_of
@@ -24,6 +24,17 @@ class Known:
 
     details: tuple[ValueDetails, ...]
     findings: tuple[Finding, ...]
+
+    if not TYPE_CHECKING:  # else any name would pass
+        def __getattr__(self, name: str) -> object:
+            """A field, which is made when it is read for the first time, and kept."""
+            report = self.__dict__.get("_engine_report")
+            if report is None or name not in _names(type(self)):
+                raise AttributeError(f"{type(self).__name__!r} object has no attribute {name!r}")
+            return self.__dict__.setdefault(name, _field(type(self), report, name))
+
+    def __getstate__(self) -> dict[str, Any]:
+        return {name: getattr(self, name) for name in _names(type(self))}
 
     def about(self, key: str) -> ValueDetails:
         """Returns what is known about a value, also where there is no number.
@@ -72,20 +83,30 @@ class Known:
             yield details.name, details.symbol, f"{value:.7g}", details.unit, error, details.method
 
 
-@functools.lru_cache(None)
-def _keys(kind: Hashable) -> tuple[str, ...]:
-    result: Any = kind
-    return tuple(item.name for item in fields(result) if item.name not in _NOT_VALUES)
+_names: Callable[[Any], tuple[str, ...]] = functools.lru_cache(None)(
+    lambda kind: tuple(item.name for item in fields(kind)))
+
+
+def keys_of(kind: type[Known]) -> tuple[str, ...]:
+    """The names of the values of a kind of results."""
+    return tuple(name for name in _names(kind) if name not in _NOT_VALUES)
+
+
+def _field(kind: type[Known], report: EngineReport, name: str) -> object:
+    """What a field holds of a report, which has those of both kinds."""
+    if name == "findings":
+        return findings_of(report.findings())
+    if name != "details":
+        row = report.value(name)
+        return None if row is None else quantity_of(row)[0]
+    rows = {row[1]: row for row in report.values()}
+    return tuple(ValueDetails(*rows[key][1:]) if key in rows else _NO_MASS for key in keys_of(kind))
 
 
 def known(kind: type[KnownValues], report: EngineReport) -> KnownValues:
-    """The results of this kind from a report, which has them all."""
-    rows = {row[1]: row for row in report.values()}
-    make: Any = kind
-    found = [quantity_of(rows[key]) if key in rows else (None, _NO_MASS) for key in _keys(make)]
-    values: list[Any] = [number for number, _ in found]
-    made: KnownValues = make(*values, tuple(details for _, details in found),
-                             findings_of(report.findings()))
+    """The results of this kind from a report; each is made when it is read."""
+    made = object.__new__(kind)
+    made.__dict__["_engine_report"] = report
     return made
 
 

@@ -77,6 +77,16 @@ class SectionProperties:
         return _table(self)
 
 
+_set_values = object.__setattr__
+
+
+def properties_of(values: dict[str, float]) -> SectionProperties:
+    """The properties with these values, each there, without the calls of a frozen constructor."""
+    made = object.__new__(SectionProperties)
+    _set_values(made, "__dict__", values)
+    return made
+
+
 @dataclass(frozen=True)
 class PolylineProperties:
     """The properties of one polyline section. L is the unit of its points; str() gives a table."""

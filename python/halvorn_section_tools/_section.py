@@ -12,7 +12,7 @@ from ._catalogue import Catalogue
 from ._core import EngineReport, EngineSection
 from ._properties import Known, KnownValues, Properties, Warping, known
 from ._report import Finding, Halves, findings_of, halves_of
-from ._results import PolylineProperties, SectionProperties, SectionWarning
+from ._results import PolylineProperties, SectionProperties, SectionWarning, properties_of
 from ._shapely import rings_of
 from ._shown import PLAIN, SOLVED, Shown
 from ._stresses import Stresses
@@ -113,7 +113,7 @@ class Section(Shown):
         >>> Section.polygon(square, [[(5, 5), (95, 5), (95, 95), (5, 95)]]).properties().plastic_modulus_x
         67750.0
         """
-        return _made("polygon", points, holes, unit, name)
+        return _handle_of(_building.polygon(points, holes, unit, name), _POLYGON)
 
     @classmethod
     def wall(
@@ -325,6 +325,9 @@ class Section(Shown):
         >>> Section.profile("IPE300").class_values().extra_sum
         0.0
         """
+        numbers = self._engine.class_numbers(dx, dy)
+        if numbers is not None:
+            return properties_of(numbers)
         rows = self._report(class_values=True, dx=dx, dy=dy).engine.class_values()
         values: dict[str, Any] = {row[1]: row[0] for row in rows}
         if "extra_sum" in values:
@@ -400,7 +403,10 @@ class Section(Shown):
         return f"<Section{name} in {self.unit}>"
 
     def __reduce__(self) -> tuple[Any, ...]:
-        return _made, self._made_by
+        if self._made_by is not _POLYGON:
+            return _made, self._made_by
+        (points, _), *holes = self._engine.contours()
+        return _made, ("polygon", points, [hole for hole, _ in holes], self.unit, self.name)
 
     def __copy__(self) -> Section:
         return self
@@ -445,11 +451,25 @@ def _engine_argument(argument: object) -> object:
     return argument
 
 
+# Of a section that is made again from its outlines: those of the caller may change.
+_POLYGON = ("polygon",)
+
+
 def _made(step: str, *arguments: object) -> Section:
     """A section by one step, of this package's building or the engine's, and its arguments."""
     makers: Any = _building if step in ("polygon", "rings", "shape", "wall") else EngineSection
-    made = object.__new__(Section)
     engine = getattr(makers, step)(*map(_engine_argument, arguments))
-    for name, value in (("_engine", engine), ("_made_by", (step, *arguments)), ("_reports", {})):
-        object.__setattr__(made, name, value)
+    return _handle_of(engine, _POLYGON if step == "polygon" else (step, *arguments))
+
+
+_new = object.__new__
+_set_engine, _set_made_by, _set_reports = (
+    vars(Section)[name].__set__ for name in ("_engine", "_made_by", "_reports"))
+
+
+def _handle_of(engine: EngineSection, made_by: tuple[Any, ...]) -> Section:
+    made = _new(Section)
+    _set_engine(made, engine)
+    _set_made_by(made, made_by)
+    _set_reports(made, {})
     return made
