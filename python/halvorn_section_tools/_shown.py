@@ -79,6 +79,10 @@ class Shown:
         """Returns a drawing with axes, dimensions and values as the text of an SVG file.
 
         halves  "x" or "y": tints both sides of that plastic axis
+
+        >>> from halvorn_section_tools import Section
+        >>> Section.profile("IPE300").svg(halves="x").startswith("<svg")
+        True
         """
         return self._report(**SOLVED).engine.svg({"halves": halves})
 
