@@ -125,7 +125,9 @@ def test_plastic_axes_halve_the_gross_area(scale, shift):
     assert axes[0] == pytest.approx((50, 20)) and axes[1] == pytest.approx((50, -20))
     assert batch["plastic_axis_y"][0] == pytest.approx(net.plastic_axis_y)
     # The gross area is 11600: below y = 5 there are 500, from there to 45 140 for each of height.
-    assert axes[2] == pytest.approx((5 + 5300 / 140,) * 2)
+    low = 5 + 5300 / 140
+    assert axes[2] == pytest.approx((low, low))
+    assert batch["plastic_modulus_x"][2] == pytest.approx(scale**3 * 50 * (low**2 + (100 - low)**2))
     assert batch.names[-2:] == ("plastic_axis_y", "plastic_axis_x") and batch.section_names == ("tee", "turned", "holed")
     nothing = compute_batch(SQUARE[[0, 1, 0]], [0, 3], [1], [0, 1], plastic_axes=True)
     assert np.isnan(nothing["plastic_axis_x"]).all()
