@@ -603,7 +603,8 @@ public:
     /// @param unit      of every length: "mm", "cm", "m" or "in"
     /// @param name      of the section; may be empty
     /// @param source    how messages and reports call it
-    /// @throws InputError for another unit, fewer than three points, coordinates that are not finite
+    /// @throws InputError for another unit, fewer than three points, coordinates that are not
+    /// finite
     static Section OfContours(const std::vector<Contour>& contours, const std::string& unit,
                               const std::string& name, const std::string& source);
 

@@ -23,13 +23,13 @@ constexpr std::size_t kMostRings = 16;
 
 // Sections nearer to a doubt than these get a report. All are far on the safe side of what a report
 // goes by.
-constexpr double kLeastRing = 1e-9;        // area of a ring over the square of the size [-]
-constexpr double kFarthest = 1e3;          // of a coordinate from the origin, in sizes [-]
-constexpr double kLeastSize = 1e-100;      // [L], so that no product of lengths underflows
-constexpr double kGreatestSize = 1e60;     // [L], so that none overflows
-constexpr double kLeastClassArea = 1e-9;   // [L^2], above the fixed tolerances of the class
-constexpr double kFewRoundings = 1e-8;     // error of a moment of the region over the moment [-]
-constexpr double kSlenderest = 1e-6;       // smaller principal second moment over their sum [-]
+constexpr double kLeastRing = 1e-9;         // area of a ring over the square of the size [-]
+constexpr double kFarthest = 1e3;           // of a coordinate from the origin, in sizes [-]
+constexpr double kLeastSize = 1e-100;       // [L], so that no product of lengths underflows
+constexpr double kGreatestSize = 1e60;      // [L], so that none overflows
+constexpr double kLeastClassArea = 1e-9;    // [L^2], above the fixed tolerances of the class
+constexpr double kFewRoundings = 1e-8;      // error of a moment of the region over the moment [-]
+constexpr double kSlenderest = 1e-6;        // smaller principal second moment over their sum [-]
 constexpr double kCoordinateError = 1e-15;  // of a coordinate, over the largest one [-]
 
 bool IsPlainElement(const Element& element) {
@@ -42,12 +42,11 @@ bool AreHolesInTheirSolid(std::span<const Points> rings, std::span<const Element
             if (k == i || WindingNumber(rings[k], rings[i][0]) == 0) continue;
             if (elements[i].isSolid || !elements[k].isSolid) return false;
         }
-        const bool isInSolid = elements[i].isSolid ||
-                               std::any_of(rings.begin(), rings.end(), [&](const Points& ring) {
-                                   const auto k = static_cast<std::size_t>(&ring - rings.data());
-                                   return elements[k].isSolid &&
-                                          WindingNumber(ring, rings[i][0]) != 0;
-                               });
+        const bool isInSolid =
+            elements[i].isSolid || std::any_of(rings.begin(), rings.end(), [&](const Points& ring) {
+                const auto k = static_cast<std::size_t>(&ring - rings.data());
+                return elements[k].isSolid && WindingNumber(ring, rings[i][0]) != 0;
+            });
         if (!isInSolid) return false;
     }
     return true;
@@ -75,8 +74,8 @@ struct Extents {
     bool areRingsLarge = true;
 
     explicit Extents(const std::vector<Element>& elements) : box(BoxOf(elements)) {
-        farthest = std::max({std::fabs(box.left), std::fabs(box.right), std::fabs(box.bottom),
-                             std::fabs(box.top)});
+        farthest = std::max(
+            {std::fabs(box.left), std::fabs(box.right), std::fabs(box.bottom), std::fabs(box.top)});
         const double least = std::max(kLeastClassArea, kLeastRing * Size() * Size());
         for (const Element& element : elements) {
             const double rounding = AreaRounding(element.ring);
@@ -111,12 +110,12 @@ bool HasEveryDigit(const Extents& extents, const SumRounding& rounding, const Cl
     };
     const double size = extents.Size();
     const double plastic = 0.5 * size * extents.areaRounding;
-    const bool isOfClass = isNegligible(extents.areaRounding, out.area) &&
-                           isNegligible(rounding.inertiaX, out.inertiaX) &&
-                           isNegligible(rounding.inertiaY, out.inertiaY) &&
-                           (out.inertiaXY == 0.0 ||
-                            isNegligible(rounding.inertiaXY, out.inertiaXY)) &&
-                           isNegligible(plastic, out.plasticX) && isNegligible(plastic, out.plasticY);
+    const bool isOfClass =
+        isNegligible(extents.areaRounding, out.area) &&
+        isNegligible(rounding.inertiaX, out.inertiaX) &&
+        isNegligible(rounding.inertiaY, out.inertiaY) &&
+        (out.inertiaXY == 0.0 || isNegligible(rounding.inertiaXY, out.inertiaXY)) &&
+        isNegligible(plastic, out.plasticX) && isNegligible(plastic, out.plasticY);
     const PrincipalInertias principal =
         PrincipalInertiasOf(out.inertiaX, out.inertiaY, out.inertiaXY);
     const double swept = kCoordinateError * extents.farthest * extents.path;

@@ -9,7 +9,8 @@ namespace halvorn::engine {
 
 /// Computes all values of a section but those of torsion, warping and shear, which are missing with
 /// the option that asks for them; `shift` has no meaning for the class's values of a polyline.
-/// @param wantsClassValues  else the outputs of the class are left out, and what is found about them
+/// @param wantsClassValues  else the outputs of the class are left out, and what is found about
+/// them
 /// @throws InputError for a section that `isDrawn` with an outline that crosses itself
 Report Evaluate(const SectionModel& section, const Shift& shift, bool wantsClassValues = true);
 

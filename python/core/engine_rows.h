@@ -17,8 +17,8 @@ pybind11::tuple PairOf(const engine::Point& point);
 /// Returns points as an array of shape (n, 2) that nobody can write to.
 pybind11::array PointsArray(const engine::Points& points);
 
-/// Returns the number of a value, None where there is none, and then key, name, symbol, unit, group,
-/// method, lower, upper, error, published, why it is missing.
+/// Returns the number of a value, None where there is none, and then key, name, symbol, unit,
+/// group, method, lower, upper, error, published, why it is missing.
 pybind11::tuple ValueRow(const engine::Value& value);
 
 /// Returns the rows of values.

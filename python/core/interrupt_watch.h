@@ -10,9 +10,9 @@
 
 namespace halvorn::python {
 
-/// Looks every so often whether work is to stop, often enough for Ctrl-C and seldom enough for other
-/// threads: Python's signal handlers run, and a function of the caller, if any. Either stops the
-/// work by an exception.
+/// Looks every so often whether work is to stop, often enough for Ctrl-C and seldom enough for
+/// other threads: Python's signal handlers run, and a function of the caller, if any. Either stops
+/// the work by an exception.
 class InterruptWatch {
 public:
     /// With the interpreter's lock held.

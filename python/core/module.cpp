@@ -364,7 +364,7 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
                "list of points and whether they are a solid's.");
     module.def("batch_values", &BatchValues, arg("points"), arg("contour_offsets"), arg("flags"),
                arg("section_offsets"), arg("dx"), arg("dy"), arg("threads"),
-               arg("plastic_axes"),
+               arg("plastic_axes") = false,
                "batch_values(points, contour_offsets, flags, section_offsets, dx, dy, threads, "
                "plastic_axes)\n\n"
                "Returns an array of shape (k, 17), columns as VALUE_NAMES, with y and x of the "

@@ -188,5 +188,5 @@ def batch_values(
     dx: ArrayLike,
     dy: ArrayLike,
     threads: int,
-    plastic_axes: bool,
+    plastic_axes: bool = ...,
 ) -> tuple[NDArray[np.float64], NDArray[np.float64]]: ...

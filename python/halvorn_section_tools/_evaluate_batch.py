@@ -5,8 +5,7 @@ from __future__ import annotations
 import os
 import threading
 import warnings
-from concurrent.futures import Future, ThreadPoolExecutor, as_completed
-from typing import Any, Callable, Iterable, Sequence
+from typing import TYPE_CHECKING, Any, Callable, Iterable, Sequence
 
 from ._core import checked_number
 from ._properties import Properties, Warping, keys_of
@@ -14,6 +13,9 @@ from ._report import Finding, findings_of
 from ._results import SectionWarning
 from ._section import Section
 from ._types import Number
+
+if TYPE_CHECKING:
+    from concurrent.futures import Future
 
 # Without solutions a section takes some 20 us, much less than what a thread is told by.
 _SECTIONS_OF_A_TASK = 32
@@ -92,7 +94,7 @@ def evaluate_batch(
     """Returns what is known about many sections, a row for each, in their order; pandas.DataFrame
     takes the list.
 
-    warping    False: without what `Section.warping` has, and a hundred times as fast
+    warping    False: without what `Section.warping` has, which takes most of the time
     threads    that work at the same time; default: one per processor
     progress   called as progress(done, all) after each section, of small ones after some, always on
                the thread that called
@@ -130,6 +132,8 @@ def evaluate_batch(
 def _run(
     work: _Work, threads: int, size: int, progress: Callable[[int, int], object] | None
 ) -> list[dict[str, Any]]:
+    from concurrent.futures import ThreadPoolExecutor, as_completed  # a third of the package's import
+
     count = len(work.sections)
     with ThreadPoolExecutor(threads) as pool:
         try:

@@ -50,7 +50,13 @@ class Known:
 
     def to_dict(self) -> dict[str, float | None]:
         """Returns plain floats by their keys, None for what is not known."""
-        return {key: None if value is None else float(value) for key, value in self._numbers()}
+        keys = keys_of(type(self))
+        report: EngineReport | None = self.__dict__.get("_engine_report")
+        if report is not None:  # then no field has to be made for it
+            numbers = report.numbers()
+            return {key: numbers.get(key) for key in keys}
+        values = ((key, getattr(self, key)) for key in keys)
+        return {key: None if value is None else float(value) for key, value in values}
 
     def to_markdown(self) -> str:
         """Returns a table in Markdown."""
