@@ -26,6 +26,7 @@ TEST(ClassNumbers, AreThoseOfTheReportAndItHasNoDoubts) {
                  random.Make(static_cast<test_support::Family>(family))) {
                 contours.push_back({ring, isSolid});
             }
+            if (contours.empty()) continue;
             const Section section = Section::OfContours(contours, "mm", "", "random");
             const auto numbers = section.ClassNumbers(shift);
             if (!numbers) continue;
