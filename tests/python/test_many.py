@@ -189,15 +189,17 @@ def slow_section():
     return Section.polygon(10 * SQUARE, holes)
 
 
-def many_points():
-    turn = np.linspace(0, 2 * np.pi, 20000, endpoint=False)
-    outline = np.column_stack([np.cos(turn), 0.3 * np.sin(turn) + np.cos(7 * turn)])
-    return np.tile(outline, (400, 1)), np.arange(401) * 20000, np.ones(400, int), np.arange(401)
+def slotted_plates(count=1000):
+    """Points, offsets and flags of plates with 300 slots each, which take some 8 s."""
+    unit = np.array([(0, 0), (1, 0), (1, 1), (0, 1.0)])
+    plate = np.vstack([unit * (601, 100)] + [unit * (1, 90) + (2 * i + 1, 5) for i in range(300)])
+    return (np.tile(plate, (count, 1)), np.arange(0, 4 * 301 * count + 1, 4), np.tile([1] + [0] * 300, count),
+            np.arange(0, 301 * count + 1, 301))
 
 
 @pytest.mark.parametrize("work", [
     lambda: evaluate_batch([slow_section()] * 8, tolerance=1e-9, threads=2),
-    lambda arrays=many_points(): compute_batch(*arrays, threads=2),
+    lambda arrays=slotted_plates(): compute_batch(*arrays, threads=2),
 ])
 def test_an_interrupt_stops_all_threads(work):
     def stop(*_):
