@@ -61,7 +61,7 @@ def polygon(points: Points, holes: object, unit: object, name: object) -> Engine
 
 def rings(outlines: Iterable[tuple[bool, np.ndarray[Any, Any]]], unit: object, name: object) -> EngineSection:
     """Rings and whether they are solid; others are holes."""
-    contours = [{"kind": "solid" if solid else "hole", "points": _ring(points, "geometry")}
+    contours = [{"kind": "solid" if solid else "hole", "points": checked_points(points, "geometry", _FEWEST["ring"]).tolist()}
                 for solid, points in outlines]
     return section_of("geometry", {"contours": contours}, unit, name)
 
