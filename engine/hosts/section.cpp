@@ -4,6 +4,7 @@
 #include "HalvornEngine.h"
 #include "read/open_section.h"
 #include "values/evaluate.h"
+#include "write/section_file.h"
 
 namespace halvorn::engine {
 
@@ -97,6 +98,10 @@ SectionReport Section::Evaluate(const EvaluateOptions& options) const {
     SectionModel dense = *model_;
     dense.density = options.density;
     return evaluated(dense);
+}
+
+std::string Section::FileText() const {
+    return SectionFileText(*model_);
 }
 
 std::vector<Finding> Section::Diagnose() const {
