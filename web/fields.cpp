@@ -4,9 +4,9 @@
 
 namespace halvorn::web {
 
-using nlohmann::json;
+using nlohmann::ordered_json;
 
-Fields::Fields(const json& object, std::string place,
+Fields::Fields(const ordered_json& object, std::string place,
                std::initializer_list<std::string_view> keys)
     : object_(&object), place_(std::move(place)) {
     if (!object.is_object()) Fail("", "it is not an object", "give an object");
@@ -26,13 +26,13 @@ void Fields::Fail(std::string_view key, const std::string& problem,
     throw engine::InputError("request", place, problem, mend);
 }
 
-const json* Fields::Find(const char* key) const {
+const ordered_json* Fields::Find(const char* key) const {
     const auto found = object_->find(key);
     return found == object_->end() || found->is_null() ? nullptr : &*found;
 }
 
 std::optional<std::string> Fields::MaybeText(const char* key) const {
-    const json* const member = Find(key);
+    const ordered_json* const member = Find(key);
     if (member == nullptr) return std::nullopt;
     if (!member->is_string()) Fail(key, "it is not a text", "give a text");
     return member->get<std::string>();
@@ -45,11 +45,11 @@ std::string Fields::Text(const char* key) const {
 }
 
 std::vector<std::string> Fields::Texts(const char* key) const {
-    const json* const member = Find(key);
+    const ordered_json* const member = Find(key);
     if (member == nullptr) return {};
     std::vector<std::string> texts;
     if (!member->is_array()) Fail(key, "it is not a list", "give a list of texts");
-    for (const json& each : *member) {
+    for (const ordered_json& each : *member) {
         if (!each.is_string()) Fail(key, "it holds what is not a text", "give a list of texts");
         texts.push_back(each.get<std::string>());
     }
@@ -57,14 +57,14 @@ std::vector<std::string> Fields::Texts(const char* key) const {
 }
 
 std::optional<double> Fields::MaybeNumber(const char* key) const {
-    const json* const member = Find(key);
+    const ordered_json* const member = Find(key);
     if (member == nullptr) return std::nullopt;
     if (!member->is_number()) Fail(key, "it is not a number", "give a number");
     return member->get<double>();
 }
 
 std::optional<bool> Fields::MaybeBool(const char* key) const {
-    const json* const member = Find(key);
+    const ordered_json* const member = Find(key);
     if (member == nullptr) return std::nullopt;
     if (!member->is_boolean()) Fail(key, "it is neither true nor false", "give true or false");
     return member->get<bool>();
@@ -72,7 +72,7 @@ std::optional<bool> Fields::MaybeBool(const char* key) const {
 
 std::optional<Fields> Fields::MaybeObject(const char* key,
                                           std::initializer_list<std::string_view> keys) const {
-    const json* const member = Find(key);
+    const ordered_json* const member = Find(key);
     if (member == nullptr) return std::nullopt;
     return Fields(*member, place_ + "/" + key, keys);
 }

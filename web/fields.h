@@ -19,7 +19,7 @@ namespace halvorn::web {
 class Fields {
 public:
     /// @param keys  all that it may have: a misspelt one would be lost without a word
-    Fields(const nlohmann::json& object, std::string place,
+    Fields(const nlohmann::ordered_json& object, std::string place,
            std::initializer_list<std::string_view> keys);
 
     bool Has(const char* key) const { return Find(key) != nullptr; }
@@ -54,9 +54,9 @@ public:
 private:
     static constexpr std::size_t kLongestWord = 30;  // that a message repeats
 
-    const nlohmann::json* Find(const char* key) const;
+    const nlohmann::ordered_json* Find(const char* key) const;
 
-    const nlohmann::json* object_;
+    const nlohmann::ordered_json* object_;
     std::string place_;
 };
 

@@ -15,7 +15,6 @@ namespace halvorn::web {
 
 using engine::Section;
 using engine::SectionReport;
-using nlohmann::json;
 using nlohmann::ordered_json;
 
 namespace {
@@ -184,10 +183,10 @@ const Operation kOperations[] = {
     {"layers", {"op", "section"}, Layers},
 };
 
-json Parsed(const std::string& request) {
+ordered_json Parsed(const std::string& request) {
     try {
-        return json::parse(request);
-    } catch (const json::exception&) {
+        return ordered_json::parse(request);
+    } catch (const ordered_json::exception&) {
         throw engine::InputError("request", "it is no JSON", "give an object with \"op\"");
     }
 }
@@ -195,7 +194,7 @@ json Parsed(const std::string& request) {
 }  // namespace
 
 ordered_json Answer(const std::string& request) {
-    const json document = Parsed(request);
+    const ordered_json document = Parsed(request);
     const auto op = document.is_object() ? document.find("op") : document.end();
     std::string known;
     for (const Operation& operation : kOperations) {
