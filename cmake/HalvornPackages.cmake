@@ -126,7 +126,7 @@ execute_process(COMMAND ${HALVORN_PYTHON} -c
   OUTPUT_VARIABLE python_depends OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "${python_depends}, python3-numpy")
-set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-matplotlib)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-matplotlib, python3-shapely")
 set(CPACK_DEBIAN_PYTHON_DESCRIPTION "properties of structural cross-sections, Python module
 Area, centre of gravity, inertias, torsion and shear terms, elastic and plastic
 moduli of cross-sections given as points in sequences or NumPy arrays, one by one

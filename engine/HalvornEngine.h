@@ -52,6 +52,13 @@ struct Point {
 /// repeated [L].
 using Points = std::vector<Point>;
 
+/// A piece of material without its holes. No ring crosses itself or passes a point twice, and two
+/// of them meet in single points at most. The inside hangs together.
+struct Polygon {
+    Points outline;             ///< counter-clockwise [L]
+    std::vector<Points> holes;  ///< clockwise [L]
+};
+
 /// Input that the user can mend. `what` is one line: source, place, problem and mend.
 class InputError : public std::runtime_error {
 public:
@@ -267,6 +274,21 @@ struct SectionForces {
 struct LargestStress {
     Value value;  ///< key "normal", "shear" or "von_mises"; unit "F/mm^2", F that of the forces
     Point place;  ///< where it is, meaningful when there is a number [L]
+};
+
+/// The stresses at a point.
+struct PointStress {
+    double normal = 0.0;    ///< along the axis, positive in tension [F/L^2]
+    double shearX = 0.0;    ///< across the section along x [F/L^2]
+    double shearY = 0.0;    ///< along y [F/L^2]
+    double vonMises = 0.0;  ///< sqrt(normal^2 + 3 (shearX^2 + shearY^2)) [F/L^2]
+};
+
+/// Stresses all over a section, for pictures: linear between the nodes.
+struct StressMesh {
+    Points nodes;  ///< each once, but twice where the material meets itself in a point [L]
+    std::vector<std::array<std::size_t, 3>> triangles;  ///< nodes, counter-clockwise, edge to edge
+    std::vector<PointStress> stresses;                  ///< at each node
 };
 
 /// What `Section::Evaluate` computes.
@@ -544,6 +566,19 @@ public:
     const std::vector<CompositePart>& Parts() const;
     /// Returns the largest normal, shear and von Mises stress; empty without forces.
     const std::vector<LargestStress>& Stresses() const;
+    /// Returns the stresses at points under the forces of the report: NaN outside the material. A
+    /// point is within when it is no farther from an outline than 1e-4 of the section's longer
+    /// side. Beside a sharp corner that turns into the material they grow with the fineness of the
+    /// solution, unlike the largest stresses, which leave it out. Cost: that of some ten triangles
+    /// of the solution for each point.
+    /// @param points  [L]
+    /// @throws InputError when the report has no stresses
+    std::vector<PointStress> StressesAt(const Points& points) const;
+    /// Returns the stresses over a mesh of the section, finer than that of the solution. A node
+    /// that triangles of the solution share has the mean of theirs; how far they differ, `error`
+    /// of the largest stresses says. Else as `StressesAt`.
+    /// @throws InputError when the report has no stresses
+    StressMesh StressesOverMesh() const;
     /// Returns what was found, the worst first.
     const std::vector<Finding>& Findings() const;
 
@@ -640,6 +675,12 @@ public:
     /// @throws InputError for a composite section with a hole that cuts its own material alone: a
     ///         contour cannot say so
     std::string FileText() const;
+
+    /// Returns what the outlines mean: where there is material, net of holes, once where solids
+    /// overlap and in one piece where they share an edge. Arcs are their chords. Empty where
+    /// nothing is left. Cost: that of `Evaluate` without torsion, warping and shear, at most.
+    /// @throws InputError for outlines that cannot be arranged
+    std::vector<Polygon> Material() const;
 
     /// Returns a corner of the box around the section, the middle of a side, or its own middle.
     /// @param x  where from left to right

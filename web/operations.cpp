@@ -114,6 +114,7 @@ constexpr Wanted kWanted[] = {
     {"table", [](Evaluation& e) { return ordered_json(e.Report().Table(ReadTableOptions(e.Request()))); }},
     {"json", [](Evaluation& e) { return ordered_json(e.Report().Json()); }},
     {"csv", [](Evaluation& e) { return ordered_json(engine::CsvHeader(e.Csv()) + e.Report().CsvRow(e.Csv())); }},
+    {"material", [](Evaluation& e) { return PolygonRows(e.Input().Material()); }},
     {"box", [](Evaluation& e) { return BoxRow(e.Input()); }},
     {"methods", [](Evaluation&) { return MethodRows(); }},
 };

@@ -115,6 +115,21 @@ ordered_json FindingRows(const std::vector<engine::Finding>& findings) {
     return rows;
 }
 
+ordered_json PolygonRows(const std::vector<engine::Polygon>& polygons) {
+    const auto ring = [](const engine::Points& points) {
+        ordered_json rows = ordered_json::array();
+        for (const engine::Point& point : points) rows.push_back(PointRow(point));
+        return rows;
+    };
+    ordered_json rows = ordered_json::array();
+    for (const engine::Polygon& polygon : polygons) {
+        ordered_json holes = ordered_json::array();
+        for (const engine::Points& hole : polygon.holes) holes.push_back(ring(hole));
+        rows.push_back({{"outline", ring(polygon.outline)}, {"holes", std::move(holes)}});
+    }
+    return rows;
+}
+
 ordered_json ProfileRow(const engine::CatalogueProfile& profile) {
     return {{"name", profile.name},
             {"family", profile.family},

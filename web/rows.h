@@ -33,6 +33,8 @@ nlohmann::ordered_json ShapeRows();
 
 nlohmann::ordered_json MethodRows();
 
+nlohmann::ordered_json PolygonRows(const std::vector<engine::Polygon>& polygons);
+
 nlohmann::ordered_json PointRow(const engine::Point& point);
 
 }  // namespace halvorn::web

@@ -14,12 +14,17 @@ inline double Distance(const Point& p, const Point& q) {
     return std::hypot(p.x - q.x, p.y - q.y);
 }
 
-/// Returns the distance of a point from the segment between two others.
-inline double DistanceToSegment(const Point& p, const Point& from, const Point& to) {
+/// Returns the point of the segment between two points that is nearest to another.
+inline Point NearestOnSegment(const Point& p, const Point& from, const Point& to) {
     const Point along = to - from;
     const double square = Dot(along, along);
     const double at = square > 0.0 ? std::clamp(Dot(p - from, along) / square, 0.0, 1.0) : 0.0;
-    return Distance(p, from + at * along);
+    return from + at * along;
+}
+
+/// Returns the distance of a point from the segment between two others.
+inline double DistanceToSegment(const Point& p, const Point& from, const Point& to) {
+    return Distance(p, NearestOnSegment(p, from, to));
 }
 
 /// Returns the length of an open line through points.

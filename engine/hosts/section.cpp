@@ -2,7 +2,9 @@
 #include <utility>
 
 #include "HalvornEngine.h"
+#include "model/outlines.h"
 #include "read/open_section.h"
+#include "region/polygons.h"
 #include "values/evaluate.h"
 #include "write/section_file.h"
 
@@ -106,6 +108,15 @@ std::string Section::FileText() const {
 
 std::vector<Finding> Section::Diagnose() const {
     return engine::Diagnose(*model_);
+}
+
+std::vector<Polygon> Section::Material() const {
+    try {
+        return PolygonsOf(RegionOf(OutlinesOf(model_->elements)));
+    } catch (const ArrangementError& error) {
+        throw InputError(model_->source, error.what(),
+                         "correct the coordinates, or bring the outlines into order");
+    }
 }
 
 }  // namespace halvorn::engine

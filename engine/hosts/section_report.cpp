@@ -3,6 +3,7 @@
 #include "HalvornEngine.h"
 #include "figure/figure.h"
 #include "values/evaluate.h"
+#include "warping/stresses.h"
 #include "write/csv.h"
 #include "write/json.h"
 #include "write/table.h"
@@ -15,6 +16,17 @@ Report WithHalves(const Report& report) {
     Report copy = report;
     AddHalves(&copy);
     return copy;
+}
+
+void RequireStresses(const Report& report) {
+    if (!report.forces) {
+        throw InputError(report.section.source, "stresses need forces", "give forces");
+    }
+    for (const LargestStress& stress : report.stresses) {
+        if (stress.value.IsComputed()) continue;
+        throw InputError(report.section.source, "there are no stresses: " + stress.value.whyMissing,
+                         "look at the findings of the section");
+    }
 }
 
 }  // namespace
@@ -55,6 +67,28 @@ const std::vector<CompositePart>& SectionReport::Parts() const {
 
 const std::vector<LargestStress>& SectionReport::Stresses() const {
     return report_->stresses;
+}
+
+std::vector<PointStress> SectionReport::StressesAt(const Points& points) const {
+    RequireStresses(*report_);
+    return engine::StressesAt(*report_->warping, *report_->forces, points);
+}
+
+StressMesh SectionReport::StressesOverMesh() const {
+    RequireStresses(*report_);
+    StressField field = StressFieldOf(*report_->warping, *report_->forces);
+    StressMesh mesh;
+    mesh.triangles.reserve(field.triangles.size());
+    for (const auto& [a, b, c] : field.triangles) {
+        mesh.triangles.push_back({Slot(a), Slot(b), Slot(c)});
+    }
+    mesh.stresses.reserve(field.points.size());
+    for (std::size_t i = 0; i < field.points.size(); ++i) {
+        const Point& shear = field.shears[i];
+        mesh.stresses.push_back({field.normal[i], shear.x, shear.y, field.vonMises[i]});
+    }
+    mesh.nodes = std::move(field.points);
+    return mesh;
 }
 
 const std::vector<Finding>& SectionReport::Findings() const {

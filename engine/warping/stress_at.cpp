@@ -6,6 +6,28 @@
 
 namespace halvorn::engine {
 
+// In the frame, where lengths are 1 / unit of the section's.
+FieldFactors FactorsUnder(const SectionForces& forces, const WarpingFields& fields) {
+    const PartSolution& part = fields.parts.front();
+    const double unit = fields.frame.LengthFromFrame(1.0);
+    const PartMoments& m = part.moments;
+    const Energies& e = part.energies;
+    const double determinant = m.xx * m.yy - m.xy * m.xy;
+    const Point moments{forces.my / unit, forces.mx / unit};  // integrals of stress times x, y
+    const double torsion = 0.5 * (e.torsionLower + e.torsionUpper);
+    FieldFactors factors;
+    factors.axial = forces.n / m.area;
+    factors.bending = {(m.yy * moments.x - m.xy * moments.y) / determinant,
+                       (m.xx * moments.y - m.xy * moments.x) / determinant};
+    factors.shear = {forces.vx, forces.vy};
+    factors.twist = forces.t / unit / torsion;
+    for (std::size_t load = 0; load < 2; ++load) {
+        factors.lateral[load] = fields.poissonFactor * factors.shear[load];
+        factors.twist -= factors.lateral[load] * e.torqueOfLateral[load] / torsion;
+    }
+    return factors;
+}
+
 FieldFactors FactorsOfTwist(double twist) {
     FieldFactors factors;
     factors.twist = twist;

@@ -5,9 +5,11 @@
 
 #include <Eigen/Dense>
 #include <array>
+#include <cmath>
 #include <vector>
 
 #include "warping/part_solution.h"
+#include "warping/warping_fields.h"
 
 namespace halvorn::engine {
 
@@ -20,6 +22,9 @@ struct FieldFactors {
     std::array<double, 2> shear{};    ///< of those of a shear force along x, along y
     std::array<double, 2> lateral{};  ///< of what Poisson's ratio adds to them
 };
+
+/// Returns the factors for forces on the one part of a section, in the section's unit of length.
+FieldFactors FactorsUnder(const SectionForces& forces, const WarpingFields& fields);
 
 /// Returns the factors for a torque alone.
 FieldFactors FactorsOfTwist(double twist);
@@ -55,6 +60,16 @@ Point PointIn(const FieldSpace& space, Index triangle, double xi, double eta);
 /// Returns the normal stress at a point.
 inline double NormalAt(const FieldFactors& factors, const Point& at) {
     return factors.axial + Dot(factors.bending, at);
+}
+
+/// Returns the length of a vector.
+inline double Length(const Point& p) {
+    return std::hypot(p.x, p.y);
+}
+
+/// Returns sqrt(normal^2 + 3 shear^2).
+inline double VonMises(double normal, double shear) {
+    return std::hypot(normal, std::sqrt(3.0) * shear);
 }
 
 }  // namespace halvorn::engine

@@ -60,41 +60,12 @@ int DivisionsFor(std::size_t triangles) {
     return kDivisionsOfPicture.back();
 }
 
-// Forces in the frame: lengths there are 1 / unit of the section's.
-FieldFactors FactorsOf(const PartSolution& part, double unit, double poissonFactor,
-                       const SectionForces& forces) {
-    const PartMoments& m = part.moments;
-    const Energies& e = part.energies;
-    const double determinant = m.xx * m.yy - m.xy * m.xy;
-    const Point moments{forces.my / unit, forces.mx / unit};  // integrals of stress times x, y
-    const double torsion = 0.5 * (e.torsionLower + e.torsionUpper);
-    FieldFactors factors;
-    factors.axial = forces.n / m.area;
-    factors.bending = {(m.yy * moments.x - m.xy * moments.y) / determinant,
-                       (m.xx * moments.y - m.xy * moments.x) / determinant};
-    factors.shear = {forces.vx, forces.vy};
-    factors.twist = forces.t / unit / torsion;
-    for (std::size_t load = 0; load < 2; ++load) {
-        factors.lateral[load] = poissonFactor * factors.shear[load];
-        factors.twist -= factors.lateral[load] * e.torqueOfLateral[load] / torsion;
-    }
-    return factors;
-}
-
-double Length(const Point& p) {
-    return std::hypot(p.x, p.y);
-}
-
-double VonMises(double normal, double shear) {
-    return std::hypot(normal, std::sqrt(3.0) * shear);
-}
-
 class Largest {
 public:
     Largest(const WarpingFields& fields, const SectionForces& forces)
         : part_(fields.parts.front()),
           frame_(fields.frame),
-          factors_(FactorsOf(part_, frame_.LengthFromFrame(1.0), fields.poissonFactor, forces)),
+          factors_(FactorsUnder(forces, fields)),
           circles_(SharpCornersOf(part_.fields.space), fields.leftOutRadius) {}
 
     Stresses Find() {
@@ -216,7 +187,7 @@ public:
         : part_(fields.parts.front()),
           frame_(fields.frame),
           lattice_(DivisionsFor(part_.fields.space.TriangleCount())),
-          factors_(FactorsOf(part_, frame_.LengthFromFrame(1.0), fields.poissonFactor, forces)) {}
+          factors_(FactorsUnder(forces, fields)) {}
 
     StressField Run() {
         const FieldSpace& space = part_.fields.space;
@@ -227,8 +198,10 @@ public:
         for (std::size_t i = 0; i < shears_.size(); ++i) {
             const Point at = field_.points[i];
             const double normal = NormalAt(factors_, at) / (unit * unit);
-            const double shear = Length(1.0 / counts_[i] * shears_[i]) / (unit * unit);
+            const Point shears = 1.0 / (counts_[i] * unit * unit) * shears_[i];
+            const double shear = Length(shears);
             field_.normal.push_back(normal);
+            field_.shears.push_back(shears);
             field_.shear.push_back(shear);
             field_.vonMises.push_back(VonMises(normal, shear));
             field_.points[i] = frame_.FromFrame(part_.moments.centroid + at);

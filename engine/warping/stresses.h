@@ -30,7 +30,8 @@ struct StressField {
     Points points;                                ///< [L]
     std::vector<std::array<Index, 3>> triangles;  ///< counter-clockwise, edge to edge
     std::vector<double> normal;                   ///< at each point [F/L^2]
-    std::vector<double> shear;                    ///< [F/L^2]
+    Points shears;                                ///< of both shear stresses [F/L^2]
+    std::vector<double> shear;                    ///< length of that [F/L^2]
     std::vector<double> vonMises;                 ///< [F/L^2]
 };
 
@@ -42,6 +43,12 @@ Stresses LargestStresses(const WarpingSolution& solution, const SectionForces& f
 /// triangles.
 /// @pre as above
 StressField StressFieldOf(const WarpingSolution& solution, const SectionForces& forces);
+
+/// Returns the stresses at points: at one that triangles share the mean of theirs, as the field
+/// has it, and NaN outside the region. Cost: log n for each point, and n log n once.
+/// @pre as above
+std::vector<PointStress> StressesAt(const WarpingSolution& solution, const SectionForces& forces,
+                                    const Points& points);
 
 }  // namespace halvorn::engine
 

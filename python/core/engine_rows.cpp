@@ -1,7 +1,6 @@
 #include "engine_rows.h"
 
-#include <pybind11/numpy.h>
-
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,6 +16,11 @@ py::object NumberOrNone(const std::optional<double>& number) {
     return number ? py::object(py::float_(*number)) : py::none();
 }
 
+py::array ReadOnly(py::array array) {
+    array.attr("flags").attr("writeable") = false;
+    return array;
+}
+
 py::array PointsArray(const engine::Points& points) {
     py::array_t<double> array({points.size(), std::size_t{2}});
     double* at = array.mutable_data();
@@ -24,8 +28,13 @@ py::array PointsArray(const engine::Points& points) {
         *at++ = point.x;
         *at++ = point.y;
     }
-    array.attr("flags").attr("writeable") = false;
-    return array;
+    return ReadOnly(array);
+}
+
+py::tuple RingsOf(const std::vector<engine::Points>& rings) {
+    py::list arrays;
+    for (const engine::Points& ring : rings) arrays.append(PointsArray(ring));
+    return py::tuple(arrays);
 }
 
 py::dict NumbersByKey(const std::vector<engine::ProfileNumber>& numbers) {
@@ -68,12 +77,40 @@ py::list FindingRows(const std::vector<engine::Finding>& findings) {
 py::tuple HalvesRow(const engine::PlasticHalves& halves) {
     py::list sides;
     for (const engine::PlasticHalf& half : halves.sides) {
-        py::list pieces;
-        for (const engine::Points& piece : half.pieces) pieces.append(PointsArray(piece));
         sides.append(
-            py::make_tuple(half.area, PairOf(half.centroid), half.leverArm, py::tuple(pieces)));
+            py::make_tuple(half.area, PairOf(half.centroid), half.leverArm, RingsOf(half.pieces)));
     }
     return py::make_tuple(halves.whyMissing, halves.axis, sides[0], sides[1]);
+}
+
+py::tuple PolygonRows(const std::vector<engine::Polygon>& polygons) {
+    py::list rows;
+    for (const engine::Polygon& polygon : polygons) {
+        rows.append(py::make_tuple(PointsArray(polygon.outline), RingsOf(polygon.holes)));
+    }
+    return py::tuple(rows);
+}
+
+py::array StressArray(const std::vector<engine::PointStress>& stresses) {
+    py::array_t<double> array({std::size_t{4}, stresses.size()});
+    auto at = array.mutable_unchecked<2>();
+    for (py::ssize_t i = 0; i < at.shape(1); ++i) {
+        const engine::PointStress& stress = stresses[static_cast<std::size_t>(i)];
+        at(0, i) = stress.normal;
+        at(1, i) = stress.shearX;
+        at(2, i) = stress.shearY;
+        at(3, i) = stress.vonMises;
+    }
+    return ReadOnly(array);
+}
+
+py::tuple MeshRow(const engine::StressMesh& mesh) {
+    py::array_t<std::int64_t> triangles({mesh.triangles.size(), std::size_t{3}});
+    std::int64_t* at = triangles.mutable_data();
+    for (const auto& nodes : mesh.triangles) {
+        for (const std::size_t node : nodes) *at++ = static_cast<std::int64_t>(node);
+    }
+    return py::make_tuple(PointsArray(mesh.nodes), ReadOnly(triangles), StressArray(mesh.stresses));
 }
 
 py::tuple ProfileRow(const engine::CatalogueProfile& profile) {

@@ -4,6 +4,7 @@
 #define HALVORN_PYTHON_CORE_ENGINE_ROWS_H
 
 #include <HalvornEngine.h>
+#include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 
 #include <vector>
@@ -22,6 +23,15 @@ pybind11::list FindingRows(const std::vector<engine::Finding>& findings);
 
 /// Returns why there are none, the axis, and for each side area, centroid, lever arm and pieces.
 pybind11::tuple HalvesRow(const engine::PlasticHalves& halves);
+
+/// Returns for each polygon its outline and a tuple of its holes.
+pybind11::tuple PolygonRows(const std::vector<engine::Polygon>& polygons);
+
+/// Returns an array of shape (4, n): normal, shear x, shear y, von Mises.
+pybind11::array StressArray(const std::vector<engine::PointStress>& stresses);
+
+/// Returns nodes (n, 2), triangles (m, 3) and the stresses at the nodes.
+pybind11::tuple MeshRow(const engine::StressMesh& mesh);
 
 /// Returns name, family, standard, type, unit, source, dimensions and published values.
 pybind11::tuple ProfileRow(const engine::CatalogueProfile& profile);

@@ -120,6 +120,13 @@ py::list StressRows(const SectionReport& report) {
     return rows;
 }
 
+py::array StressesAt(const SectionReport& report, py::handle points) {
+    const std::vector<double> read = ReadPoints(points, "points", 0);
+    engine::Points at;
+    for (std::size_t i = 0; i < read.size(); i += 2) at.emplace_back(read[i], read[i + 1]);
+    return StressArray(Unlocked([&] { return report.StressesAt(at); }));
+}
+
 py::list PartRows(const SectionReport& report) {
     py::list rows;
     for (const engine::CompositePart& part : report.Parts()) {
@@ -170,6 +177,10 @@ void BindSection(py::module_& module) {
         .def("plus", &Section::With)
         .def("minus", &Section::Without)
         .def("corner", &CornerOf)
+        .def("material",
+             [](const Section& section) {
+                 return PolygonRows(Unlocked([&] { return section.Material(); }));
+             })
         .def("findings",
              [](const Section& section) {
                  return FindingRows(Unlocked([&] { return section.Diagnose(); }));
@@ -185,6 +196,11 @@ void BindReport(py::module_& module) {
              [](const SectionReport& report) { return ValueRows(report.ClassValues()); })
         .def("parts", &PartRows)
         .def("stresses", &StressRows)
+        .def("stresses_at", &StressesAt)
+        .def("stress_mesh",
+             [](const SectionReport& report) {
+                 return MeshRow(Unlocked([&] { return report.StressesOverMesh(); }));
+             })
         .def("findings", [](const SectionReport& report) { return FindingRows(report.Findings()); })
         .def("halves", &HalvesAbout)
         .def("json",

@@ -244,6 +244,7 @@ PYBIND11_MODULE(_core, module) {
     options.disable_function_signatures();
     module.doc() = "The class CSectionTools, many sections in one call, and the engine's handles.";
     module.attr("__version__") = HALVORN_VERSION;
+    module.attr("DRAWS_PDF_AND_PNG") = static_cast<bool>(HALVORN_DRAWS_PDF_AND_PNG);
 
     AddRecord(module, "CalculValues", kOutputNames,
               "The outputs of GetCalculValues in its order. wplx, wply and extraSum are None when "

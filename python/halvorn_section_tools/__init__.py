@@ -19,9 +19,11 @@ from ._contour_section import ContourSection
 from ._core import CalculValues, ContourValues, CSectionTools, InputError, __version__
 from ._properties import Properties, Warping
 from ._quantity import Quantity, ValueDetails
-from ._report import Finding, Half, Halves, Peak, Peaks, Stresses
+from ._report import Finding, Half, Halves
 from ._results import LostDigitsWarning, PolylineProperties, SectionProperties, SectionWarning
 from ._section import Section
+from ._shown import Polygon
+from ._stresses import Peak, Peaks, StressArrays, Stresses, StressMesh
 
 __all__ = [
     "BatchProperties",
@@ -37,12 +39,15 @@ __all__ = [
     "LostDigitsWarning",
     "Peak",
     "Peaks",
+    "Polygon",
     "PolylineProperties",
     "Properties",
     "Quantity",
     "Section",
     "SectionProperties",
     "SectionWarning",
+    "StressArrays",
+    "StressMesh",
     "Stresses",
     "ValueDetails",
     "Warping",

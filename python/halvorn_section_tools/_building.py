@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import json
 import re
-from typing import Any, Mapping
+from typing import Any, Iterable, Mapping
 
 import numpy as np
 
@@ -54,6 +54,13 @@ def polygon(points: Points, holes: object, unit: object, name: object) -> Engine
     for i, ring in enumerate(rings):
         contours.append({"kind": "hole", "points": _ring(ring, f"holes[{i}]")})
     return section_of("polygon", {"contours": contours}, unit, name)
+
+
+def rings(outlines: Iterable[tuple[bool, np.ndarray[Any, Any]]], unit: object, name: object) -> EngineSection:
+    """Rings and whether they are solid; others are holes."""
+    contours = [{"kind": "solid" if solid else "hole", "points": _ring(points, "geometry")}
+                for solid, points in outlines]
+    return section_of("geometry", {"contours": contours}, unit, name)
 
 
 def shape(kind: object, dimensions: Mapping[str, Number], unit: object, name: object) -> EngineSection:

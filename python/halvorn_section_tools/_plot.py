@@ -1,4 +1,4 @@
-"""The figure of a section."""
+"""What drawings share, and that of a ContourSection."""
 
 from __future__ import annotations
 
@@ -40,8 +40,24 @@ def _principal_angle(properties: SectionProperties) -> float:
     return 0.5 * math.atan2(-2.0 * product, properties.inertia_x - properties.inertia_y)
 
 
-def _axis(ax: Axes, start: tuple[float, float], end: tuple[float, float], label: str,
-          style: str) -> None:
+def axes_of(ax: Axes | None, call: str) -> Axes:
+    """The axes to draw on, those of a new figure where none are given."""
+    try:
+        import matplotlib.patches  # noqa: F401
+    except ImportError as error:
+        raise ImportError(f"{call}() needs Matplotlib: apt-get install python3-matplotlib, "
+                          "or pip install matplotlib") from error
+    if ax is None:
+        from matplotlib import pyplot
+
+        ax = pyplot.figure(constrained_layout=True).add_subplot()
+    if not hasattr(ax, "add_patch"):
+        raise TypeError(f"ax: expected Matplotlib axes, got {ax!r}")
+    return ax
+
+
+def axis_line(ax: Axes, start: tuple[float, float], end: tuple[float, float], label: str,
+              style: str) -> None:
     """A line with its label beside its end: above a level line, to the right of another."""
     ax.plot(*zip(start, end), style, color="black", linewidth=0.9)
     level = start[1] == end[1]
@@ -50,20 +66,46 @@ def _axis(ax: Axes, start: tuple[float, float], end: tuple[float, float], label:
                 verticalalignment="bottom" if level else "center")
 
 
+def axes_through(ax: Axes, corners: NDArray[np.float64], centre: tuple[float, float], angle: float,
+                 labels: tuple[str, str], overhang: float) -> None:
+    """The centre of gravity G with its level and upright axes and, where inclined, the principal ones.
+
+    corners   points of which the farthest are the ends of the section [L]
+    angle     from x to axis 1, 0 where x and y are principal axes [rad]
+    labels    of the level and the upright axis
+    overhang  of axes beyond the section, of its larger side
+    """
+    (left, bottom), (right, top) = corners.min(axis=0), corners.max(axis=0)
+    side = max(right - left, top - bottom)
+    beyond = overhang * side
+    x, y = centre
+    axis_line(ax, (left - beyond, y), (right + beyond, y), labels[0], "-.")
+    axis_line(ax, (x, bottom - beyond), (x, top + beyond), labels[1], "-.")
+    reach = 0.5 * side + 0.5 * beyond
+    for number, turned in (("1", angle), ("2", angle + 0.5 * math.pi)) if angle != 0.0 else ():
+        along = reach * math.cos(turned), reach * math.sin(turned)
+        if along[0] < 0.0:
+            along = -along[0], -along[1]
+        axis_line(ax, (x - along[0], y - along[1]), (x + along[0], y + along[1]), number, "--")
+    ax.plot([x], [y], "o", color="black", markersize=4)
+    ax.annotate("G", (x, y), xytext=(-5, -4), textcoords="offset points", fontweight="bold",
+                horizontalalignment="right", verticalalignment="top")
+
+
+def equal_scale(ax: Axes, unit: str = "") -> Axes:
+    """Both directions to one scale, with their names."""
+    ax.set_aspect("equal", adjustable="datalim")
+    ax.margins(0.08)
+    for name, label in (("x", ax.set_xlabel), ("y", ax.set_ylabel)):
+        label(f"{name} [{unit}]" if unit else name)
+    return ax
+
+
 def draw(elements: Sequence[Element], properties: SectionProperties, ax: Axes | None) -> Axes:
-    """Draws as `Section.plot` says."""
-    try:
-        from matplotlib.collections import LineCollection
-        from matplotlib.patches import Polygon
-    except ImportError as error:
-        raise ImportError("plot() needs Matplotlib: apt-get install python3-matplotlib") from error
-    if ax is None:
-        from matplotlib import pyplot
-
-        ax = pyplot.figure().add_subplot()
-
-    if not hasattr(ax, "add_patch"):
-        raise TypeError(f"ax: expected Matplotlib axes, got {ax!r}")
+    """Draws as `ContourSection.plot` says."""
+    ax = axes_of(ax, "plot")
+    from matplotlib.collections import LineCollection
+    from matplotlib.patches import Polygon
 
     # Whatever lies within another is smaller than it.
     for element in sorted(elements, key=_extent, reverse=True):
@@ -71,25 +113,7 @@ def draw(elements: Sequence[Element], properties: SectionProperties, ax: Axes | 
         ax.add_patch(Polygon(element.points, facecolor=fill, edgecolor="none"))
         ax.add_collection(LineCollection(list(_edges(element.points)), color="black", linewidth=1.2))
 
-    points = np.concatenate([element.points for element in elements])
-    (left, bottom), (right, top) = points.min(axis=0), points.max(axis=0)
-    beyond = _OVERHANG * max(right - left, top - bottom)
-    x, y = properties.centroid_x, properties.centroid_y
-    _axis(ax, (left - beyond, y), (right + beyond, y), "ENA x", "-.")
-    _axis(ax, (x, bottom - beyond), (x, top + beyond), "ENA y", "-.")
-    angle = _principal_angle(properties)
-    if angle != 0.0:
-        reach = 0.5 * max(right - left, top - bottom) + 0.5 * beyond
-        for number, turned in (("1", angle), ("2", angle + 0.5 * math.pi)):
-            along = reach * math.cos(turned), reach * math.sin(turned)
-            if along[0] < 0.0:
-                along = -along[0], -along[1]
-            _axis(ax, (x - along[0], y - along[1]), (x + along[0], y + along[1]), number, "--")
-    ax.plot([x], [y], "o", color="black", markersize=4)
-    ax.annotate("G", (x, y), xytext=(-5, -4), textcoords="offset points", fontweight="bold",
-                horizontalalignment="right", verticalalignment="top")
-    ax.set_aspect("equal", adjustable="datalim")
-    ax.margins(0.08)
-    ax.set_xlabel("x")
-    ax.set_ylabel("y")
-    return ax
+    axes_through(ax, np.concatenate([element.points for element in elements]),
+                 (properties.centroid_x, properties.centroid_y), _principal_angle(properties),
+                 ("ENA x", "ENA y"), _OVERHANG)
+    return equal_scale(ax)

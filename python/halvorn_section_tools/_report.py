@@ -1,16 +1,12 @@
-"""Findings, halves and stresses of a section, frozen."""
+"""Findings and halves of a section, frozen."""
 
 from __future__ import annotations
 
-import os
 from dataclasses import dataclass
 from typing import TYPE_CHECKING, Iterable
 
 import numpy as np
 from numpy.typing import NDArray
-
-from ._quantity import Quantity, ValueDetails, quantity_of
-from ._types import StressKind
 
 if TYPE_CHECKING:
     from ._core import EngineReport, FindingRow
@@ -86,56 +82,3 @@ def halves_of(report: EngineReport, axis: str) -> Halves:
         raise ValueError(f"the section has no halves about {axis}: {why_missing}")
     first, second = (Half(name, *side) for name, side in zip(_SIDES[axis], sides))
     return Halves(place, (first, second))
-
-
-@dataclass(frozen=True)
-class Peak:
-    """The largest magnitude of a stress."""
-
-    value: Quantity | None
-    """[F / L^2], F the unit of the forces; None where it is not known"""
-    place: tuple[float, float] | None
-    """(x, y) of where it is [L]"""
-    details: ValueDetails
-    """what is known about it, also where there is no number"""
-
-
-@dataclass(frozen=True)
-class Peaks:
-    """The largest stresses of a section under forces."""
-
-    normal: Peak
-    """along the axis, positive in tension"""
-    shear: Peak
-    """of both shear stresses together"""
-    von_mises: Peak
-    """sqrt(normal^2 + 3 shear^2)"""
-
-
-class Stresses:
-    """The stresses of a section under forces."""
-
-    def __init__(self, report: EngineReport) -> None:
-        peaks = {}
-        for row, place in report.stresses():
-            value, details = quantity_of(row)
-            peaks[details.key] = Peak(value, None if value is None else place, details)
-        self._report = report
-        self.max = Peaks(**peaks)
-        """The largest ones, with their places."""
-
-    def save(self, path: str | os.PathLike[str], kind: StressKind = "von_mises") -> None:
-        """Writes a figure of a stress, as `Section.save`."""
-        self._report.write_figure(os.fsencode(path), {"stress": kind})
-
-    def svg(self, kind: StressKind = "von_mises") -> str:
-        """Returns the same figure as the text of an SVG file."""
-        return self._report.svg({"stress": kind})
-
-    def _repr_svg_(self) -> str:
-        return self.svg()
-
-    def __repr__(self) -> str:
-        shown = ((key, getattr(self.max, key).value) for key in ("normal", "shear", "von_mises"))
-        return "<Stresses: largest " + ", ".join(
-            f"{key} " + ("not known" if value is None else f"{value:.6g}") for key, value in shown) + ">"

@@ -5,21 +5,23 @@ from __future__ import annotations
 import json
 import os
 import warnings
-from typing import Any, Iterable, NoReturn
+from typing import TYPE_CHECKING, Any, Iterable, NoReturn
 
 from . import _building
 from ._catalogue import Catalogue
 from ._core import EngineReport, EngineSection
 from ._properties import Known, KnownValues, Properties, Warping, known
-from ._report import Finding, Halves, Stresses, findings_of, halves_of
+from ._report import Finding, Halves, findings_of, halves_of
 from ._results import PolylineProperties, SectionProperties, SectionWarning
+from ._shapely import rings_of
+from ._shown import PLAIN, SOLVED, Shown
+from ._stresses import Stresses
 from ._types import AlignX, AlignY, Axis, Number, Points, ShapeKind, TextFormat, Touch, Unit
 
-_KEPT_REPORTS = 8
+if TYPE_CHECKING:
+    from shapely.geometry.base import BaseGeometry
 
-# The options of what is asked for without any.
-_PLAIN: dict[str, object] = {"dx": 0.0, "dy": 0.0, "density": None}
-_SOLVED: dict[str, object] = {"warping": True, "tolerance": 1e-4, "poisson": 0.0}
+_KEPT_REPORTS = 8
 
 
 class _Report:
@@ -38,8 +40,8 @@ class _Report:
         return found
 
 
-class Section:
-    """A cross-section, made by one of `profile`, `shape`, `polygon`, `wall`, `read` and `parse`.
+class Section(Shown):
+    """A cross-section, made by `profile`, `shape`, `polygon`, `wall`, `read`, `parse` or `from_shapely`.
 
     x points right, y up; every length is in the section's unit, results in its powers. A section is
     a value: what changes it returns another one. Threads may share it, and it can be pickled. What makes
@@ -59,8 +61,8 @@ class Section:
     _reports: dict[tuple[Any, ...], _Report]
 
     def __init__(self) -> None:
-        raise TypeError("a section is made by Section.profile, .shape, .polygon, .wall, .read or .parse; "
-                        "ContourSection() is the class to which contours are added")
+        raise TypeError("a section is made by Section.profile, .shape, .polygon, .wall, .read, .parse or "
+                        ".from_shapely; ContourSection() is the class to which contours are added")
 
     def __setattr__(self, name: str, value: object) -> NoReturn:
         raise AttributeError(f"{name}: a section does not change; its methods return another one")
@@ -167,6 +169,23 @@ class Section:
         """
         return _made("parse", text, format, "text",
                      _reading(unit, chord_tolerance, join_tolerance, layers, catalogue))
+
+    @classmethod
+    def from_shapely(cls, geometry: BaseGeometry, *, unit: Unit = "mm", name: str = "") -> Section:
+        """Returns the area of a geometry of Shapely.
+
+        geometry  a Polygon or MultiPolygon, or a GeometryCollection of such; z is left out where it
+                  is the same everywhere
+
+        Raises ValueError for one that is empty, not valid or has members without area, and
+        ImportError without Shapely.
+
+        >>> from shapely.geometry import Point
+        >>> ring = Point(0, 0).buffer(50, 64).difference(Point(0, 0).buffer(40, 64))
+        >>> round(Section.from_shapely(ring).properties().area / ring.area, 12)
+        1.0
+        """
+        return _made("rings", rings_of(geometry), unit, name)
 
     @property
     def name(self) -> str:
@@ -329,7 +348,7 @@ class Section:
         >>> round(halves.axis, 6), round(halves["above"].lever_arm, 3)
         (150.0, 116.769)
         """
-        return halves_of(self._report(**_PLAIN).engine, axis)
+        return halves_of(self._report(**PLAIN).engine, axis)
 
     def stress(
         self, *, N: Number = 0.0, Mx: Number = 0.0, My: Number = 0.0, Vx: Number = 0.0,
@@ -347,7 +366,8 @@ class Section:
         (110.0, 60.0)
         """
         forces = (N, Mx, My, Vx, Vy, T)
-        return Stresses(self._report(forces=forces, tolerance=tolerance, poisson=poisson).engine)
+        report = self._report(forces=forces, tolerance=tolerance, poisson=poisson)
+        return Stresses(report.engine, self)
 
     @property
     def published(self) -> dict[str, float]:
@@ -356,11 +376,11 @@ class Section:
         >>> Section.profile("UPE200").published["area"]
         2900.0
         """
-        return {row[1]: row[0] for row in self._report(**_PLAIN).engine.published() if row[0] is not None}
+        return {row[1]: row[0] for row in self._report(**PLAIN).engine.published() if row[0] is not None}
 
     def to_json(self) -> str:
         """Returns everything that is known, as `halvorn-section --json` prints it."""
-        return self._report(**_SOLVED).engine.json()
+        return self._report(**SOLVED).engine.json()
 
     def to_dict(self) -> dict[str, Any]:
         """Returns the same as a dictionary."""
@@ -373,22 +393,7 @@ class Section:
 
     def table(self) -> str:
         """Returns the table that `halvorn-section` prints."""
-        return self._report(**_SOLVED).engine.table()
-
-    def svg(self, *, halves: Axis | None = None) -> str:
-        """Returns a drawing with axes, dimensions and values as the text of an SVG file.
-
-        halves  "x" or "y": tints both sides of that plastic axis
-        """
-        return self._report(**_SOLVED).engine.svg({"halves": halves})
-
-    def save(self, path: str | os.PathLike[str], *, halves: Axis | None = None) -> None:
-        """Writes the same drawing to an .svg file, with Cairo in the build to a .pdf or .png file:
-        all of it, or nothing."""
-        self._report(**_SOLVED).engine.write_figure(os.fsencode(path), {"halves": halves})
-
-    def _repr_svg_(self) -> str:
-        return self.svg()
+        return self._report(**SOLVED).engine.table()
 
     def __repr__(self) -> str:
         name = f" {self.name!r}" if self.name else ""
@@ -442,7 +447,7 @@ def _engine_argument(argument: object) -> object:
 
 def _made(step: str, *arguments: object) -> Section:
     """A section by one step, of this package's building or the engine's, and its arguments."""
-    makers: Any = _building if step in ("polygon", "shape", "wall") else EngineSection
+    makers: Any = _building if step in ("polygon", "rings", "shape", "wall") else EngineSection
     made = object.__new__(Section)
     engine = getattr(makers, step)(*map(_engine_argument, arguments))
     for name, value in (("_engine", engine), ("_made_by", (step, *arguments)), ("_reports", {})):

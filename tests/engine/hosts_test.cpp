@@ -77,6 +77,61 @@ TEST(EngineForHosts, TheHalvesOfABarAreBars) {
     EXPECT_NE(report.Json().find("\"lever_arm\": 7.5"), std::string::npos);
 }
 
+double AreaWithin(const Points& ring) {
+    double twice = 0.0;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const Point &p = ring[i], &q = ring[(i + 1) % ring.size()];
+        twice += (p.x - ring[0].x) * (q.y - ring[0].y) - (q.x - ring[0].x) * (p.y - ring[0].y);
+    }
+    return 0.5 * twice;
+}
+
+// Rings of a polygon after its outline are its holes. What meets in a point only is no single ring.
+TEST(EngineForHosts, MaterialIsPolygonsOfSimpleRings) {
+    struct Case {
+        const char* contours;
+        std::vector<std::vector<double>> areas;  // of each polygon: outline, holes as negative ones
+    };
+    const Case cases[] = {
+        {"+[[0,0],[30,0],[30,30],[0,30]] -[[5,5],[5,25],[25,25],[25,5]] "
+         "+[[9,9],[9,19],[19,19],[19,9]]",
+         {{900, -400}, {100}}},
+        {"+[[0,0],[10,0],[10,10],[0,10]] +[[10,0],[30,0],[30,10],[10,10]]", {{300}}},
+        {"+[[0,0],[10,0],[10,10],[0,10]] +[[5,0],[30,0],[30,10],[5,10]]", {{300}}},
+        {"+[[0,0],[10,0],[10,10],[0,10]] +[[10,10],[20,10],[20,20],[10,20]]", {{100}, {100}}},
+        // A hole meets the outline in a point, two holes meet in one, the ends of a hook do.
+        {"+[[0,0],[30,0],[30,30],[0,30]] -[[15,0],[20,10],[10,10]]", {{900, -50}}},
+        {"+[[0,0],[30,0],[30,30],[0,30]] -[[15,15],[20,25],[10,25]] -[[15,15],[10,5],[20,5]]",
+         {{900, -50, -50}}},
+        {"+[[0,0],[30,0],[30,30],[15,30],[20,20],[10,20],[15,30],[0,30]]", {{900, -50}}},
+        {"+[[0,0],[9,0],[0,9]] -[[-1,-1],[10,-1],[10,10],[-1,10]]", {}},
+    };
+    for (const Case& c : cases) {
+        for (const Point by : {Point(0, 0), Point(-4e6, 3e6)}) {
+            std::string text = R"({"version": 1, "unit": "mm", "contours": [)";
+            std::istringstream rings(c.contours);
+            for (std::string ring; rings >> ring;) {
+                text += text.back() == '[' ? "" : ",";
+                text += std::string(R"({"kind": )") +
+                        (ring[0] == '+' ? R"("solid")" : R"("hole")") + R"(, "points": )" +
+                        ring.substr(1) + "}";
+            }
+            const Section section = Section::Parse(text + "]}", TextFormat::Json, "rings");
+            std::vector<std::vector<double>> areas;
+            for (const Polygon& polygon : section.Moved(by).Material()) {
+                areas.push_back({AreaWithin(polygon.outline)});
+                for (const Points& hole : polygon.holes) areas.back().push_back(AreaWithin(hole));
+            }
+            EXPECT_EQ(areas, c.areas) << c.contours;
+        }
+    }
+    // Coordinates are those that were given, bit for bit.
+    const Section bar =
+        Section::Parse("# unit: m\n0.1,0.2\n0.7,0.2\n0.7,0.9\n0.1,0.9\n", TextFormat::Csv, "bar");
+    const Points outline = bar.Material().at(0).outline;
+    EXPECT_TRUE(outline[0].x == 0.1 && outline[0].y == 0.2 && outline[2].x == 0.7);
+}
+
 TEST(EngineForHosts, OpensProfilesInAUnitAndDrawsThem) {
     InputOptions options;
     options.unit = "cm";

@@ -192,4 +192,53 @@ TEST(WarpingStress, FieldHasThePeakAndSumsToTheForce) {
     }
 }
 
+// Of forces at once: the parts add up, and what is asked of a node is what the field has there.
+TEST(WarpingStress, PointsHaveTheStressesOfClosedForms) {
+    const SectionForces forces = {48, 80, -24, 0, 36, 0};
+    const Points within = {{0, 0}, {0.5, 1}, {-1, 2}, {1, -1.5}, {0.3, 2}, {1 + 3.9e-4, 0}};
+    for (const Point by : {Point(0, 0), Point(7e3, -9e3)}) {
+        const Rings block = {{true, Rectangle(by.x - 1, by.y - 2, 2, 4)}};
+        const WarpingSolution solution = SolutionOf(block);
+        Points at;
+        for (const Point& p : within) at.push_back(p + by);
+        const std::vector<PointStress> stresses = StressesAt(solution, forces, at);
+        for (std::size_t i = 0; i < within.size(); ++i) {
+            const auto& [x, y] = within[i];
+            // The last is beside the outline, but no farther than it may be.
+            const double normal = 48 / 8.0 + 80 * y / (32 / 3.0) - 24 * x / (8 / 3.0);
+            const double parabola = 1.5 * 36 / 8.0 * (1 - y * y / 4);
+            EXPECT_NEAR(stresses[i].normal, normal, 1e-7) << i;
+            EXPECT_NEAR(stresses[i].shearX, 0, 0.02) << i;  // no Poisson's ratio, a parabola
+            EXPECT_NEAR(stresses[i].shearY, parabola, 0.02) << i;
+            EXPECT_NEAR(stresses[i].vonMises, std::hypot(normal, std::sqrt(3) * stresses[i].shearY),
+                        1e-3);
+        }
+        const Point away[] = {by + Point(1 + 4.1e-4, 0), by + Point(0, -2.001), by + Point(9, 9)};
+        for (const PointStress& s : StressesAt(solution, forces, {away[0], away[1], away[2]})) {
+            EXPECT_TRUE(std::isnan(s.normal) && std::isnan(s.shearX) && std::isnan(s.vonMises));
+        }
+    }
+    // A torque turns counter-clockwise: T r / J across the radius, nothing in a hole.
+    const WarpingSolution tube = SolutionOf(Round(0.5));
+    const double polar = 0.5 * pi * (1 - 0.0625);
+    for (const double angle : {0.1, 2.0, 4.0}) {
+        for (const double r : {0.55, 0.75, 0.9}) {  // off the corners of chords
+            const Point p = r * Point(std::cos(angle), std::sin(angle));
+            const PointStress s = StressesAt(tube, {0, 0, 0, 0, 0, 3}, {p})[0];
+            EXPECT_NEAR(s.shearX, -3 * p.y / polar, 0.01);
+            EXPECT_NEAR(s.shearY, 3 * p.x / polar, 0.01);
+            EXPECT_TRUE(std::isnan(StressesAt(tube, forces, {(0.4 / r) * p})[0].normal));
+        }
+    }
+    const SectionForces all = {5, 1, 2, 3, 4, 6};
+    const StressField field = StressFieldOf(tube, all);
+    const std::vector<PointStress> again = StressesAt(tube, all, field.points);
+    for (std::size_t i = 0; i < again.size(); ++i) {
+        ASSERT_NEAR(again[i].normal, field.normal[i], 1e-9);
+        ASSERT_NEAR(again[i].shearX, field.shears[i].x, 1e-9) << i;
+        ASSERT_NEAR(again[i].shearY, field.shears[i].y, 1e-9) << i;
+        ASSERT_NEAR(again[i].vonMises, field.vonMises[i], 1e-9);
+    }
+}
+
 }  // namespace
