@@ -6,5 +6,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Exceptions of the engine itself, without a detour through JavaScript for each call that may throw.
 # Headers of web/libcxx stand before those of libc++, which lacks them.
 set(CMAKE_CXX_FLAGS_INIT "-fwasm-exceptions -isystem ${CMAKE_CURRENT_LIST_DIR}/../../web/libcxx")
-# Smaller by a tenth than -O3, and as quick.
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "Optimised")
+# As quick as -O3 with all its copies of loops and functions, and smaller by a sixth.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG -fno-unroll-loops -mllvm -inline-threshold=60"
+  CACHE STRING "Optimised")
