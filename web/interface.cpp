@@ -52,7 +52,32 @@ const char* Copied(const std::string& text) {
     return copy;
 }
 
+#if defined(__EMSCRIPTEN__)
+bool isExhausted = false;
+
+// A module whose memory is exhausted stops at once and is replaced by its host: an exception could
+// not pass through every destructor of the libraries that it is made with. A trap is caught by
+// nobody, while what an import throws would be, again and again.
+[[noreturn]] void StopExhausted() {
+    isExhausted = true;
+    __builtin_trap();
+}
+
+[[noreturn]] void Stop() {
+    __builtin_trap();
+}
+
+const auto kNoNewHandler = std::set_new_handler(StopExhausted);
+const auto kDefaultTerminate = std::set_terminate(Stop);
+#endif
+
 }  // namespace
+
+#if defined(__EMSCRIPTEN__)
+int halvorn_is_exhausted() {
+    return isExhausted ? 1 : 0;
+}
+#endif
 
 char* halvorn_allocate(size_t size) {
     return static_cast<char*>(std::malloc(size));

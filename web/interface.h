@@ -29,6 +29,11 @@ HALVORN_EXPORTED("halvorn_call") const char* halvorn_call(const char* request);
 /// @param text  of `halvorn_allocate` or `halvorn_call`; null: nothing happens
 HALVORN_EXPORTED("halvorn_free") void halvorn_free(const char* text);
 
+#if defined(__EMSCRIPTEN__)
+/// Returns 1 when it was for want of memory that the module stopped, else 0.
+HALVORN_EXPORTED("halvorn_is_exhausted") int halvorn_is_exhausted();
+#endif
+
 }  // extern "C"
 
 #endif

@@ -33,17 +33,18 @@ class Engine {
   }
 
   call(request) {
-    const sent = new TextEncoder().encode(JSON.stringify(request));
     let answer;
     try {
-      answer = JSON.parse(this.#sent(sent));
+      answer = JSON.parse(this.#answer(new TextEncoder().encode(JSON.stringify(request))));
     } catch (error) {
-      // The stack of an instance that was left in the midst of a call is lost.
+      const isExhausted = this.#exports.halvorn_is_exhausted() !== 0;
+      // An instance that was left in the midst of a call has lost its stack.
       this.#renew();
-      if (error instanceof RangeError) {
-        throw failed("the section is nested too deeply or too large", "give a smaller section");
-      }
       if (error instanceof SectionError) throw error;
+      if (isExhausted) throw failed("memory is exhausted", "give a smaller section");
+      if (error instanceof RangeError) {
+        throw failed("the request is nested too deeply or too large", "give a smaller section");
+      }
       throw failed(`the engine stopped: ${error.message}`, "tell its developers of the section");
     }
     if (this.#memory.buffer.byteLength > KEPT * PAGE) this.#renew();
@@ -52,7 +53,7 @@ class Engine {
     return rest;
   }
 
-  #sent(bytes) {
+  #answer(bytes) {
     const {halvorn_allocate, halvorn_call, halvorn_free} = this.#exports;
     const room = halvorn_allocate(bytes.length + 1);
     if (room === 0) throw failed("memory is exhausted", "give a smaller section");
