@@ -5,6 +5,13 @@
 #
 # -Wno-restrict: gcc 12 at -O3 takes the concatenation of two std::strings for overlapping memory
 # (gcc bug 105651, mended in 13).
+# Code that a shared library may hold; a WebAssembly module is linked whole and is quicker without.
+if(EMSCRIPTEN)
+  set(HALVORN_POSITION_INDEPENDENT OFF)
+else()
+  set(HALVORN_POSITION_INDEPENDENT ON)
+endif()
+
 function(halvorn_compile_options target)
   target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)

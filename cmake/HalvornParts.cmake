@@ -35,13 +35,14 @@ halvorn_part_option(TOOL "the command-line tool halvorn-section")
 halvorn_part_option(FIGURES "the tool's figures as PDF and PNG")
 halvorn_part_option(TESTS "the tests")
 halvorn_part_option(PYTHON "the Python module")
+halvorn_part_option(WEB "the interface of the WebAssembly module")
 if(CMAKE_CROSSCOMPILING)
   include(cmake/HalvornCross.cmake)
 endif()
 
-# The engine, on which the tool and the Python module stand.
+# The engine, on which the tool, the Python module and the web module stand.
 set(engine_missing "")
-if(HALVORN_BUILD_TOOL OR HALVORN_BUILD_PYTHON)
+if(HALVORN_BUILD_TOOL OR HALVORN_BUILD_PYTHON OR HALVORN_BUILD_WEB)
   find_package(nlohmann_json CONFIG QUIET)
   if(NOT nlohmann_json_FOUND)
     list(APPEND engine_missing "nlohmann-json (nlohmann-json3-dev)")
@@ -81,6 +82,8 @@ endif()
 if(HALVORN_BUILD_TOOL OR NOT HALVORN_BUILD_FIGURES STREQUAL "AUTO")
   halvorn_decide(FIGURES "PDF and PNG figures" ${missing})
 endif()
+
+halvorn_decide(WEB "the interface of the WebAssembly module" ${engine_missing})
 
 # The tests.
 set(missing "")

@@ -164,6 +164,9 @@ std::string FindingsText(const std::vector<Finding>& findings);
 /// @param kind      that is looked for
 const Finding* FindFinding(const std::vector<Finding>& findings, FindingKind kind);
 
+/// The version of the results as programs read them (docs/file-format.md).
+inline constexpr int kResultsVersion = 3;
+
 /// What values are about, in reading order.
 enum class ValueGroup {
     Geometry,  ///< area, extents, centre of gravity
@@ -217,6 +220,27 @@ const std::vector<MethodDescription>& MethodDescriptions();
 /// @param values  which own it
 /// @param key     "inertia_x"
 const Value* FindValue(const std::vector<Value>& values, std::string_view key);
+
+/// Returns a value in another unit of length: number, bounds, error, published value and unit. What
+/// has no power of a length stays as it is.
+/// @param value  in any unit of length
+/// @param unit   "mm", "cm", "m" or "in"
+/// @throws InputError for another unit
+Value InLengthUnit(const Value& value, const std::string& unit);
+
+/// Returns the number of a value as tables show it, in seven digits or with how far off it can be:
+/// "5381.202", "88844 ± 3"; empty when it was not computed.
+/// @param value  any
+std::string ValueText(const Value& value);
+
+/// Returns the published number of a value as tables show it; empty when there is none.
+/// @param value  any
+std::string PublishedText(const Value& value);
+
+/// Returns by how much a value differs from the published one as tables show it: "+0.02 %"; empty
+/// when either is not there.
+/// @param value  any
+std::string DifferenceText(const Value& value);
 
 /// What a composite section consists of: its parts of one name and one modular ratio.
 struct CompositePart {
@@ -411,6 +435,46 @@ enum class TextFormat {
     Dxf,   ///< a drawing, in ASCII
     Csv    ///< points
 };
+
+/// One layer of a drawing.
+struct DrawingLayer {
+    /// Entities of one kind.
+    struct Count {
+        std::string kind;          ///< "LINE"
+        std::size_t entities = 0;  ///< how many; what a block holds counts where it is placed
+    };
+    std::string name;           ///< as the drawing writes it first
+    bool isHidden = false;      ///< off or frozen: read only when it is named
+    std::vector<Count> counts;  ///< in the order of the kinds' names
+};
+
+/// Returns the layers of a drawing in the order of their names in capitals.
+/// @param text    of a DXF file
+/// @param source  how messages call it
+/// @throws InputError for what is no drawing
+std::vector<DrawingLayer> LayersOfDrawing(const std::string& text, const std::string& source);
+
+/// One dimension of a shape.
+struct ShapeDimension {
+    std::string key;          ///< in section files: "root_radius"
+    std::string name;         ///< in full words
+    std::string symbol;       ///< as engineers write it
+    std::string description;  ///< what is measured, without a full stop
+    int power = 1;            ///< of the length unit; 0: a plain number
+    bool isRequired = true;   ///< else it may be left out
+    bool mayBeZero = false;   ///< else it must be greater than 0
+    double example = 0.0;     ///< a usual size; together they make a section [mm, or 1]
+};
+
+/// A shape that is drawn by its dimensions.
+struct ShapeDescription {
+    std::string kind;                        ///< in section files: "i_mono"
+    std::string name;                        ///< in full words
+    std::vector<ShapeDimension> dimensions;  ///< in the order of a form
+};
+
+/// Returns every shape that the parts of a section file can be (docs/file-format.md).
+const std::vector<ShapeDescription>& ShapeDescriptions();
 
 /// What a line of comma-separated values holds beside the values.
 struct CsvOptions {
@@ -641,6 +705,12 @@ public:
     /// Returns what is doubtful about the section, the worst first, of outlines that cross
     /// themselves too.
     std::vector<Finding> Diagnose() const;
+
+    /// Returns the section as the text of a section file: its rings as contours, to the last digit.
+    /// Given and published values and what made the rings are left out.
+    /// @throws InputError for a composite section with a hole that cuts its own material alone: a
+    ///         contour cannot say so
+    std::string FileText() const;
 
     /// Returns what the outlines mean: where there is material, net of holes, once where solids
     /// overlap and in one piece where they share an edge. Arcs are their chords. Empty where

@@ -48,14 +48,6 @@ std::string Aligned(const Rows& rows, const std::vector<std::size_t>& columnsOfN
     return text;
 }
 
-// As the table of one section shows it.
-std::string NumberText(const Value& value) {
-    constexpr int kDigits = 7;
-    const double error =
-        value.lower ? 0.5 * (*value.upper - *value.lower) : value.error.value_or(0.0);
-    return value.IsComputed() ? NumberWithin(value.number, error, kDigits) : "-";
-}
-
 std::string TableOf(const ProfileSearch& search, std::size_t limit) {
     if (search.profiles.empty()) return "no profile suits\n";
     Rows rows = {{"Profile"}};
@@ -67,7 +59,7 @@ std::string TableOf(const ProfileSearch& search, std::size_t limit) {
     for (const FoundProfile& profile : search.profiles) {
         std::vector<std::string> row = {SingleLine(profile.name)};
         for (const Value& value : profile.values) {
-            row.insert(row.end(), {NumberText(value), value.unit});
+            row.insert(row.end(), {value.IsComputed() ? ValueText(value) : "-", value.unit});
         }
         rows.push_back(std::move(row));
     }

@@ -106,6 +106,16 @@ std::string_view TrimmedView(std::string_view text, std::string_view what) {
     return text.substr(first, text.find_last_not_of(what) - first + 1);
 }
 
+std::vector<std::string> LinesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
 std::string Trimmed(std::string_view text, std::string_view what) {
     return std::string(TrimmedView(text, what));
 }

@@ -7,12 +7,16 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace halvorn::engine {
 
 /// Returns a text without the mark that spreadsheets put before UTF-8, its lines ending in LF where
 /// they ended in CR LF or CR.
 std::string WithLineFeeds(std::string_view text);
+
+/// Returns the lines of such a text without their LF, which the last may lack.
+std::vector<std::string> LinesOf(std::string_view text);
 
 /// Returns a text without the characters of `what` at its start and end.
 std::string Trimmed(std::string_view text, std::string_view what = " \t\r");

@@ -1,7 +1,6 @@
 #include "catalogue/csv_table.h"
 
 #include <algorithm>
-#include <sstream>
 #include <stdexcept>
 
 #include "base/numbers.h"
@@ -107,11 +106,11 @@ std::optional<double> CsvRecord::Number(std::string_view column) const {
 }
 
 std::vector<CsvRecord> ParseCsv(const std::string& text) {
-    std::istringstream stream(WithLineFeeds(text));
     CsvColumns columns;
     std::vector<CsvRecord> rows;
-    std::string line;
-    for (std::size_t number = 1; std::getline(stream, line); ++number) {
+    std::size_t number = 0;
+    for (const std::string& line : LinesOf(WithLineFeeds(text))) {
+        ++number;
         if (line.empty()) continue;
         std::vector<std::string> cells = SplitCsvLine(line);
         if (columns == nullptr) {

@@ -180,7 +180,8 @@ std::string FirstLettersOf(std::string_view name) {
         return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
                static_cast<unsigned char>(c) > 0x7FU;
     };
-    return InCapitals({word.begin(), std::find_if_not(word.begin(), word.end(), isLetter)});
+    const auto end = std::find_if_not(word.begin(), word.end(), isLetter);
+    return InCapitals(word.substr(0, static_cast<std::size_t>(end - word.begin())));
 }
 
 std::string WithSidesSwapped(const std::string& canonicalName) {

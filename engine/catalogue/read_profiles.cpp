@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <utility>
 
@@ -105,8 +104,7 @@ public:
         if (const std::size_t foreign = LineOfForeignByte(plain)) {
             throw InputError(source_, foreign, "the text is not UTF-8", "save it as UTF-8");
         }
-        std::istringstream stream(plain);
-        for (std::string line; std::getline(stream, line);) lines_.push_back(line);
+        lines_ = LinesOf(plain);
         std::string line;
         while (NextLine(&line)) {
             if (line.find_first_not_of(" ,;\t\"") == std::string::npos) continue;

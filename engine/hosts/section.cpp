@@ -8,6 +8,7 @@
 #include "region/polygons.h"
 #include "values/class_numbers.h"
 #include "values/evaluate.h"
+#include "write/section_file.h"
 
 namespace halvorn::engine {
 
@@ -121,6 +122,10 @@ std::optional<std::array<double, kClassValueCount>> Section::ClassNumbers(
     const Shift& shift) const {
     CheckShift(shift, *model_);
     return ClassNumbersOf(*model_, shift);
+}
+
+std::string Section::FileText() const {
+    return SectionFileText(*model_);
 }
 
 std::vector<Finding> Section::Diagnose() const {

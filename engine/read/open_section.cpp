@@ -99,9 +99,22 @@ bool IsDrawing(const std::string& argument) {
     return argument != "-" && Ending(argument) == ".dxf";
 }
 
+std::string LayersText(const std::vector<DrawingLayer>& layers) {
+    std::string text;
+    for (const DrawingLayer& layer : layers) {
+        std::string counts;
+        for (const auto& [kind, entities] : layer.counts) {
+            counts += (counts.empty() ? "" : ", ") + std::to_string(entities) + " " + Excerpt(kind);
+        }
+        text += SingleLine(layer.name) + (layer.isHidden ? " (off or frozen): " : ": ") +
+                (counts.empty() ? "nothing" : counts) + '\n';
+    }
+    return text;
+}
+
 std::string ListLayers(const std::string& argument) {
     if (!IsDrawing(argument)) RefuseForDrawingsOnly(SourceName(argument), "--list-layers");
-    return DrawingLayers(ReadInput(argument), SourceName(argument));
+    return LayersText(LayersOfDrawing(ReadInput(argument), SourceName(argument)));
 }
 
 SectionModel OpenSection(const std::string& argument, const InputOptions& options) {

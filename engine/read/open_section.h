@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_READ_OPEN_SECTION_H
 
 #include <string>
+#include <vector>
 
 #include "HalvornEngine.h"
 #include "model/section_model.h"
@@ -28,9 +29,13 @@ SectionModel ParseSection(const std::string& text, TextFormat format, const std:
 /// Returns whether `argument` names a drawing by its ending.
 bool IsDrawing(const std::string& argument);
 
-/// Returns one line per layer of a drawing with its entities counted by kind.
+/// Returns one line per layer of a drawing with its entities counted by kind: "AXES (off or
+/// frozen): 2 LINE".
 /// @throws InputError, also for what is no drawing
 std::string ListLayers(const std::string& argument);
+
+/// Returns layers as the same lines.
+std::string LayersText(const std::vector<DrawingLayer>& layers);
 
 }  // namespace halvorn::engine
 

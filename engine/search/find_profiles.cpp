@@ -8,6 +8,7 @@
 #include "catalogue/catalogue.h"
 #include "search/query.h"
 #include "values/evaluate.h"
+#include "values/values.h"
 
 namespace halvorn::engine {
 

@@ -1,12 +1,10 @@
 #include "search/quantity.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 #include <vector>
 
 #include "base/text.h"
-#include "base/units.h"
 #include "catalogue/profile_names.h"
 #include "catalogue/profile_types.h"
 #include "values/values.h"
@@ -147,17 +145,6 @@ Value ValueOf(const Quantity& quantity, const CatalogueProfile& profile,
                                     [&](const Value& each) { return each.key == value.key; });
     if (found != values.end()) return *found;
     value.whyMissing = "the report does not have it";
-    return value;
-}
-
-Value InUnit(Value value, const std::string& from, const std::string& to) {
-    if (value.power == 0) return value;
-    const double divisor = std::pow(MetresPer(to) / MetresPer(from), value.power);
-    value.number /= divisor;
-    for (std::optional<double>* const each : {&value.lower, &value.upper, &value.error}) {
-        if (*each) **each /= divisor;
-    }
-    value.unit = to + (value.power > 1 ? "^" + std::to_string(value.power) : "");
     return value;
 }
 

@@ -46,9 +46,6 @@ QuantityNames QuantitiesLike(std::string_view name);
 Value ValueOf(const Quantity& quantity, const CatalogueProfile& profile,
               const std::vector<Value>& values);
 
-/// Returns a value in another unit of length.
-Value InUnit(Value value, const std::string& from, const std::string& to);
-
 }  // namespace halvorn::engine
 
 #endif

@@ -51,8 +51,22 @@ Outline DrawRoundShape(const Dimensions& d, const ArcDivision& division) {
     return DrawRound(d["diameter"], division);
 }
 
-DimensionKey Optional(const char* key) {
-    return {key, true, false};
+DimensionKey Optional(const char* key, double example) {
+    return {key, example, true, false};
+}
+
+// Of an I, a channel or a tee. A taper is nominal half way along the flange.
+std::vector<DimensionKey> FlangedKeys(double height, double width, double web, double flange,
+                                      double rootRadius, double fromToe) {
+    constexpr double kSlope = 0.08;
+    return {{"height", height},
+            {"width", width},
+            {"web", web},
+            {"flange", flange},
+            Optional("root_radius", rootRadius),
+            Optional("flange_slope", kSlope),
+            Optional("toe_radius", 0.5 * flange),
+            Optional("flange_at_from_toe", fromToe)};
 }
 
 }  // namespace
@@ -70,36 +84,39 @@ std::string Dimensions::KeyOfRadius(double value) const {
 }
 
 const std::vector<ShapeKind>& ShapeKinds() {
-    static const std::vector<DimensionKey> kFlangedKeys = {{"height"},
-                                                           {"width"},
-                                                           {"web"},
-                                                           {"flange"},
-                                                           Optional("root_radius"),
-                                                           Optional("flange_slope"),
-                                                           Optional("toe_radius"),
-                                                           Optional("flange_at_from_toe")};
     static const std::vector<ShapeKind> kKinds = {
-        {"i", kFlangedKeys, DrawFlanged<DrawISection>},
+        {"i", "I section", FlangedKeys(300, 150, 7.1, 10.7, 15, 37.5), DrawFlanged<DrawISection>},
         {"i_mono",
-         {{"height"},
-          {"web"},
-          {"top_width"},
-          {"top_flange"},
-          {"bottom_width"},
-          {"bottom_flange"},
-          Optional("root_radius")},
+         "I section with different flanges",
+         {{"height", 300},
+          {"web", 8},
+          {"top_width", 120},
+          {"top_flange", 10},
+          {"bottom_width", 200},
+          {"bottom_flange", 16},
+          Optional("root_radius", 12)},
          DrawMonosymmetric},
-        {"channel", kFlangedKeys, DrawFlanged<DrawChannel>},
-        {"tee", kFlangedKeys, DrawFlanged<DrawTee>},
+        {"channel", "Channel", FlangedKeys(200, 80, 6, 11, 13, 37), DrawFlanged<DrawChannel>},
+        {"tee", "T section", FlangedKeys(150, 150, 7.1, 10.7, 15, 37.5), DrawFlanged<DrawTee>},
         {"angle",
-         {{"height"}, {"width"}, {"thickness"}, Optional("root_radius"), Optional("toe_radius")},
+         "Angle",
+         {{"height", 100},
+          {"width", 75},
+          {"thickness", 9},
+          Optional("root_radius", 10),
+          Optional("toe_radius", 5)},
          DrawAngleShape},
         {"rhs",
-         {{"height"}, {"width"}, {"thickness"}, {"outer_radius", true}, Optional("inner_radius")},
+         "Rectangular hollow section",
+         {{"height", 120},
+          {"width", 80},
+          {"thickness", 5},
+          {"outer_radius", 7.5, true},
+          Optional("inner_radius", 5)},
          DrawRhs},
-        {"chs", {{"diameter"}, {"thickness"}}, DrawChs},
-        {"plate", {{"width"}, {"height"}}, DrawPlateShape},
-        {"round", {{"diameter"}}, DrawRoundShape},
+        {"chs", "Circular hollow section", {{"diameter", 114.3}, {"thickness", 5}}, DrawChs},
+        {"plate", "Plate", {{"width", 200}, {"height", 20}}, DrawPlateShape},
+        {"round", "Round bar", {{"diameter", 40}}, DrawRoundShape},
     };
     return kKinds;
 }

@@ -16,6 +16,7 @@ namespace halvorn::engine::shapes {
 /// A dimension as section files call it. What may be left out may be 0.
 struct DimensionKey {
     const char* key;
+    double example;  ///< a usual size; those of a shape make a section together [mm, a slope 1]
     bool mayBeZero = false;
     bool isRequired = true;
 };
@@ -36,6 +37,7 @@ private:
 
 struct ShapeKind {
     std::string_view name;
+    const char* title;  ///< in full words
     std::vector<DimensionKey> keys;
     /// @throws DimensionError for dimensions that do not fit, as the functions of profiles.h
     Outline (*draw)(const Dimensions&, const ArcDivision&);

@@ -11,9 +11,9 @@ namespace halvorn::engine {
 namespace {
 
 constexpr std::array<ValueDescription, 3> kStresses = {{
-    {"normal", "Largest normal stress", "sigma", 0},
-    {"shear", "Largest shear stress", "tau", 0},
-    {"von_mises", "Largest von Mises stress", "sigma,v", 0},
+    {"normal", "Largest normal stress", "sigma", -2},
+    {"shear", "Largest shear stress", "tau", -2},
+    {"von_mises", "Largest von Mises stress", "sigma,v", -2},
 }};
 
 std::string WhyNoStresses(const Report& report) {

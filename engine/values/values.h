@@ -57,6 +57,9 @@ inline constexpr const char* kNoArea =
 inline constexpr const char* kBeyondDoubles =
     "the result is not a finite number: the coordinates are too large or too small";
 
+/// Returns a value in another unit of length, whether it has a number or not.
+Value InUnit(Value value, const std::string& from, const std::string& to);
+
 /// Returns a value with what its description says, without a number.
 Value DescribedValue(const ValueDescription& description, const std::string& lengthUnit);
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <span>
 #include <utility>
 
@@ -38,7 +39,10 @@ public:
         const auto first =
             std::lower_bound(centres_.begin(), centres_.end(), left - radius_, isLeft);
         const auto last = std::upper_bound(first, centres_.end(), right + radius_, isRight);
-        return {first, last};
+        const auto index = [&](auto place) {
+            return static_cast<std::size_t>(place - centres_.begin());
+        };
+        return std::span(centres_).subspan(index(first), index(last) - index(first));
     }
 
 private:

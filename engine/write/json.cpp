@@ -112,7 +112,7 @@ ordered_json Halves(const std::vector<PlasticHalves>& halves) {
 ordered_json Object(const Report& report) {
     const SectionModel& section = report.section;
     const bool isPolyline = section.polyline.has_value();
-    ordered_json object = {{"results_version", 3},
+    ordered_json object = {{"results_version", kResultsVersion},
                            {"source", section.source},
                            {"name", section.name},
                            {"description", section.description},

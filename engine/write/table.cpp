@@ -24,37 +24,10 @@ std::string SevenDigits(double number) {
     return TableNumber(number, kDigits);
 }
 
-// Between two bounds the number is their middle.
-std::string Number(const Value& value) {
-    double error = value.error.value_or(0.0);
-    if (value.lower && value.upper) {
-        error = std::max(value.number - *value.lower, *value.upper - value.number);
-    }
-    return NumberWithin(value.number, error, kDigits);
-}
-
 // The same reason once more is short.
 std::string WhyMissing(const Value& value, const std::string& lastReason) {
     return value.whyMissing == lastReason ? "not computed, as above"
                                           : "not computed: " + SingleLine(value.whyMissing);
-}
-
-// With an exponent where it would be longer than its column.
-std::string PublishedNumber(double number) {
-    constexpr std::size_t kWidest = 10;
-    const std::string plain = SevenDigits(number);
-    return plain.size() <= kWidest ? plain : ShortNumber(number, kDigits);
-}
-
-// The published value and by how much the drawn one differs from it; blanks where there is none.
-void AddPublishedCells(const Value& value, std::vector<std::string>* cells) {
-    cells->push_back(value.published ? PublishedNumber(*value.published) : "");
-    const std::optional<double> difference = value.Difference();
-    const double percent = 100.0 * difference.value_or(0.0);
-    constexpr int kDecimals = 2;
-    const std::string number = FixedNumber(percent, kDecimals);
-    const bool isMore = number[0] != '-' && number != "0";
-    cells->push_back(difference ? (isMore ? "+" : "") + number + " %" : "");
 }
 
 // The rows of a block of values. A value that is missing says why.
@@ -65,9 +38,10 @@ std::vector<TableRow> Rows(const std::vector<Value>& values, bool hasPublished) 
         TableRow& row = rows.emplace_back();
         row.cells = {value.name, value.symbol};
         if (value.IsComputed()) {
-            row.cells.push_back(Number(value));
+            row.cells.push_back(ValueText(value));
             row.cells.push_back(value.unit);
-            if (hasPublished) AddPublishedCells(value, &row.cells);
+            if (hasPublished)
+                row.cells.insert(row.cells.end(), {PublishedText(value), DifferenceText(value)});
             row.cells.push_back(SingleLine(value.method));
         } else {
             row.text = WhyMissing(value, lastReason);
@@ -218,8 +192,7 @@ std::string ClassText(const Report& report) {
     for (const Value& value : report.classValues) {
         const std::string how =
             value.IsComputed() ? SingleLine(value.method) : WhyMissing(value, lastReason);
-        rows.push_back({{value.symbol, value.IsComputed() ? Number(value) : "", value.unit},
-                        value.name + ": " + how});
+        rows.push_back({{value.symbol, ValueText(value), value.unit}, value.name + ": " + how});
         lastReason = value.whyMissing;
     }
     std::vector<std::string*> numbers;
@@ -245,6 +218,32 @@ std::string Remarks(const Report& report) {
 }
 
 }  // namespace
+
+std::string ValueText(const Value& value) {
+    if (!value.IsComputed()) return "";
+    double error = value.error.value_or(0.0);
+    // Between two bounds the number is their middle.
+    if (value.lower && value.upper) {
+        error = std::max(value.number - *value.lower, *value.upper - value.number);
+    }
+    return NumberWithin(value.number, error, kDigits);
+}
+
+std::string PublishedText(const Value& value) {
+    if (!value.published) return "";
+    constexpr std::size_t kWidest = 10;  // of its column: what is longer has an exponent
+    const std::string plain = SevenDigits(*value.published);
+    return plain.size() <= kWidest ? plain : ShortNumber(*value.published, kDigits);
+}
+
+std::string DifferenceText(const Value& value) {
+    const std::optional<double> difference = value.Difference();
+    if (!difference) return "";
+    constexpr int kDecimals = 2;
+    const std::string number = FixedNumber(100.0 * *difference, kDecimals);
+    const bool isMore = number[0] != '-' && number != "0";
+    return (isMore ? "+" : "") + number + " %";
+}
 
 std::string TableText(const Report& report, const TableOptions& options) {
     const SectionModel& section = report.section;

@@ -203,7 +203,7 @@ TEST(Drawing, ReadsTheNamedLayersAloneAndListsAll) {
              "Empty 70 0 "
              "62 7 0 ENDSEC " +
                  Block(Circle(1, 2, 1) + Circle(5, 2, 1) + " 8 Bolts"));
-    EXPECT_EQ(DrawingLayers(text, "test"),
+    EXPECT_EQ(LayersText(LayersOfDrawing(text, "test")),
               "0: 1 CIRCLE\nAXES (off or frozen): 1 LINE\nBolts: 2 CIRCLE\nEmpty: nothing\n"
               "Notes: 1 TEXT\nSTEEL: 3 CIRCLE, 1 INSERT\n");
     struct Case {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 
 #include "HalvornEngine.h"
@@ -40,9 +39,7 @@ public:
         if (IsUtf16(text)) {
             throw InputError(source_, "it is UTF-16 text or no text at all", "save it as UTF-8");
         }
-        std::istringstream stream(WithLineFeeds(text));
-        std::string line;
-        while (std::getline(stream, line)) {
+        for (const std::string& line : LinesOf(WithLineFeeds(text))) {
             ++lineNumber_;
             ReadLine(line);
         }

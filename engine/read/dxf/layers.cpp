@@ -2,7 +2,6 @@
 
 #include <map>
 
-#include "HalvornEngine.h"
 #include "base/text.h"
 #include "read/dxf/placed_entities.h"
 
@@ -25,14 +24,6 @@ std::string NamesOf(const Drawing& drawing) {
 }
 
 using Counts = std::map<std::string_view, std::size_t>;  // by kind
-
-std::string CountsText(const Counts& counts) {
-    std::string text;
-    for (const auto& [kind, count] : counts) {
-        text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + Excerpt(kind);
-    }
-    return text.empty() ? "nothing" : text;
-}
 
 }  // namespace
 
@@ -58,7 +49,7 @@ bool LayerChoice::Has(std::string_view layer) const {
     return chosen_.empty() || chosen_.contains(InCapitals(layer));
 }
 
-std::string LayersText(const Drawing& drawing, const std::string& source) {
+std::vector<DrawingLayer> LayersOf(const Drawing& drawing, const std::string& source) {
     std::map<std::string, Counts> counts;
     EntityVisitor visitor;
     visitor.wants = [&](const Entity& entity, std::string_view layer) {
@@ -69,12 +60,16 @@ std::string LayersText(const Drawing& drawing, const std::string& source) {
     visitor.take = [](const Entity&, std::span<const Entity>, const Placement&) {};
     visitor.leaveOut = [](const std::string&, int) {};
     VisitPlaced(drawing, source, visitor);
-    std::string text;
+    std::vector<DrawingLayer> layers;
     for (const auto& [key, layer] : drawing.layers) {
-        text += SingleLine(layer.name) + (layer.isHidden ? " (off or frozen): " : ": ") +
-                CountsText(counts[key]) + '\n';
+        DrawingLayer& listed = layers.emplace_back();
+        listed.name = layer.name;
+        listed.isHidden = layer.isHidden;
+        for (const auto& [kind, count] : counts[key]) {
+            listed.counts.push_back({std::string(kind), count});
+        }
     }
-    return text;
+    return layers;
 }
 
 }  // namespace halvorn::engine::dxf

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "HalvornEngine.h"
 #include "read/dxf/drawing.h"
 
 namespace halvorn::engine::dxf {
@@ -28,10 +29,9 @@ private:
     std::set<std::string> chosen_;  ///< as `Capitals`; empty: all
 };
 
-/// Returns one line per layer with its entities counted by kind, sorted by name: "AXES (off or
-/// frozen): 2 LINE". Those of a block count where it is placed, on the layer of the INSERT when
-/// they are drawn on the layer 0.
-std::string LayersText(const Drawing& drawing, const std::string& source);
+/// Returns the layers with their entities counted by kind. Those of a block count where it is
+/// placed, on the layer of the INSERT when they are drawn on the layer 0.
+std::vector<DrawingLayer> LayersOf(const Drawing& drawing, const std::string& source);
 
 }  // namespace halvorn::engine::dxf
 

@@ -76,8 +76,8 @@ double InUnit(double millimetres, const std::string& unit) {
 
 }  // namespace
 
-std::string DrawingLayers(const std::string& text, const std::string& source) {
-    return dxf::LayersText(dxf::FindParts(text, source), source);
+std::vector<DrawingLayer> LayersOfDrawing(const std::string& text, const std::string& source) {
+    return dxf::LayersOf(dxf::FindParts(text, source), source);
 }
 
 SectionModel ReadDrawing(const std::string& text, const std::string& source,

@@ -18,10 +18,6 @@ namespace halvorn::engine {
 SectionModel ReadDrawing(const std::string& text, const std::string& source,
                          const InputOptions& options);
 
-/// Returns one line per layer of a drawing with its entities counted by kind.
-/// @throws InputError
-std::string DrawingLayers(const std::string& text, const std::string& source);
-
 }  // namespace halvorn::engine
 
 #endif

@@ -19,9 +19,10 @@ using shapes::ShapeKind;
 // The dimensions that a file gives.
 shapes::Dimensions DimensionsOf(const Node& part, const std::vector<DimensionKey>& keys) {
     shapes::Dimensions dimensions;
-    for (const auto& [key, mayBeZero, isRequired] : keys) {
-        if (!isRequired && !part.Has(key)) continue;
-        dimensions.Set(key, part.At(key).Number(mayBeZero ? Sign::NotNegative : Sign::Positive));
+    for (const DimensionKey& each : keys) {
+        if (!each.isRequired && !part.Has(each.key)) continue;
+        const Sign sign = each.mayBeZero ? Sign::NotNegative : Sign::Positive;
+        dimensions.Set(each.key, part.At(each.key).Number(sign));
     }
     return dimensions;
 }
