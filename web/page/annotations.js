@@ -2,6 +2,7 @@
 // What stands about the material in a figure: axes, centres, dimensions, findings.
 
 import { svg } from "./dom.js";
+import { MILLIMETRES } from "./section_file.js";
 import { gridStep } from "./snap.js";
 import { toPlane, toScreen } from "./viewport.js";
 import { numberText } from "./units.js";
@@ -11,14 +12,15 @@ import { numberText } from "./units.js";
 /** Lines this near to each other are shown as one [pixels]. */
 const SAME = 1.5;
 
-/** Numbers of a result by key, lengths in the unit of the section.
- *  @param {any} result @param {number} factor length units of the section per unit of the values */
-export function lengthsOf(result, factor) {
+/** Lengths and angles of a result by key, lengths in the unit of the section.
+ *  @param {any} result @param {string} unit of the section */
+export function lengthsOf(result, unit) {
     const lengths = {};
     for (const group of result?.groups ?? []) {
         for (const value of group.values) {
             if (value.number === null || value.number === undefined) continue;
-            lengths[value.key] = value.unit === "deg" ? value.number : value.number * factor;
+            const factor = (MILLIMETRES[value.unit] ?? 1) / MILLIMETRES[unit];
+            lengths[value.key] = MILLIMETRES[value.unit] ? value.number * factor : value.number;
         }
     }
     return lengths;

@@ -79,7 +79,7 @@ export class Evaluation {
         try {
             const want = ["values", "findings", "material", "box"];
             const answer = await this.quick.call(requestFor(state, section, false, want));
-            this.accept(section, { ...answer, section, isComplete: false, error: null });
+            this.accept(section, { ...shown(answer), section, isComplete: false, error: null });
         } catch (error) {
             if (!(error instanceof Overtaken)) await this.refuse(section, error);
         }
@@ -120,7 +120,7 @@ export class Evaluation {
             if (section !== this.store.section || now.unit !== state.unit) return;
             const { material, box } = now.result ?? {};
             this.store.set({
-                result: { material, box, ...answer, section, isComplete: true, error: null,
+                result: { material, box, ...shown(answer), section, isComplete: true, error: null,
                           figure: state.figure },
             });
         } catch (error) {
@@ -140,11 +140,16 @@ export class Evaluation {
             const unit = state.unit || state.history.present.section.unit;
             const request = { ...requestFor({ ...state, forces: {} }, beside, true, want), unit };
             const answer = await this.solver.call(request);
-            if (this.store.work.beside === beside) this.store.set({ besideResult: answer });
+            if (this.store.work.beside === beside) this.store.set({ besideResult: shown(answer) });
         } catch (error) {
             this.store.set({ besideResult: { error } });
         }
     }
+}
+
+/** An answer as the page shows it. */
+function shown({ values, ...answer }) {
+    return { ...answer, groups: values.groups };
 }
 
 /** What of the engine's figure is asked for. */
@@ -152,5 +157,5 @@ function figureOf(figure, request, want) {
     const isBlocks = figure === "x" || figure === "y";
     if (!isBlocks && !request.options.forces) return {};
     want.push("svg");
-    return { figure: { blocks: isBlocks ? figure : null, stress: isBlocks ? null : figure } };
+    return { figure: isBlocks ? { blocks: figure } : { stress: figure } };
 }

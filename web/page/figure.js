@@ -4,7 +4,6 @@
 import { axes, dimensionLines, findingMarks, gridLines, lengthsOf,
          materialPath } from "./annotations.js";
 import { el, fill, svg } from "./dom.js";
-import { MILLIMETRES } from "./section_file.js";
 import { fitting, panned, toPlane, toScreen, zoomed } from "./viewport.js";
 
 /** How far an arrow key pans [pixels]. */
@@ -143,10 +142,9 @@ export class Figure {
         this.layers.material.setAttribute("transform", `matrix(${scale} 0 0 ${-scale} ${x} ${y})`);
         this.svg.setAttribute("viewBox", `0 0 ${width} ${height}`);
         fill(this.layers.grid, ...gridLines(view));
-        const factor = MILLIMETRES[result?.unit ?? unit] / MILLIMETRES[unit];
         fill(this.layers.notes, ...(result?.box ? [
             ...dimensionLines(view, result.box, unit),
-            ...axes(view, result.box, lengthsOf(result, factor)),
+            ...axes(view, result.box, lengthsOf(result, unit)),
         ] : []));
         fill(this.layers.marks, ...findingMarks(view, result?.findings ?? [], finding));
         for (const listener of this.listeners) listener();

@@ -8,7 +8,7 @@ import { ownPoints, withOwnPoints } from "./place.js";
 
 /** @typedef {import("./section_file.js").Part} Part */
 /** @typedef {{kind: string, name: string, dimensions: {key: string, name: string, symbol?: string,
- *  required: boolean, description?: string, example?: number}[]}} Shape */
+ *  required: boolean, power?: number, description?: string, example?: number}[]}} Shape */
 
 const PLACES = [["corner", "lower left corner"], ["bottom_left", "bottom left"],
     ["bottom_centre", "bottom centre"], ["bottom_right", "bottom right"], ["middle_left", "middle left"],
@@ -72,13 +72,8 @@ function dimensions(part, set, shapes, unit) {
     return grid(shape.dimensions.map((dimension) => numberField(
         dimension.name, part[dimension.key],
         (value) => set({ [dimension.key]: value === null ? undefined : value }),
-        { name: dimension.key, unit: isLength(dimension) ? unit : "", hint: dimension.description,
+        { name: dimension.key, unit: dimension.power === 0 ? "" : unit, hint: dimension.description,
           isRequired: dimension.required, placeholder: dimension.required ? "" : "0" })));
-}
-
-/** Slopes are ratios. */
-function isLength(dimension) {
-    return !/slope/.test(dimension.key);
 }
 
 function wall(part, set, unit) {

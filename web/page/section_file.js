@@ -182,3 +182,25 @@ function drawn(part, tolerance) {
 export function fileText(section) {
     return JSON.stringify(compiled(section), null, 2) + "\n";
 }
+
+/** Whether a value from outside, an address for example, is built like a section file: what the page
+ *  relies on before the engine has judged the rest. @param {any} value */
+export function isSectionFile(value) {
+    const isObject = (one) => one !== null && typeof one === "object" && !Array.isArray(one);
+    if (!isObject(value) || typeof value.unit !== "string") return false;
+    const isList = (list) => list === undefined || (Array.isArray(list) && list.every(isObject));
+    const lists = [value.contours, value.profiles, value.parts];
+    if (!lists.every(isList) || !(value.polyline === undefined || isObject(value.polyline))) return false;
+    return elementsOf(value).every(({ item }) =>
+        arePoints(item.points) && (item.wall === undefined || (isObject(item.wall) && arePoints(item.wall.points))) &&
+        isNumbers(item.radii) && isNumbers(item.move) && (item.repeat === undefined || isObject(item.repeat)));
+}
+
+function isNumbers(value) {
+    return value === undefined || (Array.isArray(value) && value.every(Number.isFinite));
+}
+
+function arePoints(value) {
+    return value === undefined ||
+        (Array.isArray(value) && value.every((point) => isNumbers(point) && point?.length === 2));
+}

@@ -24,6 +24,10 @@ export function initialState() {
         forces: {},  // as typed
         figure: "section",  // or what the engine's figure shows
         tool: "select",  // or "draw"
+        draft: null,  // the points being drawn
+        drawing: { kind: "solid", thickness: 5 },  // what they become
+        corner: -1,  // of the chosen part
+        shapes: [],  // the registry
         result: null,
         besideResult: null,
         finding: -1,  // that is pointed out in the figure
@@ -37,6 +41,8 @@ export class Store {
         this.views = [];
         this.shown = null;
         this.frame = 0;
+        /** @type {(error: any) => void} */
+        this.fail = (error) => { throw error; };
     }
 
     /** @returns {Work} */
@@ -63,7 +69,13 @@ export class Store {
         this.frame = 0;
         const before = this.shown;
         this.shown = this.state;
-        for (const view of this.views) view(this.state, before ?? /** @type {any} */ ({}));
+        for (const view of this.views) {
+            try {
+                view(this.state, before ?? /** @type {any} */ ({}));
+            } catch (error) {
+                this.fail(error);  // the other views go on
+            }
+        }
     }
 
     /** Calls a view at once and after every change.

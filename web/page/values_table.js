@@ -38,6 +38,14 @@ function boundsText(value) {
     return value.error === null || value.error === undefined ? "" : `within ${value.error}`;
 }
 
+/** What a group's values are about. */
+const NOTES = {
+    bending: "about axes through G: x horizontal, y vertical, 1 and 2 principal",
+    plastic: "about the lines parallel to these axes that halve the area",
+    torsion: "M is the shear centre",
+    shear: "stiffness areas for a force along x and y; static moments of one side of the axis",
+};
+
 /** What a row says in each column. @param {any} value @param {any} beside */
 function cellsOf(value, beside) {
     return { value, beside, published: value.published_text, difference: value.difference_text };
@@ -82,17 +90,11 @@ export function showTable(container, result, beside, names) {
         el("th", { scope: "col", class: `column-${text.toLowerCase().replace(/ .*/, "")}` }, text))));
     const bodies = table.groups.map((group) => el("tbody", {},
         el("tr", { class: "group" }, el("th", { colspan: columns.length, scope: "rowgroup" },
-                                         groupTitle(group.name))),
+                                         group.name,
+                                         NOTES[group.group] && el("span", { class: "group-note" }, NOTES[group.group]))),
         group.rows.map((row) => rowNode(row, table, group, columns.length))));
     fill(container, el("table", { class: "values-table" },
                        el("caption", { class: "hidden" }, "Values of the section"), head, bodies));
-}
-
-/** "Bending, about axes through ..." with its explanation smaller. */
-function groupTitle(name) {
-    const pieces = /^([^,:;]+)([,:;].*)?$/.exec(name);
-    return [pieces?.[1] ?? name,
-            pieces?.[2] && el("span", { class: "group-note" }, pieces[2])];
 }
 
 function rowNode(row, table, group, columns) {
