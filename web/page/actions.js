@@ -4,8 +4,8 @@
 import { button, byId, el, fill } from "./dom.js";
 import { copy, fileName, save } from "./files.js";
 import { requestFor } from "./evaluation.js";
-import { UNITS, emptySection, fileText, isEmpty } from "./section_file.js";
-import { fillSheet, titleOf } from "./sheet.js";
+import { UNITS, emptySection, fileText, isEmpty, titleOf } from "./section_file.js";
+import { fillSheet } from "./sheet.js";
 import { copiedTable } from "./values_table.js";
 import { forceUnits } from "./units.js";
 import { isChanged } from "./store.js";
@@ -100,7 +100,7 @@ export class Actions {
 
     names() {
         const { section, beside } = this.store.work;
-        return [beside ? section.name || titleOf(section) : "Value", beside ? beside.name || titleOf(beside) : ""];
+        return [beside ? titleOf(section) : "Value", beside ? titleOf(beside) : ""];
     }
 
     show(state, before) {
@@ -119,7 +119,7 @@ export class Actions {
             fill(this.unit, el("option", { value: "" }, `${section.unit}, as the section`),
                  UNITS.map((one) => el("option", { value: one }, one)));
             this.unit.value = state.unit;
-            document.title = `${section.name || titleOf(section)} – Halvorn sections`;
+            document.title = `${titleOf(section)} – Halvorn sections`;
         }
     }
 

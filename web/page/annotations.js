@@ -12,6 +12,9 @@ import { numberText } from "./units.js";
 /** Lines this near to each other are shown as one [pixels]. */
 const SAME = 1.5;
 
+/** Where the number of a finding stands from its place, which may be a corner to drag [pixels]. */
+const BADGE = [-16, -18];
+
 /** Lengths and angles of a result by key, lengths in the unit of the section.
  *  @param {any} result @param {string} unit of the section */
 export function lengthsOf(result, unit) {
@@ -82,15 +85,18 @@ export function axes(view, box, values) {
         nodes.push(...principalAxes(gx, gy, angle, reach));
     }
     nodes.push(svg("circle", { class: "centroid-ground", cx: gx, cy: gy, r: 5 }),
-               svg("path", { class: "centroid", d: `M${gx} ${gy}h5a5 5 0 0 1 -5 5zM${gx} ${gy}h-5a5 5 0 0 1 5 -5z` }),
+               svg("path", { class: "centroid", 
+                             d: `M${gx} ${gy}h5a5 5 0 0 1 -5 5zM${gx} ${gy}h-5a5 5 0 0 1 5 -5z` }),
                label(gx + 8, gy - 8, "G"));
-    if (values.shear_centre_x !== undefined && values.shear_centre_y !== undefined) {
-        const [mx, my] = toScreen(view, [values.shear_centre_x, values.shear_centre_y]);
-        nodes.push(svg("path", { class: "shear-centre", d: `M${mx - 5} ${my}h10M${mx} ${my - 5}v10` }));
-        const isApart = Math.hypot(mx - gx, my - gy) > 16;
-        nodes.push(label(isApart ? mx + 8 : gx + 8, isApart ? my - 8 : gy + 17, "M"));
-    }
-    return nodes;
+    return [...nodes, ...shearCentre(view, values, gx, gy)];
+}
+
+function shearCentre(view, values, gx, gy) {
+    if (values.shear_centre_x === undefined || values.shear_centre_y === undefined) return [];
+    const [mx, my] = toScreen(view, [values.shear_centre_x, values.shear_centre_y]);
+    const isApart = Math.hypot(mx - gx, my - gy) > 16;
+    return [svg("path", { class: "shear-centre", d: `M${mx - 5} ${my}h10M${mx} ${my - 5}v10` }),
+            label(isApart ? mx + 8 : gx + 8, isApart ? my - 8 : gy + 17, "M")];
 }
 
 function plasticAxes(view, values, { left, right, top, bottom, gx, gy }) {
@@ -130,8 +136,9 @@ export function findingMarks(view, findings, pointedOut) {
         const state = index === pointedOut ? " pointed-out" : "";
         return svg("g", { class: `mark ${finding.severity}${state}`,
                           transform: `translate(${x} ${y})`, "data-finding": index },
-                   svg("circle", { r: index === pointedOut ? 15 : 9 }),
-                   svg("text", { y: 3.5, "text-anchor": "middle" }, String(index + 1)));
+                   svg("circle", { class: "ring", r: index === pointedOut ? 15 : 4 }),
+                   svg("circle", { class: "badge", cx: BADGE[0], cy: BADGE[1], r: 9 }),
+                   svg("text", { x: BADGE[0], y: BADGE[1] + 4, "text-anchor": "middle" }, String(index + 1)));
     });
 }
 

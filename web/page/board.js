@@ -10,6 +10,9 @@ import { panned, toPlane, toScreen, zoomed } from "./viewport.js";
 /** A press that moves less is a click [pixels]. */
 const CLICK = 4;
 
+/** Handles nearer than this would cover each other [pixels]. */
+const LEAST_APART = 9;
+
 /** @typedef {import("./snap.js").Point} Point */
 
 export class Board {
@@ -191,6 +194,7 @@ export class Board {
         const last = draft.points[draft.points.length - 1];
         if (last && last[0] === point[0] && last[1] === point[1]) return;
         this.store.set({ draft: { ...draft, points: [...draft.points, point] } });
+        this.figure.include(point);
     }
 
     takeBack() {
@@ -244,11 +248,27 @@ export class Board {
             const [x1, y1] = pixels[(index + 1) % pixels.length];
             return svg("line", { class: "edge", x1: x, y1: y, x2: x1, y2: y1, "data-edge": index });
         });
-        const handles = pixels.map(([x, y], index) => svg("rect", {
-            class: index === this.store.state.corner ? "handle current" : "handle", x: x - 5, y: y - 5,
-            width: 10, height: 10, "data-corner": index }));
+        const { corner } = this.store.state;
+        const handles = apart(pixels, corner).map((index) => svg("rect", {
+            class: index === corner ? "handle current" : "handle", x: pixels[index][0] - 5,
+            y: pixels[index][1] - 5, width: 10, height: 10, "data-corner": index }));
         return [...edges, ...handles];
     }
+}
+
+/** Which of a ring's corners have room for a handle; those of a fine arc show when it is near.
+ *  @param {Point[]} pixels @param {number} chosen has one anyway */
+function apart(pixels, chosen) {
+    const shown = [];
+    let last = null;
+    pixels.forEach(([x, y], index) => {
+        const isApart = !last || Math.hypot(x - last[0], y - last[1]) >= LEAST_APART;
+        if (isApart || index === chosen) {
+            shown.push(index);
+            last = [x, y];
+        }
+    });
+    return shown;
 }
 
 /** @param {Record<string, any>} part @param {number[]|undefined} radii */

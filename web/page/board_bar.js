@@ -12,7 +12,7 @@ const KINDS = [["solid", "solid"], ["hole", "hole"], ["open wall", "open wall"],
 
 export class BoardBar {
     /** @param {HTMLElement} container @param {import("./store.js").Store} store
-     *  @param {import("./board.js").Board} board @param {(text: string) => void} say */
+     *  @param {import("./board.js").Board} board @param {(text: string, isQuiet?: boolean) => void} say */
     constructor(container, store, board, say) {
         Object.assign(this, { container, store, board, say });
         this.typed = el("input", {
@@ -91,7 +91,7 @@ export class BoardBar {
         }
         this.typed.value = "";
         this.board.add(point);
-        this.say(`Point ${points.length + 1} at ${point.join(", ")}`);
+        this.say(`Point ${points.length + 1} at ${point.join(", ")}`, true);
     }
 
     close() {

@@ -3,7 +3,7 @@
 // warping and shear when the hand rests.
 
 import { EngineClient, Latest, Overtaken } from "./engine_client.js";
-import { catalogueProfileOf, compiled, isEmpty } from "./section_file.js";
+import { catalogueProfileOf, compiled, isEmpty, titleOf } from "./section_file.js";
 import { isChanged } from "./store.js";
 import { forcesFor } from "./units.js";
 
@@ -18,8 +18,7 @@ const PATIENCE = 400;
 export function inputOf(section) {
     const profile = catalogueProfileOf(section);
     if (profile) return { profile, unit: section.unit };
-    const source = section.name || "section";
-    return { text: JSON.stringify(compiled(section)), format: "json", source };
+    return { text: JSON.stringify(compiled(section)), format: "json", source: titleOf(section) };
 }
 
 /** @param {import("./store.js").State} state

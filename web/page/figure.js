@@ -18,9 +18,12 @@ export class Figure {
                         board: svg("g"), marks: svg("g") };
         this.svg = svg("svg", { class: "section-figure", role: "img" },
                        ...Object.values(this.layers));
+        this.caption = el("p", { class: "figure-caption" });
+        this.hint = el("p", { class: "figure-hint", hidden: true },
+                       "Pick a profile or a shape, draw, or drop a DXF, CSV or JSON file here.");
         this.frame = el("div", { class: "figure-frame", tabindex: "0", role: "group",
                                  "aria-label": "Figure: arrow keys pan, plus and minus zoom, 0 fits" },
-                        this.svg);
+                        this.svg, this.caption, this.hint);
         container.append(this.frame);
         this.view = fitting(null, 600, 400);
         this.isFitted = true;  // follows the section as long as nobody zooms or pans
@@ -38,14 +41,17 @@ export class Figure {
     }
 
     /** @param {any} result @param {string} unit of the section
-     *  @param {{finding?: number, span?: number[]|null, isPale?: boolean}} [more] `span`: a box that
+     *  @param {{finding?: number, span?: number[]|null, isPale?: boolean, caption?: string, isEmpty?: boolean}} [more] `span`: a box that
      *  fits beside another figure of the same scale */
-    show(result, unit, { finding = -1, span = null, isPale = false } = {}) {
+    show(result, unit, { finding = -1, span = null, isPale = false, caption = "",
+                         isEmpty = false } = {}) {
         const before = this.shown;
         this.shown = { result, unit, finding, span };
         if (result?.material !== before.result?.material) {
             this.world.setAttribute("d", materialPath(result?.material ?? []));
         }
+        this.caption.textContent = caption;
+        this.hint.hidden = !isEmpty;
         this.svg.classList.toggle("pale", isPale);
         this.svg.setAttribute("aria-label", this.description());
         const isPointedOut = finding >= 0 && finding !== before.finding;
@@ -106,6 +112,16 @@ export class Figure {
         if (x > 30 && y > 30 && x < width - 30 && y < height - 30) return;
         this.isFitted = false;
         this.view = { ...this.view, x: place[0], y: place[1] };
+    }
+
+    /** Zooms out until a point can be seen. */
+    include(point) {
+        const { width, height } = this.view;
+        const isSeen = () => {
+            const [x, y] = toScreen(this.view, point);
+            return x > 20 && y > 20 && x < width - 20 && y < height - 20;
+        };
+        for (let step = 0; step < 100 && !isSeen(); ++step) this.zoom(0.8);
     }
 
     wheel(event) {

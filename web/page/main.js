@@ -15,45 +15,46 @@ import { Files, OriginPanel, acceptDrops } from "./files.js";
 import { sentence, showFindings } from "./findings_panel.js";
 import { ForcesPanel, showStresses } from "./forces_panel.js";
 import { PartsPanel } from "./parts_panel.js";
-import { elementAt, elementsOf, emptySection, isEmpty, withPartOnTop } from "./section_file.js";
+import { elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
 import { exampleOf, showShapes } from "./shapes_panel.js";
-import { titleOf } from "./sheet.js";
-import { Store } from "./store.js";
+import { Store, isChanged } from "./store.js";
 import { showMethods, showTable } from "./values_table.js";
 
 const store = new Store();
 
-function say(text) {
-    byId("live").textContent = "";
-    setTimeout(() => { byId("live").textContent = text; }, 30);
-    showMessage(text, "note");
+let silence = 0;
+
+/** Says what was done, for eyes and ears; it goes by itself.
+ *  @param {string} text @param {boolean} [isQuiet] what the screen shows anyway */
+function say(text, isQuiet = false) {
+    const live = byId("live");
+    live.classList.toggle("hidden", isQuiet);
+    live.textContent = "";
+    clearTimeout(silence);
+    setTimeout(() => { live.textContent = text; }, 30);
+    silence = setTimeout(() => { live.textContent = ""; }, 5000);
 }
 
-let dismissal = 0;
-
-/** A line above the section; notes go by themselves. */
-function showMessage(text, kind, more = []) {
-    clearTimeout(dismissal);
+/** What is wrong stays above the figure until it is mended or closed. */
+function showError(text, more = []) {
     const close = button("✕", () => fill(byId("messages")), { class: "icon", "aria-label": "Close the message" });
-    fill(byId("messages"), el("div", { class: `message ${kind}`, role: kind === "error" ? "alert" : null },
-                              el("p", {}, text, more), close));
-    if (kind === "note") dismissal = setTimeout(() => fill(byId("messages")), 6000);
+    fill(byId("messages"), el("div", { class: "message", role: "alert" }, el("p", {}, text, more), close));
 }
 
 function complain(error, source = "") {
     const of = error.source || source;
     const where = [of, error.place].filter(Boolean).join(", ");
     const text = error.problem ? `${where ? `${where}: ` : ""}${sentence(error.problem)}` : error.message;
-    showMessage(text, "error", error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : []);
+    showError(text, error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : []);
 }
 
 /** Says that a section cannot be computed, with a way to the part at fault. */
-function showError(error) {
+function showRefusal(error) {
     const element = elementAt(store.section, error.place ?? "");
     const index = elementsOf(store.section).findIndex((one) =>
         one.list === element?.list && one.index === element?.index);
     const problem = `${error.place ? `${error.place}: ` : ""}${sentence(error.problem ?? error.message)}`;
-    showMessage(problem, "error", [
+    showError(problem, [
         error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : "",
         index >= 0 ? [" ", button("Show the part", () => store.set({ selected: index }), { class: "link" })] : "",
     ]);
@@ -61,19 +62,22 @@ function showError(error) {
 
 function showResult(figure, state, before) {
     const { result, besideResult, history: { present: { section, beside } } } = state;
-    const isSame = ["result", "finding", "besideResult", "history", "figure", "forces"].every((key) => state[key] === before[key]);
+    const isSame = ["result", "finding", "besideResult", "history", "figure", "forces",
+                    "tool"].every((key) => state[key] === before[key]);
     if (isSame) return;
-    if (result?.error && result.error !== before.result?.error) showError(result.error);
-    if (!result?.error && before.result?.error) fill(byId("messages"));
+    if (result?.error && result.error !== before.result?.error) showRefusal(result.error);
+    if (!result?.error && (isChanged(state, before) || before.result?.error)) fill(byId("messages"));
     const pointOut = (index) => store.set({ finding: index === state.finding ? -1 : index });
     showFindings(byId("findings"), result, state.finding, pointOut);
     const compared = beside && besideResult?.groups ? besideResult : null;
     const span = compared?.box && result?.box ? widest(result.box, compared.box) : null;
-    figure.show(result, section.unit, { finding: state.finding, span, isPale: Boolean(result?.error) });
+    figure.show(result, section.unit, { finding: state.finding, span, isPale: Boolean(result?.error),
+                                        caption: beside ? titleOf(section) : "",
+                                        isEmpty: isEmpty(section) && state.tool !== "draw" });
     showBeside(compared, beside, span);
     showEngineFigure(state, section);
     if (result?.groups && !isEmpty(section)) {
-        const names = beside ? [section.name || titleOf(section), beside.name || titleOf(beside)] : ["Value", ""];
+        const names = beside ? [titleOf(section), titleOf(beside)] : ["Value", ""];
         showTable(byId("values"), result, compared, names);
     } else {
         fill(byId("values"), el("p", { class: "note" }, "The values of the section stand here."));
@@ -96,7 +100,8 @@ function showBeside(result, section, span) {
     }
     if (!section) return;
     if (!besideFigure) besideFigure = new Figure(container, () => {});
-    besideFigure.show(result ? { ...result, findings: [] } : null, section.unit, { span });
+    besideFigure.show(result ? { ...result, findings: [] } : null, section.unit,
+                      { span, caption: titleOf(section) });
 }
 
 /** Blocks and contours are the engine's own figure. */
@@ -155,7 +160,7 @@ function take(part, isAdded) {
         const changed = withPartOnTop(section, part);
         store.edit(changed, "", { selected: elementsOf(changed).length - 1, tool: "select" });
     }
-    say(`${part.profile ?? part.shape} ${isAdded ? "was added" : "is shown"}.`);
+    say(`${part.profile ?? part.shape} ${isAdded ? "was added" : "is shown"}.`, true);
 }
 
 async function start() {
@@ -188,4 +193,4 @@ async function start() {
     fill(byId("footer"), `HalvornSectionTools ${version.version}. Works offline: nothing leaves this computer.`);
 }
 
-start().catch((error) => showMessage(`The engine could not be started: ${error.message}`, "error"));
+start().catch((error) => showError(`The engine could not be started: ${error.message}`));

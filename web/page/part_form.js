@@ -113,7 +113,7 @@ function placement(context) {
         heading("Place"),
         grid(
             part.kind !== "hole" && choices.length > 1 && choiceField("Standing", current || (part.on ? "kept" : ""),
-                /** @type {any} */ (choices), (index) => stand(context, index), { name: "standing" }),
+                /** @type {any} */ (choices), (index) => stand(context, index), { name: "standing", isWide: true }),
             part.on ? onAnother(part, set, unit) : freely(part, set, unit)),
         turning(part, set),
     ];
@@ -154,7 +154,7 @@ function freely(part, set, unit) {
     const places = preset === "origin" ? [["origin", "its origin"], ...PLACES] : PLACES;
     return [
         choiceField("Point placed", part.at ?? preset, /** @type {any} */ (places),
-                    (at) => set({ at: at === preset ? undefined : at }), { name: "at" }),
+                    (at) => set({ at: at === preset ? undefined : at }), { name: "at", isWide: true }),
         ...moving("At", part, set, unit),
     ];
 }

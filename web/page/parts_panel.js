@@ -33,7 +33,7 @@ export class PartsPanel {
         refill(this.form, chosen ? partForm({
             section, element: chosen, shapes: this.shapes(),
             edit: (changed, name) => this.store.edit(changed, name),
-        }) : []);
+        }).concat(this.buttons(chosen)) : []);
         this.form.hidden = !chosen;
     }
 
@@ -48,10 +48,14 @@ export class PartsPanel {
                            on: { click: choose } },
                el("span", {}, labelOf(element)),
                el("span", { class: "part-what" }, describe(element))),
-            element.list === "parts" && button("⧉", () => this.duplicate(element),
-                { class: "icon", title: "Duplicate", "aria-label": `Duplicate ${labelOf(element)}` }),
             button("✕", () => this.remove(element),
                 { class: "icon", title: "Delete", "aria-label": `Delete ${labelOf(element)}` }));
+    }
+
+    buttons(element) {
+        return el("div", { class: "field buttons" },
+            element.list === "parts" && button("Duplicate", () => this.duplicate(element)),
+            button("Delete", () => this.remove(element)));
     }
 
     duplicate(element) {
@@ -69,7 +73,8 @@ export class PartsPanel {
 /** What a part is and where, in a few words. */
 function describe({ item, list }) {
     const what = item.kind === "hole" ? "hole" : list === "polyline" ? "polyline" : "";
-    const kind = item.name && (item.profile ?? item.shape ?? "");
+    const drawn = item.profile ?? item.shape ?? "";
+    const kind = item.name && item.name !== drawn ? drawn : "";
     const turned = item.rotate ? `${item.rotate}°` : "";
     const on = item.on ? `${item.gap ? "beside" : "on"} ${item.on}` : "";
     const row = item.repeat ? `× ${item.repeat.count}` : "";

@@ -77,6 +77,11 @@ export function labelOf(element) {
     return `${list === "parts" ? "outline" : list.replace(/s$/, "")} ${index + 1}`;
 }
 
+/** What a section is called; without a name by what it is made of. @param {SectionFile} section */
+export function titleOf(section) {
+    return section.name || elementsOf(section).map(labelOf).slice(0, 4).join(" + ") || "Section";
+}
+
 /** @param {SectionFile} section @param {Element} element @param {Part} item */
 export function withItem(section, element, item) {
     if (element.list === "polyline") return { ...section, polyline: item };
@@ -154,8 +159,9 @@ export function withPartOnTop(section, part) {
 export function withContoursAsParts(section) {
     const { contours = [], ...rest } = section;
     const parts = contours.map((contour) => {
-        const { kind, ...part } = contour;
-        return kind === "hole" ? { ...part, kind } : part;
+        const { kind, name, ...part } = contour;
+        const named = name && !/^line \d+$/.test(name) ? { name, ...part } : part;
+        return kind === "hole" ? { ...named, kind } : named;
     });
     return { ...rest, parts: [...parts, ...(rest.parts ?? [])] };
 }

@@ -3,7 +3,7 @@
 
 import { el, fill, pictureOf } from "./dom.js";
 import { sentence } from "./findings_panel.js";
-import { elementsOf, fileText, labelOf } from "./section_file.js";
+import { elementsOf, fileText, labelOf, titleOf } from "./section_file.js";
 import { digestOf } from "./share.js";
 import { forceUnits } from "./units.js";
 import { showStresses } from "./forces_panel.js";
@@ -21,7 +21,7 @@ export async function fillSheet(sheet, { state, section, picture, version, besid
     showStresses(stresses, result, section.unit);
     const findings = (result.findings ?? []).filter(({ severity }) => severity !== "hint");
     fill(sheet,
-         el("header", {}, el("h1", {}, section.name || titleOf(section)),
+         el("header", {}, el("h1", {}, titleOf(section)),
             el("p", {}, new Date().toISOString().slice(0, 10))),
          el("div", { class: "sheet-figure" }, picture && pictureOf(picture)),
          el("p", { class: "sheet-parts" }, partsText(section)),
@@ -32,11 +32,6 @@ export async function fillSheet(sheet, { state, section, picture, version, besid
          el("footer", {},
             el("p", {}, `HalvornSectionTools ${version.version}, results ${version.results_version}`),
             digest ? el("p", {}, `SHA-256 of the section file: ${digest}`) : null));
-}
-
-/** @param {import("./section_file.js").SectionFile} section */
-export function titleOf(section) {
-    return elementsOf(section).map(labelOf).slice(0, 4).join(" + ") || "Section";
 }
 
 /** The dimensions that were typed, so that a reader can check them. */

@@ -74,10 +74,10 @@ export function besideDifference(value, beside) {
 }
 
 function headOf(table, names) {
-    const columns = ["Value of", "Symbol", names[0], "Unit"];
+    const columns = ["Property", "Symbol", names[0], "Unit"];
     if (table.hasPublished) columns.push("Published", "Differs");
     if (table.hasBeside) columns.push(names[1], "Difference");
-    columns.push("Method");
+    else columns.push("Method");  // two sections side by side take its room
     return columns;
 }
 
@@ -121,7 +121,7 @@ function rowNode(row, table, group, columns) {
                   el("td", { class: "figure-cell" }, besideNode(row.beside)),
                   el("td", { class: "figure-cell" }, besideDifference(value, row.beside)),
               ],
-              el("td", { class: "method" }, value.method));
+              !table.hasBeside && el("td", { class: "method" }, value.method));
 }
 
 function besideNode(beside) {
@@ -160,5 +160,6 @@ function textsOf(row, table) {
     const cells = [value.name, value.symbol, isMissing ? "" : value.text, value.unit ?? ""];
     if (table.hasPublished) cells.push(row.published ?? "", row.difference ?? "");
     if (table.hasBeside) cells.push(beside?.text ?? "", besideDifference(value, beside));
-    return [...cells, isMissing ? `not computed: ${value.why_missing}` : value.method];
+    const how = isMissing ? `not computed: ${value.why_missing}` : value.method;
+    return table.hasBeside ? cells : [...cells, how];
 }
