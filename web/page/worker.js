@@ -10,9 +10,16 @@ let engine;
  *  where it is beside it while the page is being worked on */
 async function engineFrom(source) {
     if (source.url) return load(source.url);
-    const packed = Uint8Array.from(atob(source.base64), (character) => character.charCodeAt(0));
-    const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream("gzip"));
+    const stream = new Blob([bytesOf(source.base64)]).stream().pipeThrough(new DecompressionStream("gzip"));
     return load(await new Response(stream).arrayBuffer());
+}
+
+function bytesOf(base64) {
+    if ("fromBase64" in Uint8Array) return /** @type {any} */ (Uint8Array).fromBase64(base64);
+    const text = atob(base64);
+    const bytes = new Uint8Array(text.length);
+    for (let index = 0; index < text.length; ++index) bytes[index] = text.charCodeAt(index);
+    return bytes;
 }
 
 function fieldsOf(error) {
