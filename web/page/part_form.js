@@ -18,6 +18,9 @@ const SIDES = [["top", "top"], ["bottom", "bottom"], ["left", "left side"], ["ri
 const ALIGNMENTS = { top: ["left", "centre", "right"], bottom: ["left", "centre", "right"],
                      left: ["bottom", "centre", "top"], right: ["bottom", "centre", "top"] };
 
+/** More than these are not typed. */
+const MOST_POINTS = 2000;
+
 /** A part with some keys changed; a value of undefined takes the key away.
  *  @param {Part} part @param {Record<string, any>} change @returns {Part} */
 export function changedPart(part, change) {
@@ -53,6 +56,10 @@ function contents({ part, set, shapes, unit }) {
     if (part.profile) {
         return grid(textField("Profile", part.profile, (profile) => profile && set({ profile }),
                               { name: "profile", isWide: true, hint: "a name from the catalogue" }));
+    }
+    const count = ownPoints(part).length;
+    if (count > MOST_POINTS) {
+        return el("p", { class: "note" }, `${count} points: too many for a form, not for the engine.`);
     }
     if (part.wall) return wall(part, set, unit);
     if (part.points) {

@@ -41,7 +41,7 @@ export function unplaced(part, point) {
 }
 
 /** Cosine and sine, exact at quarter turns. @param {number} degrees */
-function turn(degrees) {
+export function turn(degrees) {
     const quarters = degrees / 90;
     if (Number.isInteger(quarters)) {
         return [[1, 0], [0, 1], [-1, 0], [0, -1]][((quarters % 4) + 4) % 4];

@@ -1,6 +1,8 @@
 // @ts-check
 // Typed and snapped coordinates.
 
+import { turn } from "./place.js";
+
 /** @typedef {[number, number]} Point */
 
 /** How near the pointer has to come to what it snaps to [pixels]. */
@@ -60,14 +62,9 @@ export function typedPoint(text, last) {
     }
     const polar = POLAR.exec(typed.trim());
     if (!polar) return null;
-    const angle = (Number(polar[2]) * Math.PI) / 180;
+    const [cosine, sine] = turn(Number(polar[2]));
     const length = Number(polar[1]);
-    return [from[0] + clean(length * Math.cos(angle)), from[1] + clean(length * Math.sin(angle))];
-}
-
-/** Without the last digits, which are rounding of the angle. */
-function clean(x) {
-    return Number(x.toPrecision(12)) + 0;
+    return [from[0] + length * cosine, from[1] + length * sine];
 }
 
 /** Reads a list of points, one per line. @param {string} text
