@@ -31,7 +31,7 @@ export function lengthsOf(result, unit) {
 
 /** @param {Viewport} view */
 export function gridLines(view) {
-    const step = gridStep(view.scale) * (view.scale * gridStep(view.scale) < 24 ? 5 : 2);
+    const step = gridStep(view.scale) * 10;
     const [x0, y1] = toPlane(view, [0, 0]);
     const [x1, y0] = toPlane(view, [view.width, view.height]);
     let d = "";

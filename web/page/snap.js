@@ -8,10 +8,10 @@ import { turn } from "./place.js";
 /** How near the pointer has to come to what it snaps to [pixels]. */
 const REACH = 9;
 
-/** The smallest distance between lines of the grid [pixels]. */
-const SPACING = 12;
+/** The smallest distance between points of the grid [pixels]: finer steps than a hand can hold. */
+const SPACING = 5;
 
-/** A step of 1, 2 or 5 times a power of ten whose lines stand apart on the screen.
+/** A step of 1, 2 or 5 times a power of ten that stands apart on the screen.
  *  @param {number} scale pixels per unit */
 export function gridStep(scale) {
     const least = SPACING / scale;

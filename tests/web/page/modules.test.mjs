@@ -70,7 +70,7 @@ test("the pointer snaps to a corner, else level with one, else to the grid", () 
     const corners = [[33.3, 71.7]];
     assert.deepEqual(snapped([34, 71], corners, 4), { point: [33.3, 71.7], to: "corner" });
     assert.deepEqual(snapped([33.5, 20.4], corners, 4), { point: [33.3, 20], to: "level" });
-    assert.deepEqual(snapped([52.2, 20.4], corners, 4), { point: [50, 20], to: "grid" });
+    assert.deepEqual(snapped([52.2, 20.4], corners, 4), { point: [52, 20], to: "grid" });
     assert.deepEqual(snapped([0.3021, 0.7], [], 2000).point, [0.3, 0.7]);
 });
 
