@@ -4,11 +4,16 @@
 import { fill, svg } from "./dom.js";
 import { hasOwnPoints, ownPoints, placed, unplaced, withOwnPoints } from "./place.js";
 import { elementsOf, withItem, withPart } from "./section_file.js";
-import { snapped } from "./snap.js";
+import { materialPath } from "./annotations.js";
+import { snappedShift } from "./outlines.js";
+import { gridStep, snapped } from "./snap.js";
 import { panned, toPlane, toScreen, zoomed } from "./viewport.js";
 
 /** A press that moves less is a click [pixels]. */
 const CLICK = 4;
+
+/** How near a moved part's corner has to come to another's [pixels]. */
+const SNAP = 8;
 
 /** Handles nearer than this would cover each other [pixels]. */
 const LEAST_APART = 9;
@@ -36,6 +41,8 @@ export class Board {
             if (state.tool !== before.tool || state.draft !== before.draft ||
                 state.selected !== before.selected || state.corner !== before.corner ||
                 state.history !== before.history) this.draw();
+            if (state.outlines !== before.outlines || state.selected !== before.selected ||
+                state.tool !== before.tool) this.drawParts(state);
             area.classList.toggle("drawing", state.tool === "draw");
         });
     }
@@ -69,8 +76,12 @@ export class Board {
         const pixel = this.figure.pixelOf(event);
         this.pointers.set(event.pointerId, pixel);
         const corner = Number(event.target.dataset?.corner ?? -1);
+        const element = Number(event.target.dataset?.element ?? -1);
+        const { selected, outlines } = this.store.state;
+        const isOwn = element >= 0 && element === selected && event.button === 0;
         if (this.pointers.size === 2) this.drag = null;
-        else this.drag = { start: pixel, last: pixel, corner: event.button === 0 ? corner : -1, isMoved: false };
+        else this.drag = { start: pixel, last: pixel, corner: event.button === 0 ? corner : -1, isMoved: false,
+                           element, outlines, part: isOwn ? this.store.chosen : null };
         if (corner >= 0 && event.button === 0) this.store.set({ corner });
     }
 
@@ -81,7 +92,8 @@ export class Board {
         const { start } = this.drag;
         if (Math.hypot(pixel[0] - start[0], pixel[1] - start[1]) > CLICK) this.drag.isMoved = true;
         if (!this.drag.isMoved) return;
-        if (this.drag.corner >= 0) this.dragCorner(pixel);
+        if (this.drag.corner >= 0) this.onceAFrame(pixel, () => this.dragCorner());
+        else if (this.drag.part?.list === "parts") this.onceAFrame(pixel, () => this.dragPart());
         else {
             this.figure.pan(pixel[0] - this.drag.last[0], pixel[1] - this.drag.last[1]);
             this.drag.last = pixel;
@@ -106,13 +118,15 @@ export class Board {
         const { drag } = this;
         const isClick = drag && !drag.isMoved && event.button === 0;
         if (isClick && this.store.state.tool === "draw") this.addAt(drag.start);
-        if (isClick && drag.corner < 0 && this.store.state.tool !== "draw") this.store.set({ corner: -1 });
+        if (isClick && drag.corner < 0 && this.store.state.tool !== "draw") {
+            this.store.set(drag.element >= 0 ? { corner: -1, selected: drag.element } : { corner: -1 });
+        }
         this.end(event);
     }
 
     end(event) {
         this.pointers.delete(event.pointerId);
-        if (this.drag?.corner >= 0 && this.drag.isMoved) {
+        if (this.drag?.isMoved && (this.drag.corner >= 0 || this.drag.part)) {
             this.figure.isHeld = false;
             this.dragged = (this.dragged ?? 0) + 1;  // the next drag is another step of undo
         }
@@ -124,19 +138,33 @@ export class Board {
         if (this.store.state.tool === "draw") this.draw();
     }
 
-    /** Moves a corner, once a frame. */
-    dragCorner(pixel) {
+    /** Pointers report more often than there are frames. */
+    onceAFrame(pixel, act) {
         this.drag.last = pixel;
         this.figure.isHeld = true;
         if (this.frame) return;
         this.frame = requestAnimationFrame(() => {
             this.frame = 0;
-            if (!this.drag) return;
-            const { corner, last } = this.drag;
-            const pointer = toPlane(this.figure.view, last);
-            const { point } = snapped(pointer, this.snapPoints(corner), this.figure.view.scale);
-            this.setCorner(corner, point, `drag ${this.dragged ?? 0}`);
+            if (this.drag) act();
         });
+    }
+
+    dragCorner() {
+        const { corner, last } = this.drag;
+        const pointer = toPlane(this.figure.view, last);
+        const { point } = snapped(pointer, this.snapPoints(corner), this.figure.view.scale);
+        this.setCorner(corner, point, `drag ${this.dragged ?? 0}`);
+    }
+
+    /** Moves the chosen part as a whole, onto corners of others that are near. */
+    dragPart() {
+        const { part, start, last, outlines, element } = this.drag;
+        const { scale } = this.figure.view;
+        const by = /** @type {Point} */ ([(last[0] - start[0]) / scale, (start[1] - last[1]) / scale]);
+        const shift = snappedShift(by, outlines, element, SNAP / scale, gridStep(scale));
+        const [x, y] = part.item.move ?? [0, 0];
+        const move = [x + shift[0], y + shift[1]].map((length) => Number(length.toPrecision(12)));
+        this.store.edit(withItem(this.store.section, part, { ...part.item, move }), `drag ${this.dragged ?? 0}`);
     }
 
     /** @param {number} corner of the chosen part @param {Point} point in the section */
@@ -214,6 +242,16 @@ export class Board {
         this.store.edit(section, "", { draft: null, tool: "select", corner: -1,
                                        selected: elementsOf(section).length - 1 });
         return true;
+    }
+
+    /** What can be chosen in the figure, what is chosen last, so that it lies on top. */
+    drawParts({ outlines, selected, tool }) {
+        const elements = [...new Set(outlines.map(({ element }) => element))]
+            .sort((one, other) => Number(one === selected) - Number(other === selected));
+        fill(this.figure.layers.parts, tool === "draw" ? null : elements.map((element) => svg("path", {
+            class: element === selected ? "part chosen" : "part", "fill-rule": "evenodd", "data-element": element,
+            d: materialPath(outlines.filter((outline) => outline.element === element)
+                .map(({ points }) => ({ outline: points, holes: [] }))) })));
     }
 
     draw() {

@@ -3,6 +3,7 @@
 // warping and shear when the hand rests.
 
 import { EngineClient, Latest, Overtaken } from "./engine_client.js";
+import { outlinesOf } from "./outlines.js";
 import { catalogueProfileOf, compiled, isEmpty, titleOf } from "./section_file.js";
 import { isChanged } from "./store.js";
 import { forcesFor } from "./units.js";
@@ -78,16 +79,21 @@ export class Evaluation {
         try {
             const want = ["values", "findings", "material", "box"];
             const answer = await this.quick.call(requestFor(state, section, false, want));
-            this.accept(section, { ...shown(answer), section, isComplete: false, error: null });
+            this.accept({ ...shown(answer), section, isComplete: false, error: null });
+            if (section === this.store.section) await this.outlines(section);
         } catch (error) {
             if (!(error instanceof Overtaken)) await this.refuse(section, error);
         }
     }
 
-    /** Shows values, with the solution of the same section as long as no newer one is there. */
-    accept(section, result) {
-        if (isEmpty(this.store.section)) return;
-        this.store.set({ result });
+    accept(result) {
+        if (!isEmpty(this.store.section)) this.store.set({ result });
+    }
+
+    /** Where each part lies, to be chosen in the figure. */
+    async outlines(section) {
+        const outlines = await outlinesOf(this.engine, section).catch(() => []);
+        if (section === this.store.section) this.store.set({ outlines });
     }
 
     /** Shows what is wrong, at its places where there are any, beside the last good figure. */

@@ -14,8 +14,8 @@ export class Figure {
     constructor(container, onFinding) {
         this.container = container;
         this.world = svg("path", { class: "material", "fill-rule": "evenodd" });
-        this.layers = { grid: svg("g"), material: svg("g", {}, this.world), notes: svg("g"),
-                        board: svg("g"), marks: svg("g") };
+        this.layers = { grid: svg("g"), material: svg("g", {}, this.world), parts: svg("g"),
+                        notes: svg("g"), board: svg("g"), marks: svg("g") };
         this.svg = svg("svg", { class: "section-figure", role: "img" },
                        ...Object.values(this.layers));
         this.caption = el("p", { class: "figure-caption" });
@@ -155,7 +155,9 @@ export class Figure {
         const { result, unit, finding } = this.shown;
         const { width, height, scale } = view;
         const [x, y] = toScreen(view, [0, 0]);
-        this.layers.material.setAttribute("transform", `matrix(${scale} 0 0 ${-scale} ${x} ${y})`);
+        for (const layer of [this.layers.material, this.layers.parts]) {
+            layer.setAttribute("transform", `matrix(${scale} 0 0 ${-scale} ${x} ${y})`);
+        }
         this.svg.setAttribute("viewBox", `0 0 ${width} ${height}`);
         fill(this.layers.grid, ...gridLines(view));
         fill(this.layers.notes, ...(result?.box ? [

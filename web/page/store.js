@@ -26,6 +26,7 @@ export function initialState() {
         tool: "select",  // or "draw"
         draft: null,  // the points being drawn
         drawing: { kind: "solid", thickness: 5 },  // what they become
+        outlines: [],  // of each element where it lies; none of a single one
         corner: -1,  // of the chosen part
         shapes: [],  // the registry
         result: null,

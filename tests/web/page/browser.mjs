@@ -6,13 +6,14 @@ import { readFileSync } from "node:fs";
 import http from "node:http";
 import { createRequire } from "node:module";
 import path from "node:path";
-import { pathToFileURL } from "node:url";
+import { fileURLToPath, pathToFileURL } from "node:url";
 
-const ROOT = path.resolve(import.meta.dirname ?? path.dirname(new URL(import.meta.url).pathname), "../../..");
+const ROOT = fileURLToPath(new URL("../../..", import.meta.url));
 
-/** The page that is tested, and where the driver is installed. */
+/** The page that is tested; HALVORN_WEB_TOOLS names another folder that its driver is installed in. */
 export const PAGE = path.resolve(process.env.HALVORN_PAGE ?? `${ROOT}/build/web/halvorn-sections.html`);
-const require = createRequire(path.resolve(process.env.HALVORN_WEB_TOOLS ?? `${ROOT}/web/tools`, "x.js"));
+const tools = process.env.HALVORN_WEB_TOOLS;
+const require = createRequire(tools ? path.resolve(tools, "package.json") : import.meta.url);
 const { chromium } = require("playwright-core");
 
 const ARGUMENTS = ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",

@@ -6,6 +6,7 @@ import { test } from "node:test";
 import { matching } from "../../../web/page/catalogue_panel.js";
 import { roundedRing } from "../../../web/page/fillets.js";
 import { edited, historyOf, redone, undone } from "../../../web/page/history.js";
+import { snappedShift, withOwnNames } from "../../../web/page/outlines.js";
 import { placed, unplaced } from "../../../web/page/place.js";
 import { compiled, isSectionFile, withContoursAsParts, withPartOnTop,
          without } from "../../../web/page/section_file.js";
@@ -132,4 +133,17 @@ test("forces in kN and kNm give stresses in N/mm², kips give ksi", () => {
     }
     isNear(forcesFor({ N: 32 }, "in").N / 16, 2, 2, "in");
     isNear(forcesFor({ Mx: 1 }, "in").Mx, 12, 12, "kip ft");
+});
+
+test("outlines belong to their parts whatever these are called, rows and what stands on them too", () => {
+    const parts = [{ name: "web", shape: "plate", repeat: { count: 2, step: [50, 0] } },
+                   { shape: "plate", on: "web 2", side: "top" }, { name: "web 2", shape: "plate", on: "web", side: "top" },
+                   { shape: "plate", on: "web 2", side: "top" }];
+    const named = withOwnNames({ version: 1, unit: "mm", parts });
+    assert.deepEqual(named.parts.map(({ name, on }) => [name, on]),
+                     [["#0", undefined], ["#1", "#0 2"], ["#2", "#0"], ["#3", "#2"]]);
+    const square = (x, element) => ({ element, isHole: false, points: [[x, 0], [x + 10, 0], [x + 10, 10], [x, 10]] });
+    const outlines = [square(0, 0), square(30, 1)];
+    assert.deepEqual(snappedShift([19.3, 0.4], outlines, 0, 1, 5), [20, 0]);
+    assert.deepEqual(snappedShift([13.3, 0.4], outlines, 0, 1, 5), [15, 0]);
 });
