@@ -4,7 +4,7 @@
 
 import { EngineClient, Latest, Overtaken } from "./engine_client.js";
 import { outlinesOf } from "./outlines.js";
-import { catalogueProfileOf, compiled, isEmpty, titleOf } from "./section_file.js";
+import { catalogueProfileOf, compiled, elementsOf, isEmpty, titleOf } from "./section_file.js";
 import { isChanged } from "./store.js";
 import { forcesFor } from "./units.js";
 
@@ -118,6 +118,7 @@ export class Evaluation {
         this.solver;
         const want = ["values", "findings", "methods"];
         const request = requestFor(state, section, true, want);
+        if (isComposite(section)) want.push("json");
         if (state.figure !== "section") Object.assign(request, figureOf(state.figure, request, want));
         try {
             const answer = await this.slow.call(request);
@@ -152,9 +153,13 @@ export class Evaluation {
     }
 }
 
-/** An answer as the page shows it. */
-function shown({ values, ...answer }) {
-    return { ...answer, groups: values.groups };
+/** An answer as the page shows it; of a composite section with the moduli of its parts. */
+function shown({ values, json, ...answer }) {
+    return { ...answer, groups: values.groups, parts: json ? JSON.parse(json).parts : [] };
+}
+
+function isComposite(section) {
+    return elementsOf(section).some(({ item }) => (item.modular_ratio ?? 1) !== 1);
 }
 
 /** What of the engine's figure is asked for. */

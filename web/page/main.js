@@ -18,7 +18,7 @@ import { PartsPanel } from "./parts_panel.js";
 import { elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
 import { exampleOf, showShapes } from "./shapes_panel.js";
 import { Store, isChanged } from "./store.js";
-import { showMethods, showTable } from "./values_table.js";
+import { showMethods, showPartModuli, showTable } from "./values_table.js";
 
 const store = new Store();
 
@@ -83,6 +83,7 @@ function showResult(figure, state, before) {
         fill(byId("values"), el("p", { class: "note" }, "The values of the section stand here."));
     }
     showStresses(byId("stresses"), result, section.unit);
+    showPartModuli(byId("part-moduli"), result, state.unit, section.unit);
     showMethods(byId("methods"), result);
 }
 

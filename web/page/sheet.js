@@ -7,7 +7,7 @@ import { elementsOf, fileText, labelOf, titleOf } from "./section_file.js";
 import { digestOf } from "./share.js";
 import { forceUnits } from "./units.js";
 import { showStresses } from "./forces_panel.js";
-import { showTable } from "./values_table.js";
+import { showPartModuli, showTable } from "./values_table.js";
 
 /** @param {HTMLElement} sheet @param {{state: any, section: any, picture: string, version: any,
  *  beside: any}} content */
@@ -17,6 +17,8 @@ export async function fillSheet(sheet, { state, section, picture, version, besid
     const values = el("div");
     showTable(values, result, beside?.groups ? beside : null,
               ["Value", state.history.present.beside?.name || "Other section"]);
+    const moduli = el("div");
+    showPartModuli(moduli, result, state.unit, section.unit);
     const stresses = el("div");
     showStresses(stresses, result, section.unit);
     const findings = (result.findings ?? []).filter(({ severity }) => severity !== "hint");
@@ -25,7 +27,7 @@ export async function fillSheet(sheet, { state, section, picture, version, besid
             el("p", {}, new Date().toISOString().slice(0, 10))),
          el("div", { class: "sheet-figure" }, picture && pictureOf(picture)),
          el("p", { class: "sheet-parts" }, partsText(section)),
-         forcesText(state.forces, section.unit), stresses, values,
+         forcesText(state.forces, section.unit), stresses, values, moduli,
          findings.length ? el("ul", { class: "sheet-findings" }, findings.map((finding) =>
              el("li", {}, el("strong", {}, `${finding.severity}: `), sentence(finding.problem), " ",
                 finding.mend ? sentence(finding.mend) : ""))) : null,

@@ -40,6 +40,7 @@ export class Store {
         this.state = initialState();
         /** @type {((state: State, before: State) => void)[]} */
         this.views = [];
+        this.known = 0;  // how many of them have been shown a state
         this.shown = null;
         this.frame = 0;
         /** @type {(error: any) => void} */
@@ -70,16 +71,18 @@ export class Store {
         this.frame = 0;
         const before = this.shown;
         this.shown = this.state;
-        for (const view of this.views) {
+        for (const [index, view] of this.views.entries()) {
+            const isFirst = index >= this.known;
             try {
-                view(this.state, before ?? /** @type {any} */ ({}));
+                view(this.state, isFirst || !before ? /** @type {any} */ ({}) : before);
             } catch (error) {
                 this.fail(error);  // the other views go on
             }
         }
+        this.known = this.views.length;
     }
 
-    /** Calls a view at once and after every change.
+    /** Calls a view at the next frame, without a state before, and after every change.
      *  @param {(state: State, before: State) => void} view */
     watch(view) {
         this.views.push(view);

@@ -2,7 +2,8 @@
 // The values as a table like that of a printed profile book, and the same table for other programs.
 
 import { el, fill } from "./dom.js";
-import { unitText } from "./units.js";
+import { MILLIMETRES } from "./section_file.js";
+import { numberText, unitText } from "./units.js";
 
 /** Groups whose values take a solution. */
 const SOLVED = new Set(["torsion", "shear"]);
@@ -59,7 +60,8 @@ export function tableOf(result, beside) {
         ...group, isPending: !result.isComplete && SOLVED.has(group.group),
         rows: group.values.map((value) => cellsOf(value, other.get(value.key))),
     }));
-    const hasPublished = groups.some((group) => group.rows.some((row) => row.published));
+    // Two sections side by side take the room of what else could stand there.
+    const hasPublished = !beside && groups.some((group) => group.rows.some((row) => row.published));
     return { groups, hasPublished, hasBeside: Boolean(beside) };
 }
 
@@ -77,7 +79,7 @@ function headOf(table, names) {
     const columns = ["Property", "Symbol", names[0], "Unit"];
     if (table.hasPublished) columns.push("Published", "Differs");
     if (table.hasBeside) columns.push(names[1], "Difference");
-    else columns.push("Method");  // two sections side by side take its room
+    else columns.push("Method");
     return columns;
 }
 
@@ -88,11 +90,17 @@ export function showTable(container, result, beside, names) {
     const columns = headOf(table, names);
     const head = el("thead", {}, el("tr", {}, columns.map((text) =>
         el("th", { scope: "col", class: `column-${text.toLowerCase().replace(/ .*/, "")}` }, text))));
+    let reason = "";
+    const isRepeated = ({ why_missing: why }) => {
+        const isSame = Boolean(why) && why === reason;
+        reason = why ?? "";
+        return isSame;
+    };
     const bodies = table.groups.map((group) => el("tbody", {},
         el("tr", { class: "group" }, el("th", { colspan: columns.length, scope: "rowgroup" },
                                          group.name,
                                          NOTES[group.group] && el("span", { class: "group-note" }, NOTES[group.group]))),
-        group.rows.map((row) => rowNode(row, table, group, columns.length))));
+        group.rows.map((row) => rowNode({ ...row, isRepeated: isRepeated(row.value) }, table, group, columns.length))));
     fill(container, el("table", { class: "values-table" },
                        el("caption", { class: "hidden" }, "Values of the section"), head, bodies));
 }
@@ -106,12 +114,13 @@ function rowNode(row, table, group, columns) {
                   el("td", { class: "figure-cell" }, "…"),
                   Array.from({ length: columns - 3 }, () => el("td")));
     }
-    if (value.number === null || value.number === undefined) {
-        return el("tr", { class: "missing" }, start,
-                  el("td", { colspan: columns - 2 }, `not computed: ${value.why_missing}`));
+    const isMissing = value.number === null || value.number === undefined;
+    if (isMissing && !row.beside) {
+        const why = row.isRepeated ? "not computed, as above" : `not computed: ${value.why_missing}`;
+        return el("tr", { class: "missing" }, start, el("td", { colspan: columns - 2 }, why));
     }
     return el("tr", { "data-key": value.key }, start,
-              el("td", { class: "figure-cell" }, numberNode(value)),
+              el("td", { class: "figure-cell", title: value.why_missing || null }, isMissing ? "–" : numberNode(value)),
               el("td", { class: "unit" }, unitText(value.unit)),
               table.hasPublished && [
                   el("td", { class: "figure-cell" }, powerNode(row.published ?? "")),
@@ -127,6 +136,28 @@ function rowNode(row, table, group, columns) {
 function besideNode(beside) {
     if (!beside) return "";
     return beside.number === null || beside.number === undefined ? "–" : numberNode(beside);
+}
+
+/** Elastic moduli of the parts of a composite section, in their own outermost fibres.
+ *  @param {HTMLElement} container @param {any} result @param {string} unit of the values; empty: that
+ *  of the section @param {string} own unit of the section */
+export function showPartModuli(container, result, unit, own) {
+    const parts = result?.parts ?? [];
+    if (!parts.length) return fill(container);
+    const shownUnit = unit || own;
+    const factor = (MILLIMETRES[own] / MILLIMETRES[shownUnit]) ** 3;
+    const keys = ["bottom", "top", "left", "right"].map((side) => `elastic_modulus_${side}`);
+    fill(container, el("table", { class: "values-table part-moduli" },
+        el("caption", {}, "Elastic moduli of the parts, ", unitText(`${shownUnit}^3`)),
+        el("thead", {}, el("tr", {}, ["Part", "n", ...keys.map((key) => symbolNode(`Wel,${key.slice(16)}`))]
+            .map((text) => el("th", { scope: "col" }, text)))),
+        el("tbody", {}, parts.map((part) => el("tr", {}, el("th", { scope: "row" }, part.name),
+            el("td", { class: "figure-cell" }, numberText(part.modular_ratio)),
+            keys.map((key) => el("td", { class: "figure-cell" }, modulusText(part[key], factor))))))));
+}
+
+function modulusText(value, factor) {
+    return typeof value?.value === "number" ? powerNode(numberText(value.value * factor)) : "–";
 }
 
 /** The words for methods that the table has, with what they mean.

@@ -174,6 +174,36 @@ describe("in the page", () => {
         await page.waitForFunction(() => /50/.test(document.querySelector("#engine-figure svg")?.textContent ?? ""));
     });
 
+    inWindow("a part is chosen in the figure and moved onto a corner of another", async (window) => {
+        const { page } = window;
+        const plate = { shape: "plate", width: 200, height: 20 };
+        const parts = [plate, { ...plate, name: "cover", move: [31, 47] }];
+        await window.drop("plates.json", JSON.stringify({ version: 1, unit: "mm", parts }));
+        await window.value("height", 67);
+        const cover = await page.locator('[data-element="1"]').boundingBox();
+        const scale = cover.width / 200;
+        await page.mouse.click(cover.x + cover.width / 2, cover.y + cover.height / 2);
+        await page.waitForSelector('[data-element="1"].chosen');
+        await page.mouse.move(cover.x + 40, cover.y + 10);
+        await page.mouse.down();
+        await page.mouse.move(cover.x + 40 - 20 * scale, cover.y + 10 + 10 * scale);
+        // Two millimetres off the corner of the other plate.
+        await page.mouse.move(cover.x + 40 - 29.5 * scale, cover.y + 10 + 28 * scale);
+        await window.value("height", 40);
+        await page.mouse.up();
+        assert.deepEqual([await page.inputValue("[name=x]"), await page.inputValue("[name=y]")], ["", "20"]);
+        await page.getByRole("button", { name: "Undo" }).click();
+        await window.value("height", 67);
+    });
+
+    inWindow("a composite section shows the moduli of its parts, and why other values are missing", async (window) => {
+        await window.drop("composite.json", example("composite-beam.json"));
+        // By hand: Ix / (n y) of both outermost fibres of the slab.
+        await window.page.waitForFunction(() => /slab\s+0\.14\d+\s+−373\d{6}\s+16832\d{3}/.test(
+            document.getElementById("part-moduli").innerText));
+        assert.match(await window.text("#values"), /not computed: the section is composite[\s\S]*not computed, as above/);
+    });
+
     inWindow("two sections stand side by side", async (window) => {
         await window.search("hea300");
         await window.page.getByRole("button", { name: "Compare" }).click();
