@@ -5,6 +5,7 @@ import { button, byId, el, fill } from "./dom.js";
 import { copy, fileName, save } from "./files.js";
 import { requestFor } from "./evaluation.js";
 import { UNITS, emptySection, fileText, isEmpty, titleOf } from "./section_file.js";
+import { digestOf } from "./share.js";
 import { fillSheet } from "./sheet.js";
 import { copiedTable } from "./values_table.js";
 import { forceUnits } from "./units.js";
@@ -17,8 +18,15 @@ export class Actions {
     /** @param {{store: any, evaluation: any, figure: any, files: any, version: any,
      *  say: (text: string) => void, complain: (error: any) => void}} parts */
     constructor(parts) {
-        Object.assign(this, parts);
-        const { store } = this;
+        const { store, evaluation, figure, files, version, say, complain } = parts;
+        this.store = store;
+        this.evaluation = evaluation;
+        this.figure = figure;
+        this.files = files;
+        this.version = version;
+        this.say = say;
+        this.complain = complain;
+        this.digest = { section: null, text: "" };
         this.undo = button("Undo", () => store.undo(), { title: "Ctrl+Z" });
         this.redo = button("Redo", () => store.redo(), { title: "Ctrl+Y" });
         fill(byId("actions"),
@@ -40,7 +48,7 @@ export class Actions {
         this.figureBar();
         this.valuesBar();
         document.addEventListener("keydown", (event) => this.key(event));
-        window.addEventListener("beforeprint", () => this.prepared());
+        window.addEventListener("beforeprint", () => this.fillSheet());
         store.watch((state, before) => this.show(state, before));
     }
 
@@ -115,6 +123,9 @@ export class Actions {
         this.drawButton.setAttribute("aria-pressed", String(state.tool === "draw"));
         this.compare.textContent = present.beside ? "End comparison" : "Compare";
         this.compare.disabled = isEmpty(section) && !present.beside;
+        if (state.result?.isComplete && state.result !== before.result && this.digest.section !== section) {
+            this.follow(section);
+        }
         if (isChanged(state, before) || state.unit !== before.unit) {
             fill(this.unit, el("option", { value: "" }, `${section.unit}, as the section`),
                  UNITS.map((one) => el("option", { value: one }, one)));
@@ -194,34 +205,27 @@ export class Actions {
 
     async print() {
         if (!this.isThere()) return;
-        await this.prepare();
+        if (!this.store.state.result?.isComplete) this.say("Torsion, warping and shear are still being computed.");
+        const { section } = this.store;
+        this.digest = { section, text: await digestOf(fileText(section)) };
         window.print();
     }
 
-    /** The sheet as it is known now, where the browser's own command prints. */
-    prepared() {
-        if (!this.isSheetReady && this.store.state.result?.groups) this.prepare(this.lastPicture ?? "");
-        this.isSheetReady = false;
-    }
-
-    async prepare(picture) {
+    /** Fills the sheet; whoever prints, by this page's button or the browser's own command. */
+    fillSheet() {
         const { store } = this;
-        try {
-            const drawn = picture ?? await this.written("svg", this.figureRequest());
-            this.lastPicture = drawn;
-            await fillSheet(byId("sheet"), { state: store.state, section: store.section, picture: drawn,
-                version: this.version, beside: store.work.beside ? store.state.besideResult : null });
-            this.isSheetReady = true;
-        } catch (error) {
-            this.complain(error);
-        }
+        const { state, section } = store;
+        if (isEmpty(section) || !state.result?.groups) return;
+        fillSheet(byId("sheet"), { state, section, version: this.version,
+            digest: this.digest.section === section ? this.digest.text : "",
+            beside: store.work.beside ? state.besideResult : null });
     }
 
-    figureRequest() {
-        const { figure, forces } = this.store.state;
-        if (figure === "x" || figure === "y") return { blocks: figure };
-        const hasForces = Object.values(forces).some(Boolean);
-        return figure === "section" || !hasForces ? undefined : { stress: figure };
+    /** Computes the digest of the section when the hand rests: printing does not wait for it. */
+    async follow(section) {
+        try {
+            this.digest = { section, text: await digestOf(fileText(section)) };
+        } catch { /* what has no file text is not printed */ }
     }
 }
 

@@ -20,7 +20,7 @@ export function followAddress(store, complain) {
         own = hash.length > LONGEST_HASH ? "" : hash;
         replace(own);
     };
-    const replace = (hash) => history.replaceState(null, "", hash ? `#${hash}` : location.pathname);
+    const replace = (hash) => history.replaceState(null, "", hash ? `#${hash}` : location.pathname + location.search);
     store.watch((state, before) => {
         const isOther = isChanged(state, before) || isChanged(state, before, "beside") ||
             ["unit", "forces", "options"].some((key) => state[key] !== before[key]);

@@ -42,7 +42,7 @@ export class Board {
                 state.selected !== before.selected || state.corner !== before.corner ||
                 state.history !== before.history) this.draw();
             if (state.outlines !== before.outlines || state.selected !== before.selected ||
-                state.tool !== before.tool) this.drawParts(state);
+                state.tool !== before.tool) this.drawParts(/** @type {any} */ (state));
             area.classList.toggle("drawing", state.tool === "draw");
         });
     }

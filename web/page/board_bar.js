@@ -14,7 +14,10 @@ export class BoardBar {
     /** @param {HTMLElement} container @param {import("./store.js").Store} store
      *  @param {import("./board.js").Board} board @param {(text: string, isQuiet?: boolean) => void} say */
     constructor(container, store, board, say) {
-        Object.assign(this, { container, store, board, say });
+        this.container = container;
+        this.store = store;
+        this.board = board;
+        this.say = say;
         this.typed = el("input", {
             type: "text", class: "coordinates-input", placeholder: "x, y   @dx, dy   length < degrees",
             "aria-label": "Coordinates of the next point; empty closes the outline", autocomplete: "off",

@@ -14,6 +14,9 @@ export class SectionError extends Error {
     }
 }
 
+/** What calls say that ended with a computation that was no longer wanted. */
+export const ENDED = "the computation was ended";
+
 /** Thrown into calls that a later one has overtaken. */
 export class Overtaken extends Error {}
 
@@ -85,7 +88,7 @@ export class Latest {
             this.next?.reject(new Overtaken());
             this.next = { request, resolve, reject };
             if (!this.isBusy) this.send();
-            else if (performance.now() - this.since > this.patience) this.engine.restart("overtaken");
+            else if (performance.now() - this.since > this.patience) this.engine.restart(ENDED);
         });
     }
 

@@ -2,7 +2,7 @@
 // Keeps the values of the section up to date: at every change those that take no solution, torsion,
 // warping and shear when the hand rests.
 
-import { EngineClient, Latest, Overtaken } from "./engine_client.js";
+import { ENDED, EngineClient, Latest, Overtaken } from "./engine_client.js";
 import { outlinesOf } from "./outlines.js";
 import { catalogueProfileOf, compiled, elementsOf, isEmpty, titleOf } from "./section_file.js";
 import { isChanged } from "./store.js";
@@ -13,6 +13,9 @@ const REST = 250;
 
 /** How long a solution that is no longer wanted may run [ms]. */
 const PATIENCE = 400;
+
+/** Sections of longer files are drawn when they are asked for alone [characters]. */
+const LARGEST_FIGURE = 1_000_000;
 
 /** What the engine is to read: a profile as it stands in the catalogue, for its published values,
  *  or else a section file. @param {import("./section_file.js").SectionFile} section */
@@ -119,7 +122,8 @@ export class Evaluation {
         const want = ["values", "findings", "methods"];
         const request = requestFor(state, section, true, want);
         if (isComposite(section)) want.push("json");
-        if (state.figure !== "section") Object.assign(request, figureOf(state.figure, request, want));
+        Object.assign(request, figureOf(state.figure, request));
+        if (request.figure || isDrawable(request)) want.push("svg");
         try {
             const answer = await this.slow.call(request);
             const { state: now } = this.store;
@@ -148,7 +152,9 @@ export class Evaluation {
             const answer = await this.solver.call(request);
             if (this.store.work.beside === beside) this.store.set({ besideResult: shown(answer) });
         } catch (error) {
-            this.store.set({ besideResult: { error } });
+            if (this.store.work.beside !== beside) return;
+            if (error.message === ENDED) await this.beside(state);  // with what was overtaken beside it
+            else this.store.set({ besideResult: { error } });
         }
     }
 }
@@ -162,10 +168,14 @@ function isComposite(section) {
     return elementsOf(section).some(({ item }) => (item.modular_ratio ?? 1) !== 1);
 }
 
+/** Whether the engine's figure, which the printed sheet shows, is no matter of seconds. */
+function isDrawable(request) {
+    return (request.section.text ?? "").length < LARGEST_FIGURE;
+}
+
 /** What of the engine's figure is asked for. */
-function figureOf(figure, request, want) {
+function figureOf(figure, request) {
     const isBlocks = figure === "x" || figure === "y";
-    if (!isBlocks && !request.options.forces) return {};
-    want.push("svg");
+    if (figure === "section" || (!isBlocks && !request.options.forces)) return {};
     return { figure: isBlocks ? { blocks: figure } : { stress: figure } };
 }

@@ -23,7 +23,9 @@ export class Files {
      *  @param {import("./engine_client.js").EngineClient} engine
      *  @param {(error: any, source?: string) => void} complain */
     constructor(store, engine, complain) {
-        Object.assign(this, { store, engine, complain });
+        this.store = store;
+        this.engine = engine;
+        this.complain = complain;
     }
 
     /** @param {File} file */

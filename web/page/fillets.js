@@ -62,7 +62,8 @@ function direction(from, to) {
 
 /** Both ends of the arc, and between them points a little outside of it, on a circle that makes the
  *  polygon about the centre as large as the sector: with n chords of the angle d and the radii r at
- *  both ends, q between, that is 2 r q + (n - 2) q^2 = n r^2 d / sin d. */
+ *  both ends, q between, that is 2 r q + (n - 2) q^2 = n r^2 d / sin d.
+ *  @returns {Point[]} */
 function arcOf(point, corner, tolerance) {
     const { back, ahead, turn, radius, tangent } = corner;
     const start = [point[0] + back[0] * tangent, point[1] + back[1] * tangent];
@@ -73,12 +74,12 @@ function arcOf(point, corner, tolerance) {
     const step = turn / chords;
     const outer = outerRadius(radius, Math.abs(step), chords);
     const first = Math.atan2(start[1] - centre[1], start[0] - centre[0]);
-    const points = [start];
+    const points = [/** @type {Point} */ (start)];
     for (let index = 1; index < chords; ++index) {
         const angle = first + index * step;
         points.push([centre[0] + outer * Math.cos(angle), centre[1] + outer * Math.sin(angle)]);
     }
-    points.push(end);
+    points.push(/** @type {Point} */ (end));
     return points;
 }
 

@@ -3,17 +3,15 @@
 
 import { el, fill, pictureOf } from "./dom.js";
 import { sentence } from "./findings_panel.js";
-import { elementsOf, fileText, labelOf, titleOf } from "./section_file.js";
-import { digestOf } from "./share.js";
+import { elementsOf, labelOf, titleOf } from "./section_file.js";
 import { forceUnits } from "./units.js";
 import { showStresses } from "./forces_panel.js";
 import { showPartModuli, showTable } from "./values_table.js";
 
-/** @param {HTMLElement} sheet @param {{state: any, section: any, picture: string, version: any,
+/** @param {HTMLElement} sheet @param {{state: any, section: any, version: any, digest: string,
  *  beside: any}} content */
-export async function fillSheet(sheet, { state, section, picture, version, beside }) {
+export function fillSheet(sheet, { state, section, version, digest, beside }) {
     const { result } = state;
-    const digest = await digestOf(fileText(section));
     const values = el("div");
     showTable(values, result, beside?.groups ? beside : null,
               ["Value", state.history.present.beside?.name || "Other section"]);
@@ -25,7 +23,7 @@ export async function fillSheet(sheet, { state, section, picture, version, besid
     fill(sheet,
          el("header", {}, el("h1", {}, titleOf(section)),
             el("p", {}, new Date().toISOString().slice(0, 10))),
-         el("div", { class: "sheet-figure" }, picture && pictureOf(picture)),
+         el("div", { class: "sheet-figure" }, result.svg && pictureOf(result.svg)),
          el("p", { class: "sheet-parts" }, partsText(section)),
          forcesText(state.forces, section.unit), stresses, values, moduli,
          findings.length ? el("ul", { class: "sheet-findings" }, findings.map((finding) =>

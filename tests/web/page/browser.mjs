@@ -51,7 +51,7 @@ export class Window {
             if (["error", "warning"].includes(message.type())) window.complaints.push(message.text());
         });
         window.page.on("pageerror", (error) => window.complaints.push(String(error)));
-        await window.page.addInitScript(() => { window.print = () => {}; });
+        await window.page.addInitScript(() => { window.print = () => window.dispatchEvent(new Event("beforeprint")); });
         await window.page.goto(address);
         await window.page.waitForSelector(".chip");
         return window;
