@@ -90,6 +90,7 @@ export class Evaluation {
     }
 
     accept(result) {
+        if (!this.store.state.result) performance.mark("first values");
         if (!isEmpty(this.store.section)) this.store.set({ result });
     }
 

@@ -67,8 +67,8 @@ function contents({ part, set, shapes, unit }) {
             pointsField("Points x, y", ownPoints(part), (points) => set(withOwnPoints(part, points), "points"),
                         { name: "points", least: 3, unit }),
             part.thickness === undefined && numbersField("Fillet radii, one per point", part.radii ?? [],
-                (radii) => set({ radii: radii.some((radius) => radius > 0) ? radii : undefined }),
-                { name: "radii", unit, hint: "0 leaves a corner sharp" }));
+                (radii) => set({ radii: fitted(radii, count) }),
+                { name: "radii", unit, hint: "0 leaves a corner sharp; a single one is that of all corners" }));
     }
     return el("p", { class: "note" }, "This element is shown as its file has it.");
 }
@@ -96,10 +96,10 @@ function wall(part, set, unit) {
             radii: fitted(radii, part.wall.points.length) }, "radii"), { name: "radii", unit }));
 }
 
-/** One radius per point, as section files want it. */
+/** One radius per point, as section files want it; a single one is that of all corners. */
 function fitted(radii, count) {
     if (!radii?.some((radius) => radius > 0)) return undefined;
-    return Array.from({ length: count }, (_, index) => radii[index] ?? 0);
+    return Array.from({ length: count }, (_, index) => (radii.length === 1 ? radii[0] : radii[index] ?? 0));
 }
 
 function kindField({ part, set }) {

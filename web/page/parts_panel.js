@@ -1,11 +1,20 @@
 // @ts-check
 // The list of what the section draws, and the form of the one that is chosen.
 
+import { lengthsOf } from "./annotations.js";
 import { button, el, fill } from "./dom.js";
 import { refill } from "./fields.js";
 import { partForm } from "./part_form.js";
 import { elementsOf, isEmpty, labelOf, withPart, without } from "./section_file.js";
 import { isChanged } from "./store.js";
+import { canMove, movedWhole, turnedWhole } from "./whole.js";
+
+/** What can be done with the section as a whole. */
+const WHOLE = /** @type {const} */ ([
+    ["left", "↺", "Turn the section by 90° counter-clockwise"],
+    ["right", "↻", "Turn the section by 90° clockwise"],
+    ["mirrorX", "⇅", "Mirror the section, top to bottom"],
+    ["mirrorY", "⇄", "Mirror the section, left to right"]]);
 
 export class PartsPanel {
     /** @param {HTMLElement} container @param {import("./store.js").Store} store
@@ -16,7 +25,10 @@ export class PartsPanel {
         this.list = el("ol", { class: "parts-list" });
         this.form = el("form", { class: "part-form", "aria-label": "The chosen part",
                                  on: { submit: (event) => event.preventDefault() } });
-        container.append(this.list, this.form);
+        this.whole = el("div", { class: "field buttons whole", role: "group", "aria-label": "Whole section" },
+            WHOLE.map(([what, text, title]) => button(text, () => this.turn(what), { title, "aria-label": title })),
+            button("G to 0, 0", () => this.centre(), { title: "Move the centre of gravity to the origin" }));
+        container.append(this.list, this.whole, this.form);
         store.watch((state, before) => this.show(state, before));
     }
 
@@ -35,6 +47,17 @@ export class PartsPanel {
             edit: (changed, name) => this.store.edit(changed, name),
         }).concat(this.buttons(chosen)) : []);
         this.form.hidden = !chosen;
+        this.whole.hidden = isEmpty(section) || !canMove(section);
+    }
+
+    turn(what) {
+        this.store.edit(turnedWhole(this.store.section, what), "");
+    }
+
+    centre() {
+        const { result } = this.store.state;
+        const { centroid_x: x, centroid_y: y } = lengthsOf(result, this.store.section.unit);
+        if (x !== undefined && y !== undefined) this.store.edit(movedWhole(this.store.section, [-x, -y]), "");
     }
 
     row(element, index, place) {

@@ -12,6 +12,7 @@ import { compiled, isSectionFile, withContoursAsParts, withPartOnTop,
          without } from "../../../web/page/section_file.js";
 import { packed, unpacked } from "../../../web/page/share.js";
 import { snapped, typedPoint, typedPoints } from "../../../web/page/snap.js";
+import { movedWhole, turnedWhole } from "../../../web/page/whole.js";
 import { forcesFor } from "../../../web/page/units.js";
 
 const areaOf = (ring) => ring.reduce((sum, [x, y], index) => {
@@ -146,4 +147,29 @@ test("outlines belong to their parts whatever these are called, rows and what st
     const outlines = [square(0, 0), square(30, 1)];
     assert.deepEqual(snappedShift([19.3, 0.4], outlines, 0, 1, 5), [20, 0]);
     assert.deepEqual(snappedShift([13.3, 0.4], outlines, 0, 1, 5), [15, 0]);
+});
+
+test("a section that is turned all round or twice over is the same, and what stands on another turns with it", () => {
+    const parts = [{ shape: "plate", width: 30, height: 8, at: "bottom_left", rotate: 20, move: [3, -4] },
+                   { name: "b", shape: "plate", mirror: "x", rotate: -90, repeat: { count: 3, step: [7, 0] } },
+                   { shape: "angle", on: "b", side: "left", align: "top", move: [1, 2] },
+                   { shape: "angle", on: "b", side: "bottom", align: "right", gap: 2, mirror: "y" }];
+    const section = { version: 1, unit: "mm", parts, contours: [{ kind: "solid", points: [[1, 2], [5, 2], [3, 9]] }] };
+    // Mirrored left to right is mirrored top to bottom and half a turn.
+    const alike = (file) => ({ ...file, parts: file.parts.map((part) => {
+        const rotate = (((part.rotate ?? 0) + (part.mirror === "y" ? 180 : 0)) % 360 + 360) % 360;
+        return { ...part, rotate, mirror: Boolean(part.mirror) };
+    }) });
+    for (const steps of [["left", "left", "left", "left"], ["left", "right"], ["mirrorX", "mirrorX"],
+                         ["mirrorY", "mirrorY"], ["mirrorX", "mirrorY", "left", "left"]]) {
+        const all = steps.reduce((file, step) => turnedWhole(file, step), section);
+        assert.deepEqual(alike(all), alike(section), steps.join(" "));
+    }
+    const turned = turnedWhole(section, "left").parts;
+    assert.deepEqual([turned[0].at, turned[0].rotate, turned[0].move], ["bottom_right", 110, [4, 3]]);
+    assert.deepEqual([turned[2].side, turned[2].align, turned[3].side, turned[3].align],
+                     ["bottom", "left", "right", "top"]);
+    assert.deepEqual(movedWhole(section, [1, 2]).contours[0].points[0], [2, 4]);
+    assert.deepEqual(movedWhole(section, [1, 2]).parts.map(({ move }) => move),
+                     [[4, -2], [1, 2], [1, 2], undefined]);
 });
