@@ -9,6 +9,9 @@ import { numberText } from "./units.js";
 
 /** @typedef {import("./viewport.js").Viewport} Viewport */
 
+/** Labels this far apart do not touch [pixels]. */
+const LINE = 14;
+
 /** Lines this near to each other are shown as one [pixels]. */
 const SAME = 1.5;
 
@@ -46,11 +49,16 @@ export function gridLines(view) {
             svg("path", { class: "origin", d: `M${ox} 0V${view.height}M0 ${oy}H${view.width}` })];
 }
 
-/** @param {Viewport} view @param {number[]} box @param {string} unit */
-export function dimensionLines(view, box, unit) {
+/** Overall width and height, outside of the shear centre where that lies beside the section.
+ *  @param {Viewport} view @param {number[]} box @param {string} unit
+ *  @param {Record<string, number>} values */
+export function dimensionLines(view, box, unit, values) {
     const [left, bottom] = toScreen(view, [box[0], box[1]]);
     const [right, top] = toScreen(view, [box[2], box[3]]);
-    const [below, beside] = [bottom + 30, left - 30];
+    const [mx, my] = toScreen(view, [values.shear_centre_x ?? box[0], values.shear_centre_y ?? box[1]]);
+    const isBeside = mx < left - 8 && mx > left - 70 && my > top - 20 && my < bottom + 20;
+    const isBelow = my > bottom + 8 && my < bottom + 60 && mx > left - 20 && mx < right + 20;
+    const [below, beside] = [(isBelow ? my : bottom) + 30, (isBeside ? mx : left) - 30];
     const d = `M${left} ${below - 6}v12M${right} ${below - 6}v12M${left} ${below}H${right}` +
         `M${beside - 6} ${top}h12M${beside - 6} ${bottom}h12M${beside} ${top}V${bottom}`;
     const middle = (top + bottom) / 2;
@@ -105,8 +113,9 @@ function plasticAxes(view, values, { left, right, top, bottom, gx, gy }) {
     if (at("plastic_axis_y") !== undefined) {
         const y = toScreen(view, [0, at("plastic_axis_y")])[1];
         if (Math.abs(y - gy) > SAME) {
+            const apart = y < gy ? Math.min(y, gy - LINE) : Math.max(y, gy + LINE);  // from the label x
             nodes.push(svg("path", { class: "plastic", d: `M${left - 16} ${y}H${right + 26}` }),
-                       label(right + 30, y + 4, "PNA"));
+                       label(right + 30, apart + 4, "PNA"));
         }
     }
     if (at("plastic_axis_x") !== undefined) {
@@ -140,6 +149,23 @@ export function findingMarks(view, findings, pointedOut) {
                    svg("circle", { class: "badge", cx: BADGE[0], cy: BADGE[1], r: 9 }),
                    svg("text", { x: BADGE[0], y: BADGE[1] + 4, "text-anchor": "middle" }, String(index + 1)));
     });
+}
+
+/** Left, bottom, right, top of the material; null: there is none. @param {any[]|undefined} material */
+export function boxOf(material) {
+    let box = null;
+    for (const { outline } of material ?? []) {
+        for (const [x, y] of outline) {
+            if (!box) box = [x, y, x, y];
+            else {
+                box[0] = Math.min(box[0], x);
+                box[1] = Math.min(box[1], y);
+                box[2] = Math.max(box[2], x);
+                box[3] = Math.max(box[3], y);
+            }
+        }
+    }
+    return box;
 }
 
 /** @param {any[]} material polygons with holes, in the section's coordinates */

@@ -2,6 +2,7 @@
 // Keeps the values of the section up to date: at every change those that take no solution, torsion,
 // warping and shear when the hand rests.
 
+import { boxOf } from "./annotations.js";
 import { ENDED, EngineClient, Latest, Overtaken } from "./engine_client.js";
 import { outlinesOf } from "./outlines.js";
 import { catalogueProfileOf, compiled, elementsOf, isEmpty, titleOf } from "./section_file.js";
@@ -80,7 +81,7 @@ export class Evaluation {
             return;
         }
         try {
-            const want = ["values", "findings", "material", "box"];
+            const want = ["values", "findings", "material"];
             const answer = await this.quick.call(requestFor(state, section, false, want));
             this.accept({ ...shown(answer), section, isComplete: false, error: null });
             if (section === this.store.section) await this.outlines(section);
@@ -147,7 +148,7 @@ export class Evaluation {
             return;
         }
         try {
-            const want = ["values", "findings", "material", "box"];
+            const want = ["values", "findings", "material"];
             const unit = state.unit || state.history.present.section.unit;
             const request = { ...requestFor({ ...state, forces: {} }, beside, true, want), unit };
             const answer = await this.solver.call(request);
@@ -162,7 +163,9 @@ export class Evaluation {
 
 /** An answer as the page shows it; of a composite section with the moduli of its parts. */
 function shown({ values, json, ...answer }) {
-    return { ...answer, groups: values.groups, parts: json ? JSON.parse(json).parts : [] };
+    // The engine's own box counts holes beside the material.
+    const drawn = answer.material ? { box: boxOf(answer.material) } : {};
+    return { ...answer, ...drawn, groups: values.groups, parts: json ? JSON.parse(json).parts : [] };
 }
 
 function isComposite(section) {

@@ -160,9 +160,9 @@ export class Figure {
         }
         this.svg.setAttribute("viewBox", `0 0 ${width} ${height}`);
         fill(this.layers.grid, ...gridLines(view));
+        const values = lengthsOf(result, unit);
         fill(this.layers.notes, ...(result?.box ? [
-            ...dimensionLines(view, result.box, unit),
-            ...axes(view, result.box, lengthsOf(result, unit)),
+            ...dimensionLines(view, result.box, unit, values), ...axes(view, result.box, values),
         ] : []));
         fill(this.layers.marks, ...findingMarks(view, result?.findings ?? [], finding));
         for (const listener of this.listeners) listener();

@@ -2,6 +2,7 @@
 // What the engine found, in words, numbered as in the figure.
 
 import { button, el, fill } from "./dom.js";
+import { unitText } from "./units.js";
 
 /** @param {HTMLElement} container @param {any} result
  *  @param {number} pointedOut @param {(index: number) => void} pointOut */
@@ -33,6 +34,7 @@ function capital(text) {
     return text.charAt(0).toUpperCase() + text.slice(1);
 }
 
+/** What the engine says, as a sentence with units as they are written. @param {string} text */
 export function sentence(text) {
-    return text ? `${capital(text)}${/[.!?]$/.test(text) ? "" : "."}` : "";
+    return text ? unitText(`${capital(text)}${/[.!?]$/.test(text) ? "" : "."}`) : "";
 }
