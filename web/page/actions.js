@@ -15,14 +15,15 @@ const FIGURES = [["section", "Section"], ["x", "Stress blocks about x"], ["y", "
     ["normal", "Normal stress"], ["shear", "Shear stress"], ["von_mises", "Von Mises stress"]];
 
 export class Actions {
-    /** @param {{store: any, evaluation: any, figure: any, files: any, version: any,
+    /** @param {{store: any, evaluation: any, figure: any, board: any, files: any, version: any,
      *  say: (text: string) => void, complain: (error: any) => void}} parts */
     constructor(parts) {
-        const { store, evaluation, figure, files, version, say, complain } = parts;
+        const { store, evaluation, figure, board, files, version, say, complain } = parts;
         this.store = store;
         this.evaluation = evaluation;
         this.figure = figure;
         this.files = files;
+        this.board = board;
         this.version = version;
         this.say = say;
         this.complain = complain;
@@ -138,7 +139,8 @@ export class Actions {
         if (!(event.ctrlKey || event.metaKey) || event.altKey) return;
         const isText = /^(INPUT|TEXTAREA)$/.test(event.target.tagName) && event.target.type !== "checkbox";
         const key = event.key.toLowerCase();
-        if (key === "z" && !event.shiftKey && !isText) this.act(event, () => this.store.undo());
+        const takeBack = () => this.store.state.tool === "draw" && this.board.takeBack();
+        if (key === "z" && !event.shiftKey && !isText) this.act(event, () => takeBack() || this.store.undo());
         else if ((key === "y" || (key === "z" && event.shiftKey)) && !isText) this.act(event, () => this.store.redo());
         else if (key === "s") this.act(event, () => this.saveSection());
         else if (key === "o") this.act(event, () => byId("file-input").click());

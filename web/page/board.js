@@ -36,6 +36,7 @@ export class Board {
         area.addEventListener("pointercancel", (event) => this.end(event));
         area.addEventListener("pointerleave", () => this.setHover(null));
         area.addEventListener("dblclick", (event) => this.insert(event));
+        figure.frame.addEventListener("keydown", (event) => this.key(event));
         figure.listeners.push(() => this.draw());
         store.watch((state, before) => {
             if (state.tool !== before.tool || state.draft !== before.draft ||
@@ -225,9 +226,27 @@ export class Board {
         this.figure.include(point);
     }
 
+    /** @returns {boolean} whether there was a point */
     takeBack() {
         const { draft } = this.store.state;
-        if (draft) this.store.set({ draft: { ...draft, points: draft.points.slice(0, -1) } });
+        if (!draft?.points.length) return false;
+        this.store.set({ draft: { ...draft, points: draft.points.slice(0, -1) } });
+        return true;
+    }
+
+    stop() {
+        this.store.set({ tool: "select", draft: null });
+    }
+
+    /** Keys while the figure has the focus. */
+    key(event) {
+        const { tool, corner } = this.store.state;
+        if (tool === "draw" && event.key === "Enter") this.finish();
+        else if (tool === "draw" && event.key === "Escape") this.stop();
+        else if (tool === "draw" && event.key === "Backspace") this.takeBack();
+        else if (event.key === "Delete" && corner >= 0) this.removeCorner(corner);
+        else return;
+        event.preventDefault();
     }
 
     /** Makes a part of what was drawn. @returns {boolean} whether there were points enough */

@@ -1,7 +1,7 @@
 // @ts-check
 // What stands below the figure: typed coordinates while drawing, the corner that is chosen.
 
-import { button, el, fill } from "./dom.js";
+import { button, byId, el, fill } from "./dom.js";
 import { choiceField, numberField, refill } from "./fields.js";
 import { hasOwnPoints, ownPoints, placed } from "./place.js";
 import { withItem } from "./section_file.js";
@@ -24,13 +24,19 @@ export class BoardBar {
             on: { keydown: (event) => this.key(event) } });
         store.watch((state, before) => {
             if (["tool", "draft", "selected", "corner", "history", "drawing"].some((key) =>
-                state[key] !== before[key])) this.show(state);
+                state[key] !== before[key])) this.show(state, before);
         });
     }
 
-    show(state) {
+    show(state, before) {
+        const hadFocus = document.activeElement === this.typed;
         if (state.tool === "draw") this.showDrawing(state);
         else this.showCorner(state);
+        if (state.tool === before.tool || !before.tool) return;
+        // Fingers would have their keyboard in the way.
+        const isFine = matchMedia("(pointer: fine)").matches;
+        if (state.tool === "draw" && isFine) this.typed.focus();
+        else if (hadFocus) byId("figure-bar").querySelector("[aria-pressed]")?.focus();
     }
 
     showDrawing({ drawing, draft }) {
@@ -47,7 +53,7 @@ export class BoardBar {
              button("Take back", () => this.board.takeBack(), { disabled: !count }),
              button(drawing.kind === "open wall" ? "Finish" : "Close outline", () => this.close(), {
                  class: "primary", disabled: count < (drawing.kind === "open wall" ? 2 : 3) }),
-             button("Stop", () => this.store.set({ tool: "select", draft: null })));
+             button("Stop", () => this.board.stop()));
         if (hadFocus) this.typed.focus();
     }
 
@@ -103,7 +109,7 @@ export class BoardBar {
 
     key(event) {
         if (event.key === "Escape") {
-            this.store.set({ tool: "select", draft: null });
+            this.board.stop();
         } else if (event.key === "Backspace" && !this.typed.value) {
             this.board.takeBack();
         } else if (event.key === "Enter") {

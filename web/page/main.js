@@ -186,7 +186,7 @@ async function start() {
     await restore(store, complain);
     followAddress(store, complain);
     const version = await engine.call({ op: "version" });
-    new Actions({ store, evaluation, figure: () => figure, files, version, say, complain });
+    new Actions({ store, evaluation, figure: () => figure, board, files, version, say, complain });
     const { shapes } = await engine.call({ op: "shapes" });
     store.set({ shapes });
     showShapes(panels.shapes, shapes, (shape, isAdded) => take(exampleOf(shape, store.section.unit), isAdded));

@@ -212,6 +212,45 @@ describe("in the page", () => {
         assert.match(await window.text("#values"), /not computed: the section is composite[\s\S]*not computed, as above/);
     });
 
+    inWindow("keys alone find a profile, add a shape, draw, undo and print", async (window) => {
+        const { page } = window;
+        const press = async (...keys) => {
+            for (const key of keys) await page.keyboard.press(key);
+        };
+        const tabTo = async (name) => {
+            for (let step = 0; step < 80; ++step) {
+                const label = await page.evaluate(() => {
+                    const { activeElement: it } = document;
+                    return it.getAttribute("aria-label") || it.labels?.[0]?.innerText || it.innerText;
+                });
+                if (label === name) return;
+                await press("Tab");
+            }
+            assert.fail(`no way to ${name} by Tab`);
+        };
+        await tabTo("Search for a profile");
+        await page.keyboard.type("heb 300");
+        await press("ArrowDown", "Enter");
+        await window.value("height", 300);
+        await tabTo("Draw");
+        await press("Enter");
+        await page.waitForFunction(() => document.activeElement.matches(".coordinates-input"));
+        for (const point of TEE) {
+            await page.keyboard.type(point);
+            await press("Enter");
+        }
+        await press("Enter");
+        await page.waitForSelector(".parts-list li >> nth=1");
+        await press("Control+z");
+        await page.waitForSelector(".parts-list li >> nth=1", { state: "detached" });
+        await page.reload();
+        await page.waitForSelector(".chip");
+        await window.value("height", 300);
+        await tabTo("Print");
+        await press("Enter");
+        await page.waitForSelector("#sheet footer", { state: "attached" });
+    });
+
     inWindow("two sections stand side by side", async (window) => {
         await window.search("hea300");
         await window.page.getByRole("button", { name: "Compare" }).click();
