@@ -11,7 +11,9 @@ let engine;
 async function engineFrom(source) {
     if (source.url) return load(source.url);
     const stream = new Blob([bytesOf(source.base64)]).stream().pipeThrough(new DecompressionStream("gzip"));
-    return load(await new Response(stream).arrayBuffer());
+    // It is compiled while it unpacks.
+    const headers = { "content-type": "application/wasm" };
+    return load(await WebAssembly.compileStreaming(new Response(stream, { headers })));
 }
 
 function bytesOf(base64) {

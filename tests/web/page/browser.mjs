@@ -111,8 +111,13 @@ export class Window {
     }
 
     async dragCorner(index, right, down, steps = 12) {
-        const box = await this.page.locator(`[data-corner="${index}"]`).boundingBox();
-        const [x, y] = [box.x + box.width / 2, box.y + box.height / 2];
+        const handle = `[data-corner="${index}"]`;
+        await this.page.waitForSelector(handle);
+        // At once: a value that arrives draws the handles anew.
+        const [x, y] = await this.page.evaluate((selector) => {
+            const box = document.querySelector(selector).getBoundingClientRect();
+            return [box.x + box.width / 2, box.y + box.height / 2];
+        }, handle);
         await this.page.mouse.move(x, y);
         await this.page.mouse.down();
         for (let step = 1; step <= steps; ++step) {
