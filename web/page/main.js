@@ -1,0 +1,197 @@
+// @ts-check
+// The page: builds its pieces and shows the state in them.
+
+import { Actions, forcesNeeded } from "./actions.js";
+import { followAddress, restore } from "./address.js";
+import { Board } from "./board.js";
+import { BoardBar } from "./board_bar.js";
+import { CataloguePanel } from "./catalogue_panel.js";
+import { button, byId, el, fill, pictureOf } from "./dom.js";
+import { EngineClient } from "./engine_client.js";
+import { engineSource, makeWorker } from "./engine_source.js";
+import { Evaluation } from "./evaluation.js";
+import { Figure } from "./figure.js";
+import { Files, OriginPanel, acceptDrops } from "./files.js";
+import { sentence, showFindings } from "./findings_panel.js";
+import { ForcesPanel, showStresses } from "./forces_panel.js";
+import { PartsPanel } from "./parts_panel.js";
+import { elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
+import { exampleOf, showShapes } from "./shapes_panel.js";
+import { Store, isChanged } from "./store.js";
+import { showMethods, showPartModuli, showTable } from "./values_table.js";
+
+const store = new Store();
+
+let silence = 0;
+
+/** Says what was done, for eyes and ears; it goes by itself.
+ *  @param {string} text @param {boolean} [isQuiet] what the screen shows anyway */
+function say(text, isQuiet = false) {
+    const live = byId("live");
+    live.classList.toggle("hidden", isQuiet);
+    live.textContent = "";
+    clearTimeout(silence);
+    setTimeout(() => { live.textContent = text; }, 30);
+    silence = setTimeout(() => { live.textContent = ""; }, 5000);
+}
+
+/** What is wrong stays above the figure until it is mended or closed. */
+function showError(text, more = []) {
+    const close = button("✕", () => fill(byId("messages")), { class: "icon", "aria-label": "Close the message" });
+    fill(byId("messages"), el("div", { class: "message", role: "alert" }, el("p", {}, text, more), close));
+}
+
+function complain(error, source = "") {
+    const of = error.source || source;
+    const where = [of, error.place].filter(Boolean).join(", ");
+    const text = error.problem ? `${where ? `${where}: ` : ""}${sentence(error.problem)}` : error.message;
+    showError(text, error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : []);
+}
+
+/** Says that a section cannot be computed, with a way to the part at fault. */
+function showRefusal(error) {
+    const element = elementAt(store.section, error.place ?? "");
+    const index = elementsOf(store.section).findIndex((one) =>
+        one.list === element?.list && one.index === element?.index);
+    const problem = `${error.place ? `${error.place}: ` : ""}${sentence(error.problem ?? error.message)}`;
+    showError(problem, [
+        error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : "",
+        index >= 0 ? [" ", button("Show the part", () => store.set({ selected: index }), { class: "link" })] : "",
+    ]);
+}
+
+function showResult(figure, state, before) {
+    const { result, besideResult, history: { present: { section, beside } } } = state;
+    const isSame = ["result", "finding", "besideResult", "history", "figure", "forces",
+                    "tool"].every((key) => state[key] === before[key]);
+    if (isSame) return;
+    if (result?.error && result.error !== before.result?.error) showRefusal(result.error);
+    if (!result?.error && (isChanged(state, before) || before.result?.error)) fill(byId("messages"));
+    const pointOut = (index) => store.set({ finding: index === state.finding ? -1 : index });
+    showFindings(byId("findings"), result, state.finding, pointOut);
+    const compared = beside && besideResult?.groups ? besideResult : null;
+    const span = compared?.box && result?.box ? widest(result.box, compared.box) : null;
+    figure.show(result, section.unit, { finding: state.finding, span, isPale: Boolean(result?.error),
+                                        caption: beside ? titleOf(section) : "",
+                                        isEmpty: isEmpty(section) && state.tool !== "draw" });
+    showBeside(compared, beside, span);
+    showEngineFigure(state, section);
+    if (result?.groups && !isEmpty(section)) {
+        const names = beside ? [titleOf(section), titleOf(beside)] : ["Value", ""];
+        showTable(byId("values"), result, compared, names);
+    } else {
+        fill(byId("values"), el("p", { class: "note" }, "The values of the section stand here."));
+    }
+    showStresses(byId("stresses"), result, section.unit);
+    showPartModuli(byId("part-moduli"), result, state.unit, section.unit);
+    showMethods(byId("methods"), result);
+}
+
+function widest(one, other) {
+    return [Math.max(one[2] - one[0], other[2] - other[0]), Math.max(one[3] - one[1], other[3] - other[1])];
+}
+
+let besideFigure = null;
+
+function showBeside(result, section, span) {
+    const container = byId("figure");
+    if (!section && besideFigure) {
+        besideFigure.frame.remove();
+        besideFigure = null;
+    }
+    if (!section) return;
+    if (!besideFigure) besideFigure = new Figure(container, () => {});
+    besideFigure.show(result ? { ...result, findings: [] } : null, section.unit,
+                      { span, caption: titleOf(section) });
+}
+
+/** Blocks and contours are the engine's own figure. */
+function showEngineFigure(state, section) {
+    const { figure, result, forces } = state;
+    const container = byId("engine-figure");
+    const isShown = figure !== "section" && !isEmpty(section);
+    container.hidden = !isShown;
+    byId("figure").classList.toggle("replaced", isShown);
+    if (!isShown) return;
+    const isStress = figure !== "x" && figure !== "y";
+    if (isStress && !Object.values(forces).some(Boolean)) {
+        byId("forces-panel").open = true;
+        return fill(container, el("p", { class: "note" }, forcesNeeded(section.unit)));
+    }
+    const picture = result?.svg && result.figure === figure ? pictureOf(result.svg) : null;
+    if (picture) {
+        picture.removeAttribute("width");
+        picture.removeAttribute("height");
+        picture.setAttribute("role", "img");
+    }
+    fill(container, picture ?? el("p", { class: "note" }, result?.error ? "" : "Computing …"));
+}
+
+function addTabs() {
+    const panels = {};
+    const bar = el("div", { class: "tabs", role: "tablist", "aria-label": "Add" });
+    const tabs = [["catalogue", "Catalogue"], ["shapes", "Shapes"]];
+    const choose = (chosen, isFocused) => tabs.forEach(([key]) => {
+        panels[key].hidden = key !== chosen;
+        const tab = byId(`tab-${key}`);
+        tab.setAttribute("aria-selected", String(key === chosen));
+        tab.tabIndex = key === chosen ? 0 : -1;
+        if (isFocused && key === chosen) tab.focus();
+    });
+    bar.append(...tabs.map(([key, text]) => button(text, () => choose(key, false), {
+        id: `tab-${key}`, role: "tab", "aria-controls": `panel-${key}` })));
+    bar.addEventListener("keydown", (event) => {
+        if (!["ArrowLeft", "ArrowRight"].includes(event.key)) return;
+        choose(panels.catalogue.hidden ? "catalogue" : "shapes", true);
+    });
+    for (const [key] of tabs) {
+        panels[key] = el("div", { id: `panel-${key}`, role: "tabpanel", "aria-labelledby": `tab-${key}` });
+    }
+    byId("add").append(bar, ...Object.values(panels));
+    choose("catalogue", false);
+    return panels;
+}
+
+/** Shows a part alone, or adds it to what is there. */
+function take(part, isAdded) {
+    const { section } = store;
+    if (!isAdded || isEmpty(section)) {
+        store.replace({ ...emptySection(section.unit), parts: [part] });
+    } else {
+        const changed = withPartOnTop(section, part);
+        store.edit(changed, "", { selected: elementsOf(changed).length - 1, tool: "select" });
+    }
+    say(`${part.profile ?? part.shape} ${isAdded ? "was added" : "is shown"}.`, true);
+}
+
+async function start() {
+    const source = await engineSource();
+    const evaluation = new Evaluation(store, () => new EngineClient(makeWorker, source));
+    const { engine } = evaluation;
+    store.fail = complain;
+    const figure = new Figure(byId("figure"), (index) => store.set({ finding: index }));
+    byId("figure").after(el("div", { id: "engine-figure", class: "engine-figure", hidden: true }));
+    const board = new Board(figure, store);
+    new BoardBar(byId("board-bar"), store, board, say);
+    const files = new Files(store, engine, complain);
+    const originPanel = el("section", { class: "panel", hidden: true });
+    byId("add").after(originPanel);
+    new OriginPanel(originPanel, store, files);
+    new PartsPanel(byId("parts"), store, () => store.state.shapes);
+    new ForcesPanel(byId("forces"), store);
+    store.watch((state, before) => showResult(figure, state, before));
+    acceptDrops(files, byId("drop-veil"));
+    const panels = addTabs();
+    const catalogue = new CataloguePanel(panels.catalogue, engine, (name, isAdded) => take({ profile: name }, isAdded));
+    await restore(store, complain);
+    followAddress(store, complain);
+    const version = await engine.call({ op: "version" });
+    new Actions({ store, evaluation, figure: () => figure, board, files, version, say, complain });
+    const { shapes } = await engine.call({ op: "shapes" });
+    store.set({ shapes });
+    showShapes(panels.shapes, shapes, (shape, isAdded) => take(exampleOf(shape, store.section.unit), isAdded));
+    await catalogue.load();
+    fill(byId("footer"), `HalvornSectionTools ${version.version}. Works offline: nothing leaves this computer.`);
+}
+
+start().catch((error) => showError(`The engine could not be started: ${error.message}`));
