@@ -18,7 +18,7 @@ std::string Written(const ordered_json& value) {
     return value.dump(-1, ' ', false, ordered_json::error_handler_t::replace);
 }
 
-ordered_json Contour(const Element& element) {
+ordered_json ContourOf(const Element& element) {
     ordered_json contour = {{"name", element.label}, {"kind", element.isSolid ? "solid" : "hole"}};
     if (element.isSolid && element.modularRatio != 1.0) {
         contour["modular_ratio"] = element.modularRatio;
@@ -59,7 +59,7 @@ std::string SectionFileText(const SectionModel& section) {
     text += ",\n  \"contours\": [";
     const char* separator = "\n    ";
     for (const Element& element : section.elements) {
-        text += separator + Written(Contour(element));
+        text += separator + Written(ContourOf(element));
         separator = ",\n    ";
     }
     return text + "\n  ]\n}\n";

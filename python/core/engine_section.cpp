@@ -321,6 +321,15 @@ void BindCatalogue(py::module_& module) {
 }  // namespace
 
 void BindEngine(py::module_& module) {
+    module.def("shape_dimensions", [] {
+        py::dict dimensions;
+        for (const engine::ShapeDescription& shape : engine::ShapeDescriptions()) {
+            py::dict keys;
+            for (const auto& each : shape.dimensions) keys[py::str(each.key)] = each.isRequired;
+            dimensions[py::str(shape.kind)] = keys;
+        }
+        return dimensions;
+    });
     TranslateInputErrors(module);
     BindCatalogue(module);
     BindSection(module);

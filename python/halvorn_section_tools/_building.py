@@ -8,10 +8,13 @@ from typing import Any, Iterable, Mapping
 
 import numpy as np
 
-from ._core import EngineSection, InputError, checked_number, checked_points
+from ._core import EngineSection, InputError, checked_number, checked_points, shape_dimensions
 from ._types import Number, Points
 
 _FEWEST = {"ring": 3, "wall": 2}
+
+# Of each shape its dimensions, and whether they are required.
+_DIMENSIONS = shape_dimensions()
 
 
 def _place(pointer: str) -> str:
@@ -70,6 +73,16 @@ def shape(kind: object, dimensions: Mapping[str, Number], unit: object, name: ob
     """A shape by its dimensions."""
     if not isinstance(kind, str):
         raise TypeError(f"kind: expected the name of a shape, got {kind!r}")
+    if kind not in _DIMENSIONS:
+        raise ValueError(f"kind: no shape is called {kind!r}; write one of {', '.join(map(repr, _DIMENSIONS))}")
+    keys = _DIMENSIONS[kind]
+    takes = f"{kind!r} takes {', '.join(key if needed else f'{key} if it has one' for key, needed in keys.items())}"
+    for key in dimensions:
+        if key not in keys and key != "modular_ratio":
+            raise TypeError(f"{key}: no dimension of this shape; {takes}")
+    for key, needed in keys.items():
+        if needed and key not in dimensions:
+            raise TypeError(f"{key}: missing; {takes}")
     numbers = {key: checked_number(value, key) for key, value in dimensions.items()}
     return section_of("shape", {"parts": [{"shape": kind, **numbers}]}, unit, name)
 
