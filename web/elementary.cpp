@@ -2,6 +2,7 @@
 // `long double` is on WebAssembly. The build machine's differ from that in the last digit once in a
 // while, those of the C library here every other time; from there on the solutions of torsion and
 // shear part, because triangles are chosen by energies that differ by rounding alone.
+#if defined(__EMSCRIPTEN__)
 #include <math.h>
 
 namespace {
@@ -42,3 +43,4 @@ double hypot(double x, double y) {
 }
 
 }  // extern "C"
+#endif
