@@ -35,14 +35,13 @@ halvorn_part_option(TOOL "the command-line tool halvorn-section")
 halvorn_part_option(FIGURES "the tool's figures as PDF and PNG")
 halvorn_part_option(TESTS "the tests")
 halvorn_part_option(PYTHON "the Python module")
-halvorn_part_option(WEB "the interface of the WebAssembly module")
 if(CMAKE_CROSSCOMPILING)
   include(cmake/HalvornCross.cmake)
 endif()
 
 # The engine, on which the tool, the Python module and the web module stand.
 set(engine_missing "")
-if(HALVORN_BUILD_TOOL OR HALVORN_BUILD_PYTHON OR HALVORN_BUILD_WEB)
+if(HALVORN_BUILD_TOOL OR HALVORN_BUILD_PYTHON OR EMSCRIPTEN)
   find_package(nlohmann_json CONFIG QUIET)
   if(NOT nlohmann_json_FOUND)
     list(APPEND engine_missing "nlohmann-json (nlohmann-json3-dev)")
@@ -83,8 +82,6 @@ if(HALVORN_BUILD_TOOL OR NOT HALVORN_BUILD_FIGURES STREQUAL "AUTO")
   halvorn_decide(FIGURES "PDF and PNG figures" ${missing})
 endif()
 
-halvorn_decide(WEB "the interface of the WebAssembly module" ${engine_missing})
-
 # The tests.
 set(missing "")
 if(DEFINED BUILD_TESTING AND NOT BUILD_TESTING)
@@ -124,4 +121,13 @@ elseif(HALVORN_WITH_TESTS AND NOT HALVORN_BUILD_TESTS STREQUAL "AUTO" AND NOT CM
   message(FATAL_ERROR "HALVORN_BUILD_TESTS is ON, but the tests would lack GEOS (libgeos-dev)")
 elseif(HALVORN_WITH_TESTS)
   message(STATUS "Not built: tests beside GEOS, for want of GEOS (libgeos-dev)")
+endif()
+
+# The interface of the WebAssembly module: for WebAssembly itself, and for the tests beside the tool.
+set(HALVORN_WITH_WEB OFF)
+if(EMSCRIPTEN AND engine_missing)
+  list(JOIN engine_missing ", " missing)
+  message(FATAL_ERROR "The WebAssembly module would lack ${missing}")
+elseif(EMSCRIPTEN OR (HALVORN_WITH_TOOL AND HALVORN_WITH_TESTS))
+  set(HALVORN_WITH_WEB ON)
 endif()

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/heap.h"
 #include "geometry/arrangement.h"
 #include "geometry/box.h"
 #include "geometry/predicates.h"
@@ -59,9 +60,7 @@ public:
                     DivideRim(next.triangle, *edge);
                 }
             } else if (!bad_.empty()) {
-                std::pop_heap(bad_.begin(), bad_.end(), IsLater);
-                const Candidate next = bad_.back();
-                bad_.pop_back();
+                const Candidate next = PopFromHeap(bad_, IsLater);
                 if (!IsStillThere(next) || !Improve(next.triangle)) continue;
                 // An edge of a ring was divided in its place.
                 if (IsStillThere(next)) Judge(next.triangle);
@@ -125,8 +124,7 @@ private:
         const std::array<double, 3> squares = SquaredLengths(t);
         if (!IsBad(t, squares)) return;
         const double shortest = *std::min_element(squares.begin(), squares.end());
-        bad_.push_back({shortest, t, mesh_.corners[Slot(t)]});
-        std::push_heap(bad_.begin(), bad_.end(), IsLater);
+        PushOnHeap(bad_, {shortest, t, mesh_.corners[Slot(t)]}, IsLater);
     }
 
     std::array<double, 3> SquaredLengths(Index t) const {
