@@ -73,7 +73,7 @@ export class Board {
     down(event) {
         if (event.button > 1 || event.target.closest("[data-finding]")) return;
         this.figure.svg.setPointerCapture(event.pointerId);
-        this.figure.frame.focus({ preventScroll: true });
+        this.figure.frame.focus(/** @type {any} */ ({ preventScroll: true, focusVisible: false }));
         const pixel = this.figure.pixelOf(event);
         this.pointers.set(event.pointerId, pixel);
         const corner = Number(event.target.dataset?.corner ?? -1);

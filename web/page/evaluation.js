@@ -72,7 +72,8 @@ export class Evaluation {
         if (isNew || isOther) this.values(state, section);
         const isAsked = state.forces !== before.forces || state.figure !== before.figure;
         if (isNew || isOther || isAsked) this.afterRest(isNew ? REST : 0);
-        if (isChanged(state, before, "beside") || isOther) this.beside(state);
+        const isOtherUnit = section.unit !== before.history?.present.section.unit;
+        if (isChanged(state, before, "beside") || isOther || isOtherUnit) this.beside(state);
     }
 
     async values(state, section) {

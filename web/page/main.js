@@ -15,7 +15,7 @@ import { Files, OriginPanel, acceptDrops } from "./files.js";
 import { sentence, showFindings } from "./findings_panel.js";
 import { ForcesPanel, showStresses } from "./forces_panel.js";
 import { PartsPanel } from "./parts_panel.js";
-import { elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
+import { MILLIMETRES, elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
 import { exampleOf, showShapes } from "./shapes_panel.js";
 import { Store, isChanged } from "./store.js";
 import { showMethods, showPartModuli, showTable } from "./values_table.js";
@@ -70,11 +70,12 @@ function showResult(figure, state, before) {
     const pointOut = (index) => store.set({ finding: index === state.finding ? -1 : index });
     showFindings(byId("findings"), result, state.finding, pointOut);
     const compared = beside && besideResult?.groups ? besideResult : null;
-    const span = compared?.box && result?.box ? widest(result.box, compared.box) : null;
+    const factor = beside ? MILLIMETRES[beside.unit] / MILLIMETRES[section.unit] : 1;
+    const span = compared?.box && result?.box ? widest(result.box, compared.box, factor) : null;
     figure.show(result, section.unit, { finding: state.finding, span, isPale: Boolean(result?.error),
                                         caption: beside ? titleOf(section) : "",
                                         isEmpty: isEmpty(section) && state.tool !== "draw" });
-    showBeside(compared, beside, span);
+    showBeside(compared, beside, span && span.map((length) => length / factor));
     showEngineFigure(state, section);
     if (result?.groups && !isEmpty(section)) {
         const names = beside ? [titleOf(section), titleOf(beside)] : ["Value", ""];
@@ -87,8 +88,11 @@ function showResult(figure, state, before) {
     showMethods(byId("methods"), result);
 }
 
-function widest(one, other) {
-    return [Math.max(one[2] - one[0], other[2] - other[0]), Math.max(one[3] - one[1], other[3] - other[1])];
+/** Width and height that both boxes fit in; the other's lengths times the factor are in the unit of
+ *  the one. */
+function widest(one, other, factor) {
+    return [0, 1].map((axis) =>
+        Math.max(one[axis + 2] - one[axis], factor * (other[axis + 2] - other[axis])));
 }
 
 let besideFigure = null;

@@ -259,6 +259,14 @@ describe("in the page", () => {
         await window.page.waitForFunction(() => /HEA300/.test(document.querySelector("#values thead")?.innerText ?? ""));
         // Published areas: 14908 and 11253.
         assert.match(await window.text('#values [data-key="area"]'), /14907\.78[\s\S]*11252\.78[\s\S]*−24\.5 %/);
+        // Another unit of length: both in it, and to one scale.
+        const plate = { shape: "plate", width: 0.3, height: 0.8 };
+        await window.drop("plate.json", JSON.stringify({ version: 1, unit: "m", parts: [plate] }));
+        await window.page.waitForFunction(() => /\b0\.24\b[\s\S]*0\.01125278\b/.test(
+            document.querySelector('#values [data-key="area"]')?.innerText ?? ""));
+        const heights = await window.page.locator(".figure-frame .material").evaluateAll((paths) =>
+            paths.map((path) => path.getBoundingClientRect().height));
+        assert.ok(heights[0] > 100 && Math.abs(heights[0] / heights[1] - 800 / 290) < 0.02, `${heights}`);
     });
 
     inWindow("bad files of all kinds are told, and the page goes on", async (window, context) => {
