@@ -79,7 +79,7 @@ int halvorn_is_exhausted() {
 }
 #endif
 
-char* halvorn_allocate(size_t size) {
+char* halvorn_allocate(std::size_t size) {
     return static_cast<char*>(std::malloc(size));
 }
 
@@ -92,5 +92,7 @@ const char* halvorn_call(const char* request) {
 }
 
 void halvorn_free(const char* text) {
+    // What `halvorn_allocate` gave was not const.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     if (text != kMemoryExhausted) std::free(const_cast<char*>(text));
 }

@@ -4,7 +4,7 @@
 #ifndef HALVORN_WEB_INTERFACE_H
 #define HALVORN_WEB_INTERFACE_H
 
-#include <stddef.h>
+#include <cstddef>
 
 // Also kept in a WebAssembly module, under its own name.
 #if defined(__EMSCRIPTEN__)
@@ -17,7 +17,7 @@ extern "C" {
 
 /// Returns room for a request, null when memory is exhausted. `halvorn_free` takes it back.
 /// @param size  in bytes, with the closing zero
-HALVORN_EXPORTED("halvorn_allocate") char* halvorn_allocate(size_t size);
+HALVORN_EXPORTED("halvorn_allocate") char* halvorn_allocate(std::size_t size);
 
 /// Returns the answer to a request, both in UTF-8 and closed by a zero: an object with "ok", which
 /// is true, or false beside an "error" of source, place, problem, mend and message. Exhausted

@@ -8,6 +8,7 @@
 
 #include "base/dimension_checks.h"
 #include "base/numbers.h"
+#include "geometry/sine.h"
 
 namespace halvorn::engine::shapes {
 namespace {
@@ -33,7 +34,7 @@ double SineExcess(double d) {
     constexpr int terms = 8;  // the first one left out is below 1e-17 of the sum
     double sum = 1.0;
     for (int i = terms; i >= 1; --i) sum = 1.0 - d * d / ((2.0 * i + 2.0) * (2.0 * i + 3.0)) * sum;
-    return d * d * d / 6.0 * sum / std::sin(d);
+    return d * d * d / 6.0 * sum / SineAndCosineOf(d).sine;
 }
 
 // How far, as a part of the radius, the n - 1 inner points of an arc lie outside it, so that its n
@@ -57,7 +58,7 @@ double Excess(int n, double d) {
 // than the chords of that step on the circle lie inside. No chord lies farther inside either: its
 // ends lie on the arc or outside.
 int Chords(double sweep, double step) {
-    const double sine = std::sin(0.25 * step);
+    const double sine = SineAndCosineOf(0.25 * step).sine;
     const double farthest = 2.0 * sine * sine;  // 1 - cos(step / 2), with its digits
     int chords = std::max(2, static_cast<int>(std::ceil(sweep / step - wholeSteps)));
     while (Excess(chords, sweep / chords) > farthest) ++chords;
@@ -67,9 +68,10 @@ int Chords(double sweep, double step) {
 // The point after the angle t, the part `excess` of the radius outside. From the start and by half
 // angles, so that a flat arc, whose centre is far away, keeps its digits.
 Point At(const Arc& arc, double t, double excess) {
-    const double half = 2.0 * std::sin(0.5 * t);
-    const double ahead = half * std::cos(0.5 * t) + excess * std::sin(t);
-    const double spoke = excess * std::cos(t) - half * std::sin(0.5 * t);
+    const SineAndCosine ofHalf = SineAndCosineOf(0.5 * t), whole = SineAndCosineOf(t);
+    const double half = 2.0 * ofHalf.sine;
+    const double ahead = half * ofHalf.cosine + excess * whole.sine;
+    const double spoke = excess * whole.cosine - half * ofHalf.sine;
     return {arc.start.x + ahead * arc.ahead.x + spoke * arc.spoke.x,
             arc.start.y + ahead * arc.ahead.y + spoke * arc.spoke.y};
 }

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <numbers>
 
+#include "geometry/sine.h"
 #include "model/outlines.h"
 #include "model/push_element.h"
 
@@ -33,7 +34,8 @@ Map RotationOf(double degrees) {
         return {cosine, -sine, sine, cosine};
     }
     const double angle = turn * (std::numbers::pi / 180.0);
-    return {std::cos(angle), -std::sin(angle), std::sin(angle), std::cos(angle)};
+    const auto [sine, cosine] = SineAndCosineOf(angle);
+    return {cosine, -sine, sine, cosine};
 }
 
 Map MapOf(const Placement& placement) {

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "dxf_text.h"
+#include "read/open_section.h"
 
 namespace {
 
