@@ -103,6 +103,12 @@ test("parts stand on the last solid one; what stood on a deleted part stays by i
         { kind: "solid", name: "line 3", points }, { kind: "hole", name: "duct", points }] });
     assert.deepEqual(read.parts, [{ points }, { name: "duct", points, kind: "hole" }]);
     assert.equal("parts" in compiled({ version: 1, unit: "mm", parts: [] }), false);
+    for (const list of ["parts", "contours"]) {
+        const item = { points: [[0, 0], [9, 0], [9, 9], [0, 9]], radii: [0, 0, 2, 0] };
+        const [drawn] = compiled({ version: 1, unit: "mm", [list]: [item] })[list];
+        assert.equal("radii" in drawn, false, list);
+        isNear(areaOf(drawn.points), 81 - 4 * (1 - Math.PI / 4), 81, list);
+    }
 });
 
 test("an address restores what it was made of, and what is no section is told", async () => {
