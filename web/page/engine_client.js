@@ -29,6 +29,8 @@ export class EngineClient {
         this.source = source;
         this.calls = new Map();
         this.last = 0;
+        this.hasAnswered = false;
+        this.end = "";  // why there is no worker any more
         this.start();
     }
 
@@ -38,12 +40,17 @@ export class EngineClient {
         worker.onmessage = ({ data }) => worker === this.worker && this.settle(data);
         worker.onerror = (event) => {
             event.preventDefault();
-            if (worker === this.worker) this.restart(event.message || "the engine stopped");
+            if (worker !== this.worker) return;
+            const reason = event.message || "the engine stopped";
+            // One that never answered would not do so the next time.
+            if (!this.hasAnswered) this.end = reason;
+            this.restart(reason);
         };
         worker.postMessage({ load: this.source });
     }
 
     settle({ id, answer, error, isBroken }) {
+        this.hasAnswered = true;
         const call = this.calls.get(id);
         this.calls.delete(id);
         if (call && error) call.reject(new SectionError(error));
@@ -56,12 +63,13 @@ export class EngineClient {
         this.worker.terminate();
         const waiting = [...this.calls.values()];
         this.calls.clear();
-        this.start();
+        if (!this.end) this.start();
         for (const call of waiting) call.reject(new SectionError({ message: reason }));
     }
 
     /** @param {any} request @returns {Promise<any>} rejects with a SectionError */
     call(request) {
+        if (this.end) return Promise.reject(new SectionError({ message: this.end }));
         const id = ++this.last;
         return new Promise((resolve, reject) => {
             this.calls.set(id, { resolve, reject });

@@ -118,15 +118,16 @@ export class Evaluation {
         this.timer = setTimeout(() => this.solve(), rest);
     }
 
-    async solve() {
+    /** @param {any} [problem] why there is no figure: the rest is computed without it */
+    async solve(problem = null) {
         const { state, section } = this.store;
         if (isEmpty(section) || this.store.state.result?.error) return;
         this.solver;
         const want = ["values", "findings", "methods"];
         const request = requestFor(state, section, true, want);
         if (isComposite(section)) want.push("json");
-        Object.assign(request, figureOf(state.figure, request));
-        if (request.figure || isDrawable(request)) want.push("svg");
+        if (!problem) Object.assign(request, figureOf(state.figure, request));
+        if (request.figure || (!problem && isDrawable(request))) want.push("svg");
         try {
             const answer = await this.slow.call(request);
             const { state: now } = this.store;
@@ -134,11 +135,12 @@ export class Evaluation {
             const { material, box } = now.result ?? {};
             this.store.set({
                 result: { material, box, ...shown(answer), section, isComplete: true, error: null,
-                          figure: state.figure },
+                          figure: state.figure, figureProblem: problem },
             });
         } catch (error) {
             if (error instanceof Overtaken || section !== this.store.section) return;
-            this.store.set({ result: { ...this.store.state.result, error, isComplete: true } });
+            if (want.includes("svg")) await this.solve(error);
+            else this.store.set({ result: { ...this.store.state.result, error, isComplete: true } });
         }
     }
 

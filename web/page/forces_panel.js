@@ -50,6 +50,10 @@ export class ForcesPanel {
 export function showStresses(container, result, unit) {
     const stresses = result?.stresses ?? [];
     if (!stresses.length) return fill(container);
+    const [{ why_missing: why }] = stresses;
+    if (why && stresses.every((stress) => stress.why_missing === why)) {
+        return fill(container, el("p", { class: "stresses" }, `No stresses: ${why}.`));
+    }
     fill(container, el("dl", { class: "stresses" }, stresses.map((stress) => el("div", {},
         el("dt", {}, stress.name),
         el("dd", {}, stress.text ? [el("b", {}, powerNode(stress.text)), ` ${forceUnits(unit).stress}`]

@@ -128,7 +128,9 @@ function showEngineFigure(state, section) {
         picture.removeAttribute("height");
         picture.setAttribute("role", "img");
     }
-    fill(container, picture ?? el("p", { class: "note" }, result?.error ? "" : "Computing …"));
+    const isKnown = result?.error || (result?.isComplete && result.figure === figure);
+    const problem = sentence(result?.figureProblem?.problem ?? "There is nothing to show");
+    fill(container, picture ?? el("p", { class: "note" }, isKnown ? problem : "Computing …"));
 }
 
 function addTabs() {

@@ -172,9 +172,10 @@ export function compiled(section) {
     const tolerance = CHORD_TOLERANCE / (MILLIMETRES[section.unit] ?? 1);
     const file = { ...section };
     for (const list of ["contours", "profiles", "parts"]) {
-        if (Array.isArray(file[list]) && file[list].length === 0) delete file[list];
+        if (!Array.isArray(file[list])) continue;
+        if (file[list].length === 0) delete file[list];
+        else file[list] = file[list].map((item) => drawn(item, tolerance));
     }
-    if (Array.isArray(file.parts)) file.parts = file.parts.map((part) => drawn(part, tolerance));
     return file;
 }
 

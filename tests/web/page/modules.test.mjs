@@ -4,6 +4,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 
 import { matching } from "../../../web/page/catalogue_panel.js";
+import { EngineClient, Latest, Overtaken } from "../../../web/page/engine_client.js";
 import { roundedRing } from "../../../web/page/fillets.js";
 import { edited, historyOf, redone, undone } from "../../../web/page/history.js";
 import { snappedShift, withOwnNames } from "../../../web/page/outlines.js";
@@ -103,6 +104,12 @@ test("parts stand on the last solid one; what stood on a deleted part stays by i
         { kind: "solid", name: "line 3", points }, { kind: "hole", name: "duct", points }] });
     assert.deepEqual(read.parts, [{ points }, { name: "duct", points, kind: "hole" }]);
     assert.equal("parts" in compiled({ version: 1, unit: "mm", parts: [] }), false);
+    for (const list of ["parts", "contours"]) {
+        const item = { points: [[0, 0], [9, 0], [9, 9], [0, 9]], radii: [0, 0, 2, 0] };
+        const [drawn] = compiled({ version: 1, unit: "mm", [list]: [item] })[list];
+        assert.equal("radii" in drawn, false, list);
+        isNear(areaOf(drawn.points), 81 - 4 * (1 - Math.PI / 4), 81, list);
+    }
 });
 
 test("an address restores what it was made of, and what is no section is told", async () => {
@@ -172,4 +179,66 @@ test("a section that is turned all round or twice over is the same, and what sta
     assert.deepEqual(movedWhole(section, [1, 2]).contours[0].points[0], [2, 4]);
     assert.deepEqual(movedWhole(section, [1, 2]).parts.map(({ move }) => move),
                      [[4, -2], [1, 2], [1, 2], undefined]);
+});
+
+/** A worker that answers, or dies, when it is told to. */
+class Puppet {
+    static all = [];
+    sent = [];
+    constructor() {
+        Puppet.all.push(this);
+    }
+    postMessage(message) {
+        this.sent.push(message);
+    }
+    terminate() {
+        this.isEnded = true;
+    }
+    answer(id, answer) {
+        this.onmessage({ data: { id, answer } });
+    }
+    die(message) {
+        this.onerror({ message, preventDefault() {} });
+    }
+}
+
+test("a worker that dies is replaced and its calls fail, one that never answered is not", async () => {
+    Puppet.all = [];
+    const engine = new EngineClient(() => new Puppet(), "source");
+    const first = engine.call({ op: "version" });
+    Puppet.all[0].answer(1, "0.1");
+    assert.equal(await first, "0.1");
+    const lost = engine.call({ op: "evaluate" });
+    Puppet.all[0].die("out of memory");
+    await assert.rejects(lost, /out of memory/);
+    const again = engine.call({ op: "evaluate" });
+    assert.deepEqual(Puppet.all[1].sent, [{ load: "source" }, { id: 3, request: { op: "evaluate" } }]);
+    Puppet.all[1].answer(3, "values");
+    assert.equal(await again, "values");
+    const stillborn = new EngineClient(() => new Puppet(), "source");
+    Puppet.all[2].die("no such thing");
+    await assert.rejects(stillborn.call({ op: "version" }), /no such thing/);
+    assert.equal(Puppet.all.length, 3);
+});
+
+test("of requests that come while one is under way the last alone is sent, and one that is late is ended", async () => {
+    Puppet.all = [];
+    const quick = new Latest(new EngineClient(() => new Puppet(), "source"));
+    const [under, overtaken, last] = [quick.call("b"), quick.call("c"), quick.call("d")];
+    await assert.rejects(overtaken, Overtaken);
+    Puppet.all[0].answer(1, "B");
+    assert.equal(await under, "B");
+    await new Promise(setImmediate);
+    Puppet.all[0].answer(2, "D");
+    assert.equal(await last, "D");
+    const late = new Latest(new EngineClient(() => new Puppet(), "source"), 0);
+    const slow = late.call("e");
+    const start = performance.now();
+    while (performance.now() - start < 3);
+    const wanted = late.call("f");
+    await assert.rejects(slow, Overtaken);
+    assert.equal(Puppet.all[1].isEnded, true);
+    await new Promise(setImmediate);
+    Puppet.all[2].answer(2, "F");
+    assert.equal(await wanted, "F");
 });

@@ -180,6 +180,15 @@ describe("in the page", () => {
         await page.waitForSelector("#engine-figure svg");
         await page.selectOption("#figure-bar select", "x");
         await page.waitForFunction(() => /50/.test(document.querySelector("#engine-figure svg")?.textContent ?? ""));
+        // Of parts apart under shear there are none: it is said where they would stand, the values go on.
+        await window.drop("apart.json", example("battened-channels.json"));
+        await page.fill('[name="force-Vy"]', "50");
+        await page.selectOption("#figure-bar select", "shear");
+        await page.waitForFunction(() => /no stresses to draw/.test(document.getElementById("engine-figure").innerText));
+        await window.value("torsion_constant");
+        await page.selectOption("#figure-bar select", "section");
+        await page.waitForSelector(".section-figure .elastic");
+        assert.equal(await page.locator(".message").count(), 0);
     });
 
     inWindow("a part is chosen in the figure and moved onto a corner of another", async (window) => {
