@@ -22,7 +22,7 @@ long double Ulps(double found, long double expected) {
 TEST(SineAndCosineOf, AreTheNearestDoubles) {
     if (std::numeric_limits<long double>::digits <= 53) GTEST_SKIP() << "no longer numbers here";
     constexpr long double kNearest = 0.502L;  // the longer numbers are rounded, too
-    const auto check = [](double angle) {
+    const auto check = [&](double angle) {
         const SineAndCosine found = SineAndCosineOf(angle);
         EXPECT_LE(Ulps(found.sine, std::sin(static_cast<long double>(angle))), kNearest) << angle;
         EXPECT_LE(Ulps(found.cosine, std::cos(static_cast<long double>(angle))), kNearest) << angle;
