@@ -95,10 +95,10 @@ test("exhausted memory", async () => {
     return {text: file({contours: [{kind: "solid", points}]})};
   };
   // Again and again: nothing stays behind.
-  for (const tooLarge of [{text: " ".repeat(30 << 20)}, ...Array(20).fill(comb(100000))]) {
+  for (const tooLarge of [{text: " ".repeat(30 << 20)}, ...[60, 100, 200].map(k => comb(1000 * k))]) {
     assert.match(errorOf(tooLarge, small).problem, /memory/);
     assert.equal(area(small), "5381.202");
-    small.call({op: "evaluate", section: comb(10000), want: ["values"]});
+    small.call({op: "evaluate", section: comb(20000), want: ["values"]});
   }
 });
 
