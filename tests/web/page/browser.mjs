@@ -14,7 +14,9 @@ const ROOT = fileURLToPath(new URL("../../..", import.meta.url));
 export const PAGE = path.resolve(process.env.HALVORN_PAGE ?? `${ROOT}/build/web/halvorn-sections.html`);
 const tools = process.env.HALVORN_WEB_TOOLS;
 const require = createRequire(tools ? path.resolve(tools, "package.json") : import.meta.url);
-const { chromium } = require("playwright-core");
+/** A package of the tests. */
+export const tool = (name) => require(name);
+const { chromium } = tool("playwright-core");
 
 const ARGUMENTS = ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
                    "--disable-background-networking", "--disable-component-update", "--disable-sync"];
