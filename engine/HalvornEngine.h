@@ -753,9 +753,10 @@ public:
     /// @param other  which comes behind
     /// @throws InputError for sections in two units
     Section With(const Section& other) const;
-    /// Returns this section less another, whose solids become holes.
+    /// Returns this section where the other is not, of every material. What is left is drawn anew
+    /// where something is taken away, so that the cut takes nothing of what is added later.
     /// @param other  which is taken away
-    /// @throws InputError for sections in two units
+    /// @throws InputError for sections in two units, and for coordinates that cannot be arranged
     Section Without(const Section& other) const;
 
     /// @}

@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -7,6 +5,7 @@
 #include "model/outlines.h"
 #include "model/placement.h"
 #include "model/setting.h"
+#include "region/difference.h"
 
 namespace halvorn::engine {
 
@@ -33,17 +32,20 @@ void RequireOneUnit(const SectionModel& a, const SectionModel& b) {
                      "bring both into one unit");
 }
 
-std::shared_ptr<const SectionModel> Joined(const SectionModel& a, const SectionModel& b,
-                                           bool isTakenAway) {
-    RequireOneUnit(a, b);
+// A copy with other elements, which are partly of another section.
+std::shared_ptr<const SectionModel> Combined(const SectionModel& a, const SectionModel& b,
+                                             std::vector<Element> elements) {
     SectionModel joined = OutlinesAlone(a);
-    std::vector<Element> others = b.elements;
-    if (isTakenAway) MakeHoles(others);
-    std::move(others.begin(), others.end(), std::back_inserter(joined.elements));
+    joined.elements = std::move(elements);
     joined.remarks.insert(joined.remarks.end(), b.remarks.begin(), b.remarks.end());
     joined.isUnitAssumed = a.isUnitAssumed || b.isUnitAssumed;
     joined.isDrawn = a.isDrawn || b.isDrawn;
     return std::make_shared<const SectionModel>(std::move(joined));
+}
+
+std::vector<Element> Joined(std::vector<Element> a, const std::vector<Element>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
 }
 
 }  // namespace
@@ -100,11 +102,31 @@ Section Section::InRow(std::size_t count, const Point& step) const {
 }
 
 Section Section::With(const Section& other) const {
-    return Section(Joined(*model_, *other.model_, false));
+    RequireOneUnit(*model_, *other.model_);
+    return Section(
+        Combined(*model_, *other.model_, Joined(model_->elements, other.model_->elements)));
 }
 
 Section Section::Without(const Section& other) const {
-    return Section(Joined(*model_, *other.model_, true));
+    RequireOneUnit(*model_, *other.model_);
+    try {
+        Difference left = DifferenceOf(model_->elements, other.model_->elements);
+        if (left.isWhole) {
+            SectionModel whole = OutlinesAlone(*model_);
+            whole.remarks.push_back("what is taken away of it lies beside its material");
+            return Section(std::make_shared<const SectionModel>(std::move(whole)));
+        }
+        if (!left.elements.empty()) {
+            return Section(Combined(*model_, *other.model_, std::move(left.elements)));
+        }
+    } catch (const ArrangementError& error) {
+        throw InputError(model_->source, error.what(),
+                         "correct the coordinates, or bring the outlines into order");
+    }
+    // Nothing is left, which the report says: the section less itself takes nothing of others.
+    std::vector<Element> itself = model_->elements;
+    MakeHoles(itself);
+    return Section(Combined(*model_, *other.model_, Joined(model_->elements, itself)));
 }
 
 }  // namespace halvorn::engine

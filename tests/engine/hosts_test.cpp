@@ -2,11 +2,16 @@
 #include <HalvornEngine.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <limits>
+#include <optional>
+#include <random>
 #include <sstream>
+#include <string>
 #include <thread>
 
 namespace {
@@ -322,6 +327,54 @@ TEST(EngineForHosts, BuildsUpSectionsAsSectionFilesDo) {
     EXPECT_THROW(girder.InRow(1001, {400.0, 0.0}), InputError);
     astride.shift = {1000.0, 0.0};
     EXPECT_THROW(channel.SetOn(girder, astride), InputError);
+}
+
+// Rectangles of whole numbers put together and taken away in turn: each unit square is there or
+// not.
+TEST(EngineForHosts, WhatIsTakenAwayIsGoneAndTakesNothingOfWhatComesLater) {
+    constexpr int kSize = 12;
+    std::mt19937 random(20);
+    const auto upTo = [&](int most) { return std::uniform_int_distribution<int>(0, most)(random); };
+    for (int round = 0; round < 60; ++round) {
+        std::array<std::array<double, kSize>, kSize> ratios{};
+        std::optional<Section> section;
+        std::string steps;
+        const double stiff = round % 2 ? 7.0 : 1.0;
+        for (int step = 0; step < 6; ++step) {
+            const int x = upTo(kSize - 2), y = upTo(kSize - 2);
+            const int width = 1 + upTo(kSize - 1 - x), height = 1 + upTo(kSize - 1 - y);
+            const bool isTaken = section && step % 2;
+            const double ratio = isTaken || upTo(1) ? 1.0 : stiff;
+            const std::string text =
+                R"({"version": 1, "unit": "mm", "parts": [{"shape": "plate", "width": )" +
+                std::to_string(width) + R"(, "height": )" + std::to_string(height) +
+                R"(, "modular_ratio": )" + std::to_string(ratio) + "}]}";
+            const Section plate =
+                Section::Parse(text, TextFormat::Json, "plate").Moved({double(x), double(y)});
+            steps += (isTaken ? " -" : " +") + std::to_string(width) + "x" +
+                     std::to_string(height) + "@" + std::to_string(x) + "," + std::to_string(y);
+            section = !section ? plate : isTaken ? section->Without(plate) : section->With(plate);
+            for (int i = x; i < x + width; ++i) {
+                for (int j = y; j < y + height; ++j) {
+                    double& at = ratios[std::size_t(i)][std::size_t(j)];
+                    at = isTaken ? 0.0 : std::max(at, ratio);
+                }
+            }
+        }
+        double area = 0.0, moment = 0.0;
+        for (std::size_t i = 0; i < kSize; ++i) {
+            for (std::size_t j = 0; j < kSize; ++j) {
+                area += ratios[i][j];
+                moment += ratios[i][j] * (double(j) + 0.5);
+            }
+        }
+        SCOPED_TRACE(steps);
+        EvaluateOptions quick;
+        quick.wantsWarping = false;
+        const SectionReport report = section->Evaluate(quick);
+        EXPECT_NEAR(NumberOf(report, "area"), area, 1e-9 * area);
+        EXPECT_NEAR(NumberOf(report, "centroid_y"), moment / area, 1e-9 * kSize);
+    }
 }
 
 }  // namespace
