@@ -30,7 +30,7 @@ std::shared_ptr<const SectionModel> Placed(const SectionModel& section,
 void RequireOneUnit(const SectionModel& a, const SectionModel& b) {
     if (a.unit == b.unit) return;
     throw InputError("options", "the sections are in " + a.unit + " and " + b.unit,
-                     "bring both into one unit");
+                     "make both with the same unit");
 }
 
 std::shared_ptr<const SectionModel> Joined(const SectionModel& a, const SectionModel& b,
@@ -44,6 +44,14 @@ std::shared_ptr<const SectionModel> Joined(const SectionModel& a, const SectionM
     joined.isUnitAssumed = a.isUnitAssumed || b.isUnitAssumed;
     joined.isDrawn = a.isDrawn || b.isDrawn;
     return std::make_shared<const SectionModel>(std::move(joined));
+}
+
+void RequireFewPoints(const SectionModel& a, const SectionModel& b) {
+    const std::size_t count = PointCount(a.elements) + PointCount(b.elements);
+    if (count <= kMostPointsOfRow) return;
+    throw InputError("options", "the sections have " + std::to_string(count) + " points together",
+                     "keep to " + std::to_string(kMostPointsOfRow) +
+                         ": make the chord tolerance larger, or leave points out");
 }
 
 }  // namespace
@@ -100,6 +108,7 @@ Section Section::InRow(std::size_t count, const Point& step) const {
 }
 
 Section Section::With(const Section& other) const {
+    RequireFewPoints(*model_, *other.model_);
     return Section(Joined(*model_, *other.model_, false));
 }
 
