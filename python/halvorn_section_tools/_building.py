@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import json
 import re
+import textwrap
 from typing import Any, Iterable, Mapping
 
 import numpy as np
@@ -18,6 +19,15 @@ _DIMENSIONS = shape_dimensions()
 
 # Those that are no lengths.
 _PLAIN = ("modular_ratio", "flange_slope")
+
+
+def dimensions_listed() -> str:
+    """A line for each shape with its dimensions, those in brackets where they may be left out."""
+    width = max(map(len, _DIMENSIONS)) + 2
+    lines = (f"{kind:<{width}}" + ", ".join(key if needed else f"[{key}]" for key, needed in keys.items())
+             for kind, keys in _DIMENSIONS.items())
+    return "\n".join(line for each in lines
+                     for line in textwrap.wrap(each, 90, subsequent_indent=" " * width))
 
 
 def _place(pointer: str) -> str:

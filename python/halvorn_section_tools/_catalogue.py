@@ -45,7 +45,7 @@ class Catalogue:
         self.findings = tuple(findings)
 
     def names(self, family: str | None = None) -> list[str]:
-        """Returns the names of all profiles, or of a family's: "HEB", "W"."""
+        """Returns the names of all profiles, or of a family's: "HEB", "IPE"."""
         found = self._engine.names(family)
         if not found:
             raise ValueError(f"family: there is no {family!r}; the families are "
@@ -81,7 +81,7 @@ def profiles(
     """Returns profiles of a catalogue as rows, which `pandas.DataFrame` takes: name, family,
     dimensions and published values of each.
 
-    family     "HEB", "W"; default: all
+    family     "HEB", "IPE"; default: all
     where      terms of a query, such as "Wplx>=1e6 h<=300 order=area limit=5" (docs/catalogues.md):
                only those that suit, in that order, with the values that were compared
     unit       of each row, and of numbers in `where` that state none; default: that of the table, which

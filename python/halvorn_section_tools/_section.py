@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import json
 import os
+import textwrap
 import warnings
 from typing import TYPE_CHECKING, Any, Iterable, NamedTuple, NoReturn
 
@@ -75,7 +76,8 @@ class Section(Shown):
     ) -> Section:
         """Returns a profile of the catalogue, its lower left corner at the origin.
 
-        name       in any usual spelling: "IPE300", "w12x26", "L 4x4x1/2"
+        name       in any usual spelling: "IPE300", "ipe 300"; "w12x26" and "L 4x4x1/2" where a table of
+                   your own has them (docs/catalogues.md)
         unit       of the section; default: that of its table, mm of those built in
         published  True: its class values are those of the catalogue
         catalogue  with tables of your own
@@ -93,7 +95,7 @@ class Section(Shown):
 
         kind        "i", "i_mono", "channel", "tee", "angle", "rhs", "chs", "plate" or "round"
         dimensions  those of the kind (docs/file-format.md, Shapes) [L]; `modular_ratio` makes the
-                    section one of several materials
+                    section one of several materials. In brackets: where there are any
 
         >>> Section.shape("rhs", height=100, width=100, thickness=5, outer_radius=0).properties().area
         1900.0
@@ -439,6 +441,12 @@ class Section(Shown):
             if key or not options:
                 self._reports[key] = found
         return found
+
+
+if Section.shape.__doc__:  # what the engine draws, for help()
+    _before, _example, _after = Section.shape.__doc__.partition("        >>> ")
+    vars(Section)["shape"].__func__.__doc__ = (
+        _before + textwrap.indent(_building.dimensions_listed(), "        ") + "\n\n" + _example + _after)
 
 
 def _reading(unit: object, chord_tolerance: object, join_tolerance: object,

@@ -5,6 +5,7 @@ import dataclasses
 import json
 import os
 import pickle
+import pydoc
 import signal
 import threading
 import time
@@ -102,7 +103,7 @@ def test_profiles_have_what_their_table_publishes(tmp_path):
             published = {f"published_{key}": number for key, number in beam.published.items()}
             assert published == pytest.approx({key: row[key] for key in published}, rel=1e-9)
     [tapered] = profiles("UPN", "h=200mm", unit="m")
-    assert tapered["slope"] == 0.08 and tapered["published_area"] == pytest.approx(3.22e-3)
+    assert tapered["slope"] == 0.08 and tapered["h"] == 0.2
     table = tmp_path / "own.csv"
     table.write_text("name,type,h,b,tw,tf,r\nMINE,i,300,150,7,11,0\nWRONG,i,300,150,7,,0\n")
     own = pickle.loads(pickle.dumps(Catalogue(table)))
@@ -141,6 +142,10 @@ def test_every_key_of_the_json_is_a_field():
     assert fields == {*keys, "mass_per_metre"}
     results = {**section.properties().to_dict(), **section.warping().to_dict()}
     assert all(results[key] == entry["value"] for key, entry in keys.items())
+    for kind, symbol in ((Properties, "plastic_modulus_x       Plastic modulus about x (Wpl,x) [L^3]"),
+                         (Warping, "shear_centre_x          Shear centre, x (xM) [L]")):
+        assert symbol in pydoc.plain(pydoc.render_doc(kind))
+    assert "rhs      height, width, thickness, outer_radius, [inner_radius]" in pydoc.render_doc(Section.shape)
     assert section.table().startswith("IPE300") and "Torsion constant" in section.to_markdown()
 
 
