@@ -334,7 +334,8 @@ struct PlasticHalves {
 /// A number of a profile and what it is.
 struct ProfileNumber {
     std::string key;  ///< a column of the table, "tw"; of a published value its key, "inertia_x"
-    double number = 0.0;  ///< in the profile's unit, to the power that the key has
+    double number = 0.0;  ///< in the profile's unit, to the power
+    int power = 1;        ///< of the length unit; 0: a plain number
 };
 
 /// One profile of a catalogue.
@@ -343,11 +344,17 @@ struct CatalogueProfile {
     std::string family;    ///< "IPE"; without one the name's first letters, or else its type
     std::string standard;  ///< may be empty
     std::string type;      ///< what is drawn: "i", "channel", "angle" (docs/catalogues.md)
-    std::string unit;      ///< "mm" or "in"
+    std::string unit;      ///< of all its numbers: "mm" or "in", as its table has them
     std::string source;    ///< the table that it is from; empty: built in
     std::vector<ProfileNumber> dimensions;  ///< those that the table has
     std::vector<ProfileNumber> published;   ///< likewise
 };
+
+/// Returns a profile with all its numbers in another unit of length.
+/// @param profile  in any unit of length
+/// @param unit     "mm", "cm", "m" or "in"
+/// @throws InputError for another unit
+CatalogueProfile InLengthUnit(const CatalogueProfile& profile, const std::string& unit);
 
 /// Profiles that belong together.
 struct CatalogueFamily {
@@ -636,6 +643,9 @@ private:
     std::shared_ptr<const Report> report_;
 };
 
+/// The most copies that `Section::InRow` makes.
+inline constexpr std::size_t kMostCopiesInRow = 1000;
+
 /// A section that was read; see the file's comment on ownership and threads.
 class Section {
 public:
@@ -745,13 +755,13 @@ public:
     ///         or they have too many points for it; for sections in two units
     Section SetOn(const Section& other, const Setting& setting) const;
     /// Returns so many copies of the section in one, the first where it is.
-    /// @param count  from 1 to 1000
+    /// @param count  from 1 to `kMostCopiesInRow`
     /// @param step   from each to the next [L]
     /// @throws InputError for another count, and for more than a million points
     Section InRow(std::size_t count, const Point& step) const;
     /// Returns this section and another in one, under the name and density of this.
     /// @param other  which comes behind
-    /// @throws InputError for sections in two units
+    /// @throws InputError for sections in two units, and for more than a million points
     Section With(const Section& other) const;
     /// Returns this section where the other is not, of every material. What is left is drawn anew
     /// where something is taken away, so that the cut takes nothing of what is added later.
@@ -760,6 +770,10 @@ public:
     Section Without(const Section& other) const;
 
     /// @}
+
+    /// Returns the section under another name; all else stays.
+    /// @param name  may be empty
+    Section Named(const std::string& name) const;
 
 private:
     explicit Section(std::shared_ptr<const SectionModel> model);

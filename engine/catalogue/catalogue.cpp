@@ -1,12 +1,14 @@
 #include "catalogue/catalogue.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <stdexcept>
 #include <utility>
 
 #include "base/dimension_checks.h"
 #include "base/text.h"
+#include "base/units.h"
 #include "catalogue/csv_table.h"
 #include "catalogue/draw_profile.h"
 #include "catalogue/profile_names.h"
@@ -103,7 +105,18 @@ std::vector<ProfileNumber> DimensionsIn(const CsvRecord& row) {
     std::vector<ProfileNumber> numbers;
     for (const std::string_view column : DimensionColumns()) {
         const std::optional<double> number = row.Number(column);
-        if (number) numbers.push_back({std::string(column), *number});
+        if (number) numbers.push_back({std::string(column), *number, column == "slope" ? 0 : 1});
+    }
+    return numbers;
+}
+
+std::vector<ProfileNumber> PublishedIn(const CsvRecord& row) {
+    std::vector<ProfileNumber> numbers;
+    for (PublishedValue& value : PublishedValuesOf(row, UnitOf(row))) {
+        const auto columns = PublishedColumns();
+        const auto column = std::find_if(columns.begin(), columns.end(),
+                                         [&](const auto& each) { return each.key == value.key; });
+        numbers.push_back({std::move(value.key), value.number, column->power});
     }
     return numbers;
 }
@@ -228,10 +241,21 @@ std::optional<CatalogueProfile> Catalogue::Find(std::string_view name) const {
     profile.unit = UnitOf(row);
     profile.source = found.table->Source();
     profile.dimensions = DimensionsIn(row);
-    for (PublishedValue& value : PublishedValuesOf(row, profile.unit)) {
-        profile.published.push_back({std::move(value.key), value.number});
-    }
+    profile.published = PublishedIn(row);
     return profile;
+}
+
+CatalogueProfile InLengthUnit(const CatalogueProfile& profile, const std::string& unit) {
+    if (!IsLengthUnit(unit)) {
+        throw InputError("options", "the unit is " + Excerpt(unit), "give mm, cm, m or in");
+    }
+    CatalogueProfile converted = profile;
+    converted.unit = unit;
+    const double ratio = MetresPer(unit) / MetresPer(profile.unit);
+    for (auto* const numbers : {&converted.dimensions, &converted.published}) {
+        for (ProfileNumber& number : *numbers) number.number /= std::pow(ratio, number.power);
+    }
+    return converted;
 }
 
 std::vector<std::string> Catalogue::Similar(std::string_view name) const {

@@ -124,6 +124,12 @@ std::optional<std::array<double, kClassValueCount>> Section::ClassNumbers(
     return ClassNumbersOf(*model_, shift);
 }
 
+Section Section::Named(const std::string& name) const {
+    SectionModel named = *model_;
+    named.name = name;
+    return Section(std::make_shared<const SectionModel>(std::move(named)));
+}
+
 std::string Section::FileText() const {
     return SectionFileText(*model_);
 }

@@ -29,7 +29,7 @@ std::shared_ptr<const SectionModel> Placed(const SectionModel& section,
 void RequireOneUnit(const SectionModel& a, const SectionModel& b) {
     if (a.unit == b.unit) return;
     throw InputError("options", "the sections are in " + a.unit + " and " + b.unit,
-                     "bring both into one unit");
+                     "make both with the same unit");
 }
 
 // A copy with other elements, which are partly of another section.
@@ -46,6 +46,14 @@ std::shared_ptr<const SectionModel> Combined(const SectionModel& a, const Sectio
 std::vector<Element> Joined(std::vector<Element> a, const std::vector<Element>& b) {
     a.insert(a.end(), b.begin(), b.end());
     return a;
+}
+
+void RequireFewPoints(const SectionModel& a, const SectionModel& b) {
+    const std::size_t count = PointCount(a.elements) + PointCount(b.elements);
+    if (count <= kMostPointsOfRow) return;
+    throw InputError("options", "the sections have " + std::to_string(count) + " points together",
+                     "keep to " + std::to_string(kMostPointsOfRow) +
+                         ": make the chord tolerance larger, or leave points out");
 }
 
 }  // namespace
@@ -103,12 +111,14 @@ Section Section::InRow(std::size_t count, const Point& step) const {
 
 Section Section::With(const Section& other) const {
     RequireOneUnit(*model_, *other.model_);
+    RequireFewPoints(*model_, *other.model_);
     return Section(
         Combined(*model_, *other.model_, Joined(model_->elements, other.model_->elements)));
 }
 
 Section Section::Without(const Section& other) const {
     RequireOneUnit(*model_, *other.model_);
+    RequireFewPoints(*model_, *other.model_);
     try {
         Difference left = DifferenceOf(model_->elements, other.model_->elements);
         if (left.isWhole) {

@@ -41,7 +41,7 @@ void MovePoint(const Point& from, const Point& to, std::vector<Element>& element
 void MakeHoles(std::vector<Element>& elements);
 
 /// What a row may have at most: copies, and points of all of them, as many as a drawing.
-inline constexpr std::size_t kMostCopies = 1000;
+inline constexpr std::size_t kMostCopies = kMostCopiesInRow;
 inline constexpr std::size_t kMostPointsOfRow = 1000000;
 
 /// Returns how many points the rings of elements have together.

@@ -38,6 +38,7 @@ double AreaOf(const Region& region) {
 // The elements whose boxes meet that of what is taken away, and those whose boxes meet theirs.
 std::vector<bool> Reached(const std::vector<Element>& elements, const Box& taken) {
     std::vector<Box> boxes;
+    boxes.reserve(elements.size());
     for (const Element& element : elements) boxes.emplace_back(element.ring);
     std::vector<bool> isReached(elements.size(), elements.size() > kMostPaired);
     std::vector<std::size_t> open;

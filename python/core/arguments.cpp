@@ -12,12 +12,14 @@ namespace halvorn::python {
 
 namespace {
 
-// As Python shows it, cut to a length that leaves the message readable.
+// As Python shows it, cut to a length that leaves the message readable, between two characters.
 std::string Shown(py::handle object) {
-    constexpr std::size_t kLongest = 40;
-    std::string text = py::str(py::repr(object));
-    if (text.size() > kLongest) text.replace(kLongest, std::string::npos, "...");
-    return text;
+    constexpr py::ssize_t kLongest = 40;
+    py::object text = py::repr(object);
+    const bool isLong = PyUnicode_GetLength(text.ptr()) > kLongest;
+    if (isLong) text = text[py::slice(0, kLongest, 1)];
+    const std::string bytes = text.attr("encode")("utf-8", "backslashreplace").cast<py::bytes>();
+    return isLong ? bytes + "..." : bytes;
 }
 
 bool IsText(py::handle object) {
@@ -38,39 +40,72 @@ void ClearConversionError() {
     throw py::error_already_set();
 }
 
-// Packages of units name it so.
-bool HasUnit(py::handle object) {
-    const bool isPlain = PyFloat_Check(object.ptr()) != 0 || PyLong_Check(object.ptr()) != 0;
-    return !isPlain && (py::hasattr(object, "units") || py::hasattr(object, "unit"));
+// Of the types that most numbers have, which carry no unit.
+bool IsOfPlainType(py::handle object) {
+    static PyObject* const kFloatType =
+        py::object(py::module_::import("numpy").attr("float64")).release().ptr();
+    return PyFloat_CheckExact(object.ptr()) != 0 || PyLong_CheckExact(object.ptr()) != 0 ||
+           py::type::handle_of(object).ptr() == kFloatType;
 }
 
-// Else its number would be taken whatever its unit is.
-void RefuseUnit(py::handle object, const std::string& place) {
-    if (!HasUnit(object)) return;
+// Packages of units name it so.
+bool HasUnit(py::handle object) {
+    return py::hasattr(object, "units") || py::hasattr(object, "unit") ||
+           py::hasattr(object, "dimensionality");
+}
+
+// Else its number would be taken whatever its unit is. Of this package's own one it is known.
+void RefuseUnit(py::handle object, const std::string& place, const char* unit) {
+    if (IsOfPlainType(object) || !HasUnit(object)) return;
+    if (py::isinstance(object,
+                       py::module_::import("halvorn_section_tools._quantity").attr("Quantity"))) {
+        const auto own = object.attr("unit").cast<std::string>();
+        if (unit == kAnyUnit || own.empty() || own == unit) return;
+        const std::string needed =
+            *unit == '\0' ? "a plain number" : std::string("a number in ") + unit;
+        throw py::type_error(place + ": " + Shown(object) + " is in " + own + ", and " + needed +
+                             " is needed; convert it: arithmetic with it gives plain numbers");
+    }
     throw py::type_error(place + ": " + Shown(object) +
                          " carries a unit; convert it and pass the number, such as "
                          "x.to('mm').magnitude or x.to_value('mm')");
 }
 
-// The whole, its first item and the items of that: a unit of one is one of all.
-void RefuseUnits(py::handle object, const std::string& place) {
-    RefuseUnit(object, place);
-    py::handle items = object;
-    while (PyList_CheckExact(items.ptr()) != 0 || PyTuple_CheckExact(items.ptr()) != 0) {
-        if (py::len(items) == 0) return;
-        const bool isList = PyList_CheckExact(items.ptr()) != 0;
-        for (py::ssize_t i = 0; i < std::min<py::ssize_t>(2, PySequence_Size(items.ptr())); ++i) {
-            RefuseUnit(isList ? PyList_GET_ITEM(items.ptr(), i) : PyTuple_GET_ITEM(items.ptr(), i),
-                       place + "[" + std::to_string(i) + "]");
-        }
-        items = isList ? PyList_GET_ITEM(items.ptr(), 0) : PyTuple_GET_ITEM(items.ptr(), 0);
+// Of a list of points or of numbers the lists within each other.
+constexpr int kPointDepth = 2;
+
+// The whole, the items of a list, and the items of those.
+void RefuseUnits(py::handle object, const std::string& place, const char* unit,
+                 int depth = kPointDepth) {
+    if (PyList_CheckExact(object.ptr()) == 0 && PyTuple_CheckExact(object.ptr()) == 0) {
+        return RefuseUnit(object, place, unit);
+    }
+    for (py::ssize_t i = 0; depth > 0 && i < PySequence_Fast_GET_SIZE(object.ptr()); ++i) {
+        const py::handle item = PySequence_Fast_GET_ITEM(object.ptr(), i);
+        if (IsOfPlainType(item)) continue;
+        const bool isPoint = depth == kPointDepth;  // its coordinates are called as it is
+        const std::string here = isPoint ? Item(place, static_cast<std::size_t>(i)) : place;
+        RefuseUnits(item, here, unit, depth - 1);
+    }
+}
+
+// Of a frame or column whose types have room for missing values, which become nan.
+py::array FrameArray(py::handle frame, const std::string& place) {
+    try {
+        return frame.attr("to_numpy")(py::arg("dtype") = "float64", py::arg("na_value") = NAN);
+    } catch (py::error_already_set& error) {
+        if (!error.matches(PyExc_ValueError) && !error.matches(PyExc_TypeError)) throw;
+        const char* const types = py::hasattr(frame, "dtypes") ? "dtypes" : "dtype";
+        throw py::type_error(place + ": expected columns of numbers, got " +
+                             Shown(py::list(py::iter(py::module_::import("numpy").attr(
+                                 "atleast_1d")(frame.attr(types))))));
     }
 }
 
 // What an array would be made of `object`; nothing when it would not be one of numbers: a ragged
 // list, texts, whole numbers beyond 64 bits, an iterator.
-py::array NumericArray(py::handle object, const std::string& place) {
-    RefuseUnits(object, place);
+py::array NumericArray(py::handle object, const std::string& place, const char* unit) {
+    RefuseUnits(object, place, unit);
     py::array array;
     try {
         array = py::module_::import("numpy").attr("asarray")(object);
@@ -89,6 +124,7 @@ py::array NumericArray(py::handle object, const std::string& place) {
     const char kind = array.dtype().kind();
     if (kind == 'c') throw py::type_error(place + ": expected real numbers, got complex ones");
     if (kind == 'f' || kind == 'i' || kind == 'u' || kind == 'b') return array;
+    if (kind == 'O' && py::hasattr(object, "to_numpy")) return FrameArray(object, place);
     return py::reinterpret_steal<py::array>(py::handle());
 }
 
@@ -159,7 +195,7 @@ bool ReadPlainArray(py::handle object, std::vector<double>* coordinates) {
 
 // One point after the other, for what is no array of numbers, so that the message can name it.
 std::vector<double> WalkPoints(py::handle object, const std::string& place,
-                               const NamePoint& namePoint) {
+                               const NamePoint& namePoint, const char* unit) {
     if (IsText(object) || !py::hasattr(object, "__iter__")) {
         throw py::type_error(place + ": expected points (x, y), got " + Shown(object));
     }
@@ -182,7 +218,7 @@ std::vector<double> WalkPoints(py::handle object, const std::string& place,
             if (IsText(number)) {
                 throw py::type_error(here + ": expected two numbers (x, y), got " + Shown(point));
             }
-            coordinates.push_back(ReadNumber(number, here));
+            coordinates.push_back(ReadNumber(number, here, unit));
         }
     }
     return coordinates;
@@ -206,7 +242,7 @@ std::vector<double> CopyPoints(const py::array& array, const std::string& place,
 
 // Of one dimension; an empty list makes an empty array of floats.
 py::array Row(py::handle object, const std::string& place, const char* what) {
-    py::array array = NumericArray(object, place);
+    py::array array = NumericArray(object, place, kAnyUnit);
     if (!array) throw py::type_error(place + ": expected " + what + ", got " + Shown(object));
     if (array.ndim() != 1) {
         throw py::value_error(place + ": expected " + what + " in one row, got shape " +
@@ -218,14 +254,14 @@ py::array Row(py::handle object, const std::string& place, const char* what) {
 }  // namespace
 
 std::vector<double> ReadPoints(py::handle object, const std::string& place, std::size_t fewest,
-                               const NamePoint& namePoint) {
+                               const NamePoint& namePoint, const char* unit) {
     std::vector<double> coordinates;
     if (!ReadPlainArray(object, &coordinates) && !ReadPlainPairs(object, &coordinates)) {
         const NamePoint name =
             namePoint ? namePoint : [&](std::size_t i) { return Item(place, i); };
-        const py::array array = NumericArray(object, place);
+        const py::array array = NumericArray(object, place, unit);
         coordinates = array && array.ndim() > 0 ? CopyPoints(array, place, name)
-                                                : WalkPoints(object, place, name);
+                                                : WalkPoints(object, place, name, unit);
     }
     const std::size_t count = coordinates.size() / 2;
     if (count < fewest) {
@@ -235,8 +271,8 @@ std::vector<double> ReadPoints(py::handle object, const std::string& place, std:
     return coordinates;
 }
 
-double ReadNumber(py::handle object, const std::string& place) {
-    RefuseUnit(object, place);
+double ReadNumber(py::handle object, const std::string& place, const char* unit) {
+    RefuseUnit(object, place, unit);
     const double number = PyFloat_AsDouble(object.ptr());
     if (number == -1.0 && PyErr_Occurred() != nullptr) {
         const bool isTooLarge = PyErr_ExceptionMatches(PyExc_OverflowError) != 0;

@@ -21,15 +21,21 @@ constexpr std::size_t kFewestLinePoints = 2;
 /// What a message calls the point of an index.
 using NamePoint = std::function<std::string(std::size_t index)>;
 
+/// The unit of what has none, such as the coordinates of `CSectionTools`.
+constexpr const char* kAnyUnit = nullptr;
+
 /// Returns x0, y0, x1, y1, ... of an array of shape (n, 2) or of any iterable of pairs, all finite.
 /// @param place     what the points are called in messages
 /// @param fewest    the least number of points
 /// @param namePoint what one of them is called; "place[index]" without
+/// @param unit      as of `ReadNumber`
 std::vector<double> ReadPoints(pybind11::handle object, const std::string& place,
-                               std::size_t fewest, const NamePoint& namePoint = nullptr);
+                               std::size_t fewest, const NamePoint& namePoint = nullptr,
+                               const char* unit = kAnyUnit);
 
-/// Returns a finite number; texts are none, even if they spell one.
-double ReadNumber(pybind11::handle object, const std::string& place);
+/// Returns a finite number; texts are none, even if they spell one, nor is what carries a unit.
+/// @param unit  that a value of this package may carry: "mm", "deg"; "" for a plain number alone
+double ReadNumber(pybind11::handle object, const std::string& place, const char* unit = kAnyUnit);
 
 /// Returns a one-dimensional array or sequence of finite numbers.
 std::vector<double> ReadNumbers(pybind11::handle object, const std::string& place);

@@ -39,7 +39,7 @@ struct Words {
 std::string FindFault(const std::vector<std::int64_t>& offsets, std::size_t end, const Words& words,
                       const std::vector<std::int64_t>& sections) {
     const std::string table = words.table + std::string(": ");
-    if (offsets.size() < 2 || offsets.front() != 0) {
+    if (offsets.empty() || offsets.front() != 0) {
         return table + "expected 0 and then where each " + words.whole + " ends";
     }
     for (std::size_t i = 0; i + 1 < offsets.size(); ++i) {
@@ -115,7 +115,7 @@ std::string NameBatchPoint(const Batch& batch, std::size_t point) {
 
 std::string FindOffsetFault(const Batch& batch) {
     const std::size_t contours = std::max<std::size_t>(1, batch.contourOffsets.size()) - 1;
-    if (batch.contourOffsets.size() < 2 || batch.contourOffsets.front() != 0) {
+    if (batch.contourOffsets.empty() || batch.contourOffsets.front() != 0) {
         return "contour_offsets: expected 0 and then where each contour ends";
     }
     std::string fault = FindFault(batch.sectionOffsets, contours,

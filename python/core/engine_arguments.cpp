@@ -20,14 +20,17 @@ void IfGiven(const py::dict& options, const char* name, const Take& take) {
 }
 
 bool ReadBool(py::handle object, const char* place) {
-    return ReadWhole(object, place, 0, 1) != 0;
+    if (PyBool_Check(object.ptr()) != 0) return object.ptr() == Py_True;
+    throw py::type_error(std::string(place) + ": expected True or False, got " +
+                         std::string(py::str(py::repr(object))));
 }
 
 // Those of the tool and of this module. Others differ in their spelling alone: --dx is dx.
-constexpr std::array<std::array<const char*, 2>, 4> kWords = {{
+constexpr std::array<std::array<const char*, 2>, 5> kWords = {{
     {"halvorn-section --list-profiles prints the catalogue", "profiles() lists the catalogue"},
     {"--warping asks for it in a batch", "warping() computes it"},
     {"--layer", "--layers"},
+    {"make both with the same unit", "make both with the same unit=..."},
     {" (see --help)", ""},
 }};
 
@@ -61,17 +64,44 @@ std::string ReadText(py::handle object, const char* place) {
         throw py::type_error(std::string(place) + ": expected a text, got " +
                              std::string(py::str(py::repr(object))));
     }
-    return object.cast<std::string>();
+    if (py::isinstance<py::bytes>(object)) return object.cast<std::string>();
+    py::ssize_t size = 0;
+    const char* const text = PyUnicode_AsUTF8AndSize(object.ptr(), &size);
+    if (text != nullptr) return {text, static_cast<std::size_t>(size)};
+    if (PyErr_ExceptionMatches(PyExc_UnicodeEncodeError) == 0) throw py::error_already_set();
+    PyErr_Clear();
+    throw py::value_error(std::string(place) + ": half a character, a lone surrogate, is in " +
+                          std::string(py::str(py::repr(object))) + "; leave it out");
+}
+
+py::str Text(const std::string& text) {
+    PyObject* const decoded = PyUnicode_DecodeUTF8(
+        text.data(), static_cast<py::ssize_t>(text.size()), "backslashreplace");
+    if (decoded == nullptr) throw py::error_already_set();
+    return py::reinterpret_steal<py::str>(decoded);
+}
+
+py::list Texts(const std::vector<std::string>& texts) {
+    py::list list;
+    for (const std::string& text : texts) list.append(Text(text));
+    return list;
+}
+
+py::str PathText(const std::string& path) {
+    PyObject* const decoded =
+        PyUnicode_DecodeFSDefaultAndSize(path.data(), static_cast<py::ssize_t>(path.size()));
+    if (decoded == nullptr) throw py::error_already_set();
+    return py::reinterpret_steal<py::str>(decoded);
 }
 
 engine::InputOptions ReadInputOptions(const py::dict& options) {
     engine::InputOptions read;
     IfGiven(options, "unit", [&](py::handle unit) { read.unit = ReadText(unit, "unit"); });
     IfGiven(options, "chord_tolerance", [&](py::handle tolerance) {
-        read.chordTolerance = ReadNumber(tolerance, "chord_tolerance");
+        read.chordTolerance = ReadNumber(tolerance, "chord_tolerance", "mm");
     });
     IfGiven(options, "join_tolerance", [&](py::handle tolerance) {
-        read.joinTolerance = ReadNumber(tolerance, "join_tolerance");
+        read.joinTolerance = ReadNumber(tolerance, "join_tolerance", "mm");
     });
     IfGiven(options, "layers", [&](py::handle layers) {
         for (const py::handle layer : layers) read.layers.push_back(ReadText(layer, "layers"));
@@ -84,18 +114,19 @@ engine::InputOptions ReadInputOptions(const py::dict& options) {
     return read;
 }
 
-engine::EvaluateOptions ReadEvaluateOptions(const py::dict& options) {
+engine::EvaluateOptions ReadEvaluateOptions(const py::dict& options, const std::string& length) {
     engine::EvaluateOptions read;
     read.wantsWarping = false;
-    const auto number = [&](const char* name, double* value) {
-        IfGiven(options, name, [&](py::handle given) { *value = ReadNumber(given, name); });
+    const auto number = [&](const char* name, const std::string& unit, double* value) {
+        IfGiven(options, name,
+                [&](py::handle given) { *value = ReadNumber(given, name, unit.c_str()); });
     };
-    number("dx", &read.shift.dx);
-    number("dy", &read.shift.dy);
-    number("tolerance", &read.tolerance);
-    number("poisson", &read.poisson);
+    number("dx", length, &read.shift.dx);
+    number("dy", length, &read.shift.dy);
+    number("tolerance", "", &read.tolerance);
+    number("poisson", "", &read.poisson);
     IfGiven(options, "density",
-            [&](py::handle density) { read.density = ReadNumber(density, "density"); });
+            [&](py::handle density) { read.density = ReadNumber(density, "density", "kg/m^3"); });
     IfGiven(options, "warping",
             [&](py::handle wanted) { read.wantsWarping = ReadBool(wanted, "warping"); });
     IfGiven(options, "class_values",
@@ -105,7 +136,11 @@ engine::EvaluateOptions ReadEvaluateOptions(const py::dict& options) {
         constexpr std::array names = {"N", "Mx", "My", "Vx", "Vy", "T"};
         const std::array forces = {&f.n, &f.mx, &f.my, &f.vx, &f.vy, &f.t};
         const auto tuple = py::reinterpret_borrow<py::tuple>(given);
-        for (std::size_t i = 0; i < names.size(); ++i) *forces[i] = ReadNumber(tuple[i], names[i]);
+        const std::string moment = "F " + length;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const bool isForce = names[i] == std::string_view("N") || *names[i] == 'V';
+            *forces[i] = ReadNumber(tuple[i], names[i], isForce ? "F" : moment.c_str());
+        }
         read.wantsWarping = true;
     });
     return read;
@@ -119,7 +154,7 @@ engine::FigureOptions ReadFigureOptions(const py::dict& options) {
             {{"x", engine::AxisDirection::Horizontal}, {"y", engine::AxisDirection::Vertical}});
     });
     IfGiven(options, "stress", [&](py::handle stress) {
-        read.stress = ReadChoice<engine::StressKind>(stress, "stress",
+        read.stress = ReadChoice<engine::StressKind>(stress, "kind",
                                                      {{"normal", engine::StressKind::Normal},
                                                       {"shear", engine::StressKind::Shear},
                                                       {"von_mises", engine::StressKind::VonMises}});
@@ -152,12 +187,16 @@ void TranslateInputErrors(py::module_& module) {
         try {
             if (thrown) std::rethrow_exception(std::move(thrown));
         } catch (const engine::InputError& error) {
-            const py::object raised = py::handle(type)(InPythonWords(error.what()));
-            raised.attr("source") = error.Source();
-            raised.attr("place") = error.Place();
-            raised.attr("problem") = InPythonWords(error.Problem());
-            raised.attr("mend") = InPythonWords(error.Mend());
+            const py::object raised = py::handle(type)(Text(InPythonWords(error.what())));
+            raised.attr("source") = PathText(error.Source());
+            raised.attr("place") = Text(error.Place());
+            raised.attr("problem") = Text(InPythonWords(error.Problem()));
+            raised.attr("mend") = Text(InPythonWords(error.Mend()));
             PyErr_SetObject(type, raised.ptr());
+        } catch (const py::builtin_exception&) {
+            throw;
+        } catch (const std::runtime_error& error) {
+            PyErr_SetObject(PyExc_RuntimeError, Text(error.what()).ptr());
         }
     });
 }

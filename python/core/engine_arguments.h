@@ -34,14 +34,26 @@ T ReadChoice(pybind11::handle object, const char* place,
 }
 
 /// Returns a text in UTF-8, also of a path.
-/// @throws TypeError for what is no text
+/// @throws TypeError for what is no text, ValueError for lone surrogates
 std::string ReadText(pybind11::handle object, const char* place);
+
+/// Returns a text of the engine; what of it is not UTF-8, as in the layers of old drawings, stands
+/// in it as "\xe9".
+pybind11::str Text(const std::string& text);
+
+/// Returns a list of such texts.
+pybind11::list Texts(const std::vector<std::string>& texts);
+
+/// Returns a path as Python has paths, which opens the same file.
+pybind11::str PathText(const std::string& path);
 
 /// Returns the options of reading by the names of `InputOptions`; other names are ignored.
 engine::InputOptions ReadInputOptions(const pybind11::dict& options);
 
 /// Returns the options of computing by the names of `EvaluateOptions`, likewise.
-engine::EvaluateOptions ReadEvaluateOptions(const pybind11::dict& options);
+/// @param length  the unit of the section's lengths
+engine::EvaluateOptions ReadEvaluateOptions(const pybind11::dict& options,
+                                            const std::string& length);
 
 /// Returns the options of a figure: `halves` "x" or "y", `stress` "normal", "shear" or "von_mises".
 engine::FigureOptions ReadFigureOptions(const pybind11::dict& options);

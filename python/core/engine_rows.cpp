@@ -22,6 +22,10 @@ py::dict NumbersByKey(const std::vector<engine::ProfileNumber>& numbers) {
     return dict;
 }
 
+py::str PythonText(const std::string& text) {
+    return Text(InPythonWords(text));
+}
+
 py::array ReadOnly(py::array array) {
     array.attr("flags").attr("writeable") = false;
     return array;
@@ -55,7 +59,7 @@ py::tuple ValueRow(const engine::Value& value) {
     return py::make_tuple(number, value.key, value.name, value.symbol, value.unit,
                           engine::GroupName(value.group), value.method, NumberOrNone(value.lower),
                           NumberOrNone(value.upper), NumberOrNone(value.error),
-                          NumberOrNone(value.published), InPythonWords(value.whyMissing));
+                          NumberOrNone(value.published), PythonText(value.whyMissing));
 }
 
 py::list ValueRows(const std::vector<engine::Value>& values) {
@@ -68,9 +72,9 @@ py::list FindingRows(const std::vector<engine::Finding>& findings) {
     py::list rows;
     for (const engine::Finding& finding : findings) {
         const py::object place = finding.place ? py::object(PairOf(*finding.place)) : py::none();
-        rows.append(py::make_tuple(
-            engine::SeverityName(finding.severity), engine::KindName(finding.kind), finding.element,
-            InPythonWords(finding.problem), InPythonWords(finding.mend), place));
+        rows.append(py::make_tuple(engine::SeverityName(finding.severity),
+                                   engine::KindName(finding.kind), Text(finding.element),
+                                   PythonText(finding.problem), PythonText(finding.mend), place));
     }
     return rows;
 }
@@ -81,7 +85,7 @@ py::tuple HalvesRow(const engine::PlasticHalves& halves) {
         sides.append(
             py::make_tuple(half.area, PairOf(half.centroid), half.leverArm, RingsOf(half.pieces)));
     }
-    return py::make_tuple(halves.whyMissing, halves.axis, sides[0], sides[1]);
+    return py::make_tuple(Text(halves.whyMissing), halves.axis, sides[0], sides[1]);
 }
 
 py::tuple PolygonRows(const std::vector<engine::Polygon>& polygons) {
@@ -115,9 +119,9 @@ py::tuple MeshRow(const engine::StressMesh& mesh) {
 }
 
 py::tuple ProfileRow(const engine::CatalogueProfile& profile) {
-    return py::make_tuple(profile.name, profile.family, profile.standard, profile.type,
-                          profile.unit, profile.source, NumbersByKey(profile.dimensions),
-                          NumbersByKey(profile.published));
+    return py::make_tuple(Text(profile.name), Text(profile.family), Text(profile.standard),
+                          profile.type, profile.unit, PathText(profile.source),
+                          NumbersByKey(profile.dimensions), NumbersByKey(profile.published));
 }
 
 }  // namespace halvorn::python

@@ -34,6 +34,12 @@ auto Unlocked(const Work& work) {
     return work();
 }
 
+// A length to the right and up in the section's unit.
+engine::Point ReadShift(const Section& section, py::handle dx, py::handle dy) {
+    const char* const unit = section.LengthUnit().c_str();
+    return {ReadNumber(dx, "dx", unit), ReadNumber(dy, "dy", unit)};
+}
+
 Section OpenFile(py::handle path, const py::dict& options) {
     const engine::InputOptions read = ReadInputOptions(options);
     return Unlocked([&, name = ReadText(path, "path")] { return Section::Open(name, read); });
@@ -57,8 +63,10 @@ Section ParseText(py::handle text, py::handle format, const std::string& source,
 
 // A solid and holes, as lists of points.
 Section OfPoints(py::handle points, const py::list& holes, py::handle unit, py::handle name) {
-    const auto contour = [](py::handle ring, const std::string& place, bool isSolid) {
-        const std::vector<double> coordinates = ReadPoints(ring, place, kFewestRingPoints);
+    const std::string length = ReadText(unit, "unit");
+    const auto contour = [&length](py::handle ring, const std::string& place, bool isSolid) {
+        const std::vector<double> coordinates =
+            ReadPoints(ring, place, kFewestRingPoints, nullptr, length.c_str());
         engine::Contour read;
         read.isSolid = isSolid;
         read.points.reserve(coordinates.size() / 2);
@@ -74,7 +82,6 @@ Section OfPoints(py::handle points, const py::list& holes, py::handle unit, py::
         const std::string place = "holes[" + std::to_string(contours.size() - 1) + "]";
         contours.push_back(contour(hole, place, false));
     }
-    const std::string length = ReadText(unit, "unit");
     const std::string title = ReadText(name, "name");
     return Section::OfContours(contours, length, title, title.empty() ? "polygon" : title);
 }
@@ -89,7 +96,8 @@ py::list ContourRows(const Section& section) {
 
 // By their names, for the fields of SectionProperties; None where a report has more to say.
 py::object ClassNumbersOf(const Section& section, py::handle dx, py::handle dy) {
-    const auto numbers = section.ClassNumbers({ReadNumber(dx, "dx"), ReadNumber(dy, "dy")});
+    const auto [shiftX, shiftY] = ReadShift(section, dx, dy);
+    const auto numbers = section.ClassNumbers({shiftX, shiftY});
     if (!numbers) return py::none();
     // A copy of a dictionary has its room from the start. Both live as long as the process.
     static const auto* const kNames = [] {
@@ -113,7 +121,7 @@ py::object ClassNumbersOf(const Section& section, py::handle dx, py::handle dy) 
 }
 
 SectionReport EvaluateSection(const Section& section, const py::dict& options) {
-    engine::EvaluateOptions read = ReadEvaluateOptions(options);
+    engine::EvaluateOptions read = ReadEvaluateOptions(options, section.LengthUnit());
     InterruptWatch watch(options.contains("watch") ? py::object(options["watch"])
                                                    : py::object(py::none()));
     read.isInterrupted = [&] { return watch.IsInterrupted(); };
@@ -138,8 +146,8 @@ Section SetOnSide(const Section& section, const Section& other, py::handle side,
                                       {{isUpright ? "bottom" : "left", Along::Low},
                                        {"centre", Along::Middle},
                                        {isUpright ? "top" : "right", Along::High}});
-    setting.gap = ReadNumber(gap, "gap");
-    setting.shift = {ReadNumber(shiftX, "dx"), ReadNumber(shiftY, "dy")};
+    setting.gap = ReadNumber(gap, "gap", section.LengthUnit().c_str());
+    setting.shift = ReadShift(section, shiftX, shiftY);
     return section.SetOn(other, setting);
 }
 
@@ -188,7 +196,8 @@ py::list StressRows(const SectionReport& report) {
 }
 
 py::array StressesAt(const SectionReport& report, py::handle points) {
-    const std::vector<double> read = ReadPoints(points, "points", 0);
+    const std::vector<double> read =
+        ReadPoints(points, "points", 0, nullptr, report.LengthUnit().c_str());
     engine::Points at;
     for (std::size_t i = 0; i < read.size(); i += 2) at.emplace_back(read[i], read[i + 1]);
     return StressArray(Unlocked([&] { return report.StressesAt(at); }));
@@ -197,21 +206,47 @@ py::array StressesAt(const SectionReport& report, py::handle points) {
 py::list PartRows(const SectionReport& report) {
     py::list rows;
     for (const engine::CompositePart& part : report.Parts()) {
-        rows.append(py::make_tuple(part.name, part.modularRatio, ValueRows(part.moduli)));
+        rows.append(py::make_tuple(Text(part.name), part.modularRatio, ValueRows(part.moduli)));
     }
     return rows;
 }
 
+std::vector<std::string> NamesOf(const Catalogue& catalogue, py::handle family) {
+    return family.is_none() ? catalogue.Names() : catalogue.Names(ReadText(family, "family"));
+}
+
+engine::CatalogueProfile InUnitOf(const engine::CatalogueProfile& profile,
+                                  const std::optional<std::string>& unit) {
+    return unit ? engine::InLengthUnit(profile, *unit) : profile;
+}
+
+// Each profile that suits with its values in the unit of its row, whatever the query states.
 py::tuple Find(const Catalogue& catalogue, py::handle query, const py::dict& options) {
     engine::FindOptions find;
-    find.values = ReadEvaluateOptions(options);
+    find.values = ReadEvaluateOptions(options, "");
     find.unit = ReadInputOptions(options).unit;
-    const engine::ProfileSearch found = Unlocked([&, text = ReadText(query, "where")] {
-        return engine::FindProfiles(text, catalogue, find);
-    });
+    InterruptWatch watch;
+    struct Interrupted {};
+    find.values.isInterrupted = [&] { return watch.IsInterrupted(); };
+    find.progress = [&](std::size_t, std::size_t) {
+        if (watch.IsInterrupted()) throw Interrupted();
+    };
+    engine::ProfileSearch found;
+    try {
+        found = Unlocked([&, text = ReadText(query, "where")] {
+            return engine::FindProfiles(text, catalogue, find);
+        });
+    } catch (const Interrupted&) {
+        watch.Rethrow();
+    }
     py::list rows;
     for (const engine::FoundProfile& profile : found.profiles) {
-        rows.append(py::make_tuple(profile.name, ValueRows(profile.values)));
+        const engine::CatalogueProfile row = InUnitOf(*catalogue.Find(profile.name), find.unit);
+        std::vector<engine::Value> values;
+        for (const engine::Value& value : profile.values) {
+            values.push_back(engine::InLengthUnit(value, row.unit));
+        }
+        rows.append(py::make_tuple(ProfileRow(row), ValueRows(values)));
     }
     return py::make_tuple(rows, found.isLimited);
 }
@@ -224,26 +259,25 @@ void BindSection(py::module_& module) {
         .def_static("of_points", &OfPoints)
         .def("contours", &ContourRows)
         .def("class_numbers", &ClassNumbersOf)
-        .def_property_readonly("name", &Section::Name)
+        .def_property_readonly("name", [](const Section& section) { return Text(section.Name()); })
         .def_property_readonly("unit", &Section::LengthUnit)
         .def_property_readonly("density", &Section::Density)
-        .def("moved",
-             [](const Section& section, py::handle dx, py::handle dy) {
-                 return section.Moved({ReadNumber(dx, "dx"), ReadNumber(dy, "dy")});
-             })
+        .def("moved", [](const Section& section, py::handle dx,
+                         py::handle dy) { return section.Moved(ReadShift(section, dx, dy)); })
         .def("turned",
              [](const Section& section, py::handle degrees) {
-                 return section.Turned(ReadNumber(degrees, "degrees"));
+                 return section.Turned(ReadNumber(degrees, "degrees", "deg"));
              })
         .def("mirrored", &MirroredAbout)
         .def("set_on", &SetOnSide)
         .def("repeated",
              [](const Section& section, py::handle count, py::handle dx, py::handle dy) {
-                 constexpr int kMost = 1'000'000;  // the engine refuses far fewer
+                 constexpr int kMost{engine::kMostCopiesInRow};
                  const int copies = ReadWhole(count, "count", 1, kMost);
-                 return section.InRow(static_cast<std::size_t>(copies),
-                                      {ReadNumber(dx, "dx"), ReadNumber(dy, "dy")});
+                 return section.InRow(static_cast<std::size_t>(copies), ReadShift(section, dx, dy));
              })
+        .def("named", [](const Section& section,
+                         py::handle name) { return section.Named(ReadText(name, "name")); })
         .def("plus", &Section::With)
         .def("minus", &Section::Without)
         .def("corner", &CornerOf)
@@ -276,13 +310,17 @@ void BindReport(py::module_& module) {
         .def("findings", [](const SectionReport& report) { return FindingRows(report.Findings()); })
         .def("halves", &HalvesAbout)
         .def("json",
-             [](const SectionReport& report) { return Unlocked([&] { return report.Json(); }); })
+             [](const SectionReport& report) {
+                 return Text(Unlocked([&] { return report.Json(); }));
+             })
         .def("table",
-             [](const SectionReport& report) { return Unlocked([&] { return report.Table(); }); })
+             [](const SectionReport& report) {
+                 return Text(Unlocked([&] { return report.Table(); }));
+             })
         .def("svg",
              [](const SectionReport& report, const py::dict& options) {
                  const engine::FigureOptions read = ReadFigureOptions(options);
-                 return Unlocked([&] { return report.Svg(read); });
+                 return Text(Unlocked([&] { return report.Svg(read); }));
              })
         .def("write_figure",
              [](const SectionReport& report, py::handle path, const py::dict& options) {
@@ -299,21 +337,22 @@ void BindCatalogue(py::module_& module) {
                  const engine::ExtendedCatalogue more = catalogue.With(ReadText(path, "path"));
                  return py::make_tuple(more.catalogue, FindingRows(more.findings));
              })
-        .def("names", [](const Catalogue& catalogue) { return catalogue.Names(); })
-        .def("names_of",
-             [](const Catalogue& catalogue, py::handle family) {
-                 return catalogue.Names(ReadText(family, "family"));
-             })
+        .def("names", [](const Catalogue& catalogue,
+                         py::handle family) { return Texts(NamesOf(catalogue, family)); })
         .def("families",
              [](const Catalogue& catalogue) {
                  std::vector<std::string> names;
                  for (const auto& family : catalogue.Families()) names.push_back(family.name);
-                 return names;
+                 return Texts(names);
              })
-        .def("row",
-             [](const Catalogue& catalogue, py::handle name) -> py::object {
-                 const auto profile = catalogue.Find(ReadText(name, "name"));
-                 return profile ? py::object(ProfileRow(*profile)) : py::none();
+        .def("rows",
+             [](const Catalogue& catalogue, py::handle family, const py::dict& options) {
+                 const auto unit = ReadInputOptions(options).unit;
+                 py::list rows;
+                 for (const std::string& name : NamesOf(catalogue, family)) {
+                     rows.append(ProfileRow(InUnitOf(*catalogue.Find(name), unit)));
+                 }
+                 return rows;
              })
         .def("find", &Find);
 }
@@ -329,6 +368,10 @@ void BindEngine(py::module_& module) {
             dimensions[py::str(shape.kind)] = keys;
         }
         return dimensions;
+    });
+    module.def("checked_text", [](py::handle text, const char* place) {
+        ReadText(text, place);
+        return text;
     });
     TranslateInputErrors(module);
     BindCatalogue(module);

@@ -91,8 +91,9 @@ py::array_t<double> CheckedNumbers(py::handle object, const std::string& place) 
     return py::array_t<double>(static_cast<py::ssize_t>(numbers.size()), numbers.data());
 }
 
-py::array_t<double> CheckedPoints(py::handle points, const std::string& place, std::size_t fewest) {
-    const std::vector<double> coordinates = ReadPoints(points, place, fewest);
+py::array_t<double> CheckedPoints(py::handle points, const std::string& place, std::size_t fewest,
+                                  const char* unit) {
+    const std::vector<double> coordinates = ReadPoints(points, place, fewest, nullptr, unit);
     py::array_t<double> array({coordinates.size() / 2, std::size_t{2}});
     std::copy(coordinates.begin(), coordinates.end(), array.mutable_data());
     array.attr("flags").attr("writeable") = false;
@@ -207,7 +208,8 @@ py::tuple BatchValues(py::handle points, py::handle contourOffsets, py::handle f
     Batch batch;
     batch.contourOffsets = ReadIndices(contourOffsets, "contour_offsets");
     batch.sectionOffsets = ReadIndices(sectionOffsets, "section_offsets");
-    batch.coordinates = ReadPoints(points, "points", kFewestRingPoints,
+    const bool isEmpty = batch.contourOffsets.size() == 1;
+    batch.coordinates = ReadPoints(points, "points", isEmpty ? 0 : kFewestRingPoints,
                                    [&](std::size_t i) { return NameBatchPoint(batch, i); });
     for (const std::int64_t flag : ReadIndices(flags, "flags")) {
         const std::string place = "flags[" + std::to_string(batch.flags.size()) + "]";
@@ -220,7 +222,8 @@ py::tuple BatchValues(py::handle points, py::handle contourOffsets, py::handle f
     batch.dx = ReadShifts(dx, "dx", sections);
     batch.dy = ReadShifts(dy, "dy", sections);
     const auto wanted = static_cast<std::size_t>(ReadWhole(threads, "threads", 0, kMostThreads));
-    const std::size_t count = wanted == 0 ? ChooseThreadCount(batch) : std::min(wanted, sections);
+    const std::size_t count = std::max<std::size_t>(
+        1, wanted == 0 ? ChooseThreadCount(batch) : std::min(wanted, sections));
     batch.wantsPlasticAxes = ReadWhole(plasticAxes, "plastic_axes", 0, 1) != 0;
     py::array_t<double> values({sections, batch.ColumnCount()});
     py::array_t<double> losses(static_cast<py::ssize_t>(sections));
@@ -344,11 +347,13 @@ a wall of at least two. One radius per point [L]. Whether radii and wall have ro
         .def("__deepcopy__", [](GuardedSection& section, py::handle) { return section.Copy(); })
         .def("__reduce_ex__", &RefusePickling);
 
-    module.def("checked_points", &CheckedPoints, arg("points"), arg("place"), arg("fewest"),
-               "checked_points(points, place, fewest)\n\nReturns a copy of shape (n, 2) that "
-               "nobody can write to; place is what messages call it.");
-    module.def("checked_number", &ReadNumber, arg("number"), arg("place"),
-               "checked_number(number, place)\n\nReturns a finite float.");
+    module.def(
+        "checked_points", &CheckedPoints, arg("points"), arg("place"), arg("fewest"),
+        arg("unit") = kAnyUnit,
+        "checked_points(points, place, fewest, unit=None)\n\nReturns a copy of shape (n, 2) that "
+        "nobody can write to; place is what messages call it.");
+    module.def("checked_number", &ReadNumber, arg("number"), arg("place"), arg("unit") = kAnyUnit,
+               "checked_number(number, place, unit=None)\n\nReturns a finite float.");
     module.def(
         "checked_numbers", &CheckedNumbers, arg("numbers"), arg("place"),
         "checked_numbers(numbers, place)\n\nReturns finite floats in an array of shape (n,).");

@@ -29,7 +29,9 @@ class BatchProperties:
     """
 
     values: NDArray[np.float64]
+    """a row per section, in the units of its points"""
     names: tuple[str, ...] = VALUE_NAMES
+    """of the columns of `values`"""
     section_names: tuple[str, ...] | None = None
     """one per section, if they were given"""
 

@@ -3,11 +3,24 @@
 from __future__ import annotations
 
 import os
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
-from ._core import EngineCatalogue
+from ._core import EngineCatalogue, EngineSection
 from ._report import Finding, findings_of
 from ._types import Number, Unit
+
+if TYPE_CHECKING:
+    from ._core import ProfileRow
+
+
+def encoded(path: str | os.PathLike[str], argument: str = "path") -> bytes:
+    """A path in the file system's encoding."""
+    try:
+        return os.fsencode(path)
+    except TypeError:
+        raise TypeError(f"{argument}: expected the path of a file, got {path!r}") from None
+    except UnicodeEncodeError:
+        raise ValueError(f"{argument}: no file can be called {path!r}") from None
 
 
 class Catalogue:
@@ -27,15 +40,13 @@ class Catalogue:
         self._paths = paths
         findings: list[Finding] = []
         for path in paths:
-            self._engine, rows = self._engine.with_table(os.fsencode(path))
+            self._engine, rows = self._engine.with_table(encoded(path, "paths"))
             findings.extend(findings_of(rows))
         self.findings = tuple(findings)
 
     def names(self, family: str | None = None) -> list[str]:
-        """Returns the names of all profiles, or of a family's: "HEB", "W"."""
-        if family is None:
-            return self._engine.names()
-        found = self._engine.names_of(family)
+        """Returns the names of all profiles, or of a family's: "HEB", "IPE"."""
+        found = self._engine.names(family)
         if not found:
             raise ValueError(f"family: there is no {family!r}; the families are "
                              f"{', '.join(self._engine.families())}")
@@ -47,12 +58,16 @@ class Catalogue:
     def __reduce__(self) -> tuple[Any, ...]:
         return type(self), self._paths
 
-    def _row(self, name: str) -> dict[str, Any]:
-        found = self._engine.row(name)
-        assert found is not None, name
-        *texts, dimensions, published = found
-        row: dict[str, Any] = dict(zip(("name", "family", "standard", "type", "unit", "source"), texts))
-        return {**row, **dimensions, **{f"published_{key}": number for key, number in published.items()}}
+
+def _row(found: ProfileRow) -> dict[str, Any]:
+    *texts, dimensions, published = found
+    row: dict[str, Any] = dict(zip(("name", "family", "standard", "type", "unit", "source"), texts))
+    return {**row, **dimensions, **{f"published_{key}": number for key, number in published.items()}}
+
+
+def _require_density(density: Number | None) -> None:
+    """Has the engine refuse what is none."""
+    EngineSection.of_points([(0, 0), (1, 0), (0, 1)], [], "mm", "").evaluate({"density": density})
 
 
 def profiles(
@@ -66,25 +81,27 @@ def profiles(
     """Returns profiles of a catalogue as rows, which `pandas.DataFrame` takes: name, family,
     dimensions and published values of each.
 
-    family     "HEB", "W"; default: all
+    family     "HEB", "IPE"; default: all
     where      terms of a query, such as "Wplx>=1e6 h<=300 order=area limit=5" (docs/catalogues.md):
                only those that suit, in that order, with the values that were compared
-    unit       of numbers in `where` that state none, and of the values
-    density    for the mass [kg/m^3]
+    unit       of each row, and of numbers in `where` that state none; default: that of the table, which
+               the row names
+    density    for the mass in `where` [kg/m^3]
     catalogue  with tables of your own
 
-    >>> [(row["name"], row["h"]) for row in profiles("HEB", "Wplx>=1e6 limit=2")]
-    [('HEB240', 240.0), ('HEB260', 260.0)]
+    >>> [(row["name"], row["h"]) for row in profiles("HEB", "Wplx>=1000cm^3 limit=2", unit="m")]
+    [('HEB240', 0.24), ('HEB260', 0.26)]
     """
     searched = Catalogue() if catalogue is None else catalogue
     if not isinstance(searched, Catalogue):
         raise TypeError(f"catalogue: expected a Catalogue, got {catalogue!r}")
-    names = searched.names(family)
+    searched.names(family)  # refuses what is no family
+    options = {"unit": unit, "density": density}
+    _require_density(density)
     if where is None:
-        return [searched._row(name) for name in names]
+        return [_row(profile) for profile in searched._engine.rows(family, options)]
     if not isinstance(where, str):
         raise TypeError(f"where: expected a text such as 'Wplx>=1e6 limit=5', got {where!r}")
     query = where if family is None else f"family={family} {where}"
-    found, _ = searched._engine.find(query, {"unit": unit, "density": density})
-    return [{**searched._row(name), **{value[1]: value[0] for value in values}}
-            for name, values in found]
+    found, _ = searched._engine.find(query, options)
+    return [{**_row(profile), **{value[1]: value[0] for value in values}} for profile, values in found]

@@ -10,6 +10,7 @@ from typing import TYPE_CHECKING, Any, Callable, Iterable, Mapping, get_args
 import numpy as np
 from numpy.typing import NDArray
 
+from ._catalogue import encoded
 from ._core import DRAWS_PDF_AND_PNG
 from ._plot import axes_of, axes_through, axis_line, equal_scale
 from ._types import StressKind
@@ -43,6 +44,9 @@ def _add(ax: Axes, rings: Iterable[NDArray[np.float64]], style: Mapping[str, Any
     """Adds what the rings enclose, outlines less holes, as one patch; `color` is that of its face."""
     from matplotlib.patches import PathPatch
 
+    for name in style:
+        if not hasattr(PathPatch, f"set_{name}"):
+            raise TypeError(f"{name}: Matplotlib's patches have no such property")
     own = {"facecolor" if name == "color" else name: value for name, value in style.items()}
     return ax.add_patch(PathPatch(_path(rings), **{**default, **own}))
 
@@ -115,7 +119,10 @@ def draw_stress(stress: Stresses, section: Shown, kind: StressKind, ax: Axes | N
         colours.update(vmin=-largest if kind == "normal" else 0.0, vmax=largest)
     x, y = mesh.nodes.T
     values = getattr(mesh, kind)
-    filled = ax.tripcolor(x, y, values, triangles=mesh.triangles, **{**colours, **style})
+    try:
+        filled = ax.tripcolor(x, y, values, triangles=mesh.triangles, **{**colours, **style})
+    except AttributeError as error:
+        raise TypeError(str(error)) from None
     _add(ax, _rings(section), {}, facecolor="none", edgecolor="black", linewidth=0.8)
     if peak.value:
         ax.plot(*peak.place, "o", color="black", fillstyle="none", markersize=7)
@@ -132,10 +139,10 @@ def draw_stress(stress: Stresses, section: Shown, kind: StressKind, ax: Axes | N
 def save_figure(report: EngineReport, path: str | os.PathLike[str], options: Mapping[str, object],
                 draw: Callable[[Any], object]) -> None:
     """Writes the engine's figure, or where it cannot that of `draw`: all of it, or nothing."""
-    name = os.fsdecode(path)
+    name = os.fsdecode(encoded(path))
     ending = os.path.splitext(name)[1].lower()
     if DRAWS_PDF_AND_PNG or ending not in (".pdf", ".png"):
-        return report.write_figure(os.fsencode(path), options)
+        return report.write_figure(encoded(path), options)
     try:
         from matplotlib.figure import Figure
     except ImportError as error:

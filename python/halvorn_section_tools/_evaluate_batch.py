@@ -111,7 +111,7 @@ def evaluate_batch(
 
     >>> rows = evaluate_batch(Section.profile(name) for name in ("IPE200", "IPE300"))
     >>> [(row["name"], round(row["plastic_modulus_x"]), round(row["torsion_constant"])) for row in rows]
-    [('IPE200', 220638, 69261), ('IPE300', 628355, 199127)]
+    [('IPE200', 220639, 68462), ('IPE300', 628356, 197530)]
     """
     if not isinstance(warping, bool):
         raise TypeError(f"warping: expected True or False, got {warping!r}")

@@ -10,6 +10,8 @@ from typing import TYPE_CHECKING, Any, Callable, Iterator, TypeVar
 from ._quantity import Quantity, ValueDetails, quantity_of
 from ._report import Finding, findings_of
 
+from ._core import EngineSection
+
 if TYPE_CHECKING:
     from ._core import EngineReport
 
@@ -98,6 +100,22 @@ def keys_of(kind: type[Known]) -> tuple[str, ...]:
     return tuple(name for name in _names(kind) if name not in _NOT_VALUES)
 
 
+def _listed(kind: type[KnownValues]) -> type[KnownValues]:
+    """The same class, with its values in its docstring as the engine calls them."""
+    if kind.__doc__:
+        bar = EngineSection.of_points([(0, 0), (1, 0), (0, 1)], [], "mm", "")
+        rows = {row[1]: row for row in bar.evaluate({"density": 1.0}).values()}
+        width = max(map(len, keys_of(kind))) + 2
+        lines = []
+        for key in keys_of(kind):
+            _, _, name, symbol, unit, *_ = rows[key]
+            lines.append(f"    {key:<{width}}{name} ({symbol}) [{unit.replace('mm', 'L') or '-'}]")
+        lines += [f"    {'details':<{width}}what is known about each, in this order",
+                  f"    {'findings':<{width}}what is doubtful, the worst first"]
+        kind.__doc__ = f"{kind.__doc__.rstrip()}\n\n" + "\n".join(lines) + "\n    "
+    return kind
+
+
 def _field(kind: type[Known], report: EngineReport, name: str) -> object:
     """What a field holds of a report, which has those of both kinds."""
     if name == "findings":
@@ -121,6 +139,7 @@ _NO_MASS = ValueDetails("mass_per_metre", "Mass per metre", "m", "kg/m", "geomet
                         None, "no density is given")
 
 
+@_listed
 @dataclass(frozen=True)
 class Properties(Known):
     """Geometry, bending and plastic values of a section, and its static moments, all net of holes.
@@ -210,6 +229,7 @@ class Properties(Known):
     """what is doubtful about the section, the worst first"""
 
 
+@_listed
 @dataclass(frozen=True)
 class Warping(Known):
     """Torsion, warping and shear of a section, solved over all of it, with bounds.

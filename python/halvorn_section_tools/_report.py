@@ -41,7 +41,7 @@ def findings_of(rows: Iterable[FindingRow]) -> tuple[Finding, ...]:
     return tuple(Finding(*row) for row in rows)
 
 
-@dataclass(frozen=True, eq=False)
+@dataclass(frozen=True, eq=False, repr=False)
 class Half:
     """One side of a plastic axis."""
 
@@ -56,8 +56,14 @@ class Half:
     pieces: tuple[NDArray[np.float64], ...]
     """the half itself, rings of shape (n, 2), to which holes hang on by bridges [L]"""
 
+    def __str__(self) -> str:
+        return f"{self.side} {self.area:.6g} with lever arm {self.lever_arm:.6g}"
 
-@dataclass(frozen=True, eq=False)
+    def __repr__(self) -> str:
+        return f"<Half: {self}>"
+
+
+@dataclass(frozen=True, eq=False, repr=False)
 class Halves:
     """Both halves of a section about a plastic axis. Their areas times their lever arms add up to
     the plastic modulus."""
@@ -66,6 +72,9 @@ class Halves:
     """y of a horizontal one, x of a vertical one [L]"""
     sides: tuple[Half, Half]
     """above and below, or right and left"""
+
+    def __repr__(self) -> str:
+        return f"<Halves: axis {self.axis:.6g}, {self.sides[0]}, {self.sides[1]}>"
 
     def __getitem__(self, side: str) -> Half:
         """The half of a side by its name: "above"."""

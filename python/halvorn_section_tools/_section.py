@@ -4,12 +4,14 @@ from __future__ import annotations
 
 import json
 import os
+import textwrap
 import warnings
-from typing import TYPE_CHECKING, Any, Iterable, NoReturn
+from typing import TYPE_CHECKING, Any, Iterable, NamedTuple, NoReturn
 
 from . import _building
-from ._catalogue import Catalogue
+from ._catalogue import Catalogue, encoded
 from ._core import EngineReport, EngineSection
+from ._quantity import Quantity
 from ._properties import Known, KnownValues, Properties, Warping, known
 from ._report import Finding, Halves, findings_of, halves_of
 from ._results import PolylineProperties, SectionProperties, SectionWarning, properties_of
@@ -74,7 +76,8 @@ class Section(Shown):
     ) -> Section:
         """Returns a profile of the catalogue, its lower left corner at the origin.
 
-        name       in any usual spelling: "IPE300", "w12x26", "L 4x4x1/2"
+        name       in any usual spelling: "IPE300", "ipe 300"; "w12x26" and "L 4x4x1/2" where a table of
+                   your own has them (docs/catalogues.md)
         unit       of the section; default: that of its table, mm of those built in
         published  True: its class values are those of the catalogue
         catalogue  with tables of your own
@@ -92,7 +95,7 @@ class Section(Shown):
 
         kind        "i", "i_mono", "channel", "tee", "angle", "rhs", "chs", "plate" or "round"
         dimensions  those of the kind (docs/file-format.md, Shapes) [L]; `modular_ratio` makes the
-                    section one of several materials
+                    section one of several materials. In brackets: where there are any
 
         >>> Section.shape("rhs", height=100, width=100, thickness=5, outer_radius=0).properties().area
         1900.0
@@ -148,12 +151,13 @@ class Section(Shown):
         Raises FileNotFoundError, and ValueError with file and line for what is no section. A pickle
         of the section reads the file again.
         """
-        if not os.path.exists(path):
+        name = encoded(path)
+        if not os.path.exists(name):
             raise FileNotFoundError(f"path: there is no file {os.fspath(path)!r}")
         options = _reading(unit, chord_tolerance, join_tolerance, layers, catalogue)
-        section = _made("open", os.fsencode(path), options)
+        section = _made("open", name, options)
         # A pickle may be read in another folder.
-        object.__setattr__(section, "_made_by", ("open", os.path.abspath(os.fsencode(path)), options))
+        object.__setattr__(section, "_made_by", ("open", os.path.abspath(name), options))
         return section
 
     @classmethod
@@ -196,6 +200,15 @@ class Section(Shown):
     def unit(self) -> str:
         """The unit of every length: "mm", "cm", "m" or "in"."""
         return self._engine.unit
+
+    def named(self, name: str) -> Section:
+        """Returns the section under another name, for tables, batches and figures.
+
+        >>> girder = Section.profile("HEB300").moved(0, 20).named("girder 7")
+        >>> girder.name, girder.properties().height
+        ('girder 7', 300.0)
+        """
+        return _made("named", self, name)
 
     def moved(self, dx: Number = 0.0, dy: Number = 0.0) -> Section:
         """Returns the section moved to the right and up [L]."""
@@ -403,10 +416,7 @@ class Section(Shown):
         return f"<Section{name} in {self.unit}>"
 
     def __reduce__(self) -> tuple[Any, ...]:
-        if self._made_by is not _POLYGON:
-            return _made, self._made_by
-        (points, _), *holes = self._engine.contours()
-        return _made, ("polygon", points, [hole for hole, _ in holes], self.unit, self.name)
+        return _made_again, (_steps_of(self),)
 
     def __copy__(self) -> Section:
         return self
@@ -421,7 +431,7 @@ class Section(Shown):
             found = self._reports.get(key)
         except TypeError:  # no number, which the engine's reader says
             found, key = None, ()
-        if found is None:
+        if found is None or not _is_plain(options.values()):
             found = _Report(self._engine.evaluate(options))
             for row in found.engine.findings():
                 if row[0] in ("error", "warning"):
@@ -433,6 +443,12 @@ class Section(Shown):
         return found
 
 
+if Section.shape.__doc__:  # what the engine draws, for help()
+    _before, _example, _after = Section.shape.__doc__.partition("        >>> ")
+    vars(Section)["shape"].__func__.__doc__ = (
+        _before + textwrap.indent(_building.dimensions_listed(), "        ") + "\n\n" + _example + _after)
+
+
 def _reading(unit: object, chord_tolerance: object, join_tolerance: object,
              layers: Iterable[str], catalogue: object) -> dict[str, object]:
     if isinstance(layers, str) or not isinstance(layers, Iterable):
@@ -441,6 +457,12 @@ def _reading(unit: object, chord_tolerance: object, join_tolerance: object,
         raise TypeError(f"catalogue: expected a Catalogue, got {catalogue!r}")
     return {"unit": unit, "chord_tolerance": chord_tolerance, "join_tolerance": join_tolerance,
             "layers": tuple(layers), "catalogue": catalogue}
+
+
+def _is_plain(options: Iterable[object]) -> bool:
+    """Whether no option carries a unit, which the engine's reader compares with that of the section."""
+    return not any(isinstance(each, Quantity) or isinstance(each, tuple) and not _is_plain(each)
+                   for each in options)
 
 
 def _engine_argument(argument: object) -> object:
@@ -460,6 +482,44 @@ def _made(step: str, *arguments: object) -> Section:
     makers: Any = _building if step in ("polygon", "rings", "shape", "wall") else EngineSection
     engine = getattr(makers, step)(*map(_engine_argument, arguments))
     return _handle_of(engine, _POLYGON if step == "polygon" else (step, *arguments))
+
+
+class _Earlier(NamedTuple):
+    """In the steps of a pickle: the section that an earlier one makes."""
+
+    step: int
+
+
+def _steps_of(section: Section) -> list[tuple[Any, ...]]:
+    """The steps that make a section, each after those of its arguments: as long as its history is,
+    and never nested."""
+    steps: list[tuple[Any, ...]] = []
+    numbers: dict[int, int] = {}
+    waiting = [section]
+    while waiting:
+        made_by = waiting[-1]._made_by
+        before = [each for each in made_by if isinstance(each, Section) and id(each) not in numbers]
+        if before:
+            waiting += before
+            continue
+        done = waiting.pop()
+        if id(done) in numbers:
+            continue
+        if made_by is _POLYGON:
+            (points, _), *holes = done._engine.contours()
+            made_by = ("polygon", points, [hole for hole, _ in holes], done.unit, done.name)
+        numbers[id(done)] = len(steps)
+        steps.append(tuple(_Earlier(numbers[id(each)]) if isinstance(each, Section) else each
+                           for each in made_by))
+    return steps
+
+
+def _made_again(steps: Iterable[tuple[Any, ...]]) -> Section:
+    """The section of the last step."""
+    made: list[Section] = []
+    for step in steps:
+        made.append(_made(*(made[each.step] if isinstance(each, _Earlier) else each for each in step)))
+    return made[-1]
 
 
 _new = object.__new__

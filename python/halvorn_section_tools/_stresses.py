@@ -19,7 +19,7 @@ if TYPE_CHECKING:
     from ._shown import Shown
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, repr=False)
 class Peak:
     """The largest magnitude of a stress."""
 
@@ -30,8 +30,16 @@ class Peak:
     details: ValueDetails
     """what is known about it, also where there is no number"""
 
+    def __str__(self) -> str:
+        if self.value is None or self.place is None:
+            return "not known"
+        return f"{self.value:.6g} at ({self.place[0]:.6g}, {self.place[1]:.6g})"
 
-@dataclass(frozen=True)
+    def __repr__(self) -> str:
+        return f"<Peak: {self}>"
+
+
+@dataclass(frozen=True, repr=False)
 class Peaks:
     """The largest stresses of a section under forces."""
 
@@ -41,6 +49,9 @@ class Peaks:
     """of both shear stresses together"""
     von_mises: Peak
     """sqrt(normal^2 + 3 shear^2)"""
+
+    def __repr__(self) -> str:
+        return f"<Peaks: normal {self.normal}, shear {self.shear}, von_mises {self.von_mises}>"
 
 
 @dataclass(frozen=True, eq=False)

@@ -3,7 +3,9 @@
 import copy
 import dataclasses
 import json
+import os
 import pickle
+import pydoc
 import signal
 import threading
 import time
@@ -13,7 +15,7 @@ import numpy as np
 import pytest
 
 from halvorn_section_tools import (
-    Catalogue, InputError, Properties, Quantity, Section, SectionWarning, Warping, _types, profiles)
+    Catalogue, InputError, Properties, Quantity, Section, SectionWarning, Warping, _types, evaluate_batch, profiles)
 
 SQUARE = np.array([(0.0, 0.0), (100.0, 0.0), (100.0, 100.0), (0.0, 100.0)])
 HOLE = 0.9 * SQUARE + 5
@@ -92,6 +94,16 @@ def test_profiles_have_what_their_table_publishes(tmp_path):
     assert all(row["plastic_modulus_x"] >= 1e6 and row["area"] == Section.profile(row["name"]).properties().area
                for row in rows)
     assert len(profiles("HEB")) == len(Catalogue().names("HEB")) and profiles("HEB")[0]["h"] == 100
+    for where, unit in (("h>=500 limit=3", "mm"), ("Wplx>=800cm^3 h>=0.5 order=-Ix limit=3", "m"), (None, "in")):
+        for row in profiles("IPE", where, unit=unit):
+            beam = Section.profile(row["name"], unit=unit)
+            values = {**beam.properties().to_dict(), "h": beam.properties().height, "b": beam.properties().width}
+            assert row["unit"] == unit and all(row[key] == pytest.approx(values[key], rel=1e-9)
+                                               for key in row.keys() & values.keys())
+            published = {f"published_{key}": number for key, number in beam.published.items()}
+            assert published == pytest.approx({key: row[key] for key in published}, rel=1e-9)
+    [tapered] = profiles("UPN", "h=200mm", unit="m")
+    assert tapered["slope"] == 0.08 and tapered["h"] == 0.2
     table = tmp_path / "own.csv"
     table.write_text("name,type,h,b,tw,tf,r\nMINE,i,300,150,7,11,0\nWRONG,i,300,150,7,,0\n")
     own = pickle.loads(pickle.dumps(Catalogue(table)))
@@ -130,6 +142,10 @@ def test_every_key_of_the_json_is_a_field():
     assert fields == {*keys, "mass_per_metre"}
     results = {**section.properties().to_dict(), **section.warping().to_dict()}
     assert all(results[key] == entry["value"] for key, entry in keys.items())
+    for kind, symbol in ((Properties, "plastic_modulus_x       Plastic modulus about x (Wpl,x) [L^3]"),
+                         (Warping, "shear_centre_x          Shear centre, x (xM) [L]")):
+        assert symbol in pydoc.plain(pydoc.render_doc(kind))
+    assert "rhs      height, width, thickness, outer_radius, [inner_radius]" in pydoc.render_doc(Section.shape)
     assert section.table().startswith("IPE300") and "Torsion constant" in section.to_markdown()
 
 
@@ -201,20 +217,86 @@ def test_a_solution_stops_at_an_interrupt_and_lets_threads_run():
         raise KeyboardInterrupt
 
     before, section = signal.signal(signal.SIGALRM, stop), grid(40)
-    try:
-        signal.setitimer(signal.ITIMER_REAL, 0.1)
-        start = time.process_time()
-        with pytest.raises(KeyboardInterrupt):
-            section.warping(tolerance=1e-9)
-        assert time.process_time() - start < 3
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, before)
+    for solve, longest in ((lambda: section.warping(tolerance=1e-9), 3), (lambda: profiles(where="It>=1 order=-It"), 1)):
+        try:
+            signal.setitimer(signal.ITIMER_REAL, 0.1)
+            start = time.process_time()
+            with pytest.raises(KeyboardInterrupt):
+                solve()
+            assert time.process_time() - start < longest
+        finally:
+            signal.setitimer(signal.ITIMER_REAL, 0)
+    signal.signal(signal.SIGALRM, before)
     worker, moments = threading.Thread(target=section.warping), [time.perf_counter()]
     worker.start()
     while worker.is_alive():
         moments.append(time.perf_counter())
     assert max(np.diff(moments)) < (moments[-1] - moments[0]) / 2, "the other thread stood still meanwhile"
+
+
+def test_a_long_history_can_be_pickled():
+    bar, many = plate(10, 10), plate(10, 10)
+    for i in range(1, 600):
+        many += bar.moved(10 * i)
+    for section, found in ((many, dict(area=60_000, width=6000)), (moved_often(20_000), dict(area=100, width=10))):
+        twin = pickle.loads(pickle.dumps(section))
+        holds(twin.properties(), **found)
+        assert twin.properties() == section.properties() and twin.name == section.name
+    assert len(pickle.dumps(moved_often(100_000))) < 10_000_000
+
+
+def moved_often(times):
+    section = plate(10, 10)
+    for _ in range(times):
+        section = section.moved(0.001)
+    return section.named("far")
+
+
+def test_texts_that_are_not_utf_8_are_shown(tmp_path):
+    bent = json.dumps({"version": 1, "unit": "mm", "name": "bent ?", "contours": [
+        {"name": "ring ?", "kind": "solid", "points": [[0, 0], [9, 9], [9, 0], [0, 9]]}]}).encode()
+    table = tmp_path / "own.csv"
+    table.write_bytes(b"name,type,family,h,b,tw,tf,r\nM\xe9,i,F\xe9,300,150,7,11,0\nW\xe9,i,G,300,150,7,,0\n")
+    texts = []
+    for text, form in ((b"x,y\n0,0\n\xe9,1\n", "csv"), (bent.replace(b"?", b"\xe9"), "json"),
+                       (b"0\nSECTION\n2\nENTITIES\n0\nARC\xe9\n8\nL\xe9\n0\nENDSEC\n0\nEOF\n", "dxf")):
+        path = os.fsencode(tmp_path) + b"/s\xe9." + form.encode()
+        with open(path, "wb") as file:
+            file.write(text)
+        for make in (lambda: Section.parse(text, form), lambda: Section.read(path)):
+            with pytest.raises(InputError) as caught:
+                make()
+            texts.append(str(caught.value))
+            assert caught.value.source in ("text", os.fsdecode(path))
+    with open(path, "wb") as file:  # with a layer that is read
+        file.write(b"".join(b"0\nLINE\n8\nL\xe9\n10\n%d\n20\n%d\n11\n%d\n21\n%d\n" % line for line in (
+            (0, 0, 9, 0), (9, 0, 9, 9), (9, 9, 0, 0))).join((b"0\nSECTION\n2\nENTITIES\n", b"0\nENDSEC\n0\nEOF\n")))
+    drawn = Section.read(path, unit="mm", layers=[b"L\xe9"])
+    texts += [drawn.to_json(), drawn.table(), drawn.svg(), str(drawn.findings + (drawn + drawn).findings)]
+    with pytest.warns(SectionWarning):
+        rows = evaluate_batch([drawn + drawn, plate(3, 2)], warping=False)
+    assert rows[0]["doubt"] and rows[1]["area"] == 6 and drawn.properties().area == 40.5
+    try:
+        own = Catalogue(table)
+        texts += [*own.names(), str(own.findings), str(profiles(catalogue=own)), str(profiles(where="h=300", catalogue=own))]
+    except InputError as error:
+        texts.append(str(error))
+    for text in texts:
+        assert text.encode("utf-8", "surrogateescape"), "it can be shown"
+    assert any("\\xe9" in text for text in texts)
+
+
+def test_a_name_is_another_section_and_results_are_short():
+    girder = CHANNEL.named("girder")
+    assert (girder.name, CHANNEL.name) == ("girder", "UPE200") and girder.properties() == CHANNEL.properties()
+    assert girder.published == CHANNEL.published and "girder" in girder.svg()
+    assert pickle.loads(pickle.dumps(girder)).name == "girder"
+    peaks, halves = plate(10, 60).stress(N=6000).max, plate(10, 60).halves("x")
+    assert repr(peaks.normal).startswith("<Peak: 10 at (") and "shear 0 at (" in repr(peaks)
+    assert repr(halves) == "<Halves: axis 30, above 300 with lever arm 15, below 300 with lever arm 15>"
+    assert max(map(len, (repr(peaks), repr(halves["above"])))) < 160
+    own = plate(METRES.width, METRES.height, unit="m").moved(METRES.width).turned(METRES.principal_angle)
+    assert own.properties().area == 3
 
 
 CHANNEL = Section.profile("UPE200")
@@ -227,6 +309,15 @@ class Carrying:
 
     def __float__(self):
         return 3.0
+
+
+class CarryingFloat(float):
+    dimensionality = "[length]"
+
+
+METRES = Section.shape("plate", width=3, height=1, unit="m").properties()
+TURN = np.linspace(0, 2 * np.pi, 600_000, endpoint=False)
+DISC = Section.polygon(100 * np.column_stack([np.cos(TURN), np.sin(TURN)]))
 
 
 def drawing(*lines):
@@ -283,7 +374,7 @@ def drawing(*lines):
     (lambda: Section.parse("", "csv", chord_tolerance=0), InputError, "the chord tolerance is not positive"),
     (lambda: CHANNEL + 1, TypeError, "unsupported operand"),
     (lambda: CHANNEL - None, TypeError, "unsupported operand"),
-    (lambda: CHANNEL + plate(1, 1, unit="m"), InputError, "the sections are in mm and m; bring both"),
+    (lambda: CHANNEL + plate(1, 1, unit="m"), InputError, "the sections are in mm and m; make both with the same unit=..."),
     (lambda: CHANNEL.with_on_top("plate"), TypeError, "other: expected a Section, got 'plate'"),
     (lambda: CHANNEL.with_on_top(CHANNEL, align="top"), ValueError, "align: expected one of 'left', 'centre'"),
     (lambda: CHANNEL.with_left(CHANNEL, align="left"), ValueError, "align: expected one of 'bottom', 'centre'"),
@@ -293,9 +384,9 @@ def drawing(*lines):
     (lambda: CHANNEL.moved(None), TypeError, "dx: expected a number, got None"),
     (lambda: CHANNEL.turned(float("inf")), ValueError, "degrees: expected a finite number"),
     (lambda: CHANNEL.mirrored("z"), ValueError, "axis: expected one of 'x', 'y', got 'z'"),
-    (lambda: CHANNEL.repeated(0), ValueError, "count: expected 1 to"),
+    (lambda: CHANNEL.repeated(0), ValueError, "count: expected 1 to 1000, got 0"),
     (lambda: CHANNEL.repeated(2.5), TypeError, "count: expected a whole number, got 2.5"),
-    (lambda: CHANNEL.repeated(2000, 1), InputError, "a row of 2000 is not possible; give 1 to 1000"),
+    (lambda: CHANNEL.repeated(2000, 1), ValueError, "count: expected 1 to 1000, got 2000"),
     (lambda: CHANNEL.corner("top"), ValueError, "place: expected one of 'bottom_left'"),
     (lambda: CHANNEL.properties(dx=[]), TypeError, "dx: expected a number, got []"),
     (lambda: CHANNEL.properties(density=0), InputError, "the density is not positive and finite; give kg/m^3"),
@@ -312,6 +403,36 @@ def drawing(*lines):
     (lambda: setattr(CHANNEL.properties().area, "unit", "m"), AttributeError, "unit: a quantity does not change"),
     (lambda: profiles("QX"), ValueError, "family: there is no 'QX'; the families are "),
     (lambda: profiles("HEB", "depth>3"), InputError, 'where: "depth>3": '),
+    (lambda: profiles("HEB", unit="ft"), InputError, "the unit is ft; give mm, cm, m or in"),
+    (lambda: profiles("HEB", density="x"), TypeError, "density: expected a number, got 'x'"),
+    (lambda: profiles("HEB", "h>1", density=-1), InputError, "the density is not positive and finite"),
+    (lambda: plate(METRES.width, 1), TypeError, "width: 3.0 is in m, and a number in mm is needed; convert it: "),
+    (lambda: plate(METRES.area, 1, unit="m"), TypeError, "width: 3.0 is in m^2, and a number in m is needed"),
+    (lambda: Section.polygon([(0, 0), (3, 0), (3, METRES.height)]), TypeError, "points[2]: 1.0 is in m, and a "),
+    (lambda: Section.wall([(0, 0), (3, METRES.height)], 1), TypeError, "points[1]: 1.0 is in m, and a "),
+    (lambda: CHANNEL.moved(METRES.width), TypeError, "dx: 3.0 is in m"),
+    (lambda: (CHANNEL.properties(dy=3.0), CHANNEL.properties(dy=METRES.width)), TypeError, "dy: 3.0 is in m"),
+    (lambda: CHANNEL.with_left(CHANNEL, gap=METRES.width), TypeError, "gap: 3.0 is in m"),
+    (lambda: CHANNEL.stress(Vx=1, T=METRES.width), TypeError, "T: 3.0 is in m, and a number in F mm is needed"),
+    (lambda: CHANNEL.warping(poisson=METRES.width), TypeError, "poisson: 3.0 is in m, and a plain number is "),
+    (lambda: plate(CarryingFloat(3), 1), TypeError, "width: 3.0 carries a unit; "),
+    (lambda: plate(1, 1, name="a\udc80"), ValueError, "name: half a character, a lone surrogate, is in 'a\\udc80'"),
+    (lambda: plate(1, 1, unit="\udc80"), ValueError, "unit: half a character"),
+    (lambda: plate(1, 1, **{"\udc80": 1}), ValueError, "the name of a dimension: half a character"),
+    (lambda: Section.polygon(SQUARE, name="\udc80"), ValueError, "name: half a character"),
+    (lambda: Section.profile("\udc80"), ValueError, "name: half a character"),
+    (lambda: CHANNEL.named("\udc80"), ValueError, "name: half a character"),
+    (lambda: CHANNEL.named(None), TypeError, "name: expected a text, got None"),
+    (lambda: profiles("HEB", "h>\udc80"), ValueError, "where: half a character"),
+    (lambda: profiles("\udc80"), ValueError, "family: half a character"),
+    (lambda: plate("é" * 99, 1), TypeError, "width: expected a number, got 'é"),
+    (lambda: Section.profile("UPE200", published="no"), TypeError, "published: expected True or False, got 'no'"),
+    (lambda: CHANNEL.stress(N=1).svg("sigma"), ValueError, "kind: expected one of 'normal', 'shear', 'von_mises'"),
+    (lambda: Section.read(None), TypeError, "path: expected the path of a file, got None"),
+    (lambda: CHANNEL.save(None), TypeError, "path: expected the path of a file, got None"),
+    (lambda: Catalogue(None), TypeError, "paths: expected the path of a file, got None"),
+    (lambda: DISC + DISC.moved(300), InputError, "the sections have 1200000 points together; keep to 1000000"),
+    (lambda: CHANNEL.repeated(1000).repeated(1000), InputError, "a row of 1000 is not possible; give 1 to 1000"),
     (lambda: profiles("HEB", 7), TypeError, "where: expected a text"),
     (lambda: profiles(catalogue="own.csv"), TypeError, "catalogue: expected a Catalogue, got 'own.csv'"),
     (lambda: Catalogue("no.csv"), InputError, "no.csv: cannot be opened"),

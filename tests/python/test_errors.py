@@ -173,6 +173,36 @@ def test_mistakes_are_named(call, kind, message):
     assert message in str(caught.value)
 
 
+class Frame:
+    """As pandas has columns with room for missing values: an array of objects, unless asked for numbers."""
+
+    dtypes = np.array(["Float64", "string"], object)
+
+    def __init__(self, rows):
+        self.rows = rows
+
+    def __array__(self, dtype=None, copy=None):
+        return np.array(self.rows, object)
+
+    def to_numpy(self, dtype, na_value):
+        return np.array([[na_value if item is None else item for item in row] for row in self.rows], dtype)
+
+
+def test_columns_with_room_for_missing_values_are_read():
+    assert ContourSection().add(Frame(TRIANGLE)).properties().area == 6
+    for wrong, kind, message in ((None, ValueError, "points[1]: x is nan"),
+                                 ("a", TypeError, "points: expected columns of numbers, got ['Float64', 'string']")):
+        with pytest.raises(kind) as caught:
+            ContourSection().add(Frame([(0, 0), (wrong, 0), (0, 3)]))
+        assert str(caught.value).startswith(message)
+
+
+def test_a_batch_of_no_section_is_empty():
+    assert compute_batch([], [0], [], [0]).values.shape == (0, 17)
+    with pytest.raises(ValueError, match="the last is 0, but there are 3 points"):
+        compute_batch(TRIANGLE, [0], [], [0])
+
+
 PLATE = (SQUARE, True)
 GRID = [(x, y) for x in (5, 30, 55, 80) for y in (5, 30, 55, 80)]
 TURNED = np.array([(5.0, 0.0), (10.0, 5.0), (5.0, 10.0), (0.0, 5.0)])
