@@ -3,12 +3,8 @@
 
 import { el, fill } from "./dom.js";
 import { numberField, refill } from "./fields.js";
-import { forceUnits, unitText } from "./units.js";
+import { FORCES, forceUnits, unitText } from "./units.js";
 import { powerNode } from "./values_table.js";
-
-const FORCES = [["N", "force", "tension positive"], ["Mx", "moment", "tension above G positive"],
-    ["My", "moment", "tension to the right of G positive"], ["Vx", "force", "through the shear centre"],
-    ["Vy", "force", "through the shear centre"], ["T", "moment", "counter-clockwise positive"]];
 
 export class ForcesPanel {
     /** @param {HTMLElement} container @param {import("./store.js").Store} store */

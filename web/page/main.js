@@ -1,7 +1,7 @@
 // @ts-check
 // The page: builds its pieces and shows the state in them.
 
-import { Actions, forcesNeeded } from "./actions.js";
+import { Actions, forcesNeeded, isStress } from "./actions.js";
 import { followAddress, restore } from "./address.js";
 import { Board } from "./board.js";
 import { BoardBar } from "./board_bar.js";
@@ -9,7 +9,7 @@ import { CataloguePanel } from "./catalogue_panel.js";
 import { button, byId, el, fill, pictureOf } from "./dom.js";
 import { EngineClient } from "./engine_client.js";
 import { engineSource, makeWorker } from "./engine_source.js";
-import { Evaluation } from "./evaluation.js";
+import { Evaluation, staleSection } from "./evaluation.js";
 import { Figure } from "./figure.js";
 import { Files, OriginPanel, acceptDrops } from "./files.js";
 import { sentence, showFindings } from "./findings_panel.js";
@@ -69,23 +69,32 @@ function showResult(figure, state, before) {
     if (!result?.error && (isChanged(state, before) || before.result?.error)) fill(byId("messages"));
     const pointOut = (index) => store.set({ finding: index === state.finding ? -1 : index });
     showFindings(byId("findings"), result, state.finding, pointOut);
+    const stale = staleSection(state);
+    const own = result?.groups ? result.of?.unit ?? section.unit : section.unit;
     const compared = beside && besideResult?.groups ? besideResult : null;
-    const factor = beside ? MILLIMETRES[beside.unit] / MILLIMETRES[section.unit] : 1;
+    const factor = beside ? MILLIMETRES[beside.unit] / MILLIMETRES[own] : 1;
     const span = compared?.box && result?.box ? widest(result.box, compared.box, factor) : null;
-    figure.show(result, section.unit, { finding: state.finding, span, isPale: Boolean(result?.error),
-                                        caption: beside ? titleOf(section) : "",
+    figure.show(result, own, { finding: state.finding, span, isPale: Boolean(result?.error),
+                                        caption: stale ? `The section before: ${titleOf(stale)}` : beside ? titleOf(section) : "",
                                         isEmpty: isEmpty(section) && state.tool !== "draw" });
     showBeside(compared, beside, span && span.map((length) => length / factor));
     showEngineFigure(state, section);
     if (result?.groups && !isEmpty(section)) {
-        const names = beside ? [titleOf(section), titleOf(beside)] : ["Value", ""];
+        const names = beside ? [titleOf(stale ?? section), titleOf(beside)] : ["Value", ""];
         showTable(byId("values"), result, compared, names);
+        if (stale) byId("values").prepend(el("p", { class: "stale-note" }, staleText(stale, section)));
     } else {
         fill(byId("values"), el("p", { class: "note" }, "The values of the section stand here."));
     }
-    showStresses(byId("stresses"), result, section.unit);
-    showPartModuli(byId("part-moduli"), result, state.unit, section.unit);
+    byId("values").classList.toggle("stale", Boolean(stale));
+    showStresses(byId("stresses"), stale ? null : result, own);
+    showPartModuli(byId("part-moduli"), stale ? null : result, state.unit, own);
     showMethods(byId("methods"), result);
+}
+
+function staleText(stale, section) {
+    const before = titleOf(stale) === titleOf(section) ? "it had before its last change" : `of ${titleOf(stale)}, the section before`;
+    return `Not the values of this section, which cannot be computed, but those ${before}.`;
 }
 
 /** Width and height that both boxes fit in; the other's lengths times the factor are in the unit of
@@ -117,11 +126,11 @@ function showEngineFigure(state, section) {
     container.hidden = !isShown;
     byId("figure").classList.toggle("replaced", isShown);
     if (!isShown) return;
-    const isStress = figure !== "x" && figure !== "y";
-    if (isStress && !Object.values(forces).some(Boolean)) {
+    if (isStress(figure) && !Object.values(forces).some(Boolean)) {
         byId("forces-panel").open = true;
         return fill(container, el("p", { class: "note" }, forcesNeeded(section.unit)));
     }
+    if (staleSection(state)) return fill(container, el("p", { class: "note" }, "The section cannot be computed."));
     const picture = result?.svg && result.figure === figure ? pictureOf(result.svg) : null;
     if (picture) {
         picture.removeAttribute("width");

@@ -1,7 +1,9 @@
 // What the page's modules promise without a browser: against closed forms and inverses.
 
 import assert from "node:assert/strict";
+import { readFileSync, readdirSync } from "node:fs";
 import { test } from "node:test";
+import { fileURLToPath } from "node:url";
 
 import { matching } from "../../../web/page/catalogue_panel.js";
 import { EngineClient, Latest, Overtaken } from "../../../web/page/engine_client.js";
@@ -15,6 +17,7 @@ import { packed, unpacked } from "../../../web/page/share.js";
 import { snapped, typedPoint, typedPoints } from "../../../web/page/snap.js";
 import { movedWhole, turnedWhole } from "../../../web/page/whole.js";
 import { forcesFor } from "../../../web/page/units.js";
+import { inPageWords, withPageWords } from "../../../web/page/words.js";
 
 const areaOf = (ring) => ring.reduce((sum, [x, y], index) => {
     const [x1, y1] = ring[(index + 1) % ring.length];
@@ -179,6 +182,21 @@ test("a section that is turned all round or twice over is the same, and what sta
     assert.deepEqual(movedWhole(section, [1, 2]).contours[0].points[0], [2, 4]);
     assert.deepEqual(movedWhole(section, [1, 2]).parts.map(({ move }) => move),
                      [[4, -2], [1, 2], [1, 2], undefined]);
+});
+
+test("nothing that the engine says sends a reader of the page to a command line", () => {
+    const folder = fileURLToPath(new URL("../../../engine/", import.meta.url));
+    const sources = readdirSync(folder, { recursive: true }).filter((name) => /\.(cpp|h)$/.test(name));
+    const said = sources.flatMap((name) => readFileSync(folder + name, "utf8").replace(/"\s*\n\s*"/g, "")
+        .match(/"[^"\n]*(?<![-\w])--[a-z][^"\n]*"/g) ?? []);
+    assert.ok(said.length > 15, `${said.length} messages with options`);
+    for (const text of said) assert.doesNotMatch(inPageWords(text), /--[a-z]|halvorn-section /, text);
+    assert.equal(inPageWords("hide its layer or name the section's with --layer"),
+                 "hide its layer or tick the section's layers alone on the left");
+    const value = { why_missing: "it takes a solution; --warping asks for it in a batch" };
+    const answer = withPageWords({ values: { groups: [{ values: [value] }] }, findings: [{ problem: "give --unit" }] });
+    assert.equal(answer.values.groups[0].values[0].why_missing, "it takes a solution");
+    assert.match(answer.findings[0].problem, /“Unit of the file”/);
 });
 
 /** A worker that answers, or dies, when it is told to. */
