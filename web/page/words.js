@@ -31,6 +31,7 @@ export function inPageWords(text) {
 
 /** An answer of the engine with whatever it says in the page's words. @param {any} answer */
 export function withPageWords(answer) {
+    if (answer === null || typeof answer !== "object") return answer;
     const findings = answer.findings?.map((finding) => ({
         ...finding, problem: inPageWords(finding.problem), mend: inPageWords(finding.mend) }));
     const missing = (value) => ({ ...value, why_missing: inPageWords(value.why_missing) });

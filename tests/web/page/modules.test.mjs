@@ -190,7 +190,7 @@ test("nothing that the engine says sends a reader of the page to a command line"
     const said = sources.flatMap((name) => readFileSync(folder + name, "utf8").replace(/"\s*\n\s*"/g, "")
         .match(/"[^"\n]*(?<![-\w])--[a-z][^"\n]*"/g) ?? []);
     assert.ok(said.length > 15, `${said.length} messages with options`);
-    for (const text of said) assert.doesNotMatch(inPageWords(text), /--[a-z]|halvorn-section /, text);
+    for (const text of said) assert.doesNotMatch(inPageWords(text.slice(1, -1)), /--[a-z]|halvorn-section /, text);
     assert.equal(inPageWords("hide its layer or name the section's with --layer"),
                  "hide its layer or tick the section's layers alone on the left");
     const value = { why_missing: "it takes a solution; --warping asks for it in a batch" };
