@@ -1,6 +1,7 @@
 // @ts-check
 // The buttons of the page and their keys.
 
+import { lengthsOf } from "./annotations.js";
 import { button, byId, el, fill } from "./dom.js";
 import { copy, fileName, save } from "./files.js";
 import { figureOf, isSettled, pictureText, requestFor } from "./evaluation.js";
@@ -8,7 +9,7 @@ import { UNITS, emptySection, fileText, isEmpty, titleOf } from "./section_file.
 import { digestOf } from "./share.js";
 import { fillSheet } from "./sheet.js";
 import { copiedTable, withStresses } from "./values_table.js";
-import { forceUnits } from "./units.js";
+import { forceUnits, numberText } from "./units.js";
 import { isChanged } from "./store.js";
 
 const FIGURES = [["section", "Section"], ["x", "Stress blocks about x"], ["y", "Stress blocks about y"],
@@ -79,8 +80,11 @@ export class Actions {
         const unit = byId("section-unit");
         fill(unit, UNITS.map((one) => el("option", { value: one }, one)));
         unit.addEventListener("change", () => {
+            const before = store.section.unit;
             store.edit({ ...store.section, unit: unit.value });
-            this.say(`The lengths of the section are now in ${unit.value}; its numbers stay as they are.`);
+            const { width } = lengthsOf(this.store.state.result, before);
+            const example = width === undefined ? "" : `: what was ${numberText(width)} ${before} wide is ${numberText(width)} ${unit.value} wide`;
+            this.say(`Only the unit was changed, from ${before} to ${unit.value}; the numbers stay${example}. Undo takes it back.`);
         });
     }
 

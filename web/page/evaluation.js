@@ -110,7 +110,7 @@ export class Evaluation {
     /** Where each part lies, to be chosen in the figure. */
     async outlines(section) {
         const outlines = await outlinesOf(this.engine, section).catch(() => []);
-        if (section === this.store.section) this.store.set({ outlines });
+        if (section === this.store.section) this.store.set({ outlines, outlined: section });
     }
 
     /** Shows what is wrong, at its places where there are any, beside the last good figure. */

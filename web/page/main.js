@@ -170,13 +170,16 @@ function addTabs() {
 /** Shows a part alone, or adds it to what is there. */
 function take(part, isAdded) {
     const { section } = store;
+    const isReplaced = !isAdded && !isEmpty(section);
     if (!isAdded || isEmpty(section)) {
         store.replace({ ...emptySection(section.unit), parts: [part] });
     } else {
         const changed = withPartOnTop(section, part);
         store.edit(changed, "", { selected: elementsOf(changed).length - 1, tool: "select" });
     }
-    say(`${part.profile ?? part.shape} ${isAdded ? "was added" : "is shown"}.`, true);
+    const name = part.profile ?? part.shape;
+    if (isReplaced) say(`${name} took the place of ${titleOf(section)}. Undo brings that back; “+” adds to it.`);
+    else say(`${name} ${isAdded ? "was added" : "is shown"}.`, true);
 }
 
 async function start() {
@@ -192,10 +195,10 @@ async function start() {
     const originPanel = el("section", { class: "panel", hidden: true });
     byId("add").after(originPanel);
     new OriginPanel(originPanel, store, files);
-    new PartsPanel(byId("parts"), store, () => store.state.shapes);
+    new PartsPanel(byId("parts"), store, () => store.state.shapes, say);
     new ForcesPanel(byId("forces"), store);
     store.watch((state, before) => showResult(figure, state, before));
-    acceptDrops(files, byId("drop-veil"));
+    acceptDrops(files, byId("drop-veil"), say);
     const panels = addTabs();
     const catalogue = new CataloguePanel(panels.catalogue, engine, (name, isAdded) => take({ profile: name }, isAdded));
     await restore(store, complain);

@@ -84,3 +84,107 @@ inWindow("copies wait for the solution; figures and tables leave with the units 
     const stress = Number(csv[1][csv[0].indexOf("largest_normal_stress [N/mm2]")]);
     assert.ok(Math.abs(stress + 0.06) < 1e-12, `${stress}`);
 });
+
+inWindow("what stood on a deleted or left part stays where it was", async (window) => {
+    const { page } = window;
+    const strip = { shape: "plate", width: 60, height: 10 };
+    const parts = [{ ...plate, name: "web", move: [37, -12], repeat: { count: 2, step: [150, 0] } },
+                   { ...strip, rotate: 30, on: "web 2", side: "top" }, { points: [[5, 5], [45, 5], [5, 45]], name: "wedge", move: [0, 400] },
+                   { ...strip, name: "row", on: "wedge", side: "left", repeat: { count: 3, step: [-80, 7] } }];
+    const boxes = () => page.locator(".part").evaluateAll((all) =>
+        all.map((one) => JSON.stringify(["x", "y", "width", "height"].map((key) => Math.round(100 * one.getBBox()[key]) / 100))).sort());
+    await window.drop("parts.json", file(parts));
+    await page.waitForSelector('.part[data-element="3"]', { state: "attached" });
+    const all = await boxes();
+    await page.click(".parts-list .part-name >> nth=3");
+    await page.selectOption("select[name=standing]", "");
+    await page.waitForFunction(() => document.querySelector("select[name=at]")?.value === "bottom_left");
+    await window.value("area");
+    await page.waitForTimeout(300);
+    assert.deepEqual(await boxes(), all);
+    await page.focus(".parts-list .part-name >> nth=0");
+    await page.keyboard.press("Delete");
+    await says(window, "#live", /web was deleted\. What stood on it stays where it was: plate/);
+    await page.waitForFunction(() => document.querySelectorAll(".part").length === 3);
+    assert.equal((await boxes()).filter((box) => all.includes(box)).length, 3);
+    assert.equal(await page.evaluate(() => document.activeElement.textContent), "plate 30°");
+    await page.click(".parts-list .part-name >> nth=0");
+    await page.fill("[name=name]", "row");
+    await page.press("[name=name]", "Tab");
+    await says(window, ".field-problem", /Another part is called row/);
+    assert.equal(await page.locator(".part-name", { hasText: "row" }).count(), 1);
+});
+
+inWindow("numbers out of range are told in their field, with what is in use", async (window) => {
+    const { page } = window;
+    await window.drop("plate.json", file([plate]));
+    await page.click("text=Forces and options");
+    for (const [name, good, bad, problem] of [["poisson", "0.3", "0.7", /from 0 to 0\.5; 0\.3 is in use/],
+                                             ["density", "7850", "-1", /above 0; 7850 is in use/],
+                                             ["tolerance", "1e-5", "1", /from 1e-9 to 0\.1; 0\.00001 is in use/],
+                                             ["force-N", "5", "1e999", /Type a number; 5 is in use/]]) {
+        await page.fill(`[name=${name}]`, good);
+        await page.waitForTimeout(50);
+        await page.fill(`[name=${name}]`, bad);
+        await says(window, ".field-problem", problem);
+        assert.equal(await page.getAttribute(`[name=${name}]`, "aria-invalid"), "true");
+        await page.fill(`[name=${name}]`, good);
+        await page.waitForSelector(".field-problem", { state: "detached" });
+    }
+});
+
+inWindow("the page goes on however far from the origin a section lies", async (window) => {
+    const { page } = window;
+    await window.drop("far.json", file([{ points: [[1e18, 0], [1.001e18, 0], [1e18, 1e15]], radii: [0, 0, 1e12] }], { name: "wide" }));
+    await says(window, "title", /wide/);
+    for (const x of [1e15, 1e16, 1e17, 1e18]) {
+        await window.drop("far.json", file([{ ...plate, move: [x, 0] }], { name: `at ${x}` }));
+        await says(window, "title", new RegExp(`at ${x}`.replace("+", "\\+")));
+        await page.getByRole("button", { name: "Zoom in" }).click();
+        await page.getByRole("button", { name: "Fit" }).click();
+    }
+    await window.drop("near.json", file([plate]));
+    await window.value("area", 20000);
+    await page.getByRole("button", { name: "Draw", exact: true }).click();
+    await page.fill(".coordinates-input", "1e999, 0");
+    await page.press(".coordinates-input", "Enter");
+    await says(window, "#live", /no point/);
+});
+
+inWindow("a double click on an edge makes a corner, and its choice ends with the section", async (window) => {
+    const { page } = window;
+    await window.drop("ring.json", file([{ points: [[0, 0], [200, 0], [200, 100], [0, 100]] }]));
+    await page.waitForSelector('[data-edge="0"]', { state: "attached" });
+    await window.value("torsion_constant");
+    const edge = await page.evaluate(() => document.querySelector('[data-edge="0"]').getBoundingClientRect().toJSON());
+    await page.mouse.dblclick(edge.x + edge.width / 2, edge.y + edge.height / 2);
+    await says(window, ".board-title", /Corner 2/);
+    assert.match(await page.inputValue("textarea[name=points]"), /^0, 0\n100, 0\n200, 0\n/);
+    await window.drop("other.json", file([{ points: [[0, 0], [100, 0], [0, 100]] }]));
+    await window.value("area", 5000);
+    assert.equal(await page.locator(".board-title").count(), 0);
+});
+
+inWindow("replacing, a second file and a false address are told; files are called as their sections", async (window) => {
+    const { page } = window;
+    await window.search("ipe300");
+    assert.equal((await window.save("Section file")).name, "IPE300.json");
+    await window.search("heb300");
+    await says(window, "#live", /HEB300 took the place of IPE300\. Undo brings that back/);
+    const transfer = await page.evaluateHandle((text) => {
+        const data = new DataTransfer();
+        for (const name of ["one.json", "two.json"]) data.items.add(new File([text], name));
+        return data;
+    }, file([plate]));
+    await page.dispatchEvent("body", "drop", { dataTransfer: transfer });
+    await says(window, "#live", /one\.json was taken, two\.json left out/);
+    await page.selectOption("#section-unit", "in");
+    await says(window, "#live", /numbers stay: what was 100 mm wide is 100 in wide/);
+    await page.waitForFunction(() => /^#s=/.test(location.hash));
+    for (const hash of ["s=AAAA", "s=%%%", "garbage"]) {
+        await page.evaluate((text) => { location.hash = text; }, hash);
+        await says(window, ".message", /address holds no whole section/);
+        assert.equal(await page.evaluate(() => location.hash), "");
+        await page.getByRole("button", { name: "Close the message" }).click();
+    }
+});
