@@ -29,14 +29,17 @@ export function changedPart(part, change) {
     return changed;
 }
 
-/** @param {{section: any, element: any, shapes: Shape[], edit: (section: any, name: string) => void, free: (part: Part) => Part}} context `free`: a part that
+/** @param {{section: any, element: any, shapes: Shape[], edit: (section: any, name: string) => void, free: (part: Part) => Part, now: () => any}} context `now`: the section; `free`: a part that
  *  stands on another, placed by itself */
 export function partForm(context) {
     const { section, element } = context;
     const part = element.item;
-    const set = (change, name = Object.keys(change)[0]) =>
-        context.edit(withItem(section, element, changedPart(part, change)),
-                     `${element.list}/${element.index}/${name}`);
+    const set = (change, name = Object.keys(change)[0]) => {
+        // A second edit can come before the form shows the first.
+        const now = context.now();
+        const item = elementsOf(now).find(({ list, index }) => list === element.list && index === element.index)?.item;
+        if (item) context.edit(withItem(now, element, changedPart(item, change)), `${element.list}/${element.index}/${name}`);
+    };
     const own = { ...context, part, set, unit: section.unit };
     if (element.list === "parts") {
         return [contents(own), placement(own), heading("More"), more(own)];

@@ -50,6 +50,7 @@ export class PartsPanel {
         refill(this.form, chosen ? partForm({
             section, element: chosen, shapes: this.shapes(),
             edit: (changed, name) => this.store.edit(changed, name),
+            now: () => this.store.section,
             free: (part) => this.free(part),
         }).concat(this.buttons(chosen)) : []);
         this.form.hidden = !chosen;

@@ -48,6 +48,8 @@ test("fillets keep the area of their arcs, whichever way the ring runs and howev
     }
     const angle = [[0, 0], [50, 0], [50, 10], [10, 10], [10, 50], [0, 50]];
     isNear(areaOf(roundedRing(angle, [0, 0, 0, 8, 0, 0], 0.001)), 900 + 64 * (1 - Math.PI / 4), 900, "root");
+    const wide = square.map(([x, y]) => [1e18 * x, 1e18 * y]);
+    assert.ok(roundedRing(wide, [1e19, 0, 0, 0], 0.001).length < 20_000, "chords where the tolerance is lost");
     assert.throws(() => roundedRing(angle, [0, 6, 6, 0, 0, 0], 0.001), /points 2 and 3/);
     isNear(areaOf(roundedRing(angle, [0, 5, 5, 0, 0, 0], 0.001)), 900 - 50 * (1 - Math.PI / 4), 900, "toe");
 });
