@@ -30,7 +30,7 @@ export class ForcesPanel {
             el("div", { class: "fields three" }, FORCES.map(([name, kind, hint]) =>
                 numberField(name, forces[name] || null, force(name),
                             { name: `force-${name}`, unit: units[kind], help: hint, placeholder: "0" }))),
-            el("div", { class: "fields three" },
+            el("div", { class: "fields" },
                 numberField("Density", options.density, option("density"),
                             { name: "density", unit: "kg/m³", help: "for the mass per metre", range: [(value) => value > 0, "above 0"] }),
                 numberField("Poisson’s ratio", options.poisson, option("poisson"),

@@ -101,7 +101,8 @@ export function showTable(container, result, beside, names) {
                                          group.name,
                                          NOTES[group.group] && el("span", { class: "group-note" }, NOTES[group.group]))),
         group.rows.map((row) => rowNode({ ...row, isRepeated: isRepeated(row.value) }, table, group, columns.length))));
-    fill(container, el("table", { class: "values-table" },
+    const isTight = table.hasPublished || table.hasBeside;
+    fill(container, el("table", { class: isTight ? "values-table tight" : "values-table" },
                        el("caption", { class: "hidden" }, "Values of the section"), head, bodies));
 }
 

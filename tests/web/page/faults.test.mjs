@@ -133,6 +133,24 @@ inWindow("numbers out of range are told in their field, with what is in use", as
     }
 });
 
+inWindow("the table is not cut off where there is room, and shows where it is", async (window) => {
+    const { page } = window;
+    const hidden = () => page.locator("#values").evaluate((values) => values.scrollWidth - values.clientWidth);
+    for (const name of ["upe200", "hem1000"]) {
+        await window.search(name);
+        await window.value("torsion_constant");
+        assert.ok(await hidden() <= 0, `${name}: ${await hidden()} pixels cut off`);
+    }
+    await page.getByRole("button", { name: "Compare" }).click();
+    await window.search("upe200");
+    await window.value("torsion_constant");
+    await says(window, "#values thead", /HEM1000/);
+    assert.ok(await hidden() <= 0, `compared: ${await hidden()} pixels cut off`);
+    await page.setViewportSize({ width: 360, height: 740 });
+    assert.ok(await hidden() > 0);
+    assert.match(await page.locator("#values").evaluate((values) => getComputedStyle(values).backgroundAttachment), /scroll/);
+});
+
 inWindow("the page goes on however far from the origin a section lies", async (window) => {
     const { page } = window;
     for (const x of [1e15, 1e16, 1e17, 1e18]) {
