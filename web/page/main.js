@@ -15,7 +15,7 @@ import { Files, OriginPanel, acceptDrops } from "./files.js";
 import { sentence, showFindings } from "./findings_panel.js";
 import { ForcesPanel, showStresses } from "./forces_panel.js";
 import { PartsPanel } from "./parts_panel.js";
-import { MILLIMETRES, elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
+import { MILLIMETRES, elementAt, elementsOf, emptySection, isEmpty, labelOf, pointerOf, titleOf, withPartOnTop } from "./section_file.js";
 import { exampleOf, showShapes } from "./shapes_panel.js";
 import { Store, isChanged } from "./store.js";
 import { showMethods, showPartModuli, showTable } from "./values_table.js";
@@ -53,7 +53,9 @@ function showRefusal(error) {
     const element = elementAt(store.section, error.place ?? "");
     const index = elementsOf(store.section).findIndex((one) =>
         one.list === element?.list && one.index === element?.index);
-    const problem = `${error.place ? `${error.place}: ` : ""}${sentence(error.problem ?? error.message)}`;
+    const place = element ? [labelOf(element), error.place.slice(pointerOf(element).length).replace(/[/_]/g, " ").trim()]
+        .filter(Boolean).join(", ") : error.place;
+    const problem = `${place ? `${place}: ` : ""}${sentence(error.problem ?? error.message)}`;
     showError(problem, [
         error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : "",
         index >= 0 ? [" ", button("Show the part", () => store.set({ selected: index }), { class: "link" })] : "",

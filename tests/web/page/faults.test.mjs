@@ -41,6 +41,7 @@ inWindow("values of an older section never pass for those of one that is refused
     await window.value("torsion_constant");
     await page.fill('[name="width"]', "0");
     await page.waitForSelector("#values.stale");
+    await says(window, ".message", /^plate, width: Must be greater than 0/);
     await says(window, ".stale-note", /Not the values of this section/);
     await says(window, ".figure-caption", /The section before: First/);
     await page.selectOption("#section-unit", "m");
