@@ -11,13 +11,14 @@ import { fillSheet } from "./sheet.js";
 import { copiedTable, withStresses } from "./values_table.js";
 import { forceUnits, numberText } from "./units.js";
 import { isChanged } from "./store.js";
+import { canMove, inUnit } from "./whole.js";
 
 const FIGURES = [["section", "Section"], ["x", "Stress blocks about x"], ["y", "Stress blocks about y"],
     ["normal", "Normal stress"], ["shear", "Shear stress"], ["von_mises", "Von Mises stress"]];
 
 export class Actions {
     /** @param {{store: any, evaluation: any, figure: any, board: any, files: any, version: any,
-     *  say: (text: string) => void, complain: (error: any) => void}} parts */
+     *  say: (text: string, isQuiet?: boolean, choice?: any) => void, complain: (error: any) => void}} parts */
     constructor(parts) {
         const { store, evaluation, figure, board, files, version, say, complain } = parts;
         this.store = store;
@@ -80,12 +81,24 @@ export class Actions {
         const unit = byId("section-unit");
         fill(unit, UNITS.map((one) => el("option", { value: one }, one)));
         unit.addEventListener("change", () => {
-            const before = store.section.unit;
-            store.edit({ ...store.section, unit: unit.value });
-            const { width } = lengthsOf(this.store.state.result, before);
-            const example = width === undefined ? "" : `: what was ${numberText(width)} ${before} wide is ${numberText(width)} ${unit.value} wide`;
-            this.say(`Only the unit was changed, from ${before} to ${unit.value}; the numbers stay${example}. Undo takes it back.`);
+            const { section } = store;
+            store.edit({ ...section, unit: unit.value });
+            if (!isEmpty(section)) this.sayUnit(section, unit.value);
         });
+    }
+
+    /** What a change of the unit did, and the other thing that it may have been meant to do. */
+    sayUnit(section, unit) {
+        const { store } = this;
+        const { width } = lengthsOf(store.state.result, section.unit);
+        const shown = width === undefined ? "" : numberText(width);
+        const example = shown && `: what was ${shown} ${section.unit} wide is ${shown} ${unit} wide`;
+        const changed = store.section;
+        const convert = canMove(section) && button("Convert the numbers", () => {
+            if (store.section === changed) store.edit(inUnit(section, unit, store.state.shapes));
+            this.say(`The section has its size, in ${unit}.`);
+        });
+        this.say(`Only the unit was changed, from ${section.unit} to ${unit}; the numbers stay${example}.`, false, convert);
     }
 
     figureBar() {
@@ -227,7 +240,7 @@ export class Actions {
         if (!await this.hasValues()) return;
         const { result, besideResult } = this.store.state;
         const { section, beside: other } = this.store.work;
-        const beside = other && besideResult?.groups ? besideResult : null;
+        const beside = other && besideResult?.of === other && besideResult.groups ? besideResult : null;
         const isCopied = copy(copiedTable(result, beside, this.names(), titleOf(section), forceUnits(section.unit).stress));
         this.say(isCopied ? "The table is on the clipboard." : "The browser did not let the page copy.");
     }

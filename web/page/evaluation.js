@@ -163,16 +163,16 @@ export class Evaluation {
             this.store.set({ besideResult: null });
             return;
         }
+        const unit = state.unit || state.history.present.section.unit;
         try {
             const want = ["values", "findings", "material"];
-            const unit = state.unit || state.history.present.section.unit;
             const request = { ...requestFor({ ...state, forces: {} }, beside, true, want), unit };
             const answer = await this.solver.call(request);
-            if (this.store.work.beside === beside) this.store.set({ besideResult: shown(answer) });
+            if (this.store.work.beside === beside) this.store.set({ besideResult: { ...shown(answer), of: beside, unit } });
         } catch (error) {
             if (this.store.work.beside !== beside) return;
             if (error.message === ENDED) await this.beside(state);  // with what was overtaken beside it
-            else this.store.set({ besideResult: { error } });
+            else this.store.set({ besideResult: { error, of: beside, unit } });
         }
     }
 }
@@ -193,6 +193,9 @@ export function isSettled(state) {
     const { result, history: { present: { section } } } = state;
     if (isEmpty(section)) return true;
     if (result?.section !== section || !result.isComplete) return false;
+    const { beside } = state.history.present;
+    const isCompared = state.besideResult?.of === beside && state.besideResult.unit === (state.unit || section.unit);
+    if (beside && !isCompared) return false;
     return Boolean(result.error) ||
         Object.entries(askedOf(state)).every(([key, value]) => result.asked?.[key] === value);
 }

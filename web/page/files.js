@@ -175,7 +175,8 @@ export function acceptDrops(files, veil, say) {
         depth = Math.max(0, depth + change);
         veil.hidden = depth === 0;
     };
-    const openOne = async ([file, ...others]) => {
+    const openOne = async (given) => {
+        const [file, ...others] = given;
         if (!file) return;
         await files.open(file);
         if (others.length) say(`One file at a time: ${file.name} was taken, ${others.map(({ name }) => name).join(", ")} left out.`);

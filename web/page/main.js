@@ -25,14 +25,15 @@ const store = new Store();
 let silence = 0;
 
 /** Says what was done, for eyes and ears; it goes by itself.
- *  @param {string} text @param {boolean} [isQuiet] what the screen shows anyway */
-function say(text, isQuiet = false) {
+ *  @param {string} text @param {boolean} [isQuiet] what the screen shows anyway
+ *  @param {any} [choice] a button beside it */
+function say(text, isQuiet = false, choice = null) {
     const live = byId("live");
     live.classList.toggle("hidden", isQuiet);
     live.textContent = "";
     clearTimeout(silence);
-    setTimeout(() => { live.textContent = text; }, 30);
-    silence = setTimeout(() => { live.textContent = ""; }, 5000);
+    setTimeout(() => fill(live, text, " ", choice), 30);
+    silence = setTimeout(() => { live.textContent = ""; }, choice ? 20_000 : 5000);
 }
 
 /** What is wrong stays above the figure until it is mended or closed. */
@@ -73,7 +74,7 @@ function showResult(figure, state, before) {
     showFindings(byId("findings"), result, state.finding, pointOut);
     const stale = staleSection(state);
     const own = result?.groups ? result.of?.unit ?? section.unit : section.unit;
-    const compared = beside && besideResult?.groups ? besideResult : null;
+    const compared = besideResult?.of === beside && besideResult?.groups ? besideResult : null;
     const factor = beside ? MILLIMETRES[beside.unit] / MILLIMETRES[own] : 1;
     const span = compared?.box && result?.box ? widest(result.box, compared.box, factor) : null;
     figure.show(result, own, { finding: state.finding, span, isPale: Boolean(result?.error),

@@ -117,8 +117,8 @@ export class PartsPanel {
     /** Where a row was deleted the focus goes to the one that has its place. */
     passFocus() {
         if (this.focus < 0) return;
-        const rows = this.list.querySelectorAll(".part-name");
-        (rows[Math.min(this.focus, rows.length - 1)] ?? document.getElementById("profile-search"))?.focus();
+        const rows = this.list.querySelectorAll("button.part-name");
+        /** @type {any} */ (rows[Math.min(this.focus, rows.length - 1)] ?? document.getElementById("profile-search"))?.focus();
         this.focus = -1;
     }
 

@@ -3,7 +3,7 @@
 import assert from "node:assert/strict";
 import { after, before, test } from "node:test";
 
-import { Window, fileAddress, launch } from "./browser.mjs";
+import { Window, axeSource, fileAddress, launch } from "./browser.mjs";
 
 let browser;
 
@@ -44,6 +44,11 @@ inWindow("values of an older section never pass for those of one that is refused
     await says(window, ".message", /^plate, width: Must be greater than 0/);
     await says(window, ".stale-note", /Not the values of this section/);
     await says(window, ".figure-caption", /The section before: First/);
+    await page.click("text=Forces and options");
+    await page.fill("[name=poisson]", "2");
+    await page.evaluate(axeSource());
+    const { violations } = await page.evaluate(() => window.axe.run(document));
+    assert.deepEqual(violations.map(({ id, nodes }) => `${id}: ${nodes[0].html}`), []);
     await page.selectOption("#section-unit", "m");
     await says(window, "#values", /20000\s*mm²/);
     await says(window, ".section-figure", /100 mm/);
@@ -147,6 +152,10 @@ inWindow("the table is not cut off where there is room, and shows where it is", 
     await window.value("torsion_constant");
     await says(window, "#values thead", /HEM1000/);
     assert.ok(await hidden() <= 0, `compared: ${await hidden()} pixels cut off`);
+    await page.selectOption("#values-unit", "cm");
+    const area = (await copied(window)).split("\n").find((line) => /^Area\t/.test(line)).split("\t");
+    // Both in the unit that was asked for: 444 and 29.0 cm^2 are published.
+    assert.ok(Math.abs(area[2] - 29) < 0.1 && Math.abs(area[5] - 444) < 1, `${area}`);
     await page.setViewportSize({ width: 360, height: 740 });
     assert.ok(await hidden() > 0);
     assert.match(await page.locator("#values").evaluate((values) => getComputedStyle(values).backgroundAttachment), /scroll/);
@@ -197,6 +206,9 @@ inWindow("replacing, a second file and a false address are told; files are calle
     await says(window, "#live", /one\.json was taken, two\.json left out/);
     await page.selectOption("#section-unit", "in");
     await says(window, "#live", /numbers stay: what was 100 mm wide is 100 in wide/);
+    await window.value("area", 20000);
+    await page.getByRole("button", { name: "Convert the numbers" }).click();
+    await window.value("area", 20000 / 25.4 ** 2);
     await page.waitForFunction(() => /^#s=/.test(location.hash));
     for (const hash of ["s=AAAA", "s=%%%", "garbage"]) {
         await page.evaluate((text) => { location.hash = text; }, hash);

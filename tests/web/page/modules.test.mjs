@@ -15,7 +15,7 @@ import { compiled, isSectionFile, withContoursAsParts, withPartOnTop,
          without } from "../../../web/page/section_file.js";
 import { packed, unpacked } from "../../../web/page/share.js";
 import { snapped, typedPoint, typedPoints } from "../../../web/page/snap.js";
-import { movedWhole, turnedWhole } from "../../../web/page/whole.js";
+import { inUnit, movedWhole, turnedWhole } from "../../../web/page/whole.js";
 import { forcesFor } from "../../../web/page/units.js";
 import { inPageWords, withPageWords } from "../../../web/page/words.js";
 
@@ -199,6 +199,16 @@ test("nothing that the engine says sends a reader of the page to a command line"
     const answer = withPageWords({ values: { groups: [{ values: [value] }] }, findings: [{ problem: "give --unit" }] });
     assert.equal(answer.values.groups[0].values[0].why_missing, "it takes a solution");
     assert.match(answer.findings[0].problem, /“Unit of the file”/);
+});
+
+test("a section in another unit has its lengths scaled, once each, and nothing else", () => {
+    const shapes = [{ kind: "channel", dimensions: [{ key: "thickness", power: 1 }, { key: "slope", power: 0 }] }];
+    const part = (k) => ({ shape: "channel", thickness: 8 * k, slope: 5, rotate: 30, modular_ratio: 2, move: [10 * k, -20 * k],
+                           gap: 3 * k, repeat: { count: 2, step: [40 * k, 0] } });
+    const file = (unit, k) => ({ version: 1, unit, density: 7850, contours: [{ kind: "solid", points: [[k, 0], [2 * k, 0], [k, k]], radii: [0, 0, k] }],
+                                 parts: [part(k), { wall: { kind: "open", thickness: 2 * k, points: [[0, 0], [9 * k, 0]] } }] });
+    assert.deepEqual(inUnit(file("mm", 10), "cm", shapes), file("cm", 1));
+    assert.deepEqual(inUnit(file("m", 1), "mm", shapes), file("mm", 1000));
 });
 
 /** A worker that answers, or dies, when it is told to. */
