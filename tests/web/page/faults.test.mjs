@@ -217,3 +217,18 @@ inWindow("replacing, a second file and a false address are told; files are calle
         await page.getByRole("button", { name: "Close the message" }).click();
     }
 });
+
+inWindow("a gap of a drawing is closed by its field", async (window) => {
+    const { page } = window;
+    const corners = [[0, 0], [100, 0], [100, 50], [0, 50], [0, 0.2]];
+    const lines = corners.slice(1).map(([x, y], index) =>
+        `0\nLINE\n8\nsteel\n10\n${corners[index][0]}\n20\n${corners[index][1]}\n11\n${x}\n21\n${y}\n`).join("");
+    await window.drop("gap.dxf", `0\nSECTION\n2\nENTITIES\n${lines}0\nENDSEC\n0\nEOF\n`);
+    await says(window, ".message", /a gap of 0\.2/);
+    await page.fill("[name=join]", "0");
+    await page.press("[name=join]", "Tab");
+    await says(window, ".field-problem", /above 0/);
+    await page.fill("[name=join]", "0.3");
+    await page.press("[name=join]", "Tab");
+    await window.value("area", 5000, 0.003);
+});
