@@ -7,6 +7,7 @@ import { fileURLToPath } from "node:url";
 
 import { matching } from "../../../web/page/catalogue_panel.js";
 import { EngineClient, Latest, Overtaken } from "../../../web/page/engine_client.js";
+import { isSettled } from "../../../web/page/evaluation.js";
 import { roundedRing } from "../../../web/page/fillets.js";
 import { edited, historyOf, redone, undone } from "../../../web/page/history.js";
 import { snappedShift, withOwnNames } from "../../../web/page/outlines.js";
@@ -199,6 +200,19 @@ test("nothing that the engine says sends a reader of the page to a command line"
     const answer = withPageWords({ values: { groups: [{ values: [value] }] }, findings: [{ problem: "give --unit" }] });
     assert.equal(answer.values.groups[0].values[0].why_missing, "it takes a solution");
     assert.match(answer.findings[0].problem, /“Unit of the file”/);
+});
+
+test("what is shown is settled once all that is asked for is computed, the section beside it too, or refused", () => {
+    const [section, beside] = [{ unit: "mm", parts: [{ profile: "IPE300" }] }, { unit: "m", parts: [{ profile: "HEB300" }] }];
+    const asked = { unit: "cm", options: {}, forces: {}, figure: "section" };
+    const result = { section, isComplete: true, asked };
+    const state = { ...asked, history: historyOf({ section, beside, origin: null }), result, besideResult: { of: beside, unit: "cm" } };
+    assert.equal(isSettled(state), true);
+    for (const change of [{ unit: "m" }, { forces: { N: 1 } }, { besideResult: null }, { besideResult: { of: beside, unit: "mm" } },
+                          { result: { ...result, isComplete: false } }, { result: { ...result, section: beside } }]) {
+        assert.equal(isSettled({ ...state, ...change }), false, JSON.stringify(change));
+    }
+    assert.equal(isSettled({ ...state, forces: { N: 1 }, result: { ...result, error: "refused" } }), true);
 });
 
 test("a section in another unit has its lengths scaled, once each, and nothing else", () => {
