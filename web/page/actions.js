@@ -1,22 +1,24 @@
 // @ts-check
 // The buttons of the page and their keys.
 
+import { lengthsOf } from "./annotations.js";
 import { button, byId, el, fill } from "./dom.js";
 import { copy, fileName, save } from "./files.js";
-import { requestFor } from "./evaluation.js";
+import { figureOf, isSettled, pictureText, requestFor } from "./evaluation.js";
 import { UNITS, emptySection, fileText, isEmpty, titleOf } from "./section_file.js";
 import { digestOf } from "./share.js";
 import { fillSheet } from "./sheet.js";
-import { copiedTable } from "./values_table.js";
-import { forceUnits } from "./units.js";
+import { copiedTable, withStresses } from "./values_table.js";
+import { forceUnits, numberText } from "./units.js";
 import { isChanged } from "./store.js";
+import { canMove, inUnit } from "./whole.js";
 
 const FIGURES = [["section", "Section"], ["x", "Stress blocks about x"], ["y", "Stress blocks about y"],
     ["normal", "Normal stress"], ["shear", "Shear stress"], ["von_mises", "Von Mises stress"]];
 
 export class Actions {
     /** @param {{store: any, evaluation: any, figure: any, board: any, files: any, version: any,
-     *  say: (text: string) => void, complain: (error: any) => void}} parts */
+     *  say: (text: string, isQuiet?: boolean, choice?: any) => void, complain: (error: any) => void}} parts */
     constructor(parts) {
         const { store, evaluation, figure, board, files, version, say, complain } = parts;
         this.store = store;
@@ -35,9 +37,10 @@ export class Actions {
             button("Open…", () => byId("file-input").click(), { title: "DXF, CSV or JSON; or drop it on the page" }),
             this.undo, this.redo,
             this.menu("Save", [["Section file (JSON)", () => this.saveSection()],
-                ["Values (CSV)", () => this.saveText("csv", "text/csv")],
-                ["Values (JSON)", () => this.saveText("json", "application/json", "-values.json")],
-                ["Figure (SVG)", () => this.saveText("svg", "image/svg+xml")]]),
+                ["Values (CSV)", () => this.saveValues()],
+                ["Values (JSON)", () => this.saveText("application/json", "-values.json",
+                                                      async () => (await this.written("json")).json)],
+                ["Figure (SVG)", () => this.saveFigure()]]),
             button("Copy link", () => this.copyLink(), { title: "The link holds the section itself" }),
             button("Print", () => this.print(), { title: "A sheet with figure, values, version and hash" }));
         byId("file-input").addEventListener("change", (event) => {
@@ -78,9 +81,24 @@ export class Actions {
         const unit = byId("section-unit");
         fill(unit, UNITS.map((one) => el("option", { value: one }, one)));
         unit.addEventListener("change", () => {
-            store.edit({ ...store.section, unit: unit.value });
-            this.say(`The lengths of the section are now in ${unit.value}; its numbers stay as they are.`);
+            const { section } = store;
+            store.edit({ ...section, unit: unit.value });
+            if (!isEmpty(section)) this.sayUnit(section, unit.value);
         });
+    }
+
+    /** What a change of the unit did, and the other thing that it may have been meant to do. */
+    sayUnit(section, unit) {
+        const { store } = this;
+        const { width } = lengthsOf(store.state.result, section.unit);
+        const shown = width === undefined ? "" : numberText(width);
+        const example = shown && `: what was ${shown} ${section.unit} wide is ${shown} ${unit} wide`;
+        const changed = store.section;
+        const convert = canMove(section) && button("Convert the numbers", () => {
+            if (store.section === changed) store.edit(inUnit(section, unit, store.state.shapes));
+            this.say(`The section has its size, in ${unit}.`);
+        });
+        this.say(`Only the unit was changed, from ${section.unit} to ${unit}; the numbers stay${example}.`, false, convert);
     }
 
     figureBar() {
@@ -169,30 +187,61 @@ export class Actions {
         return is;
     }
 
-    /** What the engine writes of the section. @param {string} want @param {any} [figure] */
-    async written(want, figure) {
+    /** What the engine writes of the section, with the stresses. @param {string} want
+     *  @param {string} [figure] */
+    async written(want, figure = "section") {
         const { state, section } = this.store;
         const request = requestFor(state, section, true, [want]);
         delete request.unit;
-        if (figure) request.figure = figure;
-        return (await this.evaluation.solver.call(request))[want];
+        return this.evaluation.solver.call(Object.assign(request, figureOf(figure, request)));
     }
 
-    async saveText(want, type, ending = `.${want}`) {
+    /** @param {string} type @param {string} ending of the file's name
+     *  @param {() => Promise<string>} write */
+    async saveText(type, ending, write) {
         if (!this.isThere()) return;
         try {
-            const text = await this.written(want);
-            save(fileName(this.store.section, "x").replace(/\.x$/, ending), type, text);
+            const { section } = this.store;
+            save(fileName(section, "x").replace(/\.x$/, ending), type, await write());
         } catch (error) {
             this.complain(error);
         }
     }
 
-    copyTable() {
+    saveValues() {
+        return this.saveText("text/csv", ".csv", async () => {
+            const { unit } = this.store.section;
+            const { csv, stresses } = await this.written("csv");
+            return withStresses(csv, stresses ?? [], forceUnits(unit).stress);
+        });
+    }
+
+    /** The figure that is shown. */
+    saveFigure() {
+        const { state, section } = this.store;
+        return this.saveText("image/svg+xml", ".svg", async () => {
+            const answer = await this.written("svg", state.figure);
+            if (isStress(state.figure) && !answer.stresses) throw new Error(forcesNeeded(section.unit));
+            return pictureText(answer.svg, state);
+        });
+    }
+
+    /** Waits for the solution. @returns {Promise<boolean>} whether there are values of the section */
+    async hasValues() {
+        if (!this.isThere()) return false;
+        if (!isSettled(this.store.state)) this.say("Torsion, warping and shear are still being computed.");
+        await this.evaluation.settled();
+        const { result } = this.store.state;
+        if (result?.error) this.complain(result.error);
+        return Boolean(result?.groups && !result.error);
+    }
+
+    async copyTable() {
+        if (!await this.hasValues()) return;
         const { result, besideResult } = this.store.state;
-        if (!result?.groups) return this.say("There are no values yet.");
-        const beside = this.store.work.beside && besideResult?.groups ? besideResult : null;
-        const isCopied = copy(copiedTable(result, beside, this.names()));
+        const { section, beside: other } = this.store.work;
+        const beside = other && besideResult?.of === other && besideResult.groups ? besideResult : null;
+        const isCopied = copy(copiedTable(result, beside, this.names(), titleOf(section), forceUnits(section.unit).stress));
         this.say(isCopied ? "The table is on the clipboard." : "The browser did not let the page copy.");
     }
 
@@ -206,8 +255,7 @@ export class Actions {
     }
 
     async print() {
-        if (!this.isThere()) return;
-        if (!this.store.state.result?.isComplete) this.say("Torsion, warping and shear are still being computed.");
+        if (!await this.hasValues()) return;
         const { section } = this.store;
         this.digest = { section, text: await digestOf(fileText(section)) };
         window.print();
@@ -217,10 +265,20 @@ export class Actions {
     fillSheet() {
         const { store } = this;
         const { state, section } = store;
-        if (isEmpty(section) || !state.result?.groups) return;
+        if (isEmpty(section) || !state.result?.groups || state.result.error || state.result.of !== section) {
+            return fill(byId("sheet"), el("header", {}, el("h1", {}, titleOf(section))),
+                        el("p", { class: "sheet-refusal" }, this.whyNoSheet()));
+        }
         fillSheet(byId("sheet"), { state, section, version: this.version,
             digest: this.digest.section === section ? this.digest.text : "",
             beside: store.work.beside ? state.besideResult : null });
+    }
+
+    whyNoSheet() {
+        const { state: { result }, section } = this.store;
+        if (isEmpty(section)) return "There is no section.";
+        return result?.error ? `The section cannot be computed: ${result.error.message}`
+            : "The section is still being computed; print it again.";
     }
 
     /** Computes the digest of the section when the hand rests: printing does not wait for it. */
@@ -229,6 +287,11 @@ export class Actions {
             this.digest = { section, text: await digestOf(fileText(section)) };
         } catch { /* what has no file text is not printed */ }
     }
+}
+
+/** Whether a figure is of stresses. @param {string} figure */
+export function isStress(figure) {
+    return !["section", "x", "y"].includes(figure);
 }
 
 /** What is said where a figure of stresses has no forces. @param {string} unit */

@@ -2,7 +2,7 @@
 // The hash of the address: it follows the section and restores it.
 
 import { LONGEST_HASH, packed, unpacked } from "./share.js";
-import { elementsOf, isEmpty, isSectionFile } from "./section_file.js";
+import { UNITS, elementsOf, isEmpty, isSectionFile } from "./section_file.js";
 import { isChanged } from "./store.js";
 
 /** How long after a change the address follows [ms]; browsers limit how often it may. */
@@ -30,7 +30,9 @@ export function followAddress(store, complain) {
     });
     window.addEventListener("hashchange", () => {
         const hash = location.hash.slice(1);
-        if (hash && hash !== own) restore(store, complain);
+        if (!hash || hash === own) return;
+        if (document.getElementById(hash)) replace(own);  // a place in the page, which has been gone to
+        else restore(store, complain);
     });
 }
 
@@ -44,17 +46,23 @@ function stateOf({ history: { present }, unit, forces, options }) {
 /** Takes the section from the address. @param {import("./store.js").Store} store
  *  @param {(error: any) => void} complain @returns {Promise<boolean>} whether it holds one */
 export async function restore(store, complain) {
-    const packedState = /^#s=([\w-]+)$/.exec(location.hash);
-    if (!packedState) return false;
+    if (!location.hash) return false;
     try {
-        const { f, b, u, l, o } = await unpacked(packedState[1]);
-        if (!isSectionFile(f) || (b && !isSectionFile(b))) throw new TypeError("no section");
+        const { f, b, u, l, o } = await unpacked(/^#s=([\w-]+)$/.exec(location.hash)?.[1] ?? "");
+        if (!isSectionFile(f) || (b && !isSectionFile(b)) || !isRest(u, l, o)) throw new TypeError("no section");
         const count = elementsOf(f).length;
         store.commit({ section: f, beside: b ?? null, origin: null }, "", {
-            unit: u ?? "", forces: l ?? {}, options: o ?? {}, selected: count === 1 ? 0 : -1 });
+            unit: u ?? "", forces: l ?? {}, options: o ?? {}, selected: count === 1 ? 0 : -1, corner: -1 });
         return true;
     } catch {
+        history.replaceState(null, "", location.pathname + location.search);
         complain(new Error("The address holds no whole section; it may have been cut. Ask for the section file."));
         return false;
     }
+}
+
+/** Whether what an address carries beside sections can be shown: a unit of values, numbers by name. */
+function isRest(unit, ...numbers) {
+    return (unit === undefined || UNITS.includes(unit)) && numbers.every((one) => one === undefined ||
+        (typeof one === "object" && one !== null && Object.values(one).every(Number.isFinite)));
 }

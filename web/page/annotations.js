@@ -15,6 +15,9 @@ const LINE = 14;
 /** Lines this near to each other are shown as one [pixels]. */
 const SAME = 1.5;
 
+/** No screen has room for more lines of the grid one way. */
+const MOST_LINES = 500;
+
 /** Where the number of a finding stands from its place, which may be a corner to drag [pixels]. */
 const BADGE = [-16, -18];
 
@@ -32,18 +35,24 @@ export function lengthsOf(result, unit) {
     return lengths;
 }
 
+/** The multiples of a step from one number to another. They are counted: far from 0 a step can be
+ *  smaller than what numbers tell apart, and adding it leads nowhere. */
+function stepsWithin(low, high, step) {
+    const first = Math.ceil(low / step);
+    const count = Math.min(Math.floor(high / step) - first + 1, MOST_LINES);
+    return Array.from({ length: count > 0 ? count : 0 }, (_, index) => (first + index) * step);
+}
+
 /** @param {Viewport} view */
 export function gridLines(view) {
     const step = gridStep(view.scale) * 10;
     const [x0, y1] = toPlane(view, [0, 0]);
     const [x1, y0] = toPlane(view, [view.width, view.height]);
-    let d = "";
-    for (let x = Math.ceil(x0 / step) * step; x <= x1; x += step) {
-        d += `M${toScreen(view, [x, 0])[0].toFixed(1)} 0V${view.height}`;
-    }
-    for (let y = Math.ceil(y0 / step) * step; y <= y1; y += step) {
-        d += `M0 ${toScreen(view, [0, y])[1].toFixed(1)}H${view.width}`;
-    }
+    const across = stepsWithin(x0, x1, step)
+        .map((x) => `M${toScreen(view, [x, 0])[0].toFixed(1)} 0V${view.height}`);
+    const up = stepsWithin(y0, y1, step)
+        .map((y) => `M0 ${toScreen(view, [0, y])[1].toFixed(1)}H${view.width}`);
+    const d = across.join("") + up.join("");
     const [ox, oy] = toScreen(view, [0, 0]).map((pixel) => pixel.toFixed(1));
     return [svg("path", { class: "grid", d }),
             svg("path", { class: "origin", d: `M${ox} 0V${view.height}M0 ${oy}H${view.width}` })];

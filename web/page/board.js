@@ -77,6 +77,7 @@ export class Board {
         const pixel = this.figure.pixelOf(event);
         this.pointers.set(event.pointerId, pixel);
         const corner = Number(event.target.dataset?.corner ?? -1);
+        this.pressedEdge = Number(event.target.dataset?.edge ?? -1);
         const element = Number(event.target.dataset?.element ?? -1);
         const { selected, outlines } = this.store.state;
         const isOwn = element >= 0 && element === selected && event.button === 0;
@@ -179,7 +180,8 @@ export class Board {
 
     /** A double click on an edge of the chosen part makes a corner there. */
     insert(event) {
-        const edge = Number(event.target.dataset?.edge ?? -1);
+        // What is double-clicked may have been drawn anew since it was pressed.
+        const edge = this.pressedEdge ?? -1;
         const element = this.store.chosen;
         if (edge < 0 || !element) return;
         const { item } = element;

@@ -1,16 +1,18 @@
 // @ts-check
 // The engine in workers: the page never waits for a computation.
 
+import { inPageWords, withPageWords } from "./words.js";
+
 /** What the engine says about input that it cannot take. */
 export class SectionError extends Error {
     /** @param {{message: string, source?: string, place?: string, problem?: string, mend?: string}} error */
     constructor(error) {
-        super(error.message);
+        super(inPageWords(error.message));
         this.name = "SectionError";
         this.source = error.source ?? "";
         this.place = error.place ?? "";
-        this.problem = error.problem ?? error.message;
-        this.mend = error.mend ?? "";
+        this.problem = inPageWords(error.problem) ?? this.message;
+        this.mend = inPageWords(error.mend) ?? "";
     }
 }
 
@@ -54,7 +56,7 @@ export class EngineClient {
         const call = this.calls.get(id);
         this.calls.delete(id);
         if (call && error) call.reject(new SectionError(error));
-        if (call && !error) call.resolve(answer);
+        if (call && !error) call.resolve(withPageWords(answer));
         if (isBroken) this.restart("the engine ran out of memory");
     }
 

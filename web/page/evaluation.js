@@ -7,6 +7,7 @@ import { ENDED, EngineClient, Latest, Overtaken } from "./engine_client.js";
 import { outlinesOf } from "./outlines.js";
 import { catalogueProfileOf, compiled, elementsOf, isEmpty, titleOf } from "./section_file.js";
 import { isChanged } from "./store.js";
+import { withForceUnits } from "./figure_units.js";
 import { forcesFor } from "./units.js";
 
 /** How long the hand rests before the solution starts [ms]. */
@@ -53,6 +54,8 @@ export class Evaluation {
         this.quick = new Latest(this.engine);
         this.slow = null;  // the first values come before a second engine is made
         this.timer = 0;
+        /** @type {((value?: any) => void)[]} */
+        this.waiting = [];
         store.watch((state, before) => this.watch(state, before));
     }
 
@@ -65,7 +68,14 @@ export class Evaluation {
         return this.solving;
     }
 
+    /** Waits until what is shown is computed as it is asked for, or refused. */
+    async settled() {
+        if (!isSettled(this.store.state)) await new Promise((resolve) => this.waiting.push(resolve));
+    }
+
+
     watch(state, before) {
+        if (isSettled(state)) this.waiting.splice(0).forEach((resolve) => resolve());
         const section = state.history.present.section;
         const isNew = isChanged(state, before);
         const isOther = state.unit !== before.unit || state.options !== before.options;
@@ -84,7 +94,8 @@ export class Evaluation {
         try {
             const want = ["values", "findings", "material"];
             const answer = await this.quick.call(requestFor(state, section, false, want));
-            this.accept({ ...shown(answer), section, isComplete: false, error: null });
+            this.accept({ ...shown(answer), section, of: section, isComplete: false,
+                          isRefused: false, error: null });
             if (section === this.store.section) await this.outlines(section);
         } catch (error) {
             if (!(error instanceof Overtaken)) await this.refuse(section, error);
@@ -99,7 +110,7 @@ export class Evaluation {
     /** Where each part lies, to be chosen in the figure. */
     async outlines(section) {
         const outlines = await outlinesOf(this.engine, section).catch(() => []);
-        if (section === this.store.section) this.store.set({ outlines });
+        if (section === this.store.section) this.store.set({ outlines, outlined: section });
     }
 
     /** Shows what is wrong, at its places where there are any, beside the last good figure. */
@@ -110,7 +121,7 @@ export class Evaluation {
         } catch { /* what cannot be read has no findings */ }
         if (section !== this.store.section) return;
         const last = this.store.state.result;
-        this.store.set({ result: { ...last, section, findings, error, isComplete: true } });
+        this.store.set({ result: { ...last, section, findings, error, isComplete: true, isRefused: true } });
     }
 
     afterRest(rest) {
@@ -121,7 +132,8 @@ export class Evaluation {
     /** @param {any} [problem] why there is no figure: the rest is computed without it */
     async solve(problem = null) {
         const { state, section } = this.store;
-        if (isEmpty(section) || this.store.state.result?.error) return;
+        const { result } = this.store.state;
+        if (isEmpty(section) || (result?.isRefused && result.section === section)) return;
         this.solver;
         const want = ["values", "findings", "methods"];
         const request = requestFor(state, section, true, want);
@@ -134,8 +146,9 @@ export class Evaluation {
             if (section !== this.store.section || now.unit !== state.unit) return;
             const { material, box } = now.result ?? {};
             this.store.set({
-                result: { material, box, ...shown(answer), section, isComplete: true, error: null,
-                          figure: state.figure, figureProblem: problem },
+                result: { material, box, ...shown(answer), svg: pictureText(answer.svg, state), section, of: section,
+                          isComplete: true, isRefused: false, error: null,
+                          asked: askedOf(state), figure: state.figure, figureProblem: problem },
             });
         } catch (error) {
             if (error instanceof Overtaken || section !== this.store.section) return;
@@ -150,18 +163,47 @@ export class Evaluation {
             this.store.set({ besideResult: null });
             return;
         }
+        const unit = state.unit || state.history.present.section.unit;
         try {
             const want = ["values", "findings", "material"];
-            const unit = state.unit || state.history.present.section.unit;
             const request = { ...requestFor({ ...state, forces: {} }, beside, true, want), unit };
             const answer = await this.solver.call(request);
-            if (this.store.work.beside === beside) this.store.set({ besideResult: shown(answer) });
+            if (this.store.work.beside === beside) this.store.set({ besideResult: { ...shown(answer), of: beside, unit } });
         } catch (error) {
             if (this.store.work.beside !== beside) return;
             if (error.message === ENDED) await this.beside(state);  // with what was overtaken beside it
-            else this.store.set({ besideResult: { error } });
+            else this.store.set({ besideResult: { error, of: beside, unit } });
         }
     }
+}
+
+/** A figure of the engine with the forces as they are typed. @param {string|undefined} text
+ *  @param {import("./store.js").State} state */
+export function pictureText(text, { forces, history }) {
+    return text && withForceUnits(text, forces, history.present.section.unit);
+}
+
+/** What the solution depends on beside the section. */
+function askedOf({ unit, options, forces, figure }) {
+    return { unit, options, forces, figure };
+}
+
+/** Whether the result is that of all that is asked for. @param {import("./store.js").State} state */
+export function isSettled(state) {
+    const { result, history: { present: { section } } } = state;
+    if (isEmpty(section)) return true;
+    if (result?.section !== section || !result.isComplete) return false;
+    const { beside } = state.history.present;
+    const isCompared = state.besideResult?.of === beside && state.besideResult.unit === (state.unit || section.unit);
+    if (beside && !isCompared) return false;
+    return Boolean(result.error) ||
+        Object.entries(askedOf(state)).every(([key, value]) => result.asked?.[key] === value);
+}
+
+/** The section whose values are shown where they are not those of the section that is refused; null:
+ *  they are its own. @param {import("./store.js").State} state */
+export function staleSection({ result, history: { present } }) {
+    return result?.error && result.groups && result.of !== present.section ? result.of : null;
 }
 
 /** An answer as the page shows it; of a composite section with the moduli of its parts. */
@@ -181,7 +223,7 @@ function isDrawable(request) {
 }
 
 /** What of the engine's figure is asked for. */
-function figureOf(figure, request) {
+export function figureOf(figure, request) {
     const isBlocks = figure === "x" || figure === "y";
     if (figure === "section" || (!isBlocks && !request.options.forces)) return {};
     return { figure: isBlocks ? { blocks: figure } : { stress: figure } };

@@ -6,43 +6,69 @@ import { typedPoints } from "./snap.js";
 
 let last = 0;
 
-function labelled(label, input, { hint = "", unit = "", isWide = false } = {}) {
+/** `hint` is a tooltip, `help` stands below the field. */
+function labelled(label, input, { hint = "", help = "", unit = "", isWide = false } = {}) {
     const id = `field-${++last}`;
     input.id = id;
     if (hint) input.title = hint;
+    if (help) input.setAttribute("aria-describedby", `${id}-help`);
     return el("div", { class: isWide ? "field wide" : "field" },
-              el("label", { for: id }, label, unit && el("span", { class: "field-unit" }, ` ${unit}`)), input);
+              el("label", { for: id }, label, unit && el("span", { class: "field-unit" }, ` ${unit}`)), input,
+              help && el("span", { class: "field-help", id: `${id}-help` }, help));
 }
 
+/** Says in the field and below it what is wrong with what was typed; empty: nothing. */
 function refuse(input, problem) {
     input.setAttribute("aria-invalid", String(Boolean(problem)));
-    input.title = problem || "";
+    input.parentElement?.querySelector(".field-problem")?.remove();
+    if (problem) input.after(el("span", { class: "field-problem", role: "alert" }, problem));
 }
 
 /** A number; an empty field is null.
  *  @param {string} label @param {number|null|undefined} value @param {(value: number|null) => void} change
- *  @param {{name: string, unit?: string, hint?: string, isRequired?: boolean, placeholder?: string}} options */
+ *  @param {{name: string, unit?: string, hint?: string, help?: string, isRequired?: boolean, placeholder?: string,
+ *  range?: [(value: number) => boolean, string]}} options `range`: which numbers are allowed, in words */
 export function numberField(label, value, change, options) {
+    let inUse = value ?? options.placeholder;
     const input = el("input", {
         type: "text", inputmode: "decimal", autocomplete: "off", name: options.name,
         placeholder: options.placeholder, required: options.isRequired,
         on: { input: () => {
             const number = numberOf(input.value);
             const isEmpty = !input.value.trim();
-            const isRefused = isEmpty ? Boolean(options.isRequired) : number === null;
-            refuse(input, isRefused ? "Type a number." : "");
-            if (!isRefused) change(isEmpty ? null : number);
+            const isNone = isEmpty ? Boolean(options.isRequired) : number === null;
+            const isOutside = number !== null && options.range && !options.range[0](number);
+            const problem = isNone ? "Type a number" : isOutside ? `Type a number ${options.range?.[1]}` : "";
+            refuse(input, problem && `${problem}; ${inUse === undefined ? "none" : inUse} is in use.`);
+            if (problem) return;
+            inUse = number ?? options.placeholder;
+            change(isEmpty ? null : number);
         } } });
     input.value = value === null || value === undefined ? "" : String(value);
     return labelled(label, input, options);
 }
 
+/** A number that counts once it is typed to its end.
+ *  @param {string} label @param {number|null} value @param {(value: number|null) => void} change
+ *  @param {{name: string, unit?: string, hint?: string, placeholder?: string}} options */
+export function decidedNumberField(label, value, change, options) {
+    const problem = (text) => (text && !(Number(numberOf(text)) > 0) ? "Type a number above 0." : "");
+    return textField(label, value === null ? "" : String(value),
+                     (text) => change(text ? numberOf(text) : null), { ...options, problem });
+}
+
 /** @param {string} label @param {string} value @param {(value: string) => void} change
- *  @param {{name: string, hint?: string, placeholder?: string, isWide?: boolean, list?: string}} options */
+ *  @param {{name: string, hint?: string, placeholder?: string, isWide?: boolean, list?: string,
+ *  unit?: string, problem?: (value: string) => string}} options `problem`: what is wrong with a text */
 export function textField(label, value, change, options) {
     const input = el("input", { type: "text", autocomplete: "off", name: options.name,
                                 placeholder: options.placeholder, list: options.list,
-                                on: { change: () => change(input.value.trim()) } });
+                                on: { change: () => {
+                                    const typed = input.value.trim();
+                                    const problem = options.problem?.(typed) ?? "";
+                                    refuse(input, problem);
+                                    if (!problem) change(typed);
+                                } } });
     input.value = value ?? "";
     return labelled(label, input, options);
 }

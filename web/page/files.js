@@ -2,8 +2,8 @@
 // Files in and out: open, drop, paste, save. Nothing leaves the computer.
 
 import { el, fill } from "./dom.js";
-import { choiceField, refill } from "./fields.js";
-import { UNITS, withContoursAsParts } from "./section_file.js";
+import { choiceField, decidedNumberField, refill } from "./fields.js";
+import { UNITS, titleOf, withContoursAsParts } from "./section_file.js";
 
 /** A larger file is not a section [bytes]; the engine refuses it anyway. */
 const LARGEST_FILE = 256 * 1024 * 1024;
@@ -46,16 +46,17 @@ export class Files {
     }
 
     /** Reads a section and shows it. @param {string} name @param {string} text
-     *  @param {{layers?: string[]|null, unit?: string}} [how] */
-    async read(name, text, { layers = null, unit = "" } = {}) {
+     *  @param {{layers?: string[]|null, unit?: string, join?: number|null}} [how] */
+    async read(name, text, { layers = null, unit = "", join = null } = {}) {
         const format = formatOf(name, text);
         const section = { text, format, source: name };
         if (layers) section.layers = layers;
         if (unit) section.unit = unit;
+        if (join !== null) section.join_tolerance = join;
         try {
             const file = format === "json" ? await this.readFile(section) : await this.convert(section);
             const origin = format === "json" ? null
-                : { name, format, text, unit, chosen: layers, ...(await this.about(section)) };
+                : { name, format, text, unit, join, chosen: layers, ...(await this.about(section)) };
             this.store.replace(file, origin);
         } catch (error) {
             await this.refused(section, error);
@@ -85,15 +86,15 @@ export class Files {
         return { findings: reading, layers, read };
     }
 
-    /** Says what is wrong; a drawing of several layers may be read by others. */
+    /** Says what is wrong; a drawing may be read by other layers, or with wider gaps joined. */
     async refused(section, error) {
         this.complain(error, section.source);
         if (section.format !== "dxf") return;
         try {
             const { layers, read } = await this.engine.call({ op: "layers", section });
             const origin = { name: section.source, format: "dxf", text: section.text, findings: [],
-                             unit: section.unit ?? "", chosen: section.layers ?? null, layers, read };
-            if (layers.length > 1) this.store.commit({ ...this.store.work, origin });
+                             unit: section.unit ?? "", join: section.join_tolerance ?? null, chosen: section.layers ?? null, layers, read };
+            this.store.commit({ ...this.store.work, origin });
         } catch { /* it has been said what is wrong */ }
     }
 }
@@ -112,7 +113,7 @@ export class OriginPanel {
         container.hidden = !origin;
         if (!origin) return fill(container);
         const again = (change) => files.read(origin.name, origin.text,
-            { layers: origin.chosen, unit: origin.unit, ...change });
+            { layers: origin.chosen, unit: origin.unit, join: origin.join ?? null, ...change });
         const chosen = new Set(origin.chosen ?? origin.read);
         const choose = (layer, isChosen) => {
             const layers = origin.layers.filter((one) => (one === layer ? isChosen : chosen.has(one)));
@@ -127,6 +128,8 @@ export class OriginPanel {
                     on: { change: (event) => choose(layer, event.target.checked) } }), layer))),
             choiceField("Unit of the file", origin.unit, /** @type {any} */ (units),
                         (unit) => again({ unit }), { name: "file-unit" }),
+            origin.format === "dxf" && decidedNumberField("Join gaps up to", origin.join, (join) => again({ join }),
+                { name: "join", unit: "mm", placeholder: "0.01", hint: "ends of lines that are this near are one corner" }),
             origin.findings.length ? el("ul", { class: "reading" }, origin.findings.map((finding) =>
                 el("li", { class: finding.severity }, `${finding.problem}${finding.mend ? `; ${finding.mend}` : ""}`))) : null,
         ]);
@@ -141,9 +144,10 @@ export function save(name, type, text) {
     setTimeout(() => URL.revokeObjectURL(url), 10_000);
 }
 
-/** @param {import("./section_file.js").SectionFile} section @param {string} ending */
+/** A file is called as its section is. @param {import("./section_file.js").SectionFile} section
+ *  @param {string} ending */
 export function fileName(section, ending) {
-    const name = (section.name || "section").normalize("NFKD").replace(/[^\w.-]+/g, "-").toLowerCase();
+    const name = titleOf(section).normalize("NFKD").replace(/[\u0300-\u036f]/g, "").replace(/[^\w.-]+/g, "-");
     return `${name.replace(/^[-.]+|[-.]+$/g, "") || "section"}.${ending}`;
 }
 
@@ -163,13 +167,19 @@ export function copy({ text, html }) {
 }
 
 /** Files that are dropped on the page, and sections that are pasted into it.
- *  @param {Files} files @param {HTMLElement} veil */
-export function acceptDrops(files, veil) {
+ *  @param {Files} files @param {HTMLElement} veil @param {(text: string) => void} say */
+export function acceptDrops(files, veil, say) {
     let depth = 0;
     const isFile = (event) => [...(event.dataTransfer?.types ?? [])].includes("Files");
     const show = (change) => {
         depth = Math.max(0, depth + change);
         veil.hidden = depth === 0;
+    };
+    const openOne = async (given) => {
+        const [file, ...others] = given;
+        if (!file) return;
+        await files.open(file);
+        if (others.length) say(`One file at a time: ${file.name} was taken, ${others.map(({ name }) => name).join(", ")} left out.`);
     };
     document.addEventListener("dragenter", (event) => isFile(event) && show(1));
     document.addEventListener("dragleave", (event) => isFile(event) && show(-1));
@@ -178,15 +188,14 @@ export function acceptDrops(files, veil) {
         if (!isFile(event)) return;
         event.preventDefault();
         show(-depth);
-        const [file] = event.dataTransfer.files;
-        if (file) files.open(file);
+        openOne(event.dataTransfer.files);
     });
     document.addEventListener("paste", (event) => {
         const isField = /^(INPUT|TEXTAREA|SELECT)$/.test(/** @type {any} */ (event.target).tagName);
         if (isField) return;
-        const [file] = event.clipboardData?.files ?? [];
+        const given = event.clipboardData?.files ?? [];
         const text = event.clipboardData?.getData("text/plain") ?? "";
-        if (file) files.open(file);
+        if (given.length) openOne(given);
         else if (text.trim()) files.read("pasted", text);
     });
 }

@@ -6,6 +6,9 @@
 /** A chord turns by at most a 192nd of a full turn, however small the radius. */
 const LARGEST_TURN = (2 * Math.PI) / 192;
 
+/** Where the tolerance is lost in the radius a corner takes no more chords. */
+const MOST_CHORDS = 10_000;
+
 /** Edges this parallel have no corner between them [rad]. */
 const STRAIGHT = 1e-9;
 
@@ -85,7 +88,8 @@ function arcOf(point, corner, tolerance) {
 
 function chordsOf(turn, radius, tolerance) {
     const byTolerance = 2 * Math.acos(Math.max(0, 1 - tolerance / radius));
-    return Math.max(2, Math.ceil(turn / Math.min(LARGEST_TURN, byTolerance)));
+    const chords = Math.ceil(turn / Math.min(LARGEST_TURN, byTolerance));
+    return Math.min(Math.max(2, chords), MOST_CHORDS);
 }
 
 function outerRadius(radius, step, chords) {

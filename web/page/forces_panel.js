@@ -3,12 +3,8 @@
 
 import { el, fill } from "./dom.js";
 import { numberField, refill } from "./fields.js";
-import { forceUnits, unitText } from "./units.js";
+import { FORCES, forceUnits, unitText } from "./units.js";
 import { powerNode } from "./values_table.js";
-
-const FORCES = [["N", "force", "tension positive"], ["Mx", "moment", "tension above G positive"],
-    ["My", "moment", "tension to the right of G positive"], ["Vx", "force", "through the shear centre"],
-    ["Vy", "force", "through the shear centre"], ["T", "moment", "counter-clockwise positive"]];
 
 export class ForcesPanel {
     /** @param {HTMLElement} container @param {import("./store.js").Store} store */
@@ -26,22 +22,23 @@ export class ForcesPanel {
         const units = forceUnits(unit);
         const force = (name) => (value) =>
             this.store.set({ forces: { ...this.store.state.forces, [name]: value ?? 0 } });
-        const option = (name, allowed) => (value) => {
-            if (value !== null && !allowed(value)) return;
+        const option = (name) => (value) => {
             const { [name]: _, ...rest } = this.store.state.options;
             this.store.set({ options: value === null ? rest : { ...rest, [name]: value } });
         };
         refill(this.container, [
             el("div", { class: "fields three" }, FORCES.map(([name, kind, hint]) =>
                 numberField(name, forces[name] || null, force(name),
-                            { name: `force-${name}`, unit: units[kind], hint, placeholder: "0" }))),
-            el("div", { class: "fields three" },
-                numberField("Density", options.density, option("density", (value) => value > 0),
-                            { name: "density", unit: "kg/m³", hint: "for the mass per metre" }),
-                numberField("Poisson’s ratio", options.poisson, option("poisson", (value) => value >= 0 && value <= 0.5),
-                            { name: "poisson", placeholder: "0", hint: "acts on shear, from 0 to 0.5" }),
-                numberField("Tolerance", options.tolerance, option("tolerance", (value) => value >= 1e-9 && value <= 0.1),
-                            { name: "tolerance", placeholder: "1e-4", hint: "of the bounds of torsion and shear, from 1e-9 to 0.1" })),
+                            { name: `force-${name}`, unit: units[kind], help: hint, placeholder: "0" }))),
+            el("div", { class: "fields" },
+                numberField("Density", options.density, option("density"),
+                            { name: "density", unit: "kg/m³", help: "for the mass per metre", range: [(value) => value > 0, "above 0"] }),
+                numberField("Poisson’s ratio", options.poisson, option("poisson"),
+                            { name: "poisson", placeholder: "0", help: "acts on shear",
+                              range: [(value) => value >= 0 && value <= 0.5, "from 0 to 0.5"] }),
+                numberField("Tolerance", options.tolerance, option("tolerance"),
+                            { name: "tolerance", placeholder: "1e-4", help: "of torsion and shear",
+                              range: [(value) => value >= 1e-9 && value <= 0.1, "from 1e-9 to 0.1"] })),
         ]);
     }
 }

@@ -1,7 +1,7 @@
 // @ts-check
 // The page: builds its pieces and shows the state in them.
 
-import { Actions, forcesNeeded } from "./actions.js";
+import { Actions, forcesNeeded, isStress } from "./actions.js";
 import { followAddress, restore } from "./address.js";
 import { Board } from "./board.js";
 import { BoardBar } from "./board_bar.js";
@@ -9,13 +9,13 @@ import { CataloguePanel } from "./catalogue_panel.js";
 import { button, byId, el, fill, pictureOf } from "./dom.js";
 import { EngineClient } from "./engine_client.js";
 import { engineSource, makeWorker } from "./engine_source.js";
-import { Evaluation } from "./evaluation.js";
+import { Evaluation, staleSection } from "./evaluation.js";
 import { Figure } from "./figure.js";
 import { Files, OriginPanel, acceptDrops } from "./files.js";
 import { sentence, showFindings } from "./findings_panel.js";
 import { ForcesPanel, showStresses } from "./forces_panel.js";
 import { PartsPanel } from "./parts_panel.js";
-import { MILLIMETRES, elementAt, elementsOf, emptySection, isEmpty, titleOf, withPartOnTop } from "./section_file.js";
+import { MILLIMETRES, elementAt, elementsOf, emptySection, isEmpty, labelOf, pointerOf, titleOf, withPartOnTop } from "./section_file.js";
 import { exampleOf, showShapes } from "./shapes_panel.js";
 import { Store, isChanged } from "./store.js";
 import { showMethods, showPartModuli, showTable } from "./values_table.js";
@@ -25,14 +25,15 @@ const store = new Store();
 let silence = 0;
 
 /** Says what was done, for eyes and ears; it goes by itself.
- *  @param {string} text @param {boolean} [isQuiet] what the screen shows anyway */
-function say(text, isQuiet = false) {
+ *  @param {string} text @param {boolean} [isQuiet] what the screen shows anyway
+ *  @param {any} [choice] a button beside it */
+function say(text, isQuiet = false, choice = null) {
     const live = byId("live");
     live.classList.toggle("hidden", isQuiet);
     live.textContent = "";
     clearTimeout(silence);
-    setTimeout(() => { live.textContent = text; }, 30);
-    silence = setTimeout(() => { live.textContent = ""; }, 5000);
+    setTimeout(() => fill(live, text, " ", choice), 30);
+    silence = setTimeout(() => { live.textContent = ""; }, choice ? 20_000 : 5000);
 }
 
 /** What is wrong stays above the figure until it is mended or closed. */
@@ -53,7 +54,9 @@ function showRefusal(error) {
     const element = elementAt(store.section, error.place ?? "");
     const index = elementsOf(store.section).findIndex((one) =>
         one.list === element?.list && one.index === element?.index);
-    const problem = `${error.place ? `${error.place}: ` : ""}${sentence(error.problem ?? error.message)}`;
+    const place = element ? [labelOf(element), error.place.slice(pointerOf(element).length).replace(/[/_]/g, " ").trim()]
+        .filter(Boolean).join(", ") : error.place;
+    const problem = `${place ? `${place}: ` : ""}${sentence(error.problem ?? error.message)}`;
     showError(problem, [
         error.mend ? [" ", el("span", { class: "mend" }, sentence(error.mend))] : "",
         index >= 0 ? [" ", button("Show the part", () => store.set({ selected: index }), { class: "link" })] : "",
@@ -69,23 +72,32 @@ function showResult(figure, state, before) {
     if (!result?.error && (isChanged(state, before) || before.result?.error)) fill(byId("messages"));
     const pointOut = (index) => store.set({ finding: index === state.finding ? -1 : index });
     showFindings(byId("findings"), result, state.finding, pointOut);
-    const compared = beside && besideResult?.groups ? besideResult : null;
-    const factor = beside ? MILLIMETRES[beside.unit] / MILLIMETRES[section.unit] : 1;
+    const stale = staleSection(state);
+    const own = result?.groups ? result.of?.unit ?? section.unit : section.unit;
+    const compared = besideResult?.of === beside && besideResult?.groups ? besideResult : null;
+    const factor = beside ? MILLIMETRES[beside.unit] / MILLIMETRES[own] : 1;
     const span = compared?.box && result?.box ? widest(result.box, compared.box, factor) : null;
-    figure.show(result, section.unit, { finding: state.finding, span, isPale: Boolean(result?.error),
-                                        caption: beside ? titleOf(section) : "",
+    figure.show(result, own, { finding: state.finding, span, isPale: Boolean(result?.error),
+                                        caption: stale ? `The section before: ${titleOf(stale)}` : beside ? titleOf(section) : "",
                                         isEmpty: isEmpty(section) && state.tool !== "draw" });
     showBeside(compared, beside, span && span.map((length) => length / factor));
     showEngineFigure(state, section);
     if (result?.groups && !isEmpty(section)) {
-        const names = beside ? [titleOf(section), titleOf(beside)] : ["Value", ""];
+        const names = beside ? [titleOf(stale ?? section), titleOf(beside)] : ["Value", ""];
         showTable(byId("values"), result, compared, names);
+        if (stale) byId("values").prepend(el("p", { class: "stale-note" }, staleText(stale, section)));
     } else {
         fill(byId("values"), el("p", { class: "note" }, "The values of the section stand here."));
     }
-    showStresses(byId("stresses"), result, section.unit);
-    showPartModuli(byId("part-moduli"), result, state.unit, section.unit);
+    byId("values").classList.toggle("stale", Boolean(stale));
+    showStresses(byId("stresses"), stale ? null : result, own);
+    showPartModuli(byId("part-moduli"), stale ? null : result, state.unit, own);
     showMethods(byId("methods"), result);
+}
+
+function staleText(stale, section) {
+    const before = titleOf(stale) === titleOf(section) ? "it had before its last change" : `of ${titleOf(stale)}, the section before`;
+    return `Not the values of this section, which cannot be computed, but those ${before}.`;
 }
 
 /** Width and height that both boxes fit in; the other's lengths times the factor are in the unit of
@@ -117,11 +129,11 @@ function showEngineFigure(state, section) {
     container.hidden = !isShown;
     byId("figure").classList.toggle("replaced", isShown);
     if (!isShown) return;
-    const isStress = figure !== "x" && figure !== "y";
-    if (isStress && !Object.values(forces).some(Boolean)) {
+    if (isStress(figure) && !Object.values(forces).some(Boolean)) {
         byId("forces-panel").open = true;
         return fill(container, el("p", { class: "note" }, forcesNeeded(section.unit)));
     }
+    if (staleSection(state)) return fill(container, el("p", { class: "note" }, "The section cannot be computed."));
     const picture = result?.svg && result.figure === figure ? pictureOf(result.svg) : null;
     if (picture) {
         picture.removeAttribute("width");
@@ -161,13 +173,16 @@ function addTabs() {
 /** Shows a part alone, or adds it to what is there. */
 function take(part, isAdded) {
     const { section } = store;
+    const isReplaced = !isAdded && !isEmpty(section);
     if (!isAdded || isEmpty(section)) {
         store.replace({ ...emptySection(section.unit), parts: [part] });
     } else {
         const changed = withPartOnTop(section, part);
         store.edit(changed, "", { selected: elementsOf(changed).length - 1, tool: "select" });
     }
-    say(`${part.profile ?? part.shape} ${isAdded ? "was added" : "is shown"}.`, true);
+    const name = part.profile ?? part.shape;
+    if (isReplaced) say(`${name} took the place of ${titleOf(section)}. Undo brings that back; “+” adds to it.`);
+    else say(`${name} ${isAdded ? "was added" : "is shown"}.`, true);
 }
 
 async function start() {
@@ -183,10 +198,10 @@ async function start() {
     const originPanel = el("section", { class: "panel", hidden: true });
     byId("add").after(originPanel);
     new OriginPanel(originPanel, store, files);
-    new PartsPanel(byId("parts"), store, () => store.state.shapes);
+    new PartsPanel(byId("parts"), store, () => store.state.shapes, say);
     new ForcesPanel(byId("forces"), store);
     store.watch((state, before) => showResult(figure, state, before));
-    acceptDrops(files, byId("drop-veil"));
+    acceptDrops(files, byId("drop-veil"), say);
     const panels = addTabs();
     const catalogue = new CataloguePanel(panels.catalogue, engine, (name, isAdded) => take({ profile: name }, isAdded));
     await restore(store, complain);

@@ -1,7 +1,7 @@
 // @ts-check
 // The outlines of each element where it lies in the section: to be chosen and moved in the figure.
 
-import { compiled, elementsOf } from "./section_file.js";
+import { compiled, elementsOf, freePart } from "./section_file.js";
 
 /** @typedef {[number, number]} Point */
 /** @typedef {{element: number, points: Point[], isHole: boolean}} Outline `element` among
@@ -46,6 +46,21 @@ export async function outlinesOf(engine, section) {
         const own = /^#(\d+)/.exec(name ?? "");
         return own && points ? [{ element: Number(own[1]), points, isHole: kind === "hole" }] : [];
     });
+}
+
+/** A part that stands on another, placed by itself where it lies; where nobody knows, at the origin.
+ *  @param {import("./section_file.js").SectionFile} section @param {Outline[]} outlines
+ *  @param {import("./section_file.js").Part} part */
+export function freeWhereItLies(section, outlines, part) {
+    const element = elementsOf(section).findIndex(({ item }) => item === part);
+    const points = outlines.filter((outline) => outline.element === element).flatMap((outline) => outline.points);
+    const free = freePart(part);
+    if (!points.length) return free;
+    const { count = 1, step = [0, 0] } = part.repeat ?? {};
+    // The first of a row is placed, which may be the last from the left.
+    const move = [0, 1].map((axis) => points.reduce((least, point) => Math.min(least, point[axis]), Infinity) -
+        Math.min(0, (count - 1) * step[axis]));
+    return { ...free, at: "bottom_left", move };
 }
 
 /** A shift that brings a corner of the moved element onto one of another that is near, else the

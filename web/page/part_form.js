@@ -3,7 +3,7 @@
 
 import { button, el } from "./dom.js";
 import { choiceField, numberField, numbersField, pointsField, textField } from "./fields.js";
-import { elementsOf, freeName, freePart, labelOf, withItem } from "./section_file.js";
+import { elementsOf, freeName, labelOf, standsOn, withItem } from "./section_file.js";
 import { ownPoints, withOwnPoints } from "./place.js";
 
 /** @typedef {import("./section_file.js").Part} Part */
@@ -29,13 +29,17 @@ export function changedPart(part, change) {
     return changed;
 }
 
-/** @param {{section: any, element: any, shapes: Shape[], edit: (section: any, name: string) => void}} context */
+/** @param {{section: any, element: any, shapes: Shape[], edit: (section: any, name: string) => void, free: (part: Part) => Part, now: () => any}} context `now`: the section; `free`: a part that
+ *  stands on another, placed by itself */
 export function partForm(context) {
     const { section, element } = context;
     const part = element.item;
-    const set = (change, name = Object.keys(change)[0]) =>
-        context.edit(withItem(section, element, changedPart(part, change)),
-                     `${element.list}/${element.index}/${name}`);
+    const set = (change, name = Object.keys(change)[0]) => {
+        // A second edit can come before the form shows the first.
+        const now = context.now();
+        const item = elementsOf(now).find(({ list, index }) => list === element.list && index === element.index)?.item;
+        if (item) context.edit(withItem(now, element, changedPart(item, change)), `${element.list}/${element.index}/${name}`);
+    };
     const own = { ...context, part, set, unit: section.unit };
     if (element.list === "parts") {
         return [contents(own), placement(own), heading("More"), more(own)];
@@ -127,10 +131,10 @@ function placement(context) {
 }
 
 /** Sets a part on another, which gets a name if it has none, or frees it. */
-function stand({ section, element, part, edit }, index) {
+function stand({ section, element, part, edit, free }, index) {
     if (index === "kept") return;
     if (index === "") {
-        edit(withItem(section, element, freePart(part)), "");
+        edit(withItem(section, element, free(part)), "");
         return;
     }
     const other = elementsOf(section).find((one) => one.list === "parts" && one.index === Number(index));
@@ -193,20 +197,21 @@ function turning(part, set) {
     ];
 }
 
-function more({ part, set, unit }) {
+function more({ section, element, part, set, unit, free }) {
     const { count, step = [0, 0] } = part.repeat ?? {};
     const repeat = (change) => {
         const row = { count: count ?? 2, step, ...change };
         set({ repeat: row.count > 1 ? row : undefined }, "repeat");
     };
     return grid(
-        textField("Name", part.name ?? "", (name) => set({ name: name || undefined }), { name: "name" }),
+        textField("Name", part.name ?? "", (name) => set({ name: name || undefined }),
+                  { name: "name", problem: (name) => nameProblem(section, element, name) }),
         choiceField("Material", part.kind ?? "solid", [["solid", "solid"], ["hole", "hole"]],
-                    (kind) => set(kind === "hole" ? { ...freeKeys(part), kind, modular_ratio: undefined }
+                    (kind) => set(kind === "hole" ? { ...(part.on ? freeKeys(free(part)) : {}), kind, modular_ratio: undefined }
                                                   : { kind: undefined }, "kind"), { name: "kind" }),
         part.kind !== "hole" && numberField("Modular ratio", part.modular_ratio,
             (ratio) => set({ modular_ratio: ratio ?? undefined }),
-            { name: "modular_ratio", placeholder: "1", hint: "E of this part over the reference E" }),
+            { name: "modular_ratio", placeholder: "1", help: "E of this part over the E that values are for" }),
         numberField("In a row", count, (number) => repeat({ count: Math.round(number ?? 1) }),
                     { name: "count", placeholder: "1", hint: "how many equal parts" }),
         part.repeat && numberField("Step x", step[0], (x) => repeat({ step: [x ?? 0, step[1]] }), { name: "step-x", unit }),
@@ -214,6 +219,14 @@ function more({ part, set, unit }) {
 }
 
 /** Holes are placed by themselves. */
-function freeKeys(part) {
-    return part.on ? { on: undefined, side: undefined, touch: undefined, align: undefined, gap: undefined } : {};
+function freeKeys({ at, move }) {
+    return { on: undefined, side: undefined, touch: undefined, align: undefined, gap: undefined, at, move };
+}
+
+/** Parts are told apart by their names where others stand on them. */
+function nameProblem(section, element, name) {
+    const others = section.parts.filter((_, index) => index !== element.index);
+    if (name && others.some((other) => other.name === name)) return `Another part is called ${name}; choose another name.`;
+    const isStoodOn = others.some((other) => standsOn(section, other, element.item.name));
+    return !name && isStoodOn ? "Other parts stand on this one by its name; give it one." : "";
 }

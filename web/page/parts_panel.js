@@ -4,6 +4,7 @@
 import { lengthsOf } from "./annotations.js";
 import { button, el, fill } from "./dom.js";
 import { refill } from "./fields.js";
+import { freeWhereItLies } from "./outlines.js";
 import { partForm } from "./part_form.js";
 import { elementsOf, isEmpty, labelOf, withPart, without } from "./section_file.js";
 import { isChanged } from "./store.js";
@@ -18,11 +19,14 @@ const WHOLE = /** @type {const} */ ([
 
 export class PartsPanel {
     /** @param {HTMLElement} container @param {import("./store.js").Store} store
-     *  @param {() => import("./part_form.js").Shape[]} shapes */
-    constructor(container, store, shapes) {
+     *  @param {() => import("./part_form.js").Shape[]} shapes
+     *  @param {(text: string, isQuiet?: boolean) => void} say */
+    constructor(container, store, shapes, say) {
         this.store = store;
         this.shapes = shapes;
-        this.list = el("ol", { class: "parts-list" });
+        this.say = say;
+        this.focus = -1;  // the row that has it after the next showing
+        this.list = el("ol", { class: "parts-list", on: { keydown: (event) => this.key(event) } });
         this.form = el("form", { class: "part-form", "aria-label": "The chosen part",
                                  on: { submit: (event) => event.preventDefault() } });
         this.whole = el("div", { class: "field buttons whole", role: "group", "aria-label": "Whole section" },
@@ -41,10 +45,13 @@ export class PartsPanel {
              isEmpty(section)
                  ? el("li", { class: "note" }, "Nothing yet: pick a profile or a shape above, draw, or drop a file.")
                  : null);
+        this.passFocus();
         const chosen = this.store.chosen;
         refill(this.form, chosen ? partForm({
             section, element: chosen, shapes: this.shapes(),
             edit: (changed, name) => this.store.edit(changed, name),
+            now: () => this.store.section,
+            free: (part) => this.free(part),
         }).concat(this.buttons(chosen)) : []);
         this.form.hidden = !chosen;
         this.whole.hidden = isEmpty(section) || !canMove(section);
@@ -69,7 +76,7 @@ export class PartsPanel {
         return el("li", { class: `${isChosen ? "chosen" : ""}${isWrong ? " wrong" : ""}` },
             el("button", { type: "button", class: "part-name", "aria-expanded": String(isChosen),
                            on: { click: choose } },
-               el("span", {}, labelOf(element)),
+               el("span", {}, labelOf(element)), " ",
                el("span", { class: "part-what" }, describe(element))),
             button("✕", () => this.remove(element),
                 { class: "icon", title: "Delete", "aria-label": `Delete ${labelOf(element)}` }));
@@ -88,8 +95,38 @@ export class PartsPanel {
     }
 
     remove(element) {
-        this.store.edit(without(this.store.section, element), "", { selected: -1 });
-        this.list.querySelector("button")?.focus();
+        const { section } = this.store;
+        this.focus = elementsOf(section).findIndex(({ item }) => item === element.item);
+        const freed = [];
+        const changed = without(section, element, (part) => {
+            freed.push(part);
+            return this.free(part);
+        });
+        this.store.edit(changed, "", { selected: -1 });
+        const names = freed.map((part) => labelOf({ list: "parts", index: section.parts.indexOf(part), item: part }));
+        const stay = this.store.state.outlined === section ? "stays where it was" : "lies at the origin";
+        this.say(`${labelOf(element)} was deleted.${freed.length ? ` What stood on it ${stay}: ${names.join(", ")}.` : ""}`,
+                 !freed.length);
+    }
+
+    /** @param {import("./section_file.js").Part} part that stands on another */
+    free(part) {
+        return freeWhereItLies(this.store.section, this.store.places, part);
+    }
+
+    /** Where a row was deleted the focus goes to the one that has its place. */
+    passFocus() {
+        if (this.focus < 0) return;
+        const rows = this.list.querySelectorAll("button.part-name");
+        /** @type {any} */ (rows[Math.min(this.focus, rows.length - 1)] ?? document.getElementById("profile-search"))?.focus();
+        this.focus = -1;
+    }
+
+    key(event) {
+        if (event.key !== "Delete") return;
+        const row = [...this.list.children].findIndex((one) => one.contains(event.target));
+        const element = elementsOf(this.store.section)[row];
+        if (element) this.remove(element);
     }
 }
 

@@ -89,17 +89,23 @@ export function withItem(section, element, item) {
     const before = items[element.index];
     items[element.index] = item;
     const changed = { ...section, [element.list]: items };
-    if (element.list !== "parts" || !before?.name || before.name === item.name) return changed;
+    if (element.list !== "parts" || !before?.name || !item.name || before.name === item.name) return changed;
     return renamedOn(changed, before.name, item.name);
 }
 
-/** Parts that stand on one that has a new name follow it. */
+/** Parts that stand on one that has a new name, or on one of its row, follow it. */
 function renamedOn(section, from, to) {
-    const parts = section.parts.map((part) => {
-        if (part.on !== from) return part;
-        return to ? { ...part, on: to } : freePart(part);
-    });
+    const parts = section.parts.map((part) =>
+        (standsOn(section, part, from) ? { ...part, on: to + part.on.slice(from.length) } : part));
     return { ...section, parts };
+}
+
+/** Whether a part stands on the one of a name, or on one of its row: "rib 2" of "rib".
+ *  @param {SectionFile} section @param {Part} part @param {string|undefined} name */
+export function standsOn(section, part, name) {
+    if (!name || typeof part.on !== "string") return false;
+    const isOfRow = part.on.startsWith(`${name} `) && /^\d+$/.test(part.on.slice(name.length + 1));
+    return part.on === name || (isOfRow && !(section.parts ?? []).some((other) => other.name === part.on));
 }
 
 /** @param {Part} part as it stands on another @returns {Part} the same, placed by itself */
@@ -115,17 +121,19 @@ export function withPart(section, part) {
 }
 
 /** Takes an element away; what stood on it is placed by itself.
- *  @param {SectionFile} section @param {Element} element */
-export function without(section, element) {
+ *  @param {SectionFile} section @param {Element} element
+ *  @param {(part: Part) => Part} [free] how that is placed */
+export function without(section, element, free = freePart) {
     if (element.list === "polyline") {
         const { polyline, ...rest } = section;
         return rest;
     }
     const items = (section[element.list] ?? []).filter((_, index) => index !== element.index);
     const changed = { ...section, [element.list]: items };
-    const name = element.item.name;
-    const isNamed = name && items.some((item) => item.name === name);
-    return element.list === "parts" && name && !isNamed ? renamedOn(changed, name, "") : changed;
+    const { name } = element.item;
+    const isNamed = items.some((item) => item.name === name);
+    if (element.list !== "parts" || isNamed) return changed;
+    return { ...changed, parts: items.map((part) => (standsOn(changed, part, name) ? free(part) : part)) };
 }
 
 /** @param {SectionFile} section @param {string} base a name that no part has yet */

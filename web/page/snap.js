@@ -58,13 +58,18 @@ export function typedPoint(text, last) {
     const pair = PAIR.exec(typed.trim());
     if (pair) {
         const [x, y] = [Number(pair[2]), Number(pair[3])];
-        return pair[1] ? [from[0] + x, from[1] + y] : [x, y];
+        return finite(pair[1] ? [from[0] + x, from[1] + y] : [x, y]);
     }
     const polar = POLAR.exec(typed.trim());
     if (!polar) return null;
     const [cosine, sine] = turn(Number(polar[2]));
     const length = Number(polar[1]);
-    return [from[0] + length * cosine, from[1] + length * sine];
+    return finite([from[0] + length * cosine, from[1] + length * sine]);
+}
+
+/** @param {Point} point @returns {Point|null} */
+function finite(point) {
+    return point.every(Number.isFinite) ? point : null;
 }
 
 /** Reads a list of points, one per line. @param {string} text

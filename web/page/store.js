@@ -7,7 +7,7 @@ import { elementsOf, emptySection } from "./section_file.js";
 /** @typedef {import("./section_file.js").SectionFile} SectionFile */
 /** What a section was read from, with what the reader had to say.
  *  @typedef {{name: string, format: string, text: string, layers: {name: string, text: string}[],
- *  chosen: string[]|null, unit: string, findings: any[]}} Origin */
+ *  chosen: string[]|null, unit: string, join?: number|null, findings: any[]}} Origin */
 /** What undo goes back through.
  *  @typedef {{section: SectionFile, beside: SectionFile|null, origin: Origin|null}} Work */
 /** @typedef {{history: import("./history.js").History<Work>, selected: number, unit: string,
@@ -27,6 +27,7 @@ export function initialState() {
         draft: null,  // the points being drawn
         drawing: { kind: "solid", thickness: 5 },  // what they become
         outlines: [],  // of each element where it lies; none of a single one
+        outlined: null,  // the section that they are of
         corner: -1,  // of the chosen part
         shapes: [],  // the registry
         result: null,
@@ -56,6 +57,12 @@ export class Store {
         return this.work.section;
     }
 
+    /** Where the elements lie, as far as it is known of the section as it is.
+     *  @returns {import("./outlines.js").Outline[]} */
+    get places() {
+        return this.state.outlined === this.section ? this.state.outlines : [];
+    }
+
     /** The element that is chosen; undefined: none. */
     get chosen() {
         return elementsOf(this.section)[this.state.selected];
@@ -63,7 +70,9 @@ export class Store {
 
     /** @param {Partial<State>} change */
     set(change) {
-        this.state = { ...this.state, ...change };
+        // A corner is chosen of the part that is.
+        const isOther = change.selected !== undefined && change.selected !== this.state.selected;
+        this.state = { ...this.state, ...(isOther && { corner: -1 }), ...change };
         if (!this.frame) this.frame = requestAnimationFrame(() => this.show());
     }
 
@@ -105,7 +114,7 @@ export class Store {
     replace(section, origin = null) {
         const count = elementsOf(section).length;
         this.commit({ ...this.work, section, origin }, "", {
-            selected: count === 1 ? 0 : -1, finding: -1, tool: "select",
+            selected: count === 1 ? 0 : -1, corner: -1, finding: -1, tool: "select",
         });
     }
 
@@ -120,7 +129,7 @@ export class Store {
     go(history) {
         const count = elementsOf(history.present.section).length;
         const selected = this.state.selected < count ? this.state.selected : -1;
-        this.set({ history, selected, finding: -1 });
+        this.set({ history, selected, corner: -1, finding: -1 });
     }
 }
 

@@ -10,6 +10,12 @@ export function unitText(unit) {
     return (unit ?? "").replace(/\^(\d)/g, (_, power) => SUPERSCRIPTS[power] ?? `^${power}`);
 }
 
+/** What is typed, of which kind, and its sign or place. */
+export const FORCES = /** @type {[string, "force"|"moment", string][]} */ ([
+    ["N", "force", "tension positive"], ["Mx", "moment", "tension above G positive"],
+    ["My", "moment", "tension to the right of G positive"], ["Vx", "force", "through the shear centre"],
+    ["Vy", "force", "through the shear centre"], ["T", "moment", "counter-clockwise positive"]]);
+
 /** What forces and moments are typed in, and stresses shown in.
  *  @param {string} unit of the section */
 export function forceUnits(unit) {

@@ -101,7 +101,8 @@ export function showTable(container, result, beside, names) {
                                          group.name,
                                          NOTES[group.group] && el("span", { class: "group-note" }, NOTES[group.group]))),
         group.rows.map((row) => rowNode({ ...row, isRepeated: isRepeated(row.value) }, table, group, columns.length))));
-    fill(container, el("table", { class: "values-table" },
+    const isTight = table.hasPublished || table.hasBeside;
+    fill(container, el("table", { class: isTight ? "values-table tight" : "values-table" },
                        el("caption", { class: "hidden" }, "Values of the section"), head, bodies));
 }
 
@@ -173,24 +174,49 @@ export function showMethods(container, result) {
         el("dl", {}, methods.map(({ word, sentence }) => [el("dt", {}, word), el("dd", {}, `${sentence}.`)]))));
 }
 
-/** The table as text for spreadsheets and as HTML for documents.
- *  @param {any} result @param {any} beside @param {string[]} names */
-export function copiedTable(result, beside, names) {
+/** The table as text for spreadsheets and as HTML for documents: numbers stand alone in their
+ *  columns, with signs that other programs read.
+ *  @param {any} result @param {any} beside @param {string[]} names
+ *  @param {string} title of the section @param {string} stressUnit */
+export function copiedTable(result, beside, names, title, stressUnit) {
     const table = tableOf(result, beside);
-    const columns = headOf(table, names);
-    const rows = table.groups.flatMap((group) => group.rows.map((row) => textsOf(row, table)));
-    const text = [columns, ...rows].map((row) => row.join("\t")).join("\n") + "\n";
-    const node = el("table", {}, el("tr", {}, columns.map((column) => el("th", {}, column))),
-                    rows.map((row) => el("tr", {}, row.map((cell) => el("td", {}, cell)))));
+    const columns = headOf(table, names).flatMap((column, index) =>
+        (index === 2 || (table.hasBeside && index === 4) ? [column, "±"] : [column]));
+    const stresses = (result.stresses ?? []).map((stress) => cellsOf({ ...stress, unit: stressUnit }, null));
+    const groups = [...table.groups, ...(stresses.length ? [{ name: "Stresses", rows: stresses }] : [])];
+    const rows = groups.flatMap((group) => [[group.name], ...group.rows.map((row) => textsOf(row, table))])
+        .map((row) => row.map((cell) => String(cell ?? "").replace(/−/g, "-")));
+    const text = [[title], columns, ...rows].map((row) => row.join("\t")).join("\n") + "\n";
+    const cells = (row) => (row.length > 1 ? row.map((cell) => el("td", {}, cell))
+        : el("th", { colspan: columns.length, align: "left" }, row[0]));
+    const node = el("table", {}, el("caption", {}, title), el("tr", {}, columns.map((column) => el("th", {}, column))),
+                    rows.map((row) => el("tr", {}, cells(row))));
     return { text, html: node.outerHTML };
+}
+
+/** The engine's line of values with the largest stresses. @param {string} csv its head and its line
+ *  @param {any[]} stresses @param {string} unit of the stresses */
+export function withStresses(csv, stresses, unit) {
+    if (!stresses.length) return csv;
+    const [head, line] = csv.trimEnd().split("\n");
+    const plain = unit.replace("²", "2");
+    const names = stresses.map(({ key }) => `largest_${key}_stress [${plain}]`);
+    const numbers = stresses.map(({ number }) => number ?? "");
+    return `${[head, ...names].join(",")}\n${[line, ...numbers].join(",")}\n`;
+}
+
+/** A number and how far off it can be. @param {string} text */
+function numbersOf(text) {
+    const [number, margin = ""] = text.split(/\s*±\s*/);
+    return [number, margin];
 }
 
 function textsOf(row, table) {
     const { value, beside } = row;
     const isMissing = value.number === null || value.number === undefined;
-    const cells = [value.name, value.symbol, isMissing ? "" : value.text, value.unit ?? ""];
+    const cells = [value.name, value.symbol, ...numbersOf(isMissing ? "" : value.text), value.unit ?? ""];
     if (table.hasPublished) cells.push(row.published ?? "", row.difference ?? "");
-    if (table.hasBeside) cells.push(beside?.text ?? "", besideDifference(value, beside));
+    if (table.hasBeside) cells.push(...numbersOf(beside?.text ?? ""), besideDifference(value, beside));
     const how = isMissing ? `not computed: ${value.why_missing}` : value.method;
     return table.hasBeside ? cells : [...cells, how];
 }

@@ -15,7 +15,7 @@ const EMPTY_SPAN = 400;
  *  @returns {Viewport} */
 export function fitting(box, width, height) {
     const [x0, y0, x1, y1] = box ?? [0, 0, EMPTY_SPAN, EMPTY_SPAN * 0.6];
-    const margin = Math.min(MARGIN, width / 6, height / 6);
+    const margin = Math.min(MARGIN, width / 4, height / 6);
     const across = Math.max(width - 2 * margin, 20) / Math.max(x1 - x0, 1e-9);
     const up = Math.max(height - 2 * margin, 20) / Math.max(y1 - y0, 1e-9);
     const scale = Math.min(across, up);

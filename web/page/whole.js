@@ -1,6 +1,8 @@
 // @ts-check
 // The whole section turned by a quarter, turned over or moved: its parts stay what they are.
 
+import { MILLIMETRES } from "./section_file.js";
+
 /** @typedef {import("./section_file.js").SectionFile} SectionFile */
 /** @typedef {[number, number]} Point */
 
@@ -82,5 +84,31 @@ function changed(section, ofPart, ofPoint) {
         whole.contours = section.contours.map((contour) =>
             ({ ...contour, points: contour.points.map(ofPoint) }));
     }
+    return whole;
+}
+
+/** Lengths of parts that are no dimensions of shapes. */
+const LENGTHS = ["thickness", "gap"];
+
+/** The same section with its numbers in another unit.
+ *  @param {SectionFile} section @param {string} unit
+ *  @param {import("./part_form.js").Shape[]} shapes @returns {SectionFile} */
+export function inUnit(section, unit, shapes) {
+    const factor = MILLIMETRES[section.unit] / MILLIMETRES[unit];
+    const scaled = (value) => (Array.isArray(value) ? value.map(scaled) : Number((value * factor).toPrecision(12)));
+    const part = (one) => {
+        const dimensions = shapes.find(({ kind }) => kind === one.shape)?.dimensions ?? [];
+        const lengths = dimensions.filter(({ power }) => power !== 0).map(({ key }) => key);
+        const own = { ...one };
+        for (const key of new Set([...LENGTHS, ...lengths, "move", "points", "radii"])) {
+            if (own[key] !== undefined) own[key] = scaled(own[key]);
+        }
+        if (own.wall) own.wall = part(own.wall);
+        if (own.repeat?.step) own.repeat = { ...own.repeat, step: scaled(own.repeat.step) };
+        return own;
+    };
+    const whole = /** @type {SectionFile} */ ({ ...section, unit });
+    for (const list of ["contours", "parts"]) if (section[list]) whole[list] = section[list].map(part);
+    if (section.chord_tolerance) whole.chord_tolerance = scaled(section.chord_tolerance);
     return whole;
 }

@@ -1,10 +1,13 @@
 // What the page's modules promise without a browser: against closed forms and inverses.
 
 import assert from "node:assert/strict";
+import { readFileSync, readdirSync } from "node:fs";
 import { test } from "node:test";
+import { fileURLToPath } from "node:url";
 
 import { matching } from "../../../web/page/catalogue_panel.js";
 import { EngineClient, Latest, Overtaken } from "../../../web/page/engine_client.js";
+import { isSettled } from "../../../web/page/evaluation.js";
 import { roundedRing } from "../../../web/page/fillets.js";
 import { edited, historyOf, redone, undone } from "../../../web/page/history.js";
 import { snappedShift, withOwnNames } from "../../../web/page/outlines.js";
@@ -13,8 +16,9 @@ import { compiled, isSectionFile, withContoursAsParts, withPartOnTop,
          without } from "../../../web/page/section_file.js";
 import { packed, unpacked } from "../../../web/page/share.js";
 import { snapped, typedPoint, typedPoints } from "../../../web/page/snap.js";
-import { movedWhole, turnedWhole } from "../../../web/page/whole.js";
+import { inUnit, movedWhole, turnedWhole } from "../../../web/page/whole.js";
 import { forcesFor } from "../../../web/page/units.js";
+import { inPageWords, withPageWords } from "../../../web/page/words.js";
 
 const areaOf = (ring) => ring.reduce((sum, [x, y], index) => {
     const [x1, y1] = ring[(index + 1) % ring.length];
@@ -45,6 +49,8 @@ test("fillets keep the area of their arcs, whichever way the ring runs and howev
     }
     const angle = [[0, 0], [50, 0], [50, 10], [10, 10], [10, 50], [0, 50]];
     isNear(areaOf(roundedRing(angle, [0, 0, 0, 8, 0, 0], 0.001)), 900 + 64 * (1 - Math.PI / 4), 900, "root");
+    const wide = square.map(([x, y]) => [1e18 * x, 1e18 * y]);
+    assert.ok(roundedRing(wide, [1e19, 0, 0, 0], 0.001).length < 20_000, "chords where the tolerance is lost");
     assert.throws(() => roundedRing(angle, [0, 6, 6, 0, 0, 0], 0.001), /points 2 and 3/);
     isNear(areaOf(roundedRing(angle, [0, 5, 5, 0, 0, 0], 0.001)), 900 - 50 * (1 - Math.PI / 4), 900, "toe");
 });
@@ -179,6 +185,44 @@ test("a section that is turned all round or twice over is the same, and what sta
     assert.deepEqual(movedWhole(section, [1, 2]).contours[0].points[0], [2, 4]);
     assert.deepEqual(movedWhole(section, [1, 2]).parts.map(({ move }) => move),
                      [[4, -2], [1, 2], [1, 2], undefined]);
+});
+
+test("nothing that the engine says sends a reader of the page to a command line", () => {
+    const folder = fileURLToPath(new URL("../../../engine/", import.meta.url));
+    const sources = readdirSync(folder, { recursive: true }).filter((name) => /\.(cpp|h)$/.test(name));
+    const said = sources.flatMap((name) => readFileSync(folder + name, "utf8").replace(/"\s*\n\s*"/g, "")
+        .match(/"[^"\n]*(?<![-\w])--[a-z][^"\n]*"/g) ?? []);
+    assert.ok(said.length > 15, `${said.length} messages with options`);
+    for (const text of said) assert.doesNotMatch(inPageWords(text.slice(1, -1)), /--[a-z]|halvorn-section /, text);
+    assert.equal(inPageWords("hide its layer or name the section's with --layer"),
+                 "hide its layer or tick the section's layers alone on the left");
+    const value = { why_missing: "it takes a solution; --warping asks for it in a batch" };
+    const answer = withPageWords({ values: { groups: [{ values: [value] }] }, findings: [{ problem: "give --unit" }] });
+    assert.equal(answer.values.groups[0].values[0].why_missing, "it takes a solution");
+    assert.match(answer.findings[0].problem, /“Unit of the file”/);
+});
+
+test("what is shown is settled once all that is asked for is computed, the section beside it too, or refused", () => {
+    const [section, beside] = [{ unit: "mm", parts: [{ profile: "IPE300" }] }, { unit: "m", parts: [{ profile: "HEB300" }] }];
+    const asked = { unit: "cm", options: {}, forces: {}, figure: "section" };
+    const result = { section, isComplete: true, asked };
+    const state = { ...asked, history: historyOf({ section, beside, origin: null }), result, besideResult: { of: beside, unit: "cm" } };
+    assert.equal(isSettled(state), true);
+    for (const change of [{ unit: "m" }, { forces: { N: 1 } }, { besideResult: null }, { besideResult: { of: beside, unit: "mm" } },
+                          { result: { ...result, isComplete: false } }, { result: { ...result, section: beside } }]) {
+        assert.equal(isSettled({ ...state, ...change }), false, JSON.stringify(change));
+    }
+    assert.equal(isSettled({ ...state, forces: { N: 1 }, result: { ...result, error: "refused" } }), true);
+});
+
+test("a section in another unit has its lengths scaled, once each, and nothing else", () => {
+    const shapes = [{ kind: "channel", dimensions: [{ key: "thickness", power: 1 }, { key: "slope", power: 0 }] }];
+    const part = (k) => ({ shape: "channel", thickness: 8 * k, slope: 5, rotate: 30, modular_ratio: 2, move: [10 * k, -20 * k],
+                           gap: 3 * k, repeat: { count: 2, step: [40 * k, 0] } });
+    const file = (unit, k) => ({ version: 1, unit, density: 7850, contours: [{ kind: "solid", points: [[k, 0], [2 * k, 0], [k, k]], radii: [0, 0, k] }],
+                                 parts: [part(k), { wall: { kind: "open", thickness: 2 * k, points: [[0, 0], [9 * k, 0]] } }] });
+    assert.deepEqual(inUnit(file("mm", 10), "cm", shapes), file("cm", 1));
+    assert.deepEqual(inUnit(file("m", 1), "mm", shapes), file("mm", 1000));
 });
 
 /** A worker that answers, or dies, when it is told to. */

@@ -148,7 +148,7 @@ for (const [where, address] of Object.entries(addresses)) {
             await page.getByRole("button", { name: "Copy table" }).click();
             await page.click("#profile-search");
             await page.keyboard.press("Control+V");
-            assert.match(await page.inputValue("#profile-search"), /Property\s+Symbol\s+Value\s+Unit\s+Method/);
+            assert.match(await page.inputValue("#profile-search"), /Property\s+Symbol\s+Value\s+±\s+Unit\s+Method/);
             await page.getByRole("button", { name: "Print" }).click();
             await page.waitForSelector("#sheet footer", { state: "attached" });
             const sheet = await page.locator("#sheet").evaluate((node) => node.textContent);
