@@ -20,7 +20,9 @@ long double Ulps(double found, long double expected) {
 
 // The nearest doubles, beside the C library in more digits, all round and near the quarters.
 TEST(SineAndCosineOf, AreTheNearestDoubles) {
-    if (std::numeric_limits<long double>::digits <= 53) GTEST_SKIP() << "no longer numbers here";
+    if (std::numeric_limits<long double>::digits <= 53) {
+        GTEST_SKIP() << "long double has no more digits than double here";
+    }
     constexpr long double kNearest = 0.502L;  // the longer numbers are rounded, too
     const auto check = [&](double angle) {
         const SineAndCosine found = SineAndCosineOf(angle);
