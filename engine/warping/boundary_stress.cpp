@@ -18,7 +18,7 @@ constexpr double kStraight = 1e-6;
 constexpr double kChordRatio = 3.0;
 // Points at which each edge of the mesh is sampled, and those of a mean over a stretch of it.
 constexpr int kSamples = 8;
-constexpr int kMeanOrder = 4;
+constexpr int kMeanOrder = 5;
 // Of the largest stress of an edge: where its fields are compared.
 constexpr double kComparable = 0.5;
 // The mean stress of a chord is known well enough to this part of the largest stress: richer fields

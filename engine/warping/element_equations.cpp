@@ -47,24 +47,31 @@ public:
                 means.byXi[i][place] * map_.byXi + means.byEta[i][place] * map_.byEta;
             swirl += corner.y * slope.x - corner.x * slope.y;
         }
+        (*to)(row, Warping) = map_.area * swirl;
+        (*to)(row, Stress) = 2.0 * map_.area * mean;
+        for (int load = 0; load < 2; ++load) {
+            (*to)(row, ShearX + load) = map_.area * Dot(loads_.slopes[Slot(load)], first);
+            (*to)(row, StressX + load) = 0.0;
+        }
+        if (to->cols() == FieldCount) AddPoisson(place, row, first, to);
+    }
+
+private:
+    void AddPoisson(int place, Eigen::Index row, const Point& first, Eigen::MatrixXd* to) const {
+        const ReferenceMeans& means = MeansOfReference();
         Point sway;  // means of x^2 f_y and y^2 f_x
         for (std::size_t i = 0; i < squares_.size(); ++i) {
             const Point slope =
                 means.byXi[i][place] * map_.byXi + means.byEta[i][place] * map_.byEta;
             sway = sway + Point(squares_[i].x * slope.y, squares_[i].y * slope.x);
         }
-        (*to)(row, Warping) = map_.area * swirl;
-        (*to)(row, Stress) = 2.0 * map_.area * mean;
         for (int load = 0; load < 2; ++load) {
             const Point& slopes = loads_.slopes[Slot(load)];
-            (*to)(row, ShearX + load) = map_.area * Dot(slopes, first);
             (*to)(row, SwayX + load) = -0.5 * map_.area * (slopes.x * sway.y + slopes.y * sway.x);
-            (*to)(row, StressX + load) = 0.0;
             (*to)(row, LateralX + load) = map_.area * (slopes.y * first.x - slopes.x * first.y);
         }
     }
 
-private:
     TriangleMap map_;
     const LinearLoads& loads_;
     std::array<Point, 3> corners_;
@@ -73,7 +80,8 @@ private:
 
 }  // namespace
 
-ElementEquations EquationsOf(const FieldSpace& space, const LinearLoads& loads, Index triangle) {
+ElementEquations EquationsOf(const FieldSpace& space, const LinearLoads& loads, int fields,
+                             Index triangle) {
     ElementEquations equations;
     ListFunctions(space, triangle, &equations);
     const TriangleMap map = MapOf(space, triangle);
@@ -88,7 +96,7 @@ ElementEquations EquationsOf(const FieldSpace& space, const LinearLoads& loads, 
     const auto innerCount = static_cast<Eigen::Index>(equations.inner.size());
     const Loads integrals(space, loads, triangle);
     equations.stiffness.resize(outerCount, outerCount);
-    equations.loads.resize(outerCount, FieldCount);
+    equations.loads.resize(outerCount, fields);
     for (Eigen::Index i = 0; i < outerCount; ++i) {
         const int place = equations.outer[static_cast<std::size_t>(i)].place;
         for (Eigen::Index j = 0; j <= i; ++j) {
@@ -100,7 +108,7 @@ ElementEquations EquationsOf(const FieldSpace& space, const LinearLoads& loads, 
     if (innerCount == 0) return equations;
     Eigen::MatrixXd among(innerCount, innerCount);
     Eigen::MatrixXd between(innerCount, outerCount);
-    Eigen::MatrixXd innerLoads(innerCount, FieldCount);
+    Eigen::MatrixXd innerLoads(innerCount, fields);
     for (Eigen::Index i = 0; i < innerCount; ++i) {
         const int place = equations.inner[static_cast<std::size_t>(i)];
         for (Eigen::Index j = 0; j < innerCount; ++j) {

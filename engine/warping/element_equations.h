@@ -28,8 +28,10 @@ struct ElementEquations {
     Eigen::MatrixXd innerLoads;  ///< inner by field
 };
 
-/// Returns the equations of a triangle for all fields, without what is given on the rings.
-ElementEquations EquationsOf(const FieldSpace& space, const LinearLoads& loads, Index triangle);
+/// Returns the equations of a triangle, without what is given on the rings.
+/// @param fields  all, or `kFieldsWithoutPoisson`
+ElementEquations EquationsOf(const FieldSpace& space, const LinearLoads& loads, int fields,
+                             Index triangle);
 
 }  // namespace halvorn::engine
 

@@ -1,5 +1,6 @@
 #include "warping/energies.h"
 
+#include <array>
 #include <cmath>
 
 #include "warping/shape_functions.h"
@@ -35,11 +36,12 @@ private:
         const Quadrature& rule = QuadratureOf(space.HighestOrderAt(triangle));
         const Eigen::MatrixXd& c = fields_.coefficients[Slot(triangle)];
         const TriangleMap map = MapOf(space, triangle);
-        const Eigen::MatrixXd byXi = c.transpose() * rule.byXi;
-        const Eigen::MatrixXd byEta = c.transpose() * rule.byEta;
+        AddMoments(triangle, map.area, c);
+        const Eigen::MatrixXd byXi = c.transpose().lazyProduct(rule.byXi);
+        const Eigen::MatrixXd byEta = c.transpose().lazyProduct(rule.byEta);
         const Eigen::MatrixXd byX = map.byXi.x * byXi + map.byEta.x * byEta;
         const Eigen::MatrixXd byY = map.byXi.y * byXi + map.byEta.y * byEta;
-        const Eigen::MatrixXd values = c.leftCols(kFreeFields + 1).transpose() * rule.values;
+        auto& gaps = sums_.gaps[Slot(triangle)];
         for (std::size_t i = 0; i < rule.corners.size(); ++i) {
             Point at;
             for (int corner = 0; corner < 3; ++corner) {
@@ -48,42 +50,66 @@ private:
             const auto column = static_cast<Eigen::Index>(i);
             const double weight = map.area * rule.weights[column];
             const FieldStresses s = StressesFrom(fields_, at, byX.col(column), byY.col(column));
-            AddTorsion(s, values.col(column), at, weight);
-            AddShear(s, values.col(column), at, weight);
-            auto& gaps = sums_.gaps[Slot(triangle)];
+            sums_.torsionUpper += weight * SquareOf(s.torsionFree);
+            sums_.torsionLower -= weight * SquareOf(s.torsionHeld);
+            AddShear(s, at, weight);
+            if (fields_.HavePoisson()) AddLateral(s, at, weight);
             gaps[0] += weight * SquareOf(s.torsionFree - s.torsionHeld);
             gaps[1] += weight * SquareOf(s.shearFree[0] - s.shearHeld[0]);
             gaps[2] += weight * SquareOf(s.shearFree[1] - s.shearHeld[1]);
         }
     }
 
-    void AddTorsion(const FieldStresses& s, const Eigen::VectorXd& values, const Point& at,
-                    double weight) {
-        const double warping = values[Warping];
+    // What is linear in a field, and the square of the warping function.
+    void AddMoments(Index triangle, double area, const Eigen::MatrixXd& c) {
+        const ReferenceMeans& means = MeansOfReference();
+        std::array<double, Stress + 1> first{}, firstX{}, firstY{};  // of each field
+        for (int corner = 0; corner < 3; ++corner) {
+            const Point& p = fields_.space.CornerAt(triangle, corner);
+            const auto mean = means.values[Slot(corner)].head(c.rows());
+            for (std::size_t k = 0; k < first.size(); ++k) {
+                const double share = area * mean.dot(c.col(static_cast<Eigen::Index>(k)));
+                first[k] += share;
+                firstX[k] += share * p.x;
+                firstY[k] += share * p.y;
+            }
+        }
         // J <= |grad w + (-y, x)|^2 and J >= 2 T - |grad f|^2, whose torque T is twice the integral
         // of f, voids included (docs/theory.md).
-        sums_.torsionUpper += weight * SquareOf(s.torsionFree);
-        sums_.torsionLower += weight * (4.0 * values[Stress] - SquareOf(s.torsionHeld));
-        sums_.warping += weight * warping;
-        sums_.warpingX += weight * warping * at.x;
-        sums_.warpingY += weight * warping * at.y;
-        sums_.warpingSquare += weight * warping * warping;
+        sums_.torsionLower += 4.0 * first[Stress];
+        sums_.warping += first[Warping];
+        sums_.warpingX += firstX[Warping];
+        sums_.warpingY += firstY[Warping];
+        const auto w = c.col(Warping);
+        sums_.warpingSquare +=
+            area * w.dot(means.products.topLeftCorner(c.rows(), c.rows()) * w);
+        // Twice the work of each load on each potential, less the energy.
+        const auto& slopes = fields_.loads.slopes;
+        for (std::size_t a = 0; a < 2; ++a) {
+            for (std::size_t b = 0; b < 2; ++b) {
+                const std::size_t ofA = ShearX + a, ofB = ShearX + b;
+                sums_.shearLower[a][b] += slopes[a].x * firstX[ofB] + slopes[a].y * firstY[ofB] +
+                                          slopes[b].x * firstX[ofA] + slopes[b].y * firstY[ofA];
+            }
+        }
     }
 
-    void AddShear(const FieldStresses& s, const Eigen::VectorXd& values, const Point& at,
-                  double weight) {
+    void AddShear(const FieldStresses& s, const Point& at, double weight) {
         for (std::size_t a = 0; a < 2; ++a) {
             sums_.torqueOfFree[a] += weight * Cross(at, s.shearFree[a]);
             sums_.torqueOfHeld[a] += weight * Cross(at, s.shearHeld[a]);
+            for (std::size_t b = 0; b < 2; ++b) {
+                sums_.shearLower[a][b] -= weight * Dot(s.shearFree[a], s.shearFree[b]);
+                sums_.shearUpper[a][b] += weight * Dot(s.shearHeld[a], s.shearHeld[b]);
+            }
+        }
+    }
+
+    void AddLateral(const FieldStresses& s, const Point& at, double weight) {
+        for (std::size_t a = 0; a < 2; ++a) {
             sums_.torqueOfLateral[a] +=
                 0.5 * weight * (Cross(at, s.lateralFree[a]) + Cross(at, s.lateralHeld[a]));
             for (std::size_t b = 0; b < 2; ++b) {
-                const double work = Dot(fields_.loads.slopes[a], at) *
-                                        values[static_cast<Eigen::Index>(ShearX + b)] +
-                                    Dot(fields_.loads.slopes[b], at) *
-                                        values[static_cast<Eigen::Index>(ShearX + a)];
-                sums_.shearLower[a][b] += weight * (work - Dot(s.shearFree[a], s.shearFree[b]));
-                sums_.shearUpper[a][b] += weight * Dot(s.shearHeld[a], s.shearHeld[b]);
                 sums_.swayUpper[a][b] += weight * Dot(s.lateralFree[a], s.lateralFree[b]);
                 sums_.lateralLower[a][b] += weight * Dot(s.lateralHeld[a], s.lateralHeld[b]);
             }
@@ -96,8 +122,9 @@ private:
 
 }  // namespace
 
-FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::VectorXd& byX,
-                           const Eigen::VectorXd& byY) {
+FieldStresses StressesFrom(const Fields& fields, const Point& at,
+                           const Eigen::Ref<const Eigen::VectorXd>& byX,
+                           const Eigen::Ref<const Eigen::VectorXd>& byY) {
     FieldStresses s;
     s.torsionFree = {byX[Warping] - at.y, byY[Warping] + at.x};
     s.torsionHeld = {byY[Stress], -byX[Stress]};
@@ -107,6 +134,7 @@ FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::V
         s.shearFree[k] = {byX[ShearX + load], byY[ShearX + load]};
         s.shearHeld[k] = {byY[StressX + load] - 0.5 * slopes.x * at.x * at.x,
                           -byX[StressX + load] - 0.5 * slopes.y * at.y * at.y};
+        if (!fields.HavePoisson()) continue;
         s.lateralFree[k] = {byX[SwayX + load] + 0.5 * slopes.x * at.y * at.y,
                             byY[SwayX + load] + 0.5 * slopes.y * at.x * at.x};
         s.lateralHeld[k] = {byY[LateralX + load], -byX[LateralX + load]};

@@ -38,7 +38,7 @@ struct Energies {
     std::array<double, 2> torqueOfLateral{};  ///< the mean of both
 };
 
-/// Stresses of all fields at a point of a triangle.
+/// Stresses of all fields at a point of a triangle; the lateral ones 0 where they are not solved.
 struct FieldStresses {
     Point torsionFree, torsionHeld;
     std::array<Point, 2> shearFree, shearHeld, lateralFree, lateralHeld;
@@ -46,8 +46,9 @@ struct FieldStresses {
 
 /// Returns the stresses from the fields' derivatives.
 /// @param byX, byY  of each field at the point
-FieldStresses StressesFrom(const Fields& fields, const Point& at, const Eigen::VectorXd& byX,
-                           const Eigen::VectorXd& byY);
+FieldStresses StressesFrom(const Fields& fields, const Point& at,
+                           const Eigen::Ref<const Eigen::VectorXd>& byX,
+                           const Eigen::Ref<const Eigen::VectorXd>& byY);
 
 /// Integrates, exactly but for rounding. Cost: linear in triangles.
 /// @throws WarpingError where rounding has left no numbers

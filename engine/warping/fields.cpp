@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 #include "warping/element_equations.h"
@@ -83,21 +84,35 @@ Numbering Number(const FieldSpace& space, const Elimination& elimination, bool i
     return numbering;
 }
 
+// The place of `LateralX` among the held fields.
+constexpr Eigen::Index kFirstLateral = 3;
+
+// The fields of one system, those of Poisson's ratio last.
+std::span<const Field> FieldsOf(bool isHeld, bool hasPoisson) {
+    static constexpr std::array kFree{Warping, ShearX, ShearY, SwayX, SwayY};
+    static constexpr std::array kHeld{Stress, StressX, StressY, LateralX, LateralY};
+    constexpr std::size_t kPoisson = 2;
+    return std::span(isHeld ? kHeld : kFree).first(kFree.size() - (hasPoisson ? 0 : kPoisson));
+}
+
 class Solver {
 public:
-    Solver(FieldSpace space, const LinearLoads& loads) : rims_(RimDataOf(space, loads)) {
+    Solver(FieldSpace space, const LinearLoads& loads, bool hasPoisson)
+        : rims_(RimDataOf(space, loads)) {
         fields_.space = std::move(space);
         fields_.loads = loads;
+        if (!hasPoisson) fields_.count = kFieldsWithoutPoisson;
     }
 
     Fields Solve() {
         const FieldSpace& space = fields_.space;
         equations_.reserve(space.TriangleCount());
         for (std::size_t t = 0; t < space.TriangleCount(); ++t) {
-            equations_.push_back(EquationsOf(space, fields_.loads, static_cast<Index>(t)));
+            equations_.push_back(
+                EquationsOf(space, fields_.loads, fields_.count, static_cast<Index>(t)));
             const int order = space.HighestOrderAt(static_cast<Index>(t));
             fields_.coefficients.emplace_back(
-                Eigen::MatrixXd::Zero(FunctionCount(order), FieldCount));
+                Eigen::MatrixXd::Zero(FunctionCount(order), fields_.count));
         }
         const Elimination elimination = EliminationOf(space);
         SolveHalf(elimination, false);
@@ -138,27 +153,29 @@ private:
     void SolveHalf(const Elimination& elimination, bool isHeld) {
         const FieldSpace& space = fields_.space;
         const Numbering numbering = Number(space, elimination, isHeld);
-        const int firstField = isHeld ? kFreeFields : 0;
-        const int fieldCount = isHeld ? kHeldFields : kFreeFields;
+        const std::span<const Field> solved = FieldsOf(isHeld, fields_.HavePoisson());
         fields_.unknowns = std::max(fields_.unknowns, Slot(numbering.count));
-        SparseSystem system(numbering.count, fieldCount);
+        SparseSystem system(numbering.count, solved.size(), EntryCount());
         for (std::size_t t = 0; t < equations_.size(); ++t) {
-            Assemble(static_cast<Index>(t), numbering, isHeld, &system);
+            Assemble(static_cast<Index>(t), numbering, solved, &system);
         }
         if (isHeld) AddVoids(numbering, &system);
         const Eigen::MatrixXd solution = system.Solve();
         if (isHeld) {
             for (std::size_t ring = 1; ring < space.rings.size(); ++ring) {
-                fields_.voidStress.push_back(solution(numbering.ofVoid[ring], Stress - firstField));
+                fields_.voidStress.push_back(solution(numbering.ofVoid[ring], 0));
             }
         }
         for (std::size_t t = 0; t < equations_.size(); ++t) {
             const auto triangle = static_cast<Index>(t);
             for (const OuterFunction& f : equations_[t].outer) {
                 const Unknown unknown = UnknownOf(numbering, triangle, f);
-                for (int k = 0; k < fieldCount; ++k) {
-                    double& to = fields_.coefficients[t](f.place, firstField + k);
-                    if (unknown.number != kNone) to = unknown.sign * solution(unknown.number, k);
+                if (unknown.number != kNone) {
+                    for (std::size_t k = 0; k < solved.size(); ++k) {
+                        fields_.coefficients[t](f.place, solved[k]) =
+                            unknown.sign *
+                            solution(unknown.number, static_cast<Eigen::Index>(k));
+                    }
                 }
                 if (!isHeld) continue;
                 for (int load = 0; load < 2; ++load) {
@@ -169,37 +186,60 @@ private:
         }
     }
 
-    void Assemble(Index triangle, const Numbering& numbering, bool isHeld, SparseSystem* system) {
-        const ElementEquations& equations = equations_[Slot(triangle)];
-        const auto count = static_cast<Eigen::Index>(equations.outer.size());
-        Eigen::MatrixXd loads = equations.loads;
-        if (isHeld) {
-            Eigen::MatrixXd given(count, 2);
-            for (Eigen::Index i = 0; i < count; ++i) {
-                const OuterFunction& f = equations.outer[static_cast<std::size_t>(i)];
-                given(i, 0) = Given(triangle, f, 0);
-                given(i, 1) = Given(triangle, f, 1);
-            }
-            loads.middleCols(StressX, 2).noalias() -= equations.stiffness * given;
+    // Of all triangles, each pair of outer functions once.
+    std::size_t EntryCount() const {
+        std::size_t count = 0;
+        for (const ElementEquations& e : equations_) {
+            count += e.outer.size() * (e.outer.size() + 1) / 2;
         }
-        const int firstField = isHeld ? kFreeFields : 0;
+        return count;
+    }
+
+    // Adds the loads of what is given of both stress functions of shear.
+    void AddGiven(Index triangle, SparseSystem* system) {
+        const ElementEquations& equations = equations_[Slot(triangle)];
+        Eigen::MatrixX2d given(equations.stiffness.rows(), 2);
+        for (std::size_t i = 0; i < equations.outer.size(); ++i) {
+            for (int load = 0; load < 2; ++load) {
+                given(static_cast<Eigen::Index>(i), load) =
+                    Given(triangle, equations.outer[i], Slot(load));
+            }
+        }
+        if ((given.array() == 0.0).all()) return;  // it is far from the rings
+        const Eigen::MatrixX2d loads = -equations.stiffness * given;
+        for (std::size_t i = 0; i < unknowns_.size(); ++i) {
+            const Unknown& row = unknowns_[i];
+            if (row.number == kNone) continue;
+            system->RightHandSides().row(row.number).segment<2>(StressX - Stress) +=
+                row.sign * loads.row(static_cast<Eigen::Index>(i));
+        }
+    }
+
+    void Assemble(Index triangle, const Numbering& numbering, std::span<const Field> solved,
+                  SparseSystem* system) {
+        const ElementEquations& equations = equations_[Slot(triangle)];
+        Eigen::MatrixXd& to = system->RightHandSides();
         unknowns_.clear();
         for (const OuterFunction& f : equations.outer) {
             unknowns_.push_back(UnknownOf(numbering, triangle, f));
         }
-        for (Eigen::Index i = 0; i < count; ++i) {
-            const Unknown& row = unknowns_[static_cast<std::size_t>(i)];
+        for (std::size_t i = 0; i < unknowns_.size(); ++i) {
+            const Unknown& row = unknowns_[i];
             if (row.number == kNone) continue;
-            for (Eigen::Index k = 0; k < system->RightHandSides().cols(); ++k) {
-                system->RightHandSides()(row.number, k) += row.sign * loads(i, firstField + k);
+            const auto at = static_cast<Eigen::Index>(i);
+            for (std::size_t k = 0; k < solved.size(); ++k) {
+                to(row.number, static_cast<Eigen::Index>(k)) +=
+                    row.sign * equations.loads(at, solved[k]);
             }
-            for (Eigen::Index j = 0; j < count; ++j) {
-                const Unknown& column = unknowns_[static_cast<std::size_t>(j)];
-                if (column.number == kNone || column.number > row.number) continue;
+            for (std::size_t j = 0; j < unknowns_.size(); ++j) {
+                const Unknown& column = unknowns_[j];
+                if (column.number == kNone || column.number < row.number) continue;
                 system->Add(row.number, column.number,
-                            row.sign * column.sign * equations.stiffness(i, j));
+                            row.sign * column.sign *
+                                equations.stiffness(at, static_cast<Eigen::Index>(j)));
             }
         }
+        if (solved.front() == Stress) AddGiven(triangle, system);
     }
 
     // A void is loaded as if it were a plate without stiffness. Its ring runs clockwise: the
@@ -208,10 +248,11 @@ private:
         for (std::size_t ring = 1; ring < fields_.space.rings.size(); ++ring) {
             const RimRing& rim = fields_.space.rings[ring];
             const Index row = numbering.ofVoid[ring];
-            system->RightHandSides()(row, Stress - kFreeFields) -= 2.0 * rim.area;
+            system->RightHandSides()(row, 0) -= 2.0 * rim.area;
+            if (!fields_.HavePoisson()) continue;
             for (int load = 0; load < 2; ++load) {
                 const Point& slopes = fields_.loads.slopes[Slot(load)];
-                system->RightHandSides()(row, LateralX - kFreeFields + load) -=
+                system->RightHandSides()(row, kFirstLateral + load) -=
                     slopes.y * rim.firstX - slopes.x * rim.firstY;
             }
         }
@@ -222,7 +263,7 @@ private:
             const ElementEquations& equations = equations_[t];
             if (equations.inner.empty()) continue;
             Eigen::MatrixXd& coefficients = fields_.coefficients[t];
-            Eigen::MatrixXd outer(static_cast<Eigen::Index>(equations.outer.size()), FieldCount);
+            Eigen::MatrixXd outer(equations.stiffness.rows(), fields_.count);
             Eigen::Index row = 0;
             for (const OuterFunction& f : equations.outer) {
                 outer.row(row++) = coefficients.row(f.place);
@@ -247,8 +288,8 @@ std::size_t UnknownsOf(const FieldSpace& space) {
     return count;
 }
 
-Fields SolveFields(FieldSpace space, const LinearLoads& loads) {
-    return Solver(std::move(space), loads).Solve();
+Fields SolveFields(FieldSpace space, const LinearLoads& loads, bool hasPoisson) {
+    return Solver(std::move(space), loads, hasPoisson).Solve();
 }
 
 }  // namespace halvorn::engine

@@ -172,7 +172,7 @@ PartSolution SolvePart(const Part& part, const WarpingOptions& options) {
             return solution;
         }
         try {
-            Fields fields = SolveFields(std::move(space), loads);
+            Fields fields = SolveFields(std::move(space), loads, options.poisson > 0.0);
             solution.energies = EnergiesOf(fields);
             solution.fields = std::move(fields);
         } catch (const WarpingError&) {

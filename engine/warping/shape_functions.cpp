@@ -76,8 +76,7 @@ void GaussPoints(int n, std::vector<double>* points, std::vector<double>* weight
 
 // Gauss points on the unit square with one side drawn together to a corner of the triangle; with n
 // by n points exact up to degree 2 n - 2.
-Quadrature MakeQuadrature(int order) {
-    const int n = std::max(order + 1, 3);
+Quadrature MakeQuadrature(int order, int n) {
     Quadrature rule;
     GaussPoints(n, &rule.linePoints, &rule.lineWeights);
     const std::vector<double>& points = rule.linePoints;
@@ -106,10 +105,11 @@ Quadrature MakeQuadrature(int order) {
 }
 
 ReferenceMeans MakeReferenceMeans() {
-    const Quadrature& rule = QuadratureOf(kHighestOrder);
+    const Quadrature rule = MakeQuadrature(kHighestOrder, kHighestOrder + 1);
     const Eigen::MatrixXd weightedXi = rule.byXi * rule.weights.asDiagonal();
     const Eigen::MatrixXd weightedEta = rule.byEta * rule.weights.asDiagonal();
     ReferenceMeans means;
+    means.products = rule.values * rule.weights.asDiagonal() * rule.values.transpose();
     means.xiXi = weightedXi * rule.byXi.transpose();
     means.etaEta = weightedEta * rule.byEta.transpose();
     const Eigen::MatrixXd mixed = weightedXi * rule.byEta.transpose();
@@ -190,7 +190,7 @@ ShapeValues ShapesAt(int order, double xi, double eta) {
 const Quadrature& QuadratureOf(int order) {
     static const std::vector<Quadrature> rules = [] {
         std::vector<Quadrature> all;
-        for (int k = 1; k <= kHighestOrder; ++k) all.push_back(MakeQuadrature(k));
+        for (int k = 1; k <= kHighestOrder; ++k) all.push_back(MakeQuadrature(k, std::max(k, 3)));
         return all;
     }();
     return rules[static_cast<std::size_t>(order - 1)];

@@ -60,13 +60,14 @@ struct Quadrature {
     std::vector<double> linePoints, lineWeights;
 };
 
-/// Returns the points that integrate the square of a function of an order exactly, and at least
-/// polynomials of degree 4.
+/// Returns the points that integrate the square of a derivative of a function of an order exactly,
+/// and at least polynomials of degree 4: on a line as many as the order says, 3 at least.
 const Quadrature& QuadratureOf(int order);
 
-/// Means over the reference triangle of products of two functions' derivatives, and of a function
-/// with a corner function, and of its derivative with the six functions up to order 2.
+/// Means over the reference triangle of products of two functions and of their derivatives, of a
+/// function with a corner function, and of its derivative with the six functions up to order 2.
 struct ReferenceMeans {
+    Eigen::MatrixXd products;
     Eigen::MatrixXd xiXi, xiEta, etaEta;         ///< xiEta is made symmetric, both ways added
     std::array<Eigen::VectorXd, 3> values;       ///< by corner
     std::array<Eigen::VectorXd, 6> byXi, byEta;  ///< by corner, then by edge

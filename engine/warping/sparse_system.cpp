@@ -9,6 +9,23 @@
 
 namespace halvorn::engine {
 
+namespace {
+
+using Matrix = Eigen::SparseMatrix<double, Eigen::ColMajor, Index>;
+using Cholesky = Eigen::SimplicialLLT<Matrix, Eigen::Upper, Eigen::NaturalOrdering<Index>>;
+
+// The factor of a matrix that is in order already. `compute` would copy it twice: it knows natural
+// ordering by Eigen's own type of index alone.
+class OrderedCholesky : public Cholesky {
+public:
+    explicit OrderedCholesky(const Matrix& upper) {
+        analyzePattern_preordered(upper, false);
+        factorize_preordered<false>(upper);
+    }
+};
+
+}  // namespace
+
 std::vector<Index> OrderVertices(std::span<const std::array<Index, 3>> triangles,
                                  std::size_t vertices) {
     // The ordering counts in this type what grows with unknowns times the size of a front: beyond
@@ -35,18 +52,13 @@ std::vector<Index> OrderVertices(std::span<const std::array<Index, 3>> triangles
     return order;
 }
 
-void SparseSystem::Add(Index row, Index column, double amount) {
-    entries_.push_back({row, column, amount});
-}
-
 Eigen::MatrixXd SparseSystem::Solve() {
     const Eigen::Index count = rightHandSides_.rows();
     if (count == 0) return rightHandSides_;
-    using Matrix = Eigen::SparseMatrix<double, Eigen::ColMajor, Index>;
     Matrix matrix(count, count);
     matrix.setFromTriplets(entries_.begin(), entries_.end());
     entries_ = {};
-    Eigen::SimplicialLLT<Matrix, Eigen::Lower, Eigen::NaturalOrdering<Index>> factor(matrix);
+    const OrderedCholesky factor(matrix);
     if (factor.info() != Eigen::Success) {
         throw WarpingError("the equations cannot be solved in the digits of a double");
     }

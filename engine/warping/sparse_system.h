@@ -21,11 +21,16 @@ std::vector<Index> OrderVertices(std::span<const std::array<Index, 3>> triangles
 /// See the file's comment.
 class SparseSystem {
 public:
-    SparseSystem(Index unknowns, Eigen::Index rightHandSides)
-        : rightHandSides_(Eigen::MatrixXd::Zero(unknowns, rightHandSides)) {}
+    /// @param entries  so many are added, at most
+    SparseSystem(Index unknowns, std::size_t rightHandSides, std::size_t entries)
+        : rightHandSides_(Eigen::MatrixXd::Zero(unknowns, static_cast<Eigen::Index>(rightHandSides))) {
+        entries_.reserve(entries);
+    }
 
-    /// Adds to a place of the matrix; the other half is its mirror image. @pre row >= column
-    void Add(Index row, Index column, double amount);
+    /// Adds to a place of the matrix; the other half is its mirror image. @pre row <= column
+    void Add(Index row, Index column, double amount) {
+        entries_.push_back({row, column, amount});
+    }
     Eigen::MatrixXd& RightHandSides() { return rightHandSides_; }
 
     /// Returns the solution, unknown by right hand side. Frees the entries.
