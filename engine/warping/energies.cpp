@@ -81,8 +81,7 @@ private:
         sums_.warpingX += firstX[Warping];
         sums_.warpingY += firstY[Warping];
         const auto w = c.col(Warping);
-        sums_.warpingSquare +=
-            area * w.dot(means.products.topLeftCorner(c.rows(), c.rows()) * w);
+        sums_.warpingSquare += area * w.dot(means.products.topLeftCorner(c.rows(), c.rows()) * w);
         // Twice the work of each load on each potential, less the energy.
         const auto& slopes = fields_.loads.slopes;
         for (std::size_t a = 0; a < 2; ++a) {

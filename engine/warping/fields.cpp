@@ -173,8 +173,7 @@ private:
                 if (unknown.number != kNone) {
                     for (std::size_t k = 0; k < solved.size(); ++k) {
                         fields_.coefficients[t](f.place, solved[k]) =
-                            unknown.sign *
-                            solution(unknown.number, static_cast<Eigen::Index>(k));
+                            unknown.sign * solution(unknown.number, static_cast<Eigen::Index>(k));
                     }
                 }
                 if (!isHeld) continue;
@@ -234,9 +233,9 @@ private:
             for (std::size_t j = 0; j < unknowns_.size(); ++j) {
                 const Unknown& column = unknowns_[j];
                 if (column.number == kNone || column.number < row.number) continue;
-                system->Add(row.number, column.number,
-                            row.sign * column.sign *
-                                equations.stiffness(at, static_cast<Eigen::Index>(j)));
+                system->Add(
+                    row.number, column.number,
+                    row.sign * column.sign * equations.stiffness(at, static_cast<Eigen::Index>(j)));
             }
         }
         if (solved.front() == Stress) AddGiven(triangle, system);

@@ -23,14 +23,13 @@ class SparseSystem {
 public:
     /// @param entries  so many are added, at most
     SparseSystem(Index unknowns, std::size_t rightHandSides, std::size_t entries)
-        : rightHandSides_(Eigen::MatrixXd::Zero(unknowns, static_cast<Eigen::Index>(rightHandSides))) {
+        : rightHandSides_(
+              Eigen::MatrixXd::Zero(unknowns, static_cast<Eigen::Index>(rightHandSides))) {
         entries_.reserve(entries);
     }
 
     /// Adds to a place of the matrix; the other half is its mirror image. @pre row <= column
-    void Add(Index row, Index column, double amount) {
-        entries_.push_back({row, column, amount});
-    }
+    void Add(Index row, Index column, double amount) { entries_.push_back({row, column, amount}); }
     Eigen::MatrixXd& RightHandSides() { return rightHandSides_; }
 
     /// Returns the solution, unknown by right hand side. Frees the entries.
