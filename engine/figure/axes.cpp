@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "figure/sheet.h"
+#include "figure/stress_picture.h"
 #include "figure/text.h"
 
 namespace halvorn::engine::figure {
@@ -14,6 +15,7 @@ namespace {
 constexpr const char* kElastic = "ENA";
 constexpr const char* kPlastic = "PNA";
 constexpr const char* kEqual = " = ";
+constexpr const char* kNoStress = "\u03C3 = 0";
 
 // A neutral axis: a horizontal one at a height y of the section, or a vertical one at an x.
 struct NeutralAxis {
@@ -54,7 +56,6 @@ std::vector<NeutralAxis> NeutralAxes(const Sheet& sheet, bool isHorizontal) {
                                               {LineKind::Plastic, kPlastic, "plastic_axis_x"}}};
     std::vector<NeutralAxis> axes;
     for (const Source& source : sources) {
-        if (sheet.stress != nullptr && source.kind != LineKind::Elastic) continue;
         const Value* const value = sheet.report.Find(source.key);
         if (value == nullptr) continue;
         const Spot spot = sheet.ToPage(value->number, value->number);
@@ -83,22 +84,12 @@ std::vector<double> Spread(std::vector<double> places, const std::vector<double>
     return places;
 }
 
-// From side to side; beside stresses only its ends outside of the section, whose thin walls it may
-// run along.
+// From side to side.
 void AddAxisLine(Sheet& sheet, const NeutralAxis& axis, bool isHorizontal) {
     const PageBox reach = sheet.content.Grown(kOverhang);
-    const auto add = [&](double from, double to) {
-        sheet.Add(axis.kind, isHorizontal ? std::vector<Spot>{{from, axis.at}, {to, axis.at}}
-                                          : std::vector<Spot>{{axis.at, from}, {axis.at, to}});
-    };
-    const double from = isHorizontal ? reach.left : reach.bottom;
-    const double to = isHorizontal ? reach.right : reach.top;
-    if (sheet.stress == nullptr) {
-        add(from, to);
-        return;
-    }
-    add(from, isHorizontal ? sheet.section.left : sheet.section.bottom);
-    add(isHorizontal ? sheet.section.right : sheet.section.top, to);
+    sheet.Add(axis.kind, isHorizontal
+                             ? std::vector<Spot>{{reach.left, axis.at}, {reach.right, axis.at}}
+                             : std::vector<Spot>{{axis.at, reach.bottom}, {axis.at, reach.top}});
 }
 
 void AddNeutralAxes(Sheet& sheet, bool isHorizontal) {
@@ -167,6 +158,24 @@ void AddPrincipalAxes(Sheet& sheet) {
     sheet.legend.push_back({LineKind::Principal, "principal axes 1 and 2"});
 }
 
+// Only the ends of the line outside of the section, along whose thin walls it may run.
+void AddLineWithoutStress(Sheet& sheet) {
+    const std::optional<NeutralLine>& neutral = sheet.stress->neutral;
+    if (!neutral) return;
+    const PageBox reach = sheet.content.Grown(kOverhang);
+    const double far = 2.0 * (reach.Width() + reach.Height()) / sheet.scale;
+    const Point step = far * neutral->direction;
+    const Spot from = sheet.ToPage(neutral->at.x - step.x, neutral->at.y - step.y);
+    const Spot to = sheet.ToPage(neutral->at.x + step.x, neutral->at.y + step.y);
+    const auto line = Clipped(from, to, reach);
+    const auto within = Clipped(from, to, sheet.section);
+    if (!line || !within) return;
+    sheet.Add(LineKind::Elastic, {line->first, within->first});
+    sheet.Add(LineKind::Elastic, {within->second, line->second});
+    AddFreeLabel(sheet, {{kNoStress}}, {line->second, line->first});
+    sheet.legend.push_back({LineKind::Elastic, "neutral axis, without normal stress"});
+}
+
 }  // namespace
 
 double AxisLabelRoom(const Report& report, const MeasureText& measure) {
@@ -177,6 +186,10 @@ double AxisLabelRoom(const Report& report, const MeasureText& measure) {
 }
 
 void AddAxes(Sheet& sheet) {
+    if (sheet.stress != nullptr) {
+        AddLineWithoutStress(sheet);
+        return;
+    }
     AddNeutralAxes(sheet, true);
     AddNeutralAxes(sheet, false);
     // A label tells of a plastic axis also where it falls together with the elastic one.
@@ -189,7 +202,7 @@ void AddAxes(Sheet& sheet) {
     }
     if (hasElastic) sheet.legend.push_back({LineKind::Elastic, "ENA, elastic neutral axes"});
     if (hasPlastic) sheet.legend.push_back({LineKind::Plastic, "PNA, plastic neutral axes"});
-    if (sheet.stress == nullptr) AddPrincipalAxes(sheet);
+    AddPrincipalAxes(sheet);
 }
 
 void AddCentroid(Sheet& sheet) {

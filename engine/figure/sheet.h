@@ -96,7 +96,7 @@ void AddOrigin(Sheet& sheet, const Spot& elsewhere);
 double AxisLabelRoom(const Report& report, const MeasureText& measure);
 
 /// Puts neutral and principal axes with their labels on the page and into the legend; beside
-/// stresses the elastic axes alone, which leave most of the colours to be seen.
+/// stresses the line of no normal stress alone, outside of the colours.
 void AddAxes(Sheet& sheet);
 
 /// Marks the centre of gravity, as far as it lies in the drawing, and labels it.

@@ -197,6 +197,7 @@ StressPicture StressPictureOf(const Report& report, StressKind kind) {
     picture.forces = *report.forces;
     picture.peak = {{value.number, value.error.value_or(0.0)}, at};
     picture.field = StressFieldOf(*report.warping, *report.forces);
+    picture.neutral = NeutralLineOf(*report.warping, *report.forces);
     return picture;
 }
 

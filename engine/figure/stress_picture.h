@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_FIGURE_STRESS_PICTURE_H
 #define HALVORN_ENGINE_FIGURE_STRESS_PICTURE_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct StressPicture {
     SectionForces forces;
     PeakStress peak;    ///< the largest, with its place
     StressField field;  ///< in the section's coordinates
+    std::optional<NeutralLine> neutral{};
 };
 
 /// Returns the picture of a stress of a report.

@@ -16,6 +16,9 @@ constexpr std::array<ValueDescription, 3> kStresses = {{
     {"von_mises", "Largest von Mises stress", "sigma,v", -2},
 }};
 
+constexpr const char* kForcesTooLarge =
+    "the result is not a finite number: the forces are too large";
+
 std::string WhyNoStresses(const Report& report) {
     if (report.transformed) return kNoStressesOfComposite;
     if (report.warping == nullptr) return report.whyNoWarping;
@@ -33,7 +36,7 @@ void SetStresses(const Stresses& stresses, Report* report) {
         value.error = stress.error;
         value.method = "estimate";
         if (!std::isfinite(value.number) || !std::isfinite(stress.error)) {
-            value.whyMissing = kBeyondDoubles;
+            value.whyMissing = kForcesTooLarge;
         }
         report->stresses[i].place = peaks[i]->place;
     }

@@ -283,6 +283,17 @@ private:
 
 }  // namespace
 
+std::optional<NeutralLine> NeutralLineOf(const WarpingSolution& solution,
+                                         const SectionForces& forces) {
+    const WarpingFields& fields = *solution.fields;
+    const FieldFactors factors = FactorsUnder(forces, fields);
+    const double slope = Length(factors.bending);
+    if (!(slope > 0.0)) return std::nullopt;
+    const Point uphill = 1.0 / slope * factors.bending;
+    const Point at = fields.parts.front().moments.centroid - factors.axial / slope * uphill;
+    return NeutralLine{fields.frame.FromFrame(at), {-uphill.y, uphill.x}};
+}
+
 Stresses LargestStresses(const WarpingSolution& solution, const SectionForces& forces) {
     return Largest(*solution.fields, forces).Find();
 }

@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_WARPING_STRESSES_H
 
 #include <array>
+#include <optional>
 #include <vector>
 
 #include "HalvornEngine.h"
@@ -34,6 +35,17 @@ struct StressField {
     std::vector<double> shear;                    ///< length of that [F/L^2]
     std::vector<double> vonMises;                 ///< [F/L^2]
 };
+
+/// The line on which the normal stress is 0.
+struct NeutralLine {
+    Point at;         ///< nearest to the centre of gravity [L]
+    Point direction;  ///< of length 1
+};
+
+/// Returns the line under forces, or nothing when they make no moments.
+/// @pre the region of the solution is one part
+std::optional<NeutralLine> NeutralLineOf(const WarpingSolution& solution,
+                                         const SectionForces& forces);
 
 /// Returns the largest stresses under forces.
 /// @pre the region of the solution is one part

@@ -276,6 +276,7 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
                   {{45, 0}, {80, 60}});
     picture.forces.n = 2400;
     picture.forces.mx = -1234567;
+    picture.neutral = NeutralLine{{40, 20}, {1, 0}};
     const Page page = LayOut(ReportOf(Rectangle(0, 0, 80, 80)), Characters, {}, &picture);
     ExpectOrderly(page);
     const std::vector<std::string> expected = {"N",
@@ -304,7 +305,7 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
                                                "\u22125",
                                                "\u221210",
                                                "\u221215",
-                                               "ENA, elastic neutral axes",
+                                               "neutral axis, without normal stress",
                                                "largest normal stress"};
     EXPECT_EQ(ColumnTexts(page), expected);
     EXPECT_EQ(page.labels.back().runs.front().text, "Normal stress under N and Mx");
@@ -325,6 +326,16 @@ TEST(StressFigure, ShowsBandsForcesAndScale) {
                                      [](const Label& label) { return label.runs[0].text == "45"; });
     ASSERT_NE(number, page.labels.end());
     EXPECT_GT(BoxOf(*number, Characters).left, page.peaks.at(0).x) << "it would hide colours";
+    std::size_t ends = 0;
+    for (const Line& line : page.lines) {
+        if (line.kind != LineKind::Elastic || line.spots[0].x > page.drawing.right) continue;
+        ++ends;
+        for (const Spot& spot : line.spots) {
+            EXPECT_NEAR(spot.y, page.bands[0].rings[0][0].y - 0.25 * width, 1e-9);
+        }
+        EXPECT_LT(std::fabs(line.spots[1].x - line.spots[0].x), 0.25 * width);
+    }
+    EXPECT_EQ(ends, 2U) << "to the left and to the right of the colours";
     EXPECT_EQ(page.peaks.size(), 2U) << "in the section and in the legend";
     EXPECT_TRUE(page.areas.empty());
 }
@@ -369,7 +380,9 @@ TEST(StressFigure, NumbersScalesOfAnySize) {
         ExpectOrderly(page);
         const std::vector<std::string> texts = ColumnTexts(page);
         const auto from = std::find(texts.begin(), texts.end(), c.texts.front());
-        const auto to = std::find(from, texts.end(), "ENA, elastic neutral axes");
+        const auto to = std::find_if(from, texts.end(), [](const std::string& text) {
+            return text.starts_with("largest ");
+        });
         EXPECT_EQ(std::vector<std::string>(from, to), c.texts);
     }
 }
@@ -443,6 +456,10 @@ TEST(StressFigure, IsOfTheReportsForces) {
     const double shear = report.stresses[1].value.number;
     EXPECT_EQ(StressPictureOf(report, StressKind::Shear).peak.stress.value, shear);
     EXPECT_EQ(LayOut(report, Characters, {}, &normal).bands.size(), 2U * 8U);
+    ASSERT_TRUE(normal.neutral);
+    EXPECT_NEAR(normal.neutral->at.x, 40.0, 1e-9);
+    EXPECT_NEAR(normal.neutral->at.y, 21.0, 1e-9);
+    EXPECT_NEAR(std::fabs(normal.neutral->direction.x), 1.0, 1e-12);
 
     SectionModel apart = report.section;
     apart.elements.push_back(apart.elements.front());
