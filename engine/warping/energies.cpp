@@ -131,8 +131,8 @@ FieldStresses StressesFrom(const Fields& fields, const Point& at,
         const std::size_t k = Slot(load);
         const Point& slopes = fields.loads.slopes[k];
         s.shearFree[k] = {byX[ShearX + load], byY[ShearX + load]};
-        s.shearHeld[k] = {byY[StressX + load] - 0.5 * slopes.x * at.x * at.x,
-                          -byX[StressX + load] - 0.5 * slopes.y * at.y * at.y};
+        s.shearHeld[k] =
+            fields.loads.StressAt(at, k) + Point{byY[StressX + load], -byX[StressX + load]};
         if (!fields.HavePoisson()) continue;
         s.lateralFree[k] = {byX[SwayX + load] + 0.5 * slopes.x * at.y * at.y,
                             byY[SwayX + load] + 0.5 * slopes.y * at.x * at.x};

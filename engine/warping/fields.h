@@ -6,7 +6,7 @@
 /// - `ShearX`, `ShearY` c: the stress (c_x, c_y) is in equilibrium on the average with the load
 ///   g = a x + b y of a shear force of 1 along x, along y.
 /// - `Stress` f, of torsion: the stress (f_y, -f_x); f is 0 on the outline, constant on each void.
-/// - `StressX`, `StressY` h: the stress t + (h_y, -h_x) with t = -(a x^2, b y^2) / 2 is in
+/// - `StressX`, `StressY` h: the stress t + (h_y, -h_x) with t of `LinearLoads` is in
 ///   equilibrium with g at each point.
 /// - `SwayX`, `SwayY` s: the stress (s_x + a y^2 / 2, s_y + b x^2 / 2) has the least energy; it is
 ///   what Poisson's ratio adds, times nu / (1 + nu): without load, with curl b x - a y.

@@ -27,10 +27,12 @@ constexpr std::size_t kMostGrowth = 2;
 constexpr std::size_t kFewUnknowns = 2000;
 
 LinearLoads LoadsOf(const PartMoments& m) {
-    const double determinant = m.xx * m.yy - m.xy * m.xy;
     LinearLoads loads;
-    loads.slopes[0] = {m.yy / determinant, -m.xy / determinant};
-    loads.slopes[1] = {-m.xy / determinant, m.xx / determinant};
+    loads.slopes = {Point{m.inverseXX, m.inverseXY}, Point{m.inverseXY, m.inverseYY}};
+    for (std::size_t load = 0; load < 2; ++load) {
+        const Point& slopes = loads.slopes[load];
+        loads.directions[load] = 1.0 / std::hypot(slopes.x, slopes.y) * slopes;
+    }
     return loads;
 }
 
@@ -106,6 +108,48 @@ private:
     std::size_t mostUnknowns_ = 0;
 };
 
+// Calls with points and weights that integrate what is of degree 3 or 4 over a mesh.
+template <typename Add>
+void Integrate(const TriangleMesh& mesh, const Add& add) {
+    const Quadrature& rule = QuadratureOf(2);
+    for (const auto& corners : mesh.corners) {
+        const Point& a = mesh.vertices[Slot(corners[0])];
+        const Point& b = mesh.vertices[Slot(corners[1])];
+        const Point& c = mesh.vertices[Slot(corners[2])];
+        const double area = 0.5 * Cross(b - a, c - a);
+        for (std::size_t i = 0; i < rule.corners.size(); ++i) {
+            const auto& l = rule.corners[i];
+            add(l[0] * a + l[1] * b + l[2] * c,
+                area * rule.weights[static_cast<Eigen::Index>(i)]);
+        }
+    }
+}
+
+// By integrals along the principal axes, where nothing cancels.
+void InvertSecondMoments(const TriangleMesh& mesh, PartMoments* m) {
+    const double angle = 0.5 * std::atan2(2.0 * m->xy, m->xx - m->yy);
+    const Point along{std::cos(angle), std::sin(angle)};
+    const Point across{-along.y, along.x};
+    double most = 0.0, mixed = 0.0, least = 0.0;
+    Integrate(mesh, [&](const Point& p, double weight) {
+        const double s = Dot(along, p);
+        const double t = Dot(across, p);
+        most += weight * s * s;
+        mixed += weight * s * t;
+        least += weight * t * t;
+    });
+    const double determinant = most * least - mixed * mixed;
+    const double ofAlong = least / determinant;
+    const double ofBoth = -mixed / determinant;
+    const double ofAcross = most / determinant;
+    const auto turned = [&](double a1, double a2, double b1, double b2) {
+        return ofAlong * a1 * b1 + ofBoth * (a1 * b2 + a2 * b1) + ofAcross * a2 * b2;
+    };
+    m->inverseXX = turned(along.x, across.x, along.x, across.x);
+    m->inverseXY = turned(along.x, across.x, along.y, across.y);
+    m->inverseYY = turned(along.y, across.y, along.y, across.y);
+}
+
 }  // namespace
 
 PartMoments CentreMesh(TriangleMesh* mesh) {
@@ -121,25 +165,16 @@ PartMoments CentreMesh(TriangleMesh* mesh) {
     }
     m.centroid = 1.0 / m.area * first;
     for (Point& p : mesh->vertices) p = p - m.centroid;
-    const Quadrature& rule = QuadratureOf(2);
-    for (const auto& corners : mesh->corners) {
-        const Point& a = mesh->vertices[Slot(corners[0])];
-        const Point& b = mesh->vertices[Slot(corners[1])];
-        const Point& c = mesh->vertices[Slot(corners[2])];
-        const double area = 0.5 * Cross(b - a, c - a);
-        for (std::size_t i = 0; i < rule.corners.size(); ++i) {
-            const auto& l = rule.corners[i];
-            const Point p = l[0] * a + l[1] * b + l[2] * c;
-            const double weight = area * rule.weights[static_cast<Eigen::Index>(i)];
-            m.xx += weight * p.x * p.x;
-            m.xy += weight * p.x * p.y;
-            m.yy += weight * p.y * p.y;
-            m.xxx += weight * p.x * p.x * p.x;
-            m.xxy += weight * p.x * p.x * p.y;
-            m.xyy += weight * p.x * p.y * p.y;
-            m.yyy += weight * p.y * p.y * p.y;
-        }
-    }
+    Integrate(*mesh, [&](const Point& p, double weight) {
+        m.xx += weight * p.x * p.x;
+        m.xy += weight * p.x * p.y;
+        m.yy += weight * p.y * p.y;
+        m.xxx += weight * p.x * p.x * p.x;
+        m.xxy += weight * p.x * p.x * p.y;
+        m.xyy += weight * p.x * p.y * p.y;
+        m.yyy += weight * p.y * p.y * p.y;
+    });
+    InvertSecondMoments(*mesh, &m);
     return m;
 }
 

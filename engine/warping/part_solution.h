@@ -16,6 +16,9 @@ struct PartMoments {
     double area = 0.0;
     Point centroid;  ///< in the frame of the region
     double xx = 0.0, xy = 0.0, yy = 0.0;
+    /// The inverse of these three as a matrix, from principal axes: that of a thin strip in any
+    /// direction keeps its digits.
+    double inverseXX = 0.0, inverseXY = 0.0, inverseYY = 0.0;
     double xxx = 0.0, xxy = 0.0, xyy = 0.0, yyy = 0.0;
 };
 

@@ -19,17 +19,19 @@ struct EdgeTrace {
     std::array<Pair, 2> curved{};  // order 2, order 3
 };
 
-// Along the edge a + s d, with the normal (dy, -dx), the flux of t must be undone:
-// d psi / d s = (a x^2 dy - b y^2 dx) / 2, a polynomial q0 + q1 s + q2 s^2.
+// Along the edge p + s d, with the normal (dy, -dx), the flux of t must be undone: d psi / d s is
+// (a dy - b dx) / 2 times the square of the distance from the line of no load, a polynomial q0 + q1
+// s + q2 s^2.
 EdgeTrace TraceOf(const Point& a, const Point& b, const LinearLoads& loads) {
     const Point d = b - a;
     EdgeTrace trace;
     for (std::size_t load = 0; load < 2; ++load) {
-        const double byX = 0.5 * loads.slopes[load].x * d.y;
-        const double byY = -0.5 * loads.slopes[load].y * d.x;
-        const double q0 = byX * a.x * a.x + byY * a.y * a.y;
-        const double q1 = 2.0 * (byX * a.x * d.x + byY * a.y * d.y);
-        const double q2 = byX * d.x * d.x + byY * d.y * d.y;
+        const double flux = 0.5 * Cross(loads.slopes[load], d);
+        const double distance = Dot(loads.directions[load], a);
+        const double change = Dot(loads.directions[load], d);
+        const double q0 = flux * distance * distance;
+        const double q1 = 2.0 * flux * distance * change;
+        const double q2 = flux * change * change;
         trace.change[load] = q0 + q1 / 2.0 + q2 / 3.0;
         // What is left beside the straight line is -s (1 - s) ((q1 + q2) / 2 + q2 S / 6), where
         // S is 2 s - 1.

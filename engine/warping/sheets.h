@@ -1,8 +1,9 @@
 /// @file sheets.h
 /// Stress functions of shear: what is given along the rings, and the jumps across cuts.
 ///
-/// With g = a x + b y the shear stress is t + (psi_y, -psi_x), where t = -(a x^2, b y^2) / 2 takes
-/// up the load. No stress leaves the part, which gives psi along each ring up to a constant. Over a
+/// With g = a x + b y the shear stress is t + (psi_y, -psi_x), where t = -(a, b) s^2 / 2 takes up
+/// the load; s is the distance from the line through the centre of gravity on which g is 0. On a
+/// thin strip in any direction t is no larger than the stress, which it would lose digits of. No stress leaves the part, which gives psi along each ring up to a constant. Over a
 /// void, the load of a whole plate would have a resultant: psi does not return to its value round
 /// it. It is made single-valued by a cut from each void to another ring, across which it jumps by a
 /// constant; stresses, its derivatives, do not.
@@ -19,7 +20,14 @@ namespace halvorn::engine {
 
 /// The loads g = a x + b y whose shear stress has a resultant of 1 along x, and along y.
 struct LinearLoads {
-    std::array<Point, 2> slopes;  ///< (a, b) for the force along x, and along y
+    std::array<Point, 2> slopes;      ///< (a, b) for the force along x, and along y
+    std::array<Point, 2> directions;  ///< the same, of length 1
+
+    /// Returns the stress that takes up a load at a point.
+    Point StressAt(const Point& at, std::size_t load) const {
+        const double distance = Dot(directions[load], at);
+        return -0.5 * distance * distance * slopes[load];
+    }
 };
 
 /// Stress functions of both loads where they are given.

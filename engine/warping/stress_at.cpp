@@ -12,13 +12,12 @@ FieldFactors FactorsUnder(const SectionForces& forces, const WarpingFields& fiel
     const double unit = fields.frame.LengthFromFrame(1.0);
     const PartMoments& m = part.moments;
     const Energies& e = part.energies;
-    const double determinant = m.xx * m.yy - m.xy * m.xy;
     const Point moments{forces.my / unit, forces.mx / unit};  // integrals of stress times x, y
     const double torsion = 0.5 * (e.torsionLower + e.torsionUpper);
     FieldFactors factors;
     factors.axial = forces.n / m.area;
-    factors.bending = {(m.yy * moments.x - m.xy * moments.y) / determinant,
-                       (m.xx * moments.y - m.xy * moments.x) / determinant};
+    factors.bending = {m.inverseXX * moments.x + m.inverseXY * moments.y,
+                       m.inverseXY * moments.x + m.inverseYY * moments.y};
     factors.shear = {forces.vx, forces.vy};
     factors.twist = forces.t / unit / torsion;
     for (std::size_t load = 0; load < 2; ++load) {
