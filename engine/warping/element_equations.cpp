@@ -39,10 +39,14 @@ public:
         double mean = 0.0;
         Point first;         // means of the function times x and y
         double swirl = 0.0;  // of y f_x - x f_y
+        std::array<double, 2> work{};  // means of the function times the loads
         for (std::size_t i = 0; i < 3; ++i) {
             const Point& corner = corners_[i];
             mean += means.values[i][place];
             first = first + means.values[i][place] * corner;
+            for (std::size_t load = 0; load < 2; ++load) {
+                work[load] += means.values[i][place] * loads_.At(corner, load);
+            }
             const Point slope =
                 means.byXi[i][place] * map_.byXi + means.byEta[i][place] * map_.byEta;
             swirl += corner.y * slope.x - corner.x * slope.y;
@@ -50,7 +54,7 @@ public:
         (*to)(row, Warping) = map_.area * swirl;
         (*to)(row, Stress) = 2.0 * map_.area * mean;
         for (int load = 0; load < 2; ++load) {
-            (*to)(row, ShearX + load) = map_.area * Dot(loads_.slopes[Slot(load)], first);
+            (*to)(row, ShearX + load) = map_.area * work[Slot(load)];
             (*to)(row, StressX + load) = 0.0;
         }
         if (to->cols() == FieldCount) AddPoisson(place, row, first, to);

@@ -60,36 +60,36 @@ private:
         }
     }
 
-    // What is linear in a field, and the square of the warping function.
+    // What is linear in a field, and the square of the warping function. Of a bound of shear twice
+    // the work comes here, and the energy is taken off elsewhere.
     void AddMoments(Index triangle, double area, const Eigen::MatrixXd& c) {
         const ReferenceMeans& means = MeansOfReference();
-        std::array<double, Stress + 1> first{}, firstX{}, firstY{};  // of each field
+        std::array<double, Stress + 1> first{};  // of each field
+        LoadMatrix work{};                       // of each load on each potential
         for (int corner = 0; corner < 3; ++corner) {
             const Point& p = fields_.space.CornerAt(triangle, corner);
             const auto mean = means.values[Slot(corner)].head(c.rows());
             for (std::size_t k = 0; k < first.size(); ++k) {
                 const double share = area * mean.dot(c.col(static_cast<Eigen::Index>(k)));
                 first[k] += share;
-                firstX[k] += share * p.x;
-                firstY[k] += share * p.y;
+                if (k == Warping) {
+                    sums_.warpingX += share * p.x;
+                    sums_.warpingY += share * p.y;
+                }
+                if (k != ShearX && k != ShearY) continue;
+                for (std::size_t load = 0; load < 2; ++load) {
+                    work[load][k - ShearX] += share * fields_.loads.At(p, load);
+                }
             }
         }
         // J <= |grad w + (-y, x)|^2 and J >= 2 T - |grad f|^2, whose torque T is twice the integral
         // of f, voids included (docs/theory.md).
         sums_.torsionLower += 4.0 * first[Stress];
         sums_.warping += first[Warping];
-        sums_.warpingX += firstX[Warping];
-        sums_.warpingY += firstY[Warping];
         const auto w = c.col(Warping);
         sums_.warpingSquare += area * w.dot(means.products.topLeftCorner(c.rows(), c.rows()) * w);
-        // Twice the work of each load on each potential, less the energy.
-        const auto& slopes = fields_.loads.slopes;
         for (std::size_t a = 0; a < 2; ++a) {
-            for (std::size_t b = 0; b < 2; ++b) {
-                const std::size_t ofA = ShearX + a, ofB = ShearX + b;
-                sums_.shearLower[a][b] += slopes[a].x * firstX[ofB] + slopes[a].y * firstY[ofB] +
-                                          slopes[b].x * firstX[ofA] + slopes[b].y * firstY[ofA];
-            }
+            for (std::size_t b = 0; b < 2; ++b) sums_.shearLower[a][b] += work[a][b] + work[b][a];
         }
     }
 

@@ -28,10 +28,11 @@ constexpr std::size_t kFewUnknowns = 2000;
 
 LinearLoads LoadsOf(const PartMoments& m) {
     LinearLoads loads;
-    loads.slopes = {Point{m.inverseXX, m.inverseXY}, Point{m.inverseXY, m.inverseYY}};
+    loads.axes = m.axes;
+    loads.amounts = {m.SlopesOf({1.0, 0.0}), m.SlopesOf({0.0, 1.0})};
     for (std::size_t load = 0; load < 2; ++load) {
-        const Point& slopes = loads.slopes[load];
-        loads.directions[load] = 1.0 / std::hypot(slopes.x, slopes.y) * slopes;
+        const Point& amounts = loads.amounts[load];
+        loads.slopes[load] = amounts.x * m.axes[0] + amounts.y * m.axes[1];
     }
     return loads;
 }
@@ -128,26 +129,20 @@ void Integrate(const TriangleMesh& mesh, const Add& add) {
 // By integrals along the principal axes, where nothing cancels.
 void InvertSecondMoments(const TriangleMesh& mesh, PartMoments* m) {
     const double angle = 0.5 * std::atan2(2.0 * m->xy, m->xx - m->yy);
-    const Point along{std::cos(angle), std::sin(angle)};
-    const Point across{-along.y, along.x};
-    double most = 0.0, mixed = 0.0, least = 0.0;
+    m->axes[0] = {std::cos(angle), std::sin(angle)};
+    m->axes[1] = {-m->axes[0].y, m->axes[0].x};
+    double uu = 0.0, uv = 0.0, vv = 0.0;
     Integrate(mesh, [&](const Point& p, double weight) {
-        const double s = Dot(along, p);
-        const double t = Dot(across, p);
-        most += weight * s * s;
-        mixed += weight * s * t;
-        least += weight * t * t;
+        const double u = Dot(m->axes[0], p);
+        const double v = Dot(m->axes[1], p);
+        uu += weight * u * u;
+        uv += weight * u * v;
+        vv += weight * v * v;
     });
-    const double determinant = most * least - mixed * mixed;
-    const double ofAlong = least / determinant;
-    const double ofBoth = -mixed / determinant;
-    const double ofAcross = most / determinant;
-    const auto turned = [&](double a1, double a2, double b1, double b2) {
-        return ofAlong * a1 * b1 + ofBoth * (a1 * b2 + a2 * b1) + ofAcross * a2 * b2;
-    };
-    m->inverseXX = turned(along.x, across.x, along.x, across.x);
-    m->inverseXY = turned(along.x, across.x, along.y, across.y);
-    m->inverseYY = turned(along.y, across.y, along.y, across.y);
+    const double determinant = uu * vv - uv * uv;
+    m->inverseUU = vv / determinant;
+    m->inverseUV = -uv / determinant;
+    m->inverseVV = uu / determinant;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #ifndef HALVORN_ENGINE_WARPING_PART_SOLUTION_H
 #define HALVORN_ENGINE_WARPING_PART_SOLUTION_H
 
+#include <array>
 #include <cstddef>
 
 #include "warping/energies.h"
@@ -16,10 +17,18 @@ struct PartMoments {
     double area = 0.0;
     Point centroid;  ///< in the frame of the region
     double xx = 0.0, xy = 0.0, yy = 0.0;
-    /// The inverse of these three as a matrix, from principal axes: that of a thin strip in any
+    std::array<Point, 2> axes;  ///< directions of the principal axes
+    /// The inverse of the second moments as a matrix, along these axes: that of a thin strip in any
     /// direction keeps its digits.
-    double inverseXX = 0.0, inverseXY = 0.0, inverseYY = 0.0;
+    double inverseUU = 0.0, inverseUV = 0.0, inverseVV = 0.0;
     double xxx = 0.0, xxy = 0.0, xyy = 0.0, yyy = 0.0;
+
+    /// Returns the slopes along the axes, of what is linear and has a first moment.
+    Point SlopesOf(const Point& moment) const {
+        const double u = Dot(axes[0], moment);
+        const double v = Dot(axes[1], moment);
+        return {inverseUU * u + inverseUV * v, inverseUV * u + inverseVV * v};
+    }
 };
 
 /// Moves a mesh to its centre of gravity and returns its moments.

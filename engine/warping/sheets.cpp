@@ -20,18 +20,21 @@ struct EdgeTrace {
 };
 
 // Along the edge p + s d, with the normal (dy, -dx), the flux of t must be undone: d psi / d s is
-// (a dy - b dx) / 2 times the square of the distance from the line of no load, a polynomial q0 + q1
-// s + q2 s^2.
+// (c u^2 n_u + d v^2 n_v) / 2, a polynomial q0 + q1 s + q2 s^2.
 EdgeTrace TraceOf(const Point& a, const Point& b, const LinearLoads& loads) {
     const Point d = b - a;
     EdgeTrace trace;
     for (std::size_t load = 0; load < 2; ++load) {
-        const double flux = 0.5 * Cross(loads.slopes[load], d);
-        const double distance = Dot(loads.directions[load], a);
-        const double change = Dot(loads.directions[load], d);
-        const double q0 = flux * distance * distance;
-        const double q1 = 2.0 * flux * distance * change;
-        const double q2 = flux * change * change;
+        const std::array<double, 2> amounts{loads.amounts[load].x, loads.amounts[load].y};
+        double q0 = 0.0, q1 = 0.0, q2 = 0.0;
+        for (std::size_t k = 0; k < 2; ++k) {
+            const double flux = 0.5 * amounts[k] * Cross(loads.axes[k], d);
+            const double start = Dot(loads.axes[k], a);
+            const double change = Dot(loads.axes[k], d);
+            q0 += flux * start * start;
+            q1 += 2.0 * flux * start * change;
+            q2 += flux * change * change;
+        }
         trace.change[load] = q0 + q1 / 2.0 + q2 / 3.0;
         // What is left beside the straight line is -s (1 - s) ((q1 + q2) / 2 + q2 S / 6), where
         // S is 2 s - 1.

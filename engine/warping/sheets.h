@@ -1,9 +1,9 @@
 /// @file sheets.h
 /// Stress functions of shear: what is given along the rings, and the jumps across cuts.
 ///
-/// With g = a x + b y the shear stress is t + (psi_y, -psi_x), where t = -(a, b) s^2 / 2 takes up
-/// the load; s is the distance from the line through the centre of gravity on which g is 0. On a
-/// thin strip in any direction t is no larger than the stress, which it would lose digits of. No stress leaves the part, which gives psi along each ring up to a constant. Over a
+/// With g = c u + d v along the principal axes the shear stress is t + (psi_y, -psi_x), where
+/// t = -(c u^2, d v^2) / 2 takes up the load. Along other axes t would be far larger than the stress
+/// of a thin strip and take its digits. No stress leaves the part, which gives psi along each ring up to a constant. Over a
 /// void, the load of a whole plate would have a resultant: psi does not return to its value round
 /// it. It is made single-valued by a cut from each void to another ring, across which it jumps by a
 /// constant; stresses, its derivatives, do not.
@@ -18,15 +18,21 @@
 
 namespace halvorn::engine {
 
-/// The loads g = a x + b y whose shear stress has a resultant of 1 along x, and along y.
+/// The loads g = a x + b y = c u + d v whose shear stress has a resultant of 1 along x, and along y.
 struct LinearLoads {
-    std::array<Point, 2> slopes;      ///< (a, b) for the force along x, and along y
-    std::array<Point, 2> directions;  ///< the same, of length 1
+    std::array<Point, 2> slopes;   ///< (a, b) for the force along x, and along y
+    std::array<Point, 2> axes;     ///< directions of u and v
+    std::array<Point, 2> amounts;  ///< (c, d) for the force along x, and along y
 
-    /// Returns the stress that takes up a load at a point.
+    /// Returns a load at a point.
+    double At(const Point& at, std::size_t load) const {
+        return amounts[load].x * Dot(axes[0], at) + amounts[load].y * Dot(axes[1], at);
+    }
+    /// Returns the stress t that takes up a load at a point.
     Point StressAt(const Point& at, std::size_t load) const {
-        const double distance = Dot(directions[load], at);
-        return -0.5 * distance * distance * slopes[load];
+        const double u = Dot(axes[0], at);
+        const double v = Dot(axes[1], at);
+        return -0.5 * (amounts[load].x * u * u * axes[0] + amounts[load].y * v * v * axes[1]);
     }
 };
 

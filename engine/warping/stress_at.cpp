@@ -16,8 +16,8 @@ FieldFactors FactorsUnder(const SectionForces& forces, const WarpingFields& fiel
     const double torsion = 0.5 * (e.torsionLower + e.torsionUpper);
     FieldFactors factors;
     factors.axial = forces.n / m.area;
-    factors.bending = {m.inverseXX * moments.x + m.inverseXY * moments.y,
-                       m.inverseXY * moments.x + m.inverseYY * moments.y};
+    const Point slopes = m.SlopesOf(moments);
+    factors.bending = slopes.x * m.axes[0] + slopes.y * m.axes[1];
     factors.shear = {forces.vx, forces.vy};
     factors.twist = forces.t / unit / torsion;
     for (std::size_t load = 0; load < 2; ++load) {
