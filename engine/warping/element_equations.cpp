@@ -24,7 +24,11 @@ class Loads {
 public:
     Loads(const FieldSpace& space, const LinearLoads& loads, Index triangle)
         : map_(MapOf(space, triangle)), loads_(loads) {
-        for (int i = 0; i < 3; ++i) corners_[Slot(i)] = space.CornerAt(triangle, i);
+        for (int i = 0; i < 3; ++i) {
+            corners_[Slot(i)] = space.CornerAt(triangle, i);
+            for (std::size_t k = 0; k < 2; ++k)
+                loadAt_[Slot(i)][k] = loads.At(corners_[Slot(i)], k);
+        }
         for (std::size_t i = 0; i < 3; ++i) {
             const Point& c = corners_[i];
             squares_[i] = {c.x * c.x, c.y * c.y};
@@ -37,15 +41,15 @@ public:
     void Add(int place, Eigen::Index row, Eigen::MatrixXd* to) const {
         const ReferenceMeans& means = MeansOfReference();
         double mean = 0.0;
-        Point first;         // means of the function times x and y
-        double swirl = 0.0;  // of y f_x - x f_y
+        Point first;                   // means of the function times x and y
+        double swirl = 0.0;            // of y f_x - x f_y
         std::array<double, 2> work{};  // means of the function times the loads
         for (std::size_t i = 0; i < 3; ++i) {
             const Point& corner = corners_[i];
             mean += means.values[i][place];
             first = first + means.values[i][place] * corner;
             for (std::size_t load = 0; load < 2; ++load) {
-                work[load] += means.values[i][place] * loads_.At(corner, load);
+                work[load] += means.values[i][place] * loadAt_[i][load];
             }
             const Point slope =
                 means.byXi[i][place] * map_.byXi + means.byEta[i][place] * map_.byEta;
@@ -79,6 +83,7 @@ private:
     TriangleMap map_;
     const LinearLoads& loads_;
     std::array<Point, 3> corners_;
+    std::array<std::array<double, 2>, 3> loadAt_{};
     std::array<Point, 6> squares_;  // x^2 and y^2 as sums of the functions of second order
 };
 

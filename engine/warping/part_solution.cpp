@@ -32,7 +32,7 @@ LinearLoads LoadsOf(const PartMoments& m) {
     loads.amounts = {m.SlopesOf({1.0, 0.0}), m.SlopesOf({0.0, 1.0})};
     for (std::size_t load = 0; load < 2; ++load) {
         const Point& amounts = loads.amounts[load];
-        loads.slopes[load] = amounts.x * m.axes[0] + amounts.y * m.axes[1];
+        loads.slopes[load] = amounts.x * m.axes.directions[0] + amounts.y * m.axes.directions[1];
     }
     return loads;
 }
@@ -120,8 +120,7 @@ void Integrate(const TriangleMesh& mesh, const Add& add) {
         const double area = 0.5 * Cross(b - a, c - a);
         for (std::size_t i = 0; i < rule.corners.size(); ++i) {
             const auto& l = rule.corners[i];
-            add(l[0] * a + l[1] * b + l[2] * c,
-                area * rule.weights[static_cast<Eigen::Index>(i)]);
+            add(l[0] * a + l[1] * b + l[2] * c, area * rule.weights[static_cast<Eigen::Index>(i)]);
         }
     }
 }
@@ -129,15 +128,18 @@ void Integrate(const TriangleMesh& mesh, const Add& add) {
 // By integrals along the principal axes, where nothing cancels.
 void InvertSecondMoments(const TriangleMesh& mesh, PartMoments* m) {
     const double angle = 0.5 * std::atan2(2.0 * m->xy, m->xx - m->yy);
-    m->axes[0] = {std::cos(angle), std::sin(angle)};
-    m->axes[1] = {-m->axes[0].y, m->axes[0].x};
+    const Point along{std::cos(angle), std::sin(angle)};
+    m->axes.directions = {along, Point{-along.y, along.x}};
+    Point first;
+    Integrate(mesh,
+              [&](const Point& p, double weight) { first = first + weight * m->axes.From(p); });
+    m->axes.origin = 1.0 / m->area * first;
     double uu = 0.0, uv = 0.0, vv = 0.0;
     Integrate(mesh, [&](const Point& p, double weight) {
-        const double u = Dot(m->axes[0], p);
-        const double v = Dot(m->axes[1], p);
-        uu += weight * u * u;
-        uv += weight * u * v;
-        vv += weight * v * v;
+        const Point place = m->axes.From(p);
+        uu += weight * place.x * place.x;
+        uv += weight * place.x * place.y;
+        vv += weight * place.y * place.y;
     });
     const double determinant = uu * vv - uv * uv;
     m->inverseUU = vv / determinant;

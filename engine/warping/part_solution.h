@@ -3,7 +3,6 @@
 #ifndef HALVORN_ENGINE_WARPING_PART_SOLUTION_H
 #define HALVORN_ENGINE_WARPING_PART_SOLUTION_H
 
-#include <array>
 #include <cstddef>
 
 #include "warping/energies.h"
@@ -17,7 +16,7 @@ struct PartMoments {
     double area = 0.0;
     Point centroid;  ///< in the frame of the region
     double xx = 0.0, xy = 0.0, yy = 0.0;
-    std::array<Point, 2> axes;  ///< directions of the principal axes
+    PrincipalAxes axes;
     /// The inverse of the second moments as a matrix, along these axes: that of a thin strip in any
     /// direction keeps its digits.
     double inverseUU = 0.0, inverseUV = 0.0, inverseVV = 0.0;
@@ -25,8 +24,8 @@ struct PartMoments {
 
     /// Returns the slopes along the axes, of what is linear and has a first moment.
     Point SlopesOf(const Point& moment) const {
-        const double u = Dot(axes[0], moment);
-        const double v = Dot(axes[1], moment);
+        const double u = Dot(axes.directions[0], moment);
+        const double v = Dot(axes.directions[1], moment);
         return {inverseUU * u + inverseUV * v, inverseUV * u + inverseVV * v};
     }
 };

@@ -23,17 +23,18 @@ struct EdgeTrace {
 // (c u^2 n_u + d v^2 n_v) / 2, a polynomial q0 + q1 s + q2 s^2.
 EdgeTrace TraceOf(const Point& a, const Point& b, const LinearLoads& loads) {
     const Point d = b - a;
+    const Point start = loads.axes.From(a);
+    const Point step = loads.axes.From(b) - start;
+    const std::array<double, 2> starts{start.x, start.y}, steps{step.x, step.y};
     EdgeTrace trace;
     for (std::size_t load = 0; load < 2; ++load) {
         const std::array<double, 2> amounts{loads.amounts[load].x, loads.amounts[load].y};
         double q0 = 0.0, q1 = 0.0, q2 = 0.0;
         for (std::size_t k = 0; k < 2; ++k) {
-            const double flux = 0.5 * amounts[k] * Cross(loads.axes[k], d);
-            const double start = Dot(loads.axes[k], a);
-            const double change = Dot(loads.axes[k], d);
-            q0 += flux * start * start;
-            q1 += 2.0 * flux * start * change;
-            q2 += flux * change * change;
+            const double flux = 0.5 * amounts[k] * Cross(loads.axes.directions[k], d);
+            q0 += flux * starts[k] * starts[k];
+            q1 += 2.0 * flux * starts[k] * steps[k];
+            q2 += flux * steps[k] * steps[k];
         }
         trace.change[load] = q0 + q1 / 2.0 + q2 / 3.0;
         // What is left beside the straight line is -s (1 - s) ((q1 + q2) / 2 + q2 S / 6), where

@@ -17,7 +17,7 @@ FieldFactors FactorsUnder(const SectionForces& forces, const WarpingFields& fiel
     FieldFactors factors;
     factors.axial = forces.n / m.area;
     const Point slopes = m.SlopesOf(moments);
-    factors.bending = slopes.x * m.axes[0] + slopes.y * m.axes[1];
+    factors.bending = slopes.x * m.axes.directions[0] + slopes.y * m.axes.directions[1];
     factors.shear = {forces.vx, forces.vy};
     factors.twist = forces.t / unit / torsion;
     for (std::size_t load = 0; load < 2; ++load) {

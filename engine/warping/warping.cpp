@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "warping/boundary_stress.h"
@@ -14,26 +15,34 @@ namespace {
 // What summing over the triangles and solving can lose, relative to an energy. The bounds are moved
 // apart by it; bounds that cross by a hundred times as much are a fault of the program.
 constexpr double kRounding = 2e-12;
-constexpr double kCrossed = 100.0 * kRounding;
+constexpr double kCrossed = 100.0;
 // The product of inertia of principal axes, relative to the sum of the inertias.
 constexpr double kPrincipal = 1e-6;
 constexpr double kLargestPoisson = 0.5;
 constexpr double kFinestTolerance = 1e-9;
 constexpr double kCoarsestTolerance = 0.1;
 
-Bracket BracketOf(double lower, double upper, double factor) {
-    if (!(upper - lower >= -kCrossed * std::fabs(upper))) {
+// @param rounding  relative
+Bracket BracketOf(double lower, double upper, double rounding) {
+    if (!(upper - lower >= -kCrossed * rounding * std::fabs(upper))) {
         throw WarpingError("internal fault: bounds that crossed, " + std::to_string(lower) +
                            " and " + std::to_string(upper));
     }
-    const double rounding = kRounding * std::fabs(upper);
+    const double loss = rounding * std::fabs(upper);
     // No energy is negative; a poor lower bound is 0.
-    return {factor * std::max(lower - rounding, 0.0), factor * (upper + rounding)};
+    return {std::max(lower - loss, 0.0), upper + loss};
 }
 
 // Full width of a bracket, rounding included.
-double GapOf(double lower, double upper) {
-    return std::max(upper - lower, 0.0) + 2.0 * kRounding * std::fabs(upper);
+double GapOf(double lower, double upper, double rounding) {
+    return std::max(upper - lower, 0.0) + 2.0 * rounding * std::fabs(upper);
+}
+
+// Forces along and across a strip at an angle to x and y are told apart by its second moments: of
+// the compliances rounding takes as many times more as these differ.
+double ShearRounding(const PartMoments& m) {
+    const auto [least, most] = std::minmax(m.inverseUU, m.inverseVV);
+    return kRounding + std::numeric_limits<double>::epsilon() * most / least;
 }
 
 // The values of one part, from its frame to the section's units.
@@ -46,6 +55,7 @@ public:
           frame_(frame),
           poissonFactor_(poissonFactor),
           unit_(frame.LengthFromFrame(1.0)),
+          shearRounding_(ShearRounding(part.moments)),
           values_(*values) {}
 
     void Add() {
@@ -56,9 +66,9 @@ public:
     }
 
 private:
-    double TorsionGap() const { return GapOf(e_.torsionLower, e_.torsionUpper); }
+    double TorsionGap() const { return GapOf(e_.torsionLower, e_.torsionUpper, kRounding); }
     double ShearGap(std::size_t load) const {
-        return GapOf(e_.shearLower[load][load], e_.shearUpper[load][load]);
+        return GapOf(e_.shearLower[load][load], e_.shearUpper[load][load], shearRounding_);
     }
 
     // A shear force through the shear centre makes the torque xs Vy - ys Vx about the centre of
@@ -84,7 +94,8 @@ private:
     double LateralError(std::size_t load) const {
         const double torsion = e_.torsionLower;
         if (torsion <= 0.0) return HUGE_VAL;
-        const double gap = GapOf(e_.lateralLower[load][load], e_.swayUpper[load][load]);
+        const double gap =
+            GapOf(e_.lateralLower[load][load], e_.swayUpper[load][load], shearRounding_);
         const double torque = std::fabs(e_.torqueOfLateral[load]);
         const double share = torque * std::sqrt(gap * TorsionGap()) / torsion +
                              torque * torque * TorsionGap() / (torsion * torsion) +
@@ -104,9 +115,10 @@ private:
 
     void AddShearAreas() {
         const auto areaOf = [&](std::size_t load) {
-            Bracket c = BracketOf(e_.shearLower[load][load], e_.shearUpper[load][load], 1.0);
+            Bracket c =
+                BracketOf(e_.shearLower[load][load], e_.shearUpper[load][load], shearRounding_);
             // No stress of this force has less energy than the even one over the area.
-            c.lower = std::max(c.lower, (1.0 - kRounding) / part_.moments.area);
+            c.lower = std::max(c.lower, (1.0 - shearRounding_) / part_.moments.area);
             c.upper = std::max(c.upper, c.lower);
             const Estimate lateral = LateralCompliance(load, load);
             const double square = unit_ * unit_;
@@ -160,6 +172,7 @@ private:
     const Frame& frame_;
     double poissonFactor_;
     double unit_;
+    double shearRounding_;  // relative
     WarpingValues& values_;
     Point centre_;  // of shear, from the centre of gravity, in the frame
     double errorX_ = 0.0, errorY_ = 0.0;
@@ -221,9 +234,10 @@ WarpingSolution SolveWarping(const Region& region, const WarpingOptions& options
         const Energies& e = solved.energies;
         // No section is stiffer than if it did not warp.
         const double polar = solved.moments.xx + solved.moments.yy;
-        const Bracket torsion = BracketOf(e.torsionLower, std::min(e.torsionUpper, polar), fourth);
-        values.torsionConstant.lower += torsion.lower;
-        values.torsionConstant.upper += torsion.upper;
+        const Bracket torsion =
+            BracketOf(e.torsionLower, std::min(e.torsionUpper, polar), kRounding);
+        values.torsionConstant.lower += fourth * torsion.lower;
+        values.torsionConstant.upper += fourth * torsion.upper;
         values.status = std::max(values.status, solved.status);
         values.unknowns = std::max(values.unknowns, solved.fields.unknowns);
         values.triangles += solved.fields.space.TriangleCount();
