@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "figure/stress_bands.h"
 #include "figure/text.h"
+#include "values/stress_values.h"
 
 namespace halvorn::engine::figure {
 
@@ -188,8 +189,9 @@ StressPicture StressPictureOf(const Report& report, StressKind kind) {
         throw InputError(source, "a figure of stresses needs forces", "give forces");
     }
     const auto& [value, at] = report.stresses[place];
-    if (!value.whyMissing.empty()) {
-        throw InputError(source, "there are no stresses to draw: " + value.whyMissing,
+    const std::string why = value.IsComputed() ? WhyNoStresses(report) : value.whyMissing;
+    if (!why.empty()) {
+        throw InputError(source, "there are no stresses to draw: " + why,
                          "draw the section without stresses");
     }
     StressPicture picture;

@@ -3,6 +3,7 @@
 #include "HalvornEngine.h"
 #include "figure/figure.h"
 #include "values/evaluate.h"
+#include "values/stress_values.h"
 #include "warping/stresses.h"
 #include "write/csv.h"
 #include "write/json.h"
@@ -22,11 +23,10 @@ void RequireStresses(const Report& report) {
     if (!report.forces) {
         throw InputError(report.section.source, "stresses need forces", "give forces");
     }
-    for (const LargestStress& stress : report.stresses) {
-        if (stress.value.IsComputed()) continue;
-        throw InputError(report.section.source, "there are no stresses: " + stress.value.whyMissing,
-                         "look at the findings of the section");
-    }
+    const std::string why = engine::WhyNoStresses(report);
+    if (why.empty()) return;
+    throw InputError(report.section.source, "there are no stresses: " + why,
+                     "look at the findings of the section");
 }
 
 }  // namespace

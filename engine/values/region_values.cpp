@@ -23,6 +23,25 @@ constexpr const char* kOnTheEdge =
     "its fibre distance is 0: the reference point lies on the edge of the section (change --dx or "
     "--dy)";
 
+// By how much the chords of arcs are longer than these: chords of the arcs' area are so by the
+// square of each turn over 24. What turns softly, and so lies near to an arc, counts as one.
+double LengthOverArcs(const Points& outline, double size) {
+    constexpr double kSoftTurn = 25.0 * std::numbers::pi / 180.0;
+    constexpr double kNear = 1e-3;  // an arc's distance from its chords, in sizes
+    double over = 0.0;
+    for (std::size_t i = 0; i < outline.size(); ++i) {
+        const Point before = outline[(i + 1) % outline.size()] - outline[i];
+        const Point after = outline[(i + 2) % outline.size()] - outline[(i + 1) % outline.size()];
+        const double turn = std::fabs(TurnBetween(before, after));
+        const double length =
+            std::min(std::hypot(before.x, before.y), std::hypot(after.x, after.y));
+        if (turn < kSoftTurn && length * turn / 8.0 < kNear * size) {
+            over += length * turn * turn / 24.0;
+        }
+    }
+    return over;
+}
+
 class RegionValues {
 public:
     explicit RegionValues(Report& report)
@@ -106,13 +125,15 @@ private:
         Add("fibre_distance_top", kMeasured, m.toTop, centreY + offY);
         Add("fibre_distance_left", kMeasured, m.toLeft, centreX + offX);
         Add("fibre_distance_right", kMeasured, m.toRight, centreX + offX);
+        const Frame& frame = report_.region.frame;
         double perimeter = 0.0;
         double off = 0.0;
         for (const Part& part : report_.region.parts) {
             perimeter += Perimeter(part.outline);
-            off += static_cast<double>(part.outline.size()) * (offX + offY);
+            off += static_cast<double>(part.outline.size()) * (offX + offY) +
+                   frame.LengthFromFrame(LengthOverArcs(part.outline, report_.region.size));
         }
-        Add("perimeter", kMeasured, report_.region.frame.LengthFromFrame(perimeter), off);
+        Add("perimeter", kMeasured, frame.LengthFromFrame(perimeter), off);
     }
 
     void AddSecondMoments() {

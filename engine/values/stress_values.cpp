@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "region/moments.h"
 #include "values/composite_values.h"
 #include "values/values.h"
 #include "values/warping_values.h"
@@ -19,13 +20,31 @@ constexpr std::array<ValueDescription, 3> kStresses = {{
 constexpr const char* kForcesTooLarge =
     "the result is not a finite number: the forces are too large";
 
+// The largest at a vertex, from area and second moments.
+PeakStress LargestNormal(const Region& region, const SectionForces& forces) {
+    const Moments m = MomentsOf(region);
+    const double determinant = m.inertiaX * m.inertiaY - m.inertiaXY * m.inertiaXY;
+    const Point slopes{(m.inertiaX * forces.my - m.inertiaXY * forces.mx) / determinant,
+                       (m.inertiaY * forces.mx - m.inertiaXY * forces.my) / determinant};
+    PeakStress largest;
+    for (const Part& part : region.parts) {
+        for (const Point& vertex : part.outline) {
+            const Point at = region.frame.FromFrame(vertex);
+            const double stress = forces.n / m.area + Dot(slopes, at - m.centroid);
+            if (!(std::fabs(stress) > std::fabs(largest.stress.value))) continue;
+            largest = {{stress, 0.0}, at};
+        }
+    }
+    return largest;
+}
+
+}  // namespace
+
 std::string WhyNoStresses(const Report& report) {
     if (report.transformed) return kNoStressesOfComposite;
     if (report.warping == nullptr) return report.whyNoWarping;
     return report.warping->values.isOnePart ? "" : kPartsApart;
 }
-
-}  // namespace
 
 void SetStresses(const Stresses& stresses, Report* report) {
     const PeakStress* const peaks[] = {&stresses.normal, &stresses.shear, &stresses.vonMises};
@@ -42,6 +61,24 @@ void SetStresses(const Stresses& stresses, Report* report) {
     }
 }
 
+namespace {
+
+// Without shear forces and torque the von Mises stress is the normal one.
+void SetNormalAlone(Report* report) {
+    const SectionForces& forces = *report->forces;
+    const PeakStress normal = LargestNormal(report->region, forces);
+    const std::string why = report->stresses.front().value.whyMissing;
+    for (LargestStress& stress : report->stresses) stress.value.whyMissing.clear();
+    const double magnitude = std::fabs(normal.stress.value);
+    SetStresses({normal, {{}, normal.place}, {{magnitude, 0.0}, normal.place}}, report);
+    if (forces.vx == 0.0 && forces.vy == 0.0 && forces.t == 0.0) return;
+    for (std::size_t i = 1; i < report->stresses.size(); ++i) {
+        report->stresses[i].value.whyMissing = why;
+    }
+}
+
+}  // namespace
+
 void AddStresses(Report* report) {
     const std::string why = WhyNoStresses(*report);
     for (const ValueDescription& description : kStresses) {
@@ -50,7 +87,11 @@ void AddStresses(Report* report) {
         value.whyMissing = why;
         report->stresses.push_back({value, {}});
     }
-    if (why.empty()) SetStresses(LargestStresses(*report->warping, *report->forces), report);
+    if (why.empty()) {
+        SetStresses(LargestStresses(*report->warping, *report->forces), report);
+    } else if (!report->transformed && report->whyNoRegion.empty()) {
+        SetNormalAlone(report);
+    }
 }
 
 }  // namespace halvorn::engine

@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_VALUES_STRESS_VALUES_H
 
 #include <array>
+#include <string>
 
 #include "values/report.h"
 #include "warping/stresses.h"
@@ -27,7 +28,12 @@ inline constexpr std::array<ForceDescription, 6> kForces = {{
     {"T", &SectionForces::t, true},
 }};
 
-/// Adds the largest stresses under the forces of the report, or the reason why there are none.
+/// Returns why a report has no stresses at points, or nothing when it has.
+/// @pre `warping` of the report is there, or `whyNoWarping`
+std::string WhyNoStresses(const Report& report);
+
+/// Adds the largest stresses under the forces of the report, or the reason why there are none. The
+/// normal stress takes no solution of shear: parts apart have it, as one bar.
 /// @pre `forces` of the report are there, and `warping` or `whyNoWarping`
 void AddStresses(Report* report);
 

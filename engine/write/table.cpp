@@ -148,7 +148,7 @@ std::vector<Value> StressValues(const Report& report) {
 // The moduli of the parts of a composite section, a line for each part.
 std::string PartsText(const Report& report) {
     if (report.parts.empty()) return "";
-    constexpr std::size_t kLongestName = 26;
+    constexpr std::size_t kLongestName = 22;
     std::vector<TableRow> rows = {
         {{"Elastic moduli of the parts", "n", "Wel,bottom", "Wel,top", "Wel,left", "Wel,right", ""},
          ""}};
@@ -173,7 +173,7 @@ std::string ForcesText(const Report& report) {
                 SevenDigits((*report.forces).*force.force) +
                 (force.isMoment ? " F " + report.section.unit : " F");
     }
-    return text + '\n';
+    return Wrapped(text, 2);
 }
 
 // A block of its own columns.

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "figure/stress_picture.h"
 #include "ring_sections.h"
 #include "values/evaluate.h"
 #include "values/stress_values.h"
@@ -206,7 +207,9 @@ TEST(StressValues, ComeWithPlaceAndForces) {
     report.whyNoWarping = "no solution";
     AddStresses(&report);
     const auto missing = nlohmann::json::parse(JsonText(report))["stresses"];
-    for (const char* const key : {"normal", "shear", "von_mises"}) {
+    EXPECT_NEAR(missing["normal"]["value"], -1e5 / 12e3 - 2.0 / 6e5 - 3.0 / 8e4, 1e-12);
+    EXPECT_EQ(missing["normal"]["place"], nlohmann::json::parse("[0.0, 0.0]"));
+    for (const char* const key : {"shear", "von_mises"}) {
         EXPECT_EQ(missing[key]["not_computed"], "no solution");
         EXPECT_TRUE(missing[key]["place"].is_null());
     }
@@ -231,6 +234,30 @@ TEST(StressValues, ComeWithPlaceAndForces) {
              "Largest shear stress      tau       35.2 ± 0.4      F/mm^2  at (20, 150)\n",
          }) {
         EXPECT_NE(table.find(line), std::string::npos) << line << table;
+    }
+}
+
+// Two plates of 10 x 100, 100 apart: A = 2000, Iy = 2 (100 10^3 / 12 + 1000 55^2).
+TEST(StressValues, OfPartsApartAreNormalAlone) {
+    const double atRight = 1.0 + 1e6 * 60.0 / (100e3 / 6.0 + 6.05e6);
+    for (const double shear : {0.0, 5.0}) {
+        EvaluateOptions options;
+        options.forces = SectionForces{2000, 0, 1e6, 0, shear, 0};
+        Report report = Evaluate(test_support::Section({{true, Rectangle(0, 0, 10, 100)},
+                                                        {true, Rectangle(110, 0, 10, 100)}}),
+                                 {});
+        AddWarping(options, &report);
+        ASSERT_EQ(report.stresses.size(), 3U);
+        EXPECT_NEAR(report.stresses[0].value.number, atRight, 1e-12);
+        EXPECT_EQ(report.stresses[0].place.x, 120.0);
+        EXPECT_EQ(report.stresses[1].value.IsComputed(), shear == 0.0);
+        if (shear == 0.0) {
+            EXPECT_EQ(report.stresses[1].value.number, 0.0);
+            EXPECT_NEAR(report.stresses[2].value.number, atRight, 1e-12);
+        } else {
+            EXPECT_EQ(report.stresses[2].value.whyMissing, kPartsApart);
+        }
+        EXPECT_THROW(figure::StressPictureOf(report, StressKind::Normal), InputError);
     }
 }
 
