@@ -36,6 +36,7 @@ public:
         TellRingsWithoutArea();
         TellOverlaps();
         TellDisplaced();
+        TellTakenLater();
         TellHolesInLaps();
         TellHolesOutside();
         TellContacts();
@@ -112,7 +113,11 @@ private:
             (element.isSolid ? layers.solids : layers.holes).push_back(i);
         }
         const bool isTaken = ofAll.holes.size() > ofAll.solids.size();
-        if (!isTaken) GatherDisplaced(materials, odd);
+        if (isTaken) {
+            GatherTaken(materials, ofAll.holes.front(), odd);
+        } else {
+            GatherDisplaced(materials, odd);
+        }
         for (const auto& [ratio, layers] : materials) {
             if (!isTaken) Gather(layers.solids, layers.holes, odd);
         }
@@ -162,6 +167,34 @@ private:
             Displacement& displacement = displaced_[layers.solids.front()];
             displacement.amount.Add(odd.area, Clean(odd.place));
             displacement.by.insert(stiffest->solids.front());
+        }
+    }
+
+    // A hole in all materials takes what comes after it, too: who draws a groove in one part and
+    // then what is glued into it may not mean that.
+    void GatherTaken(const std::map<double, Layers, std::greater<>>& materials, std::size_t hole,
+                     const OddPlace& odd) {
+        Outlines solids;
+        for (const auto& [ratio, layers] : materials) {
+            solids.insert(solids.end(), layers.solids.begin(), layers.solids.end());
+        }
+        const auto isBefore = [&](std::size_t solid) { return solid < hole; };
+        if (std::none_of(solids.begin(), solids.end(), isBefore)) return;
+        for (const std::size_t solid : solids) {
+            if (!isBefore(solid)) takenLater_[{hole, solid}].Add(odd.area, Clean(odd.place));
+        }
+    }
+
+    void TellTakenLater() {
+        constexpr double kNegligible = 1e-9;  // of the solid
+        for (const auto& [pair, amount] : takenLater_) {
+            const auto& [hole, solid] = pair;
+            if (amount.area <= kNegligible * AreaOfElement(solid)) continue;
+            Tell(Severity::Warning, Kind::Overlap, hole,
+                 "this hole takes " + Told(amount.area) + " of \"" + elements_[solid].label +
+                     "\" at " + PlaceText(amount.place) + ", which comes after it",
+                 "divide that at the edge of the hole: a part that lies within the hole stays",
+                 amount.place);
         }
     }
 
@@ -355,7 +388,9 @@ private:
     std::map<std::size_t, Amount> reversed_, repeated_, outside_, inLaps_;
     std::map<Outlines, Amount> overlaps_;
     bool isComposite_;
-    std::map<std::size_t, Displacement> displaced_;  // by the softer solid
+    std::map<std::size_t, Displacement> displaced_;
+    std::map<std::pair<std::size_t, std::size_t>, Amount>
+        takenLater_;  // by hole and solid  // by the softer solid
 };
 
 }  // namespace

@@ -161,6 +161,12 @@ TEST(CompositeSections, LetTheStifferPartDisplaceAndAHoleTakeAll) {
              "modular_ratio": 19})",
          20000 - 576 + 19 * 400, (100 * 8e6 - 331776 + 19 * 160000) / 12,
          "remark: test: the section is in 2 parts"},
+        {R"({"name": "flange", "shape": "plate", "width": 60, "height": 40, "at": "bottom_centre"},
+            {"kind": "hole", "shape": "plate", "width": 10, "height": 12, "move": [-5, 28]},
+            {"name": "web", "shape": "plate", "width": 10, "height": 100, "at": "bottom_centre",
+             "move": [0, 28], "modular_ratio": 0.5})",
+         2400 - 120 + 0.5 * 880, std::nan(""),
+         "warning: /parts/1: this hole takes 120 mm^2 of \"web\" at (", 3},
         {tube + R"(, "modular_ratio": 2}, {"name": "gone", "modular_ratio": 0.5, )" + walls + "}",
          3000, 2 * (60e6 - 50 * 729e3) / 12, "remark: gone: the stiffer \"tube\" takes 1500"},
     };
