@@ -53,7 +53,7 @@ profiles: docs/catalogues.md; man halvorn-section.)";
 // A plain decimal number. The command-line library would take "" for 0, as a script with an unset
 // variable gives it, and 0x10 for 16.
 std::string IsPlainNumber(const std::string& text) {
-    return NumberIn(text) ? "" : Excerpt(text) + " is not a number";
+    return NumberIn(text) ? "" : '"' + Excerpt(text) + "\" is not a number";
 }
 
 std::vector<std::string> UnitNames() {
@@ -246,7 +246,9 @@ struct Parser {
             Fail(given + std::string(" is for values"), "leave it out");
         }
         if (!line.section.values.wantsWarping) {
-            Fail(given + std::string(" acts on torsion, warping and shear"), "add --warping");
+            const bool needsJson = line.section.values.forces && !isJson;
+            Fail(given + std::string(" acts on torsion, warping and shear"),
+                 needsJson ? "add --warping and --json" : "add --warping");
         }
         if (line.section.values.forces && (isCsv || (line.task == Task::Batch && !isJson))) {
             Fail("CSV has no columns for stresses", "give --json with --forces");
@@ -352,6 +354,11 @@ std::optional<CommandLine> ReadCommandLine(int argc, char** argv, std::string* t
     Parser parser;
     try {
         parser.app.parse(argc, argv);
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string what = error.what();
+        const std::string option = what.substr(0, what.find(':'));
+        if (what.find("At Most 1 ") == std::string::npos) Fail(what, "see halvorn-section --help");
+        Fail(option + " is given more than once", "give it once");
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != 0) Fail(error.what(), "see halvorn-section --help");
         std::ostringstream stream;
