@@ -5,7 +5,7 @@
 /** What the worker loads its engine from. */
 export async function engineSource() {
     const packed = document.getElementById("engine");
-    if (packed) return { base64: packed.textContent.trim() };
+    if (packed) return { packed: packed.textContent.trim() };
     return { url: new URL("../module/halvorn_engine.wasm", import.meta.url).href };
 }
 
