@@ -207,9 +207,11 @@ inWindow("replacing, a second file and a false address are told; files are calle
     await page.selectOption("#section-unit", "in");
     await says(window, "#live", /numbers stay: what was 100 mm wide is 100 in wide/);
     await window.value("area", 20000);
+    const before = await page.evaluate(() => location.hash);
     await page.getByRole("button", { name: "Convert the numbers" }).click();
     await window.value("area", 20000 / 25.4 ** 2);
-    await page.waitForFunction(() => /^#s=/.test(location.hash));
+    // Else the address of what was converted would take the place of a false one.
+    await page.waitForFunction((old) => /^#s=/.test(location.hash) && location.hash !== old, before);
     for (const hash of ["s=AAAA", "s=%%%", "garbage"]) {
         await page.evaluate((text) => { location.hash = text; }, hash);
         await says(window, ".message", /address holds no whole section/);
