@@ -70,7 +70,7 @@ void AddPublished(Report* report) {
 
 void CompareWithPublished(Report* report) {
     constexpr double kMost = 0.01;
-    constexpr int kDigits = 2;
+    constexpr int kDigits = 3;
     std::erase_if(report->findings, [](const Finding& finding) {
         return finding.kind == FindingKind::PublishedDiffers;
     });

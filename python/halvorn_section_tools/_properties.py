@@ -32,8 +32,14 @@ class Known:
             """A field, which is made when it is read for the first time, and kept."""
             report = self.__dict__.get("_engine_report")
             if report is None or name not in _names(type(self)):
-                raise AttributeError(f"{type(self).__name__!r} object has no attribute {name!r}")
+                of = [f"; .{kind.__name__.lower()}() has it" for kind in Known.__subclasses__()
+                      if name in _names(kind)]
+                raise AttributeError(f"{type(self).__name__!r} object has no attribute {name!r}"
+                                     + "".join(of))
             return self.__dict__.setdefault(name, _field(type(self), report, name))
+
+    def __dir__(self) -> list[str]:
+        return sorted({*super().__dir__(), *_names(type(self))})
 
     def __getstate__(self) -> dict[str, Any]:
         return {name: getattr(self, name) for name in _names(type(self))}

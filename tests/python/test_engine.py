@@ -140,6 +140,7 @@ def test_every_key_of_the_json_is_a_field():
     fields = {item.name for kind in (Properties, Warping) for item in dataclasses.fields(kind)[:-2]}
     keys = section.to_dict()["values"]
     assert fields == {*keys, "mass_per_metre"}
+    assert fields < {*dir(section.properties()), *dir(section.warping())}, "editors would not offer them"
     results = {**section.properties().to_dict(), **section.warping().to_dict()}
     assert all(results[key] == entry["value"] for key, entry in keys.items())
     for kind, symbol in ((Properties, "plastic_modulus_x       Plastic modulus about x (Wpl,x) [L^3]"),
@@ -401,6 +402,8 @@ def drawing(*lines):
     (lambda: CHANNEL.svg(halves="z"), ValueError, "halves: expected one of 'x', 'y', got 'z'"),
     (lambda: setattr(CHANNEL, "unit", "m"), AttributeError, "unit: a section does not change"),
     (lambda: setattr(CHANNEL.properties().area, "unit", "m"), AttributeError, "unit: a quantity does not change"),
+    (lambda: CHANNEL.properties().torsion_constant, AttributeError,
+     "'Properties' object has no attribute 'torsion_constant'; .warping() has it"),
     (lambda: profiles("QX"), ValueError, "family: there is no 'QX'; the families are "),
     (lambda: profiles("HEB", "depth>3"), InputError, 'where: "depth>3": '),
     (lambda: profiles("HEB", unit="ft"), InputError, "the unit is ft; give mm, cm, m or in"),
