@@ -14,8 +14,11 @@ constexpr double kStraight = 1e-6;
 // A chord is no longer than so many times a neighbour of the same arc.
 constexpr double kChordRatio = 3.0;
 // Nearer to a corner that turns into the material than where it raises the stress by this part,
-// points count for nothing, but the mean does.
+// points count for nothing, but the mean does; nowhere farther off than this part of its reach, as
+// far as circles about sharp corners go. The mean is about that of the corner rounded over a third
+// of the wall.
 constexpr double kRaised = 0.01;
+constexpr double kMostRaised = 0.25;
 // Nearer to a convex corner than this part of its reach, times the root of the turn, points count
 // for nothing: the stress falls towards it, and the fields are poorest there. Over a reach l the
 // stress of a wall falls smoothly by about half, as 1 - (r / 1.5 l)^2: its product with
@@ -41,7 +44,7 @@ bool IsSoft(double turn) {
 double LeftOutBeside(double turn, double reach) {
     if (std::fabs(turn) < kNoCorner) return 0.0;
     if (turn > 0.0) return kLowered * std::sqrt(turn) * reach;
-    return reach * std::exp(kRaised * std::numbers::pi / turn);
+    return reach * std::min(kMostRaised, std::exp(kRaised * std::numbers::pi / turn));
 }
 
 class RingSides {
@@ -88,27 +91,15 @@ private:
         sides_.back().turnAfter = sides_.front().turnBefore;
     }
 
-    // A chord turns softly at both ends and in the same direction, and is not much longer than a
-    // neighbour. An arc may end at a sharp corner, or go over into one that turns the other way:
-    // there one end alone turns like those of the chord beside it.
+    // A chord turns softly at both ends and in one direction, and is not much longer than a
+    // neighbour. Of an arc's last one before a sharp corner half lies beside the chord before it.
     void FindArcs() {
-        std::vector<bool> isInner;
-        for (std::size_t i = 0; i < sides_.size(); ++i) {
-            const Side& side = sides_[i];
-            isInner.push_back(IsSoft(side.turnBefore) && IsSoft(side.turnAfter) &&
-                              side.turnBefore * side.turnAfter > 0.0 &&
-                              side.length <=
-                                  kChordRatio * std::max(Before(i).length, After(i).length));
-        }
         for (std::size_t i = 0; i < sides_.size(); ++i) {
             Side& side = sides_[i];
-            const auto goesOn = [&](double turn, std::size_t next) {
-                next %= sides_.size();
-                return IsSoft(turn) && isInner[next] &&
-                       side.length <= kChordRatio * sides_[next].length;
-            };
-            side.isInArc = isInner[i] || goesOn(side.turnBefore, i + sides_.size() - 1) ||
-                           goesOn(side.turnAfter, i + 1);
+            const double longer = std::max(Before(i).length, After(i).length);
+            side.isInArc = IsSoft(side.turnBefore) && IsSoft(side.turnAfter) &&
+                           side.turnBefore * side.turnAfter > 0.0 &&
+                           side.length <= kChordRatio * longer;
         }
     }
 
