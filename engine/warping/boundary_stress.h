@@ -7,8 +7,9 @@
 /// counts: on straight sides, and on chords so far as it is bent by more than their corners bend
 /// it, since there it varies with the section and the outline hardly turns. Beside an arc the mean
 /// over as much as its chord is long counts as a chord does. Where a corner that turns softly into
-/// the material stands alone the mean counts as far as that corner raises the stress by 1 %. About
-/// corners sharper than `kSharpTurn` a circle is left out.
+/// the material stands alone the mean counts as far as that corner raises the stress by 1 %, at
+/// most a quarter of a wall's thickness. About corners sharper than `kSharpTurn` a circle is left
+/// out.
 #ifndef HALVORN_ENGINE_WARPING_BOUNDARY_STRESS_H
 #define HALVORN_ENGINE_WARPING_BOUNDARY_STRESS_H
 
