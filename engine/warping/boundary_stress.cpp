@@ -2,20 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <span>
 #include <utility>
 
 #include "warping/left_out_circles.h"
+#include "warping/ring_sides.h"
 #include "warping/shape_functions.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-// Edges of the mesh belong to one side of the outline while they turn by less: rounding [radians].
-constexpr double kStraight = 1e-6;
-// A chord is no longer than so many times a neighbour of the same arc.
-constexpr double kChordRatio = 3.0;
 // Points at which each edge of the mesh is sampled, and those of a mean over a stretch of it.
 constexpr int kSamples = 8;
 constexpr int kMeanOrder = 5;
@@ -24,17 +22,12 @@ constexpr double kComparable = 0.5;
 // The mean stress of a chord is known well enough to this part of the largest stress: richer fields
 // show more of the corners at its ends, which the arc does not have.
 constexpr double kMeanAllowed = 1e-2;
+// The stress along a stretch may be bent by so much more than the soft corners at its ends bend it,
+// of that, before its points count, and by twice as much before they count in full. Along a ring of
+// equal chords the corners farther off add a tenth.
+constexpr double kBentOtherwise = 0.15;
 // What triangles that need nothing have together of the error.
 constexpr double kNoShare = 0.1;
-
-// A straight side of a ring: edges first to first + count of the ring, all round.
-struct Side {
-    std::size_t first = 0;
-    std::size_t count = 0;
-    double length = 0.0;
-    double turnBefore = 0.0;  // at its start, positive out of the material's way: a convex corner
-    double turnAfter = 0.0;
-};
 
 // The part of an edge at a place of the reference triangle on it, 0 to 1.
 double PartOf(int edge, const std::array<double, 2>& place) {
@@ -74,6 +67,22 @@ const EdgeSamples& SamplesOf(int order, int edge) {
     return all[3 * Slot(order - 1) + Slot(edge)];
 }
 
+// How much of what the stress at points of a stretch differs from the mean is no work of the soft
+// corners at its ends, from 0 to 1. With u from 0 to 1 along it they give the stress the factor
+// 1 + (turnFrom ln(e u) + turnTo ln(e (1 - u))) / pi,
+// whose mean is 1 and which has -5/6 of the turns over pi of Legendre's 6 u^2 - 6 u + 1. Fields of
+// low order show less of it, down to nothing.
+// @param bend  of that polynomial in the stress
+double PartOfPoints(const Stretch& stretch, double mean, double bend) {
+    constexpr double kBend = 5.0 / 6.0 / std::numbers::pi;
+    const double ofCorners = -kBend * (stretch.from.turn + stretch.to.turn) * mean;
+    const double most =
+        kBend * (std::fabs(stretch.from.turn) + std::fabs(stretch.to.turn)) * std::fabs(mean);
+    const double allowed = kBentOtherwise * most;
+    const double other = std::max(bend - std::max(ofCorners, 0.0), std::min(ofCorners, 0.0) - bend);
+    return other >= 2.0 * allowed ? 1.0 : std::max(0.0, other / allowed - 1.0);
+}
+
 class RingStress {
 public:
     RingStress(const Fields& fields, const FieldFactors& factors, std::size_t ringNumber,
@@ -86,25 +95,14 @@ public:
           to_(*to) {}
 
     void Add() {
-        ListSides();
-        for (std::size_t i = 0; i < sides_.size(); ++i) {
-            const Side& before = sides_[(i + sides_.size() - 1) % sides_.size()];
-            const Side& after = sides_[(i + 1) % sides_.size()];
-            const Side& side = sides_[i];
-            const bool startsSoftly = std::fabs(side.turnBefore) <= kSharpTurn;
-            const bool endsSoftly = std::fabs(side.turnAfter) <= kSharpTurn;
-            const bool isChord = (startsSoftly && side.length <= kChordRatio * before.length) ||
-                                 (endsSoftly && side.length <= kChordRatio * after.length);
-            if (isChord) {
-                AddMean(side, 0.0, side.length);
-                continue;
+        // The radius is a quarter of a wall's thickness.
+        const double reach = 4.0 * circles_.Radius();
+        for (const Stretch& stretch : StretchesOf(fields_.space, ring_, reach)) {
+            if (stretch.HasSoftCorner()) {
+                AddBeside(stretch);
+            } else {
+                AddPoints(stretch, nullptr, 1.0);
             }
-            const double most = 0.5 * side.length;
-            const double start = startsSoftly ? std::min(before.length, most) : 0.0;
-            const double end = side.length - (endsSoftly ? std::min(after.length, most) : 0.0);
-            if (start > 0.0) AddMean(side, 0.0, start);
-            if (end < side.length) AddMean(side, end, side.length);
-            AddPoints(side, start, end);
         }
     }
 
@@ -114,30 +112,7 @@ private:
         const EdgeRef& at = EdgeAt(i);
         return fields_.space.CornerAt(at.triangle, at.edge + 1);
     }
-    double TurnAt(std::size_t i) const {
-        const Point& a = StartOf(i + ring_.edges.size() - 1);
-        return TurnBetween(StartOf(i) - a, StartOf(i + 1) - StartOf(i));
-    }
-    double LengthOf(std::size_t i) const {
-        const Point d = StartOf(i + 1) - StartOf(i);
-        return std::hypot(d.x, d.y);
-    }
-
-    void ListSides() {
-        const std::size_t count = ring_.edges.size();
-        std::size_t start = 0;
-        while (start < count && std::fabs(TurnAt(start)) <= kStraight) ++start;
-        for (std::size_t i = 0; i < count; ++i) {
-            const double turn = TurnAt(start + i);
-            if (std::fabs(turn) > kStraight) {
-                if (!sides_.empty()) sides_.back().turnAfter = turn;
-                sides_.push_back({start + i, 0, 0.0, turn, 0.0});
-            }
-            ++sides_.back().count;
-            sides_.back().length += LengthOf(start + i);
-        }
-        sides_.back().turnAfter = sides_.front().turnBefore;
-    }
+    double LengthAt(std::size_t i) const { return LengthOf(fields_.space, EdgeAt(i)); }
 
     // The stresses along an edge of the ring at places of it, 0 to 1.
     std::vector<BoundaryStress> At(std::size_t i, const ShapeSamples& samples) const {
@@ -159,39 +134,48 @@ private:
     }
     int OrderAt(std::size_t i) const { return fields_.space.HighestOrderAt(EdgeAt(i).triangle); }
 
-    // The mean between two distances from the start of a side.
-    void AddMean(const Side& side, double from, double to) {
+    // The mean of a stretch beside soft corners, and the stress at its points as far as it varies
+    // by more than they make it.
+    void AddBeside(const Stretch& stretch) {
+        double bend = 0.0;
+        const BoundaryStress mean = MeanOver(stretch, &bend);
+        if (mean.count == 0 || circles_.Contain(0.5 * (mean.from + mean.to))) return;
+        to_.push_back(mean);
+        const double part = PartOfPoints(stretch, mean.Middle(), bend);
+        if (part > 0.0) AddPoints(stretch, &mean, part);
+    }
+
+    // The mean over a stretch, and how much of Legendre's polynomial of second degree it has.
+    BoundaryStress MeanOver(const Stretch& stretch, double* bend) const {
         BoundaryStress mean;
         mean.ring = ringNumber_;
         mean.count = 0;
-        double weights = 0.0;
         double along = 0.0;
         const Quadrature& rule = QuadratureOf(kMeanOrder);
-        for (std::size_t i = side.first; i < side.first + side.count; ++i) {
-            const double length = LengthOf(i);
-            const double a = std::clamp((from - along) / length, 0.0, 1.0);
-            const double b = std::clamp((to - along) / length, 0.0, 1.0);
-            along += length;
+        for (std::size_t i = stretch.first; i < stretch.first + stretch.count; ++i) {
+            const double length = LengthAt(i);
+            const double start = std::exchange(along, along + length);
+            const double a = std::clamp((stretch.from.distance - start) / length, 0.0, 1.0);
+            const double b = std::clamp((stretch.to.distance - start) / length, 0.0, 1.0);
             if (!(b > a)) continue;
-            if (weights == 0.0) {
+            if (mean.count++ == 0) {
                 mean.from = StartOf(i) + a * (StartOf(i + 1) - StartOf(i));
                 mean.first = i % ring_.edges.size();
             }
             mean.to = StartOf(i) + b * (StartOf(i + 1) - StartOf(i));
-            ++mean.count;
             const std::vector<BoundaryStress> stresses = OverPart(i, a, b);
+            const double part = (b - a) * length / stretch.Length();
             for (std::size_t k = 0; k < stresses.size(); ++k) {
-                const double weight = (b - a) * length * rule.lineWeights[k];
+                const double weight = part * rule.lineWeights[k];
+                const double distance = start + (a + (b - a) * rule.linePoints[k]) * length;
+                const double u = (distance - stretch.from.distance) / stretch.Length();
                 mean.free += weight * stresses[k].free;
                 mean.held += weight * stresses[k].held;
-                weights += weight;
+                *bend += 5.0 * weight * (6.0 * u * (u - 1.0) + 1.0) * stresses[k].Middle();
             }
         }
-        if (weights == 0.0 || circles_.Contain(0.5 * (mean.from + mean.to))) return;
-        mean.free /= weights;
-        mean.held /= weights;
         mean.error = std::fabs(mean.free - mean.held);
-        to_.push_back(mean);
+        return mean;
     }
 
     // At Gauss's points between two parts of an edge.
@@ -203,16 +187,24 @@ private:
         return At(i, OnEdge(OrderAt(i), edge, places));
     }
 
-    // Points between two distances from the start of a side, and where the circles end.
-    void AddPoints(const Side& side, double from, double to) {
-        const std::vector<double> ends = EndsOfCircles(side);
+    // The stress at the points of a stretch, and where the circles end.
+    // @param mean  of the stretch; null of one without soft corners
+    // @param part  of what the points differ from the mean
+    void AddPoints(const Stretch& stretch, const BoundaryStress* mean, double part) {
+        const std::vector<double> ends = EndsOfCircles(stretch);
+        const double from = stretch.from.distance + stretch.from.leftOut;
+        const double to = stretch.to.distance - stretch.to.leftOut;
         double start = 0.0;
-        for (std::size_t i = side.first; i < side.first + side.count; ++i) {
-            const double length = LengthOf(i);
+        for (std::size_t i = stretch.first; i < stretch.first + stretch.count; ++i) {
+            const double length = LengthAt(i);
             const std::size_t before = to_.size();
-            const auto add = [&](const BoundaryStress& stress, double s) {
+            const auto add = [&](BoundaryStress stress, double s) {
                 const double distance = start + s * length;
                 if (distance < from || distance > to || circles_.Contain(stress.from)) return;
+                if (mean != nullptr) {
+                    stress.free = mean->free + part * (stress.free - mean->free);
+                    stress.held = mean->held + part * (stress.held - mean->held);
+                }
                 to_.push_back(stress);
             };
             const auto stresses = At(i, SamplesOf(OrderAt(i), EdgeAt(i).edge).points);
@@ -245,7 +237,7 @@ private:
     }
 
     // Where the circles about sharp corners end on a side: distances from its start.
-    std::vector<double> EndsOfCircles(const Side& side) const {
+    std::vector<double> EndsOfCircles(const Stretch& side) const {
         std::vector<double> ends;
         const Point origin = StartOf(side.first);
         const Point d = StartOf(side.first + side.count) - origin;
@@ -285,7 +277,6 @@ private:
     const RimRing& ring_;
     const LeftOutCircles& circles_;
     std::vector<BoundaryStress>& to_;
-    std::vector<Side> sides_;
 };
 
 }  // namespace
@@ -318,11 +309,7 @@ LargestOf LargestAlongRings(const std::vector<BoundaryStress>& stresses) {
 double RimLength(const FieldSpace& space) {
     double length = 0.0;
     for (const RimRing& ring : space.rings) {
-        for (const EdgeRef& at : ring.edges) {
-            const Point d =
-                space.CornerAt(at.triangle, at.edge + 2) - space.CornerAt(at.triangle, at.edge + 1);
-            length += std::hypot(d.x, d.y);
-        }
+        for (const EdgeRef& at : ring.edges) length += LengthOf(space, at);
     }
     return length;
 }

@@ -3,24 +3,25 @@
 ///
 /// At a corner that turns into the material the stress of the drawn outline has no bound. The
 /// chords of an arc have such corners, the arc does not: of a chord the mean stress counts, which
-/// comes near that of the arc with the square of the chord's length. Elsewhere on straight sides
-/// the stress at points counts, but near a chord: there it is the mean over as much as the chord is
-/// long. About corners sharper than `kSharpTurn` a circle is left out.
+/// comes near that of the arc with the square of the chord's length. Elsewhere the stress at points
+/// counts: on straight sides, and on chords so far as it is bent by more than their corners bend
+/// it, since there it varies with the section and the outline hardly turns. Beside an arc the mean
+/// over as much as its chord is long counts as a chord does. Where a corner that turns softly into
+/// the material stands alone the mean counts as far as that corner raises the stress by 1 %, at
+/// most a quarter of a wall's thickness. About corners sharper than `kSharpTurn` a circle is left
+/// out.
 #ifndef HALVORN_ENGINE_WARPING_BOUNDARY_STRESS_H
 #define HALVORN_ENGINE_WARPING_BOUNDARY_STRESS_H
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 #include <vector>
 
+#include "warping/ring_sides.h"
 #include "warping/stress_at.h"
 
 namespace halvorn::engine {
-
-/// Where the outline turns into the material by more, it has a corner; by less, an arc [radians].
-inline constexpr double kSharpTurn = 25.0 * std::numbers::pi / 180.0;
 
 /// Returns the corners of a part that turn into the material by more than `kSharpTurn`.
 Points SharpCornersOf(const FieldSpace& space);

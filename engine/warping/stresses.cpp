@@ -131,7 +131,7 @@ private:
         const auto isNextToArc = [&](std::size_t t) {
             const auto& corners = space.mesh.corners[t];
             return std::any_of(corners.begin(), corners.end(),
-                               [&](Index v) { return turns[Slot(v)] < 0.0; });
+                               [&](Index v) { return turns[Slot(v)] < -kNoCorner; });
         };
         double largest = 0.0;
         std::size_t at = space.TriangleCount();
