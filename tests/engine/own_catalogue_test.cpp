@@ -234,8 +234,12 @@ TEST(OwnCatalogue, FindsNamesAsEngineersTypeThem) {
                                       "W1226", "L4x3-1/2x5/", "/", "1/", "HSS4X4X.314"}) {
         EXPECT_FALSE(catalogue.Find(foreign)) << foreign;
     }
-    EXPECT_EQ(catalogue.Similar("HSS4x4x3/8"),
-              (std::vector<std::string>{"HSS4X4X1/4", "HSS4X4X5/16"}));
+    for (const char* const near : {"HSS4x4x3/8", "HSS4x4/3/8"}) {
+        EXPECT_EQ(catalogue.Similar(near), (std::vector<std::string>{"HSS4X4X5/16", "HSS4X4X1/4"}));
+    }
+    for (const char* const near : {"W12", "W12/26", "W12x29", "W14x26", "WX12x26"}) {
+        EXPECT_EQ(catalogue.Similar(near).front(), "W12X26") << near;
+    }
     EXPECT_EQ(catalogue.Names("hss").size(), 3U);
     EXPECT_EQ(catalogue.Names("Pipe").size(), 1U);
 }
