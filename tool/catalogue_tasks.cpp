@@ -176,6 +176,24 @@ Catalogue CatalogueWith(const std::vector<CatalogueFile>& files, std::vector<Fin
     return catalogue;
 }
 
+std::set<std::size_t> RefusedRows(const std::string& path, const std::vector<std::string>& named,
+                                  const std::vector<Finding>& findings) {
+    std::set<std::size_t> lines;
+    for (const CatalogueFile& file : CatalogueFiles(named)) {
+        std::error_code error;
+        if (!fs::equivalent(path, file.path, error)) continue;
+        const std::string start = SourceName(file.path) + ": line ";
+        for (const Finding& finding : findings) {
+            const std::string& place = finding.element;
+            if (finding.severity != Severity::Error || !place.starts_with(start)) continue;
+            const std::size_t comma = std::min(place.find(',', start.size()), place.size());
+            const auto line = WholeNumberIn(place.substr(start.size(), comma - start.size()));
+            if (line) lines.insert(static_cast<std::size_t>(*line));
+        }
+    }
+    return lines;
+}
+
 std::string ProfileOfWords(const std::vector<std::string>& words,
                            const std::vector<std::string>& named) {
     std::string name;

@@ -3,6 +3,8 @@
 #ifndef HALVORN_TOOL_CATALOGUE_TASKS_H
 #define HALVORN_TOOL_CATALOGUE_TASKS_H
 
+#include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,13 @@ bool MayNeedProfiles(const CommandLine& line);
 /// @throws InputError for a table of the command line that cannot be read
 engine::Catalogue CatalogueWith(const std::vector<CatalogueFile>& files,
                                 std::vector<engine::Finding>* findings);
+
+/// Returns the lines of a table whose rows were left out of the catalogue; none where the table is
+/// not part of it.
+/// @param named     tables of the command line
+/// @param findings  of `CatalogueWith`
+std::set<std::size_t> RefusedRows(const std::string& path, const std::vector<std::string>& named,
+                                  const std::vector<engine::Finding>& findings);
 
 /// Returns the profile that words of a command line are together, "HSS 4x4x1/4"; empty: none is.
 /// @param named  tables of the command line

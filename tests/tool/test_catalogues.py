@@ -66,8 +66,13 @@ class Catalogues(unittest.TestCase):
             self.assertEqual(lines[0], f"halvorn-section: {path}: line 3, column tf: the cell is empty; fill it in")
             self.assertEqual(lines[1:], [f"halvorn-section: remark: {path}: HEB200 goes before the built-in profile of that name"])
             self.assertEqual(run("--catalogue", path, "bad").returncode, 2)
-            batch = run("--catalogue", path, "--batch", path)
-            self.assertEqual([row["source"] for row in csv.DictReader(io.StringIO(batch.stdout))], ["Good 1", "HEB200"])
+            with open(path, "a", encoding="utf-8") as file:
+                file.write("IPE300,i,90,50,5,,0\ngood 1,i,90,50,5,8,0\n")
+            # A refused row is no row of the list: neither the first one of its name nor a built-in one.
+            for arguments, tables in (["--catalogue", path], None), ([], folder):
+                batch = run(*arguments, "--batch", os.path.join(folder, ".", "own.csv"), folder=tables)
+                self.assertEqual([row["source"] for row in csv.DictReader(io.StringIO(batch.stdout))], ["Good 1", "HEB200"])
+                self.assertEqual((batch.returncode, batch.stderr.count("\n")), (2, 4))
             section = write(folder, "s.json", '{"version":1,"unit":"mm","parts":[{"profile":"good 1"}]}')
             self.assertIn("1220", run("--catalogue", path, section).stdout)
 
@@ -94,7 +99,7 @@ class Catalogues(unittest.TestCase):
                 self.assertEqual((done.returncode, done.stderr), (0, ""), argument)
             done = run("--catalogue", os.path.join(folder, "a.csv"), "mine", folder=folder)
             self.assertEqual((done.returncode, done.stderr.count("\n")), (2, 1))
-            batch = write(folder, "e.txt", "sep=;\n;;\n# mine\n;name;type\n;;\n# own\n;Mine;i\n;;;;\n")
+            batch = write(folder, "e.txt", "sep=;\n;;\n# mine\n;name;kind\n;;\n# own\n;Mine;i\n;;;;\n")
             os.rename(batch, batch := os.path.join(folder, "e.csv"))
             done = run("--batch", batch, folder=folder)
             self.assertEqual((done.returncode, [line.split(",")[0] for line in done.stdout.splitlines()]), (0, ["source", "Mine"]))
