@@ -49,7 +49,6 @@ std::string Aligned(const Rows& rows, const std::vector<std::size_t>& columnsOfN
 }
 
 std::string TableOf(const ProfileSearch& search, std::size_t limit) {
-    if (search.profiles.empty()) return "no profile suits\n";
     Rows rows = {{"Profile"}};
     std::vector<std::size_t> numbers;
     for (const Value& value : search.profiles.front().values) {
@@ -73,10 +72,8 @@ std::string TableOf(const ProfileSearch& search, std::size_t limit) {
 
 std::string CsvOf(const ProfileSearch& search) {
     std::string text = "name";
-    if (!search.profiles.empty()) {
-        for (const Value& value : search.profiles.front().values) {
-            text += ',' + value.key + ',' + value.key + "_unit";
-        }
+    for (const Value& value : search.profiles.front().values) {
+        text += ',' + value.key + ',' + value.key + "_unit";
     }
     text += '\n';
     for (const FoundProfile& profile : search.profiles) {
@@ -232,6 +229,7 @@ std::string SearchText(const CommandLine& line, bool showsProgress) {
     options.values = line.section.values;
     options.progress = [&bar](std::size_t solved, std::size_t most) { bar.Show(solved, most); };
     const ProfileSearch search = FindProfiles(line.query, line.section.input.catalogue, options);
+    if (search.profiles.empty()) return "";
     switch (line.format) {
         case Format::Json:
             return JsonOf(search);

@@ -53,7 +53,7 @@ std::string ProfilesText(const engine::Catalogue& catalogue, const std::string& 
 /// Returns the families, one per line: name, number of profiles, what their names begin with.
 std::string FamiliesText(const engine::Catalogue& catalogue);
 
-/// Returns the profiles that suit a query, as a table, JSON or CSV.
+/// Returns the profiles that suit a query, as a table, JSON or CSV; nothing when none does.
 /// @param showsProgress  a bar on standard error while torsion and shear are solved
 /// @throws InputError for a query that cannot be understood
 std::string SearchText(const CommandLine& line, bool showsProgress);

@@ -119,13 +119,18 @@ std::vector<Finding> ReadCatalogues(CommandLine* line) {
 // The whole catalogue, which lacks what was left out.
 ExitCode PrintCatalogue(const CommandLine& line, const std::vector<Finding>& findings) {
     const Catalogue& catalogue = line.section.input.catalogue;
-    Print(line.task == Task::Find           ? SearchText(line, IsTerminal(stderr))
-          : line.task == Task::ListFamilies ? FamiliesText(catalogue)
-                                            : ProfilesText(catalogue, line.family));
+    const std::string text = line.task == Task::Find ? SearchText(line, IsTerminal(stderr))
+                             : line.task == Task::ListFamilies
+                                 ? FamiliesText(catalogue)
+                                 : ProfilesText(catalogue, line.family);
+    Print(text);
     const bool areLeftOut =
         std::any_of(findings.begin(), findings.end(),
                     [](const Finding& finding) { return finding.severity == Severity::Error; });
-    return areLeftOut ? kBadInput : kDone;
+    if (!text.empty()) return areLeftOut ? kBadInput : kDone;
+    // As of a search in texts: a script tells by the exit code that nothing was found.
+    Complain("search: no profile suits; loosen a term, or leave one out");
+    return areLeftOut ? kBadInput : kNothingFound;
 }
 
 ExitCode Run(int argc, char** argv) {

@@ -56,6 +56,30 @@ SplitTerm Split(const std::string& term) {
     return {term.substr(0, start), term.substr(start, end - start), term.substr(end)};
 }
 
+// Names of which the search has several, or one that takes a density.
+void RefuseWords(const std::string& term, const std::string& name) {
+    const std::string small = InSmallLetters(name);
+    const std::string problem = "nothing is called \"" + Excerpt(name) + '"';
+    for (const char* const mass : {"mass", "weight", "kg", "g"}) {
+        if (small != mass) continue;
+        throw QueryError(term, problem,
+                         "write m (mass_per_metre) and give --density, or area, which follows the "
+                         "mass");
+    }
+    for (const char* const axes : {"xy", "x", "y"}) {
+        const std::string axis = axes == std::string_view("xy") ? "" : axes;
+        if (small != "w" + axis) continue;
+        std::string elastic, plastic;
+        for (const char* each = axes; *each != '\0'; ++each) {
+            elastic += (elastic.empty() ? "Wel" : " or Wel") + std::string(1, *each);
+            plastic += (plastic.empty() ? "Wpl" : " or Wpl") + std::string(1, *each);
+        }
+        throw QueryError(term, problem,
+                         "write " + elastic + " for the smaller elastic modulus, " + plastic +
+                             " for the plastic one");
+    }
+}
+
 // S and Z are the elastic or the plastic modulus by country, and S the static moment in reports.
 void RefuseLetters(const std::string& term, const std::string& name) {
     const std::string small = InSmallLetters(name);
@@ -80,6 +104,7 @@ void RefuseLetters(const std::string& term, const std::string& name) {
 
 Quantity QuantityOf(const std::string& term, const std::string& name) {
     RefuseLetters(term, name);
+    RefuseWords(term, name);
     const std::optional<Quantity> quantity = FindQuantity(name);
     if (quantity) return *quantity;
     const QuantityNames like = QuantitiesLike(name);
@@ -129,6 +154,16 @@ std::optional<std::string> LengthIn(std::string_view text, int power) {
     return std::nullopt;
 }
 
+// Half a unit of the last digit of a number that can be read: 0.005 of 53.81.
+double HalfDigit(const std::string& number) {
+    const std::size_t exponent = std::min(number.find_first_of("eE"), number.size());
+    const std::size_t point = std::min(number.find('.'), exponent);
+    const auto decimals = static_cast<double>(exponent - std::min(point + 1, exponent));
+    const double power =
+        exponent == number.size() ? 0.0 : NumberIn(number.substr(exponent + 1)).value_or(0.0);
+    return 0.5 * std::pow(10.0, power - decimals);
+}
+
 void ReadNumber(const std::string& rest, QueryTerm* term) {
     // The longest number that the text begins with.
     std::size_t end = std::min(rest.find_first_not_of("+-.0123456789eE"), rest.size());
@@ -141,6 +176,7 @@ void ReadNumber(const std::string& rest, QueryTerm* term) {
                          "write one with a decimal point, and perhaps its unit");
     }
     term->number = *number;
+    term->halfDigit = HalfDigit(rest.substr(0, end));
     const std::string unit = Trimmed(std::string_view(rest).substr(end));
     if (unit.empty()) return;
     const Value& value = term->quantity.value;
@@ -235,7 +271,7 @@ InputError QueryError(const std::string& term, const std::string& problem,
     return {"search", '"' + Excerpt(term) + '"', problem, mend};
 }
 
-bool QueryTerm::Holds(double value) const {
+bool QueryTerm::Holds(double value, bool isExact) const {
     constexpr double kRounding = 1e-9;
     const double slack = kRounding * std::fabs(number);
     switch (comparison) {
@@ -244,7 +280,7 @@ bool QueryTerm::Holds(double value) const {
         case Operator::LessOrEqual:
             return value <= number + slack;
         case Operator::Equal:
-            return std::fabs(value - number) <= slack;
+            return std::fabs(value - number) <= slack + (isExact ? 0.0 : halfDigit);
         case Operator::GreaterOrEqual:
             return value >= number - slack;
         case Operator::Greater:

@@ -118,8 +118,10 @@ class Catalogues(unittest.TestCase):
             self.assertEqual(float(row["torsion_constant"]), constant["value"])
             self.assertIn(f"{profile['values']['area']['value']:.4f}", line)
         self.assertIn("There may be more", table[-1])
-        nothing = run("--find", "family=IPE h>9m")
-        self.assertEqual((nothing.returncode, nothing.stdout), (0, "no profile suits\n"))
+        for form in [], ["--json"], ["--csv"]:
+            nothing = run("--find", "family=IPE h>9m", *form)
+            self.assertEqual((nothing.returncode, nothing.stdout), (1, ""))
+            self.assertRegex(nothing.stderr, r"\Ahalvorn-section: search: no profile suits; .+\n\Z")
         mass = json.loads(run("--find", "family=IPE order=m limit=1", "--density", "7850", "--json").stdout)
         self.assertAlmostEqual(mass["profiles"][0]["values"]["mass_per_metre"]["value"], 6.0, delta=0.02)  # IPE 80
 
