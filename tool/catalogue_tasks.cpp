@@ -162,6 +162,12 @@ Catalogue CatalogueWith(const std::vector<CatalogueFile>& files, std::vector<Fin
             catalogue = std::move(extended.catalogue);
             findings->insert(findings->end(), extended.findings.begin(), extended.findings.end());
         } catch (const InputError& error) {
+            std::error_code ignored;
+            if (file.isNamed && fs::is_directory(file.path, ignored)) {
+                throw InputError(error.Source(), error.Problem(),
+                                 error.Mend() + std::string(", or let ") + kFolderVariable +
+                                     " name the folder for all of its tables");
+            }
             if (file.isNamed) throw;
             Finding& finding = findings->emplace_back();
             finding.element = error.Source() + (error.Place().empty() ? "" : ": ") + error.Place();

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "base/dimension_checks.h"
@@ -182,6 +184,11 @@ Catalogue CatalogueAccess::Of(std::shared_ptr<const CatalogueData> data) {
 }
 
 ExtendedCatalogue Catalogue::With(const std::string& path) const {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
+        throw InputError(path, "is a folder, and a catalogue is one table",
+                         "name a .csv file in it");
+    }
     return WithText(ReadInput(path), SourceName(path));
 }
 

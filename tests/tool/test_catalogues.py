@@ -44,6 +44,7 @@ class Catalogues(unittest.TestCase):
         for arguments, folder, expected in (
                 (["IPE300"], "no/folder", "HALVORN_CATALOGUES"), (["IPE300", "--catalogue", "no.csv"], None, "no.csv"),
                 (["IPE300", "--catalogue", COMPLETION], None, "no column is called name"),
+                (["IPE300", "--catalogue", SOURCE], None, ": is a folder, and a catalogue is one table; name a .csv file in it, or let HALVORN_CATALOGUES name"),
                 (["--list-profiles", "IPE300"], None, 'no family "IPE300"; take one of UPE, L-EN'),
                 ([OWN], None, "it is a table of profiles, not of points; give it as --catalogue FILE"),
                 (["--list-families", "IPE300"], None, "--list-families takes no INPUT"),
@@ -139,11 +140,11 @@ class Completion(unittest.TestCase):
     def test_completes_options_choices_names_families_and_files(self):
         cases = [
             (["--figure-b"], ["--figure-blocks"]), (["IPE300", "--unit", ""], ["mm", "cm", "m", "in"]),
-            (["--figure-stress", "s"], ["sigma"]), (["ipe30"], ["IPE300"]), (["IPE30"], ["IPE300"]), (["shs 50x50x6"], [r"SHS\ 50x50x6.3"]),
+            (["--figure-stress", "s"], ["sigma"]), (["ipe30"], ["IPE300"]), (["IPE30"], ["IPE300"]), (["shs 50x50x6"], [r"SHS\ 50x50x6.3"]), (["SHS50x50x6"], [r"SHS\ 50x50x6.3"]),
             ([r"shs\ 50x50x6"], [r"SHS\ 50x50x6.3"]), (["'shs 50x50x6"], ["SHS 50x50x6.3"]),
             (["--list-profiles", "he"], ["HE", "HEA", "HEB", "HEM"]), (["--density", "IPE"], [""]),
             (["examples/upe"], ["examples/upe-200-pair.json", "examples/upe-200.json"]), (["examples/catalog"], ["examples/catalogues/"]),
-            (["--catalogue", OWN, "fx b"], [r"FX\ B\ 60x40x3"]), (["--figure", "ipe"], [""]),
+            (["--catalogue", OWN, "fx b"], [r"FX\ B\ 60x40x3"]), (["--catalogue", OWN, "fxb6"], [r"FX\ B\ 60x40x3"]), (["--figure", "ipe"], [""]),
             (["--catalogue", OWN, "--list-profiles", "fx-b"], ["FX-B"]), (["fx b"], [""]),
         ]
         for words, expected in cases:
