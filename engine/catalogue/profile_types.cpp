@@ -93,7 +93,7 @@ std::string CatalogueUnit(const std::string& cell) {
         {"", "mm"},           {"mm.", "mm"},         {"millimetre", "mm"}, {"millimetres", "mm"},
         {"millimeter", "mm"}, {"millimeters", "mm"}, {"in.", "in"},        {"inch", "in"},
         {"inches", "in"},     {"\"", "in"},          {"\u2033", "in"}};
-    const std::string small = InSmallLetters(cell);
+    std::string small = InSmallLetters(cell);
     for (const auto& [spelling, unit] : kSpellings) {
         if (small == spelling) return std::string(unit);
     }

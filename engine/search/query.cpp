@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -56,27 +57,23 @@ SplitTerm Split(const std::string& term) {
     return {term.substr(0, start), term.substr(start, end - start), term.substr(end)};
 }
 
-// Names of which the search has several, or one that takes a density.
+// Names that engineers use of what has another one here.
 void RefuseWords(const std::string& term, const std::string& name) {
+    constexpr std::string_view mass =
+        "write m (mass_per_metre) and give --density, or area, which follows the mass";
+    constexpr std::pair<std::string_view, std::string_view> kMends[] = {
+        {"mass", mass},
+        {"weight", mass},
+        {"kg", mass},
+        {"g", mass},
+        {"w",
+         "write Welx or Wely for the smaller elastic modulus, Wplx or Wply for the plastic one"},
+        {"wx", "write Welx for the smaller elastic modulus, Wplx for the plastic one"},
+        {"wy", "write Wely for the smaller elastic modulus, Wply for the plastic one"}};
     const std::string small = InSmallLetters(name);
-    const std::string problem = "nothing is called \"" + Excerpt(name) + '"';
-    for (const char* const mass : {"mass", "weight", "kg", "g"}) {
-        if (small != mass) continue;
-        throw QueryError(term, problem,
-                         "write m (mass_per_metre) and give --density, or area, which follows the "
-                         "mass");
-    }
-    for (const char* const axes : {"xy", "x", "y"}) {
-        const std::string axis = axes == std::string_view("xy") ? "" : axes;
-        if (small != "w" + axis) continue;
-        std::string elastic, plastic;
-        for (const char* each = axes; *each != '\0'; ++each) {
-            elastic += (elastic.empty() ? "Wel" : " or Wel") + std::string(1, *each);
-            plastic += (plastic.empty() ? "Wpl" : " or Wpl") + std::string(1, *each);
-        }
-        throw QueryError(term, problem,
-                         "write " + elastic + " for the smaller elastic modulus, " + plastic +
-                             " for the plastic one");
+    for (const auto& [word, mend] : kMends) {
+        if (small != word) continue;
+        throw QueryError(term, "nothing is called \"" + Excerpt(name) + '"', std::string(mend));
     }
 }
 
