@@ -44,12 +44,12 @@ Outcome EvaluateOne(const std::string& argument, const BatchOptions& options) {
 // Sections in work: workers take the next one, the owner waits for each in turn.
 class Queue {
 public:
-    Queue(const std::vector<std::string>& arguments, const BatchOptions& options)
-        : arguments_(arguments), options_(options), outcomes_(arguments.size()) {
+    Queue(const std::vector<BatchEntry>& entries, const BatchOptions& options)
+        : entries_(entries), options_(options), outcomes_(entries.size()) {
         const std::size_t wanted = options.threads > 0
                                        ? options.threads
                                        : std::max(1U, std::thread::hardware_concurrency());
-        for (std::size_t i = 0; i < std::min(wanted, arguments.size()); ++i) {
+        for (std::size_t i = 0; i < std::min(wanted, entries.size()); ++i) {
             workers_.emplace_back([this](const std::stop_token& stop) { Work(stop); });
         }
     }
@@ -69,8 +69,8 @@ private:
     void Work(const std::stop_token& stop) {
         while (!stop.stop_requested()) {
             const std::size_t i = next_++;
-            if (i >= arguments_.size()) return;
-            Outcome outcome = EvaluateOne(arguments_[i], options_);
+            if (i >= entries_.size()) return;
+            Outcome outcome = EvaluateOne(entries_[i].argument, options_);
             const std::lock_guard lock(mutex_);
             outcomes_[i] = std::move(outcome);
             ++finished_;
@@ -78,7 +78,7 @@ private:
         }
     }
 
-    const std::vector<std::string>& arguments_;
+    const std::vector<BatchEntry>& entries_;
     const BatchOptions& options_;
     std::vector<Outcome> outcomes_;
     std::size_t finished_ = 0;
@@ -94,22 +94,23 @@ SectionReport EvaluateInput(const std::string& argument, const SectionOptions& o
     return Section::Open(argument, options.input).Evaluate(options.values);
 }
 
-std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,
+std::size_t RunBatch(const std::vector<BatchEntry>& entries, const BatchOptions& options,
                      const std::function<void(const std::string& line)>& write,
                      const std::function<void(const std::string& message)>& complain) {
     ProgressBar bar(options.showsProgress);
-    Queue queue(arguments, options);
+    Queue queue(entries, options);
     if (options.format == BatchFormat::Csv) write(CsvHeader(CsvOptionsOf(options)));
     std::size_t leftOut = 0;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
+    for (std::size_t i = 0; i < entries.size(); ++i) {
         const Outcome outcome =
-            queue.Take(i, [&](std::size_t finished) { bar.Show(finished, arguments.size()); });
+            queue.Take(i, [&](std::size_t finished) { bar.Show(finished, entries.size()); });
         if (!outcome.isLeftOut) {
             write(outcome.text);
             continue;
         }
         bar.Clear();
-        complain(outcome.text);
+        const std::string& place = entries[i].place;
+        complain(place.empty() ? outcome.text : place + ": " + outcome.text);
         ++leftOut;
     }
     return leftOut;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,19 +32,36 @@ struct BatchOptions {
     bool showsProgress = false;  ///< a bar on standard error
 };
 
-/// Returns the arguments for `Section::Open` that `paths` stand for: the section files of a folder
-/// in the order of their names; the entries of a list (.txt: one a line; .csv: those of the column
-/// `name`, or the first); anything else as it is.
-/// @param complain  gets one line for each row without a name, and for each folder or list that is
-///                  empty or cannot be read; the rest is returned
-std::vector<std::string> ExpandBatch(
-    const std::vector<std::string>& paths,
-    const std::function<void(const std::string& message)>& complain);
+/// One section of a batch.
+struct BatchEntry {
+    std::string argument;  ///< for `Section::Open`
+    std::string place;     ///< of the list that names it, "list.csv: line 3"; empty: none does
+};
 
-/// Evaluates the sections and hands the lines of the table to `write`, in the order of `arguments`.
-/// A section that cannot be read is left out of the table; its reason goes to `complain`.
+/// What the inputs of a batch stand for.
+struct BatchInputs {
+    std::vector<BatchEntry> entries;
+    /// One line for each row without a name, and for each folder or list that is empty or cannot be
+    /// read.
+    std::vector<std::string> complaints;
+    std::vector<std::string> remarks;  ///< one line for each list that a folder holds
+    std::size_t refusedRows = 0;       ///< those of `RefusedLines`
+};
+
+/// Returns the lines of a table that were refused when it was read as a catalogue.
+using RefusedLines = std::function<std::set<std::size_t>(const std::string& path)>;
+
+/// Returns what `paths` stand for: the section files of a folder in the order of their names; the
+/// entries of a list (.txt: one a line; .csv: those of the column `name`, or the first); anything
+/// else as it is.
+/// @param refused  rows of these lines are left out: of a catalogue their names are those of others
+BatchInputs ExpandBatch(const std::vector<std::string>& paths, const RefusedLines& refused = {});
+
+/// Evaluates the sections and hands the lines of the table to `write`, in the order of `entries`.
+/// A section that cannot be read is left out of the table; its place and the reason go to
+/// `complain`.
 /// @returns the number of sections left out
-std::size_t RunBatch(const std::vector<std::string>& arguments, const BatchOptions& options,
+std::size_t RunBatch(const std::vector<BatchEntry>& entries, const BatchOptions& options,
                      const std::function<void(const std::string& line)>& write,
                      const std::function<void(const std::string& message)>& complain);
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <sstream>
+#include <utility>
 
 #include "HalvornEngine.h"
 #include "base/text.h"
@@ -17,54 +17,61 @@ namespace {
 
 namespace fs = std::filesystem;
 constexpr const char* kAround = " \t\r\"";  // of an entry
-using Complain = std::function<void(const std::string& message)>;
 
 std::string Ending(const fs::path& path) {
     return InSmallLetters(path.extension().string());
 }
 
-void AddFolder(const std::string& folder, std::vector<std::string>* arguments) {
-    std::vector<std::string> files;
+void AddFolder(const std::string& folder, BatchInputs* inputs) {
+    std::vector<std::string> files, lists;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
         const std::string ending = Ending(entry->path());
         if (ending == ".json" || ending == ".dxf" || ending == ".csv") {
             files.push_back(entry->path().string());
+        } else if (ending == ".txt") {
+            lists.push_back(entry->path().string());
         }
     }
     if (error) throw InputError(folder, "cannot be read: " + error.message(), "check the folder");
+    std::sort(lists.begin(), lists.end());
+    for (const std::string& list : lists) {
+        inputs->remarks.push_back(list +
+                                  ": passed over, for it is no section file; if it is a "
+                                  "list of sections, name it beside the folder");
+    }
     if (files.empty()) {
         throw InputError(folder, "holds no section files", "put .json, .dxf or .csv files into it");
     }
     std::sort(files.begin(), files.end());
-    arguments->insert(arguments->end(), files.begin(), files.end());
+    for (std::string& file : files) inputs->entries.push_back({std::move(file), ""});
 }
 
 // An entry of a list: a file beside the list goes before one in the working folder.
-std::string Resolved(const std::string& entry, const fs::path& list) {
-    const fs::path beside = list.parent_path() / entry;
+BatchEntry Resolved(const std::string& entry, const std::string& list, std::size_t line) {
+    const fs::path beside = fs::path(list).parent_path() / entry;
     std::error_code error;
-    return fs::is_regular_file(beside, error) ? beside.string() : entry;
+    return {fs::is_regular_file(beside, error) ? beside.string() : entry,
+            SourceName(list) + ": line " + std::to_string(line)};
 }
 
 // The entries of a list of one a line; '#' begins a comment.
-void AddList(const std::string& path, std::vector<std::string>* arguments) {
-    const std::size_t before = arguments->size();
+void AddList(const std::string& path, BatchInputs* inputs) {
+    const std::size_t before = inputs->entries.size();
     std::istringstream stream(WithLineFeeds(ReadInput(path)));
     std::string line;
-    while (std::getline(stream, line)) {
+    for (std::size_t number = 1; std::getline(stream, line); ++number) {
         const std::string entry = Trimmed(line.substr(0, line.find('#')), kAround);
-        if (!entry.empty()) arguments->push_back(Resolved(entry, path));
+        if (!entry.empty()) inputs->entries.push_back(Resolved(entry, path, number));
     }
-    if (arguments->size() == before) {
+    if (inputs->entries.size() == before) {
         throw InputError(path, "the list is empty", "write one profile or file a line");
     }
 }
 
 // The cells of the column `name`, if the table has one; otherwise it is a section of points.
-bool AddTable(const std::string& path, std::vector<std::string>* arguments,
-              const Complain& complain) {
+bool AddTable(const std::string& path, const RefusedLines& refused, BatchInputs* inputs) {
     std::istringstream stream(WithLineFeeds(ReadInput(path)));
     std::string line;
     std::size_t number = 0;
@@ -94,51 +101,51 @@ bool AddTable(const std::string& path, std::vector<std::string>* arguments,
     });
     if (column == columns.end()) return false;
     const auto index = static_cast<std::size_t>(column - columns.begin());
-    const std::size_t before = arguments->size();
-    std::size_t faults = 0;
+    const std::set<std::size_t> refusedLines = refused ? refused(path) : std::set<std::size_t>();
+    bool hasRows = false;
     while (next()) {
+        hasRows = true;
         const std::vector<std::string> row = cells();
-        if (index >= row.size() || row[index].empty()) {
+        if (refusedLines.contains(number)) {
+            ++inputs->refusedRows;
+        } else if (index >= row.size() || row[index].empty()) {
             const InputError fault(path, number, "the column \"name\" is empty",
                                    "name a profile or a section file");
-            complain(fault.what());
-            ++faults;
-            continue;
+            inputs->complaints.emplace_back(fault.what());
+        } else {
+            inputs->entries.push_back(Resolved(row[index], path, number));
         }
-        arguments->push_back(Resolved(row[index], path));
     }
-    if (arguments->size() == before && faults == 0) {
+    if (!hasRows) {
         throw InputError(path, "the table has no rows", "name a profile or a section file a line");
     }
     return true;
 }
 
-void AddPath(const std::string& path, std::vector<std::string>* arguments,
-             const Complain& complain) {
+void AddPath(const std::string& path, const RefusedLines& refused, BatchInputs* inputs) {
     std::error_code error;
     const bool isFile = fs::is_regular_file(path, error);
     if (fs::is_directory(path, error)) {
-        AddFolder(path, arguments);
+        AddFolder(path, inputs);
     } else if (isFile && Ending(path) == ".txt") {
-        AddList(path, arguments);
-    } else if (!(isFile && Ending(path) == ".csv" && AddTable(path, arguments, complain))) {
-        arguments->push_back(path);
+        AddList(path, inputs);
+    } else if (!(isFile && Ending(path) == ".csv" && AddTable(path, refused, inputs))) {
+        inputs->entries.push_back({path, ""});
     }
 }
 
 }  // namespace
 
-std::vector<std::string> ExpandBatch(const std::vector<std::string>& paths,
-                                     const Complain& complain) {
-    std::vector<std::string> arguments;
+BatchInputs ExpandBatch(const std::vector<std::string>& paths, const RefusedLines& refused) {
+    BatchInputs inputs;
     for (const std::string& path : paths) {
         try {
-            AddPath(path, &arguments, complain);
+            AddPath(path, refused, &inputs);
         } catch (const InputError& error) {
-            complain(error.what());
+            inputs.complaints.emplace_back(error.what());
         }
     }
-    return arguments;
+    return inputs;
 }
 
 }  // namespace halvorn::tool

@@ -49,7 +49,6 @@ std::string Aligned(const Rows& rows, const std::vector<std::size_t>& columnsOfN
 }
 
 std::string TableOf(const ProfileSearch& search, std::size_t limit) {
-    if (search.profiles.empty()) return "no profile suits\n";
     Rows rows = {{"Profile"}};
     std::vector<std::size_t> numbers;
     for (const Value& value : search.profiles.front().values) {
@@ -73,10 +72,8 @@ std::string TableOf(const ProfileSearch& search, std::size_t limit) {
 
 std::string CsvOf(const ProfileSearch& search) {
     std::string text = "name";
-    if (!search.profiles.empty()) {
-        for (const Value& value : search.profiles.front().values) {
-            text += ',' + value.key + ',' + value.key + "_unit";
-        }
+    for (const Value& value : search.profiles.front().values) {
+        text += ',' + value.key + ',' + value.key + "_unit";
     }
     text += '\n';
     for (const FoundProfile& profile : search.profiles) {
@@ -165,6 +162,12 @@ Catalogue CatalogueWith(const std::vector<CatalogueFile>& files, std::vector<Fin
             catalogue = std::move(extended.catalogue);
             findings->insert(findings->end(), extended.findings.begin(), extended.findings.end());
         } catch (const InputError& error) {
+            std::error_code ignored;
+            if (file.isNamed && fs::is_directory(file.path, ignored)) {
+                throw InputError(error.Source(), error.Problem(),
+                                 error.Mend() + std::string(", or let ") + kFolderVariable +
+                                     " name the folder for all of its tables");
+            }
             if (file.isNamed) throw;
             Finding& finding = findings->emplace_back();
             finding.element = error.Source() + (error.Place().empty() ? "" : ": ") + error.Place();
@@ -174,6 +177,24 @@ Catalogue CatalogueWith(const std::vector<CatalogueFile>& files, std::vector<Fin
         }
     }
     return catalogue;
+}
+
+std::set<std::size_t> RefusedRows(const std::string& path, const std::vector<std::string>& named,
+                                  const std::vector<Finding>& findings) {
+    std::set<std::size_t> lines;
+    for (const CatalogueFile& file : CatalogueFiles(named)) {
+        std::error_code error;
+        if (!fs::equivalent(path, file.path, error)) continue;
+        const std::string start = SourceName(file.path) + ": line ";
+        for (const Finding& finding : findings) {
+            const std::string& place = finding.element;
+            if (finding.severity != Severity::Error || !place.starts_with(start)) continue;
+            const std::size_t comma = std::min(place.find(',', start.size()), place.size());
+            const auto line = WholeNumberIn(place.substr(start.size(), comma - start.size()));
+            if (line) lines.insert(static_cast<std::size_t>(*line));
+        }
+    }
+    return lines;
 }
 
 std::string ProfileOfWords(const std::vector<std::string>& words,
@@ -214,6 +235,7 @@ std::string SearchText(const CommandLine& line, bool showsProgress) {
     options.values = line.section.values;
     options.progress = [&bar](std::size_t solved, std::size_t most) { bar.Show(solved, most); };
     const ProfileSearch search = FindProfiles(line.query, line.section.input.catalogue, options);
+    if (search.profiles.empty()) return "";
     switch (line.format) {
         case Format::Json:
             return JsonOf(search);

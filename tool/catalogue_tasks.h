@@ -3,6 +3,8 @@
 #ifndef HALVORN_TOOL_CATALOGUE_TASKS_H
 #define HALVORN_TOOL_CATALOGUE_TASKS_H
 
+#include <cstddef>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -32,6 +34,13 @@ bool MayNeedProfiles(const CommandLine& line);
 engine::Catalogue CatalogueWith(const std::vector<CatalogueFile>& files,
                                 std::vector<engine::Finding>* findings);
 
+/// Returns the lines of a table whose rows were left out of the catalogue; none where the table is
+/// not part of it.
+/// @param named     tables of the command line
+/// @param findings  of `CatalogueWith`
+std::set<std::size_t> RefusedRows(const std::string& path, const std::vector<std::string>& named,
+                                  const std::vector<engine::Finding>& findings);
+
 /// Returns the profile that words of a command line are together, "HSS 4x4x1/4"; empty: none is.
 /// @param named  tables of the command line
 std::string ProfileOfWords(const std::vector<std::string>& words,
@@ -44,7 +53,7 @@ std::string ProfilesText(const engine::Catalogue& catalogue, const std::string& 
 /// Returns the families, one per line: name, number of profiles, what their names begin with.
 std::string FamiliesText(const engine::Catalogue& catalogue);
 
-/// Returns the profiles that suit a query, as a table, JSON or CSV.
+/// Returns the profiles that suit a query, as a table, JSON or CSV; nothing when none does.
 /// @param showsProgress  a bar on standard error while torsion and shear are solved
 /// @throws InputError for a query that cannot be understood
 std::string SearchText(const CommandLine& line, bool showsProgress);

@@ -41,7 +41,8 @@ constexpr const char* kFooter = R"(Examples:
 
 Exit codes:
   0  the results were written
-  1  the results could not be computed or written (full disk, exhausted memory)
+  1  --find found no profile that suits; or the results could not be computed
+     or written (full disk, exhausted memory)
   2  the command line or a section is wrong; one line on standard error for
      each says where and how to mend it; a batch writes the other sections,
      a list or search of profiles leaves out the rows that are wrong

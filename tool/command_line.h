@@ -14,9 +14,10 @@ namespace halvorn::tool {
 /// How the program ends.
 enum ExitCode {
     kDone = 0,
-    kNotWritten = 1,  ///< computed or not: nothing wrong with the input
-    kBadInput = 2,    ///< the command line or a section; of a batch, at least one section
-    kDoubtful = 3     ///< `--check` found an error or a warning
+    kNotWritten = 1,    ///< computed or not: nothing wrong with the input
+    kNothingFound = 1,  ///< by `--find`
+    kBadInput = 2,      ///< the command line or a section; of a batch, at least one section
+    kDoubtful = 3       ///< `--check` found an error or a warning
 };
 
 enum class Task { Report, Check, Batch, ListProfiles, ListFamilies, Find, ListLayers, ListMethods };

@@ -1,4 +1,5 @@
 // halvorn-section: the properties of cross-sections on the command line.
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -84,45 +85,52 @@ ExitCode PrintFindings(const CommandLine& line) {
     return kDone;
 }
 
-ExitCode PrintBatch(const CommandLine& line) {
+// @param findings  of the user's own tables, which may be lists of the batch too
+ExitCode PrintBatch(const CommandLine& line, const std::vector<Finding>& findings) {
     BatchOptions options;
     options.section = line.section;
     options.format = line.format == Format::Json ? BatchFormat::JsonLines : BatchFormat::Csv;
     options.threads = line.threads;
     options.showsProgress = IsTerminal(stderr);
-    std::size_t faults = 0;
-    const auto complain = [&faults](const std::string& message) {
-        ++faults;
-        Complain(message);
-    };
-    const std::vector<std::string> arguments = ExpandBatch(line.inputs, complain);
-    if (!arguments.empty()) RunBatch(arguments, options, Print, complain);
+    const BatchInputs inputs = ExpandBatch(line.inputs, [&](const std::string& path) {
+        return RefusedRows(path, line.catalogues, findings);
+    });
+    for (const std::string& remark : inputs.remarks) Complain("remark: " + remark);
+    for (const std::string& complaint : inputs.complaints) Complain(complaint);
+    std::size_t faults = inputs.complaints.size() + inputs.refusedRows;
+    if (!inputs.entries.empty()) faults += RunBatch(inputs.entries, options, Print, Complain);
     return faults > 0 ? kBadInput : kDone;
 }
 
-// What was found in the user's own tables, a line each. Returns whether rows were left out.
-bool ReadCatalogues(CommandLine* line) {
-    // What the folder holds is not told where nothing is looked up in it.
-    if (line->catalogues.empty() && !MayNeedProfiles(*line)) return false;
+// Adds the user's own tables. Returns what was found in them, which is told a line each.
+std::vector<Finding> ReadCatalogues(CommandLine* line) {
     std::vector<Finding> findings;
+    // What the folder holds is not told where nothing is looked up in it.
+    if (line->catalogues.empty() && !MayNeedProfiles(*line)) return findings;
     line->section.input.catalogue = CatalogueWith(CatalogueFiles(line->catalogues), &findings);
-    bool areLeftOut = false;
     for (const Finding& finding : findings) {
         const bool isError = finding.severity == Severity::Error;
         Complain((isError ? "" : SeverityName(finding.severity) + std::string(": ")) +
                  FindingText(finding));
-        areLeftOut = areLeftOut || isError;
     }
-    return areLeftOut;
+    return findings;
 }
 
 // The whole catalogue, which lacks what was left out.
-ExitCode PrintCatalogue(const CommandLine& line, bool areLeftOut) {
+ExitCode PrintCatalogue(const CommandLine& line, const std::vector<Finding>& findings) {
     const Catalogue& catalogue = line.section.input.catalogue;
-    Print(line.task == Task::Find           ? SearchText(line, IsTerminal(stderr))
-          : line.task == Task::ListFamilies ? FamiliesText(catalogue)
-                                            : ProfilesText(catalogue, line.family));
-    return areLeftOut ? kBadInput : kDone;
+    const std::string text = line.task == Task::Find ? SearchText(line, IsTerminal(stderr))
+                             : line.task == Task::ListFamilies
+                                 ? FamiliesText(catalogue)
+                                 : ProfilesText(catalogue, line.family);
+    Print(text);
+    const bool areLeftOut =
+        std::any_of(findings.begin(), findings.end(),
+                    [](const Finding& finding) { return finding.severity == Severity::Error; });
+    if (!text.empty()) return areLeftOut ? kBadInput : kDone;
+    // As of a search in texts: a script tells by the exit code that nothing was found.
+    Complain("search: no profile suits; loosen a term, or leave one out");
+    return areLeftOut ? kBadInput : kNothingFound;
 }
 
 ExitCode Run(int argc, char** argv) {
@@ -140,16 +148,16 @@ ExitCode Run(int argc, char** argv) {
         Print(MethodsText());
         return kDone;
     }
-    const bool areLeftOut = ReadCatalogues(&*line);
+    const std::vector<Finding> findings = ReadCatalogues(&*line);
     switch (line->task) {
         case Task::Report:
             return PrintReport(*line);
         case Task::Check:
             return PrintFindings(*line);
         case Task::Batch:
-            return PrintBatch(*line);
+            return PrintBatch(*line, findings);
         default:
-            return PrintCatalogue(*line, areLeftOut);
+            return PrintCatalogue(*line, findings);
     }
 }
 

@@ -29,6 +29,17 @@ std::size_t CharacterLength(std::string_view text) {
     return isBad ? 0 : length;
 }
 
+std::size_t LineOfForeignByte(std::string_view text) {
+    std::size_t line = 1;
+    while (!text.empty()) {
+        const std::size_t length = CharacterLength(text);
+        if (length == 0) return line;
+        if (text.front() == '\n') ++line;
+        text.remove_prefix(length);
+    }
+    return 0;
+}
+
 std::uint32_t CodePoint(std::string_view text) {
     constexpr std::uint32_t kLeadBits[] = {0x7FU, 0x1FU, 0x0FU, 0x07U};
     const std::size_t length = SequenceLength(text);

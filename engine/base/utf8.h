@@ -26,6 +26,9 @@ std::size_t SequenceLength(std::string_view text);
 /// which XML excludes).
 std::size_t CharacterLength(std::string_view text);
 
+/// Returns the line, from 1, of the first byte that is no UTF-8; 0 where there is none.
+std::size_t LineOfForeignByte(std::string_view text);
+
 /// Returns the code point of the character at the start of a text.
 /// @pre `CharacterLength` of the text is not 0
 std::uint32_t CodePoint(std::string_view text);

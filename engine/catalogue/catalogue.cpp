@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <functional>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "base/dimension_checks.h"
@@ -11,6 +13,7 @@
 #include "base/units.h"
 #include "catalogue/csv_table.h"
 #include "catalogue/draw_profile.h"
+#include "catalogue/near_names.h"
 #include "catalogue/profile_names.h"
 #include "catalogue/profile_types.h"
 #include "catalogue/published_values.h"
@@ -181,6 +184,11 @@ Catalogue CatalogueAccess::Of(std::shared_ptr<const CatalogueData> data) {
 }
 
 ExtendedCatalogue Catalogue::With(const std::string& path) const {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
+        throw InputError(path, "is a folder, and a catalogue is one table",
+                         "name a .csv file in it");
+    }
     return WithText(ReadInput(path), SourceName(path));
 }
 
@@ -260,18 +268,12 @@ CatalogueProfile InLengthUnit(const CatalogueProfile& profile, const std::string
 
 std::vector<std::string> Catalogue::Similar(std::string_view name) const {
     constexpr std::size_t kMost = 3;
-    const std::string wanted = CanonicalProfileName(name);
-    const std::string swapped = WithSidesSwapped(wanted);
-    constexpr std::size_t kLongest = 40;  // no name with a slip or two is longer
-    if (wanted.size() > kLongest) return {};
-    std::vector<std::pair<std::size_t, std::string>> byDistance;
+    const TypedName typed(name);
+    std::vector<std::pair<NameDistance, std::string>> byDistance;
     ForEachRow(*this, [&](const std::string& canonical, const CsvRecord& row) {
-        const std::size_t farthest = std::max<std::size_t>(2, wanted.size() / 3);
-        const std::size_t longer = std::max(wanted.size(), canonical.size());
-        if (longer - std::min(wanted.size(), canonical.size()) > farthest) return;
-        const std::size_t distance =
-            std::min(EditDistance(wanted, canonical), EditDistance(swapped, canonical));
-        if (distance <= farthest) byDistance.emplace_back(distance, row.Text("name"));
+        if (std::optional<NameDistance> distance = typed.DistanceTo(canonical)) {
+            byDistance.emplace_back(std::move(*distance), row.Text("name"));
+        }
     });
     std::stable_sort(byDistance.begin(), byDistance.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });

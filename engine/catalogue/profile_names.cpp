@@ -154,6 +154,12 @@ std::string CanonicalProfileName(std::string_view name) {
     return WithAllSides(InCapitals(text));
 }
 
+std::optional<double> FractionIn(std::string_view text) {
+    const NumberText number = NumberAt(text, 0);
+    if (!number.isFraction || number.end != text.size()) return std::nullopt;
+    return number.value;
+}
+
 std::string PlainProfileName(std::string_view name) {
     std::string text;
     bool isAfterBlank = false;

@@ -4,6 +4,7 @@
 #define HALVORN_ENGINE_CATALOGUE_PROFILE_NAMES_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,10 @@ namespace halvorn::engine {
 /// 1 1/4 as 1.25. Decimals of three digits or more that can be sixty-fourths of an inch are those:
 /// tables print 5/16 as .313, .312 and .3125.
 std::string CanonicalProfileName(std::string_view name);
+
+/// Returns the number that the whole text is as a fraction: "1/8", "1-1/2", "1 1/2"; nothing for
+/// other texts.
+std::optional<double> FractionIn(std::string_view text);
 
 /// Returns a name in capitals without blanks, but for one between two digits: what two rows of a
 /// table may not share.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "base/text.h"
 #include "catalogue/profile_names.h"
 
 namespace halvorn::engine {
@@ -84,6 +86,18 @@ std::span<const std::string_view> DimensionColumns() {
 std::string UnitOf(const CsvRecord& row) {
     const std::string& unit = row.Text("unit");
     return unit.empty() ? "mm" : unit;
+}
+
+std::string CatalogueUnit(const std::string& cell) {
+    constexpr std::pair<std::string_view, std::string_view> kSpellings[] = {
+        {"", "mm"},           {"mm.", "mm"},         {"millimetre", "mm"}, {"millimetres", "mm"},
+        {"millimeter", "mm"}, {"millimeters", "mm"}, {"in.", "in"},        {"inch", "in"},
+        {"inches", "in"},     {"\"", "in"},          {"\u2033", "in"}};
+    std::string small = InSmallLetters(cell);
+    for (const auto& [spelling, unit] : kSpellings) {
+        if (small == spelling) return std::string(unit);
+    }
+    return small;
 }
 
 std::string FamilyOf(const CsvRecord& row) {

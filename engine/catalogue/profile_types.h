@@ -51,6 +51,10 @@ std::span<const std::string_view> DimensionColumns();
 /// Returns the unit of a row: that of its column `unit`, millimetres where it is empty.
 std::string UnitOf(const CsvRecord& row);
 
+/// Returns the unit that a cell means: mm, also where it is empty, or in, each spelled in any way
+/// that tables have it, such as inches or mm.; another text as it is, in small letters.
+std::string CatalogueUnit(const std::string& cell);
+
 /// Returns the family of a row: that of its column `family`, else the letters that its name
 /// begins with, else its type.
 std::string FamilyOf(const CsvRecord& row);

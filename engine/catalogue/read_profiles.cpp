@@ -68,18 +68,6 @@ std::string TypeNames() {
     return Listed(names, "or");
 }
 
-// The line of the first byte that is no UTF-8; 0: there is none.
-std::size_t LineOfForeignByte(std::string_view text) {
-    std::size_t line = 1;
-    while (!text.empty()) {
-        const std::size_t length = CharacterLength(text);
-        if (length == 0) return line;
-        if (text.front() == '\n') ++line;
-        text.remove_prefix(length);
-    }
-    return 0;
-}
-
 const char* SeparatorName(char separator) {
     return separator == ';' ? "semicolons" : separator == '\t' ? "tabs" : "commas";
 }
@@ -121,10 +109,18 @@ public:
             throw InputError(source_, "the table is empty",
                              "name the columns in its first line: name,type,h,b and so on");
         }
+        if (!hasRows_) RemarkNoRows();
         return std::move(rows_);
     }
 
 private:
+    void RemarkNoRows() {
+        Finding& finding = findings_.emplace_back();
+        finding.element = source_;
+        finding.problem = "the table names its columns and has no rows";
+        finding.mend = "write one profile a line below them";
+    }
+
     // A cell in quotes may hold line feeds. A quote that never closes takes no other line.
     bool NextLine(std::string* line) {
         lineNumber_ += linesOfRow_;
@@ -200,6 +196,7 @@ private:
     }
 
     void ReadRow(const std::string& line) {
+        hasRows_ = true;
         const std::vector<std::string> cells = SplitCsvLine(line, separator_);
         try {
             if (cells.size() == 1) CheckSeparator(line);
@@ -265,10 +262,16 @@ private:
     }
 
     std::string Number(const std::string& cell, std::size_t column) {
+        const auto dimensions = DimensionColumns();
+        const std::string& title = (*Columns())[column];
+        if (std::find(dimensions.begin(), dimensions.end(), title) != dimensions.end()) {
+            if (const std::optional<double> fraction = FractionIn(cell))
+                return EveryDigit(*fraction);
+        }
         try {
             return numbers_->WithPoint(cell);
         } catch (const CsvNumberError& error) {
-            Fail((*Columns())[column], error.what(), error.Mend());
+            Fail(title, error.what(), error.Mend());
         }
     }
 
@@ -278,7 +281,7 @@ private:
             return (*record)[IndexOf(column)];
         };
         at("type") = InSmallLetters(at("type"));
-        at("unit") = at("unit").empty() ? "mm" : InSmallLetters(at("unit"));
+        at("unit") = CatalogueUnit(at("unit"));
         const ProfileType* const type = FindProfileType(at("type"));
         if (type != nullptr && (type->Draws("r") || type->Draws("r_root"))) {
             std::string &r = at("r"), &root = at("r_root");
@@ -378,6 +381,7 @@ private:
     std::optional<CsvNumbers> numbers_;                // likewise
     std::size_t lineNumber_ = 0;
     std::size_t linesOfRow_ = 1;
+    bool hasRows_ = false;
 };
 
 }  // namespace

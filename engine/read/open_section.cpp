@@ -42,6 +42,12 @@ bool IsFileName(const std::string& argument, const Catalogue& catalogue) {
            Ending(argument) == ".json" || Ending(argument) == ".dxf" || Ending(argument) == ".csv";
 }
 
+// A name as one word of a command.
+std::string InShell(const std::string& name) {
+    const std::string excerpt = Excerpt(name);
+    return excerpt.find(' ') == std::string::npos ? excerpt : '"' + excerpt + '"';
+}
+
 // @param problem  of a name that the catalogue does not have
 SectionModel ProfileOrFail(const std::string& name, const InputOptions& options,
                            const char* problem) {
@@ -51,12 +57,15 @@ SectionModel ProfileOrFail(const std::string& name, const InputOptions& options,
                          "write the name as its table does");
     }
     if (!IsCatalogueProfile(name, options.catalogue)) {
-        std::string remedy = "halvorn-section --list-profiles prints the catalogue";
+        const bool isFamily = !options.catalogue.Names(name).empty();
+        std::string remedy = isFamily ? "halvorn-section --list-profiles " + InShell(name) +
+                                            " prints the profiles of that family"
+                                      : "halvorn-section --list-profiles prints the catalogue";
         std::string similar;
         for (const std::string& other : options.catalogue.Similar(name)) {
             similar += (similar.empty() ? "" : ", ") + other;
         }
-        if (!similar.empty()) remedy = "similar profiles: " + similar;
+        if (!isFamily && !similar.empty()) remedy = "similar profiles: " + similar;
         throw InputError(name.empty() ? "an empty name" : Excerpt(name), problem, remedy);
     }
     return CatalogueSection(name, options);

@@ -127,7 +127,9 @@ private:
             if (shown_[i].quantity.value.key != term.quantity.value.key) continue;
             const std::string from = UnitOf(shown_[i].unit, candidate.profile);
             const std::string to = UnitOf(term.unit, candidate.profile);
-            return value.IsComputed() && term.Holds(InUnit(value, from, to).number);
+            const bool isExact =
+                term.quantity.kind == Quantity::Kind::Dimension && to == candidate.profile.unit;
+            return value.IsComputed() && term.Holds(InUnit(value, from, to).number, isExact);
         }
         return false;
     }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -56,6 +57,26 @@ SplitTerm Split(const std::string& term) {
     return {term.substr(0, start), term.substr(start, end - start), term.substr(end)};
 }
 
+// Names that engineers use of what has another one here.
+void RefuseWords(const std::string& term, const std::string& name) {
+    constexpr std::string_view mass =
+        "write m (mass_per_metre) and give --density, or area, which follows the mass";
+    constexpr std::pair<std::string_view, std::string_view> kMends[] = {
+        {"mass", mass},
+        {"weight", mass},
+        {"kg", mass},
+        {"g", mass},
+        {"w",
+         "write Welx or Wely for the smaller elastic modulus, Wplx or Wply for the plastic one"},
+        {"wx", "write Welx for the smaller elastic modulus, Wplx for the plastic one"},
+        {"wy", "write Wely for the smaller elastic modulus, Wply for the plastic one"}};
+    const std::string small = InSmallLetters(name);
+    for (const auto& [word, mend] : kMends) {
+        if (small != word) continue;
+        throw QueryError(term, "nothing is called \"" + Excerpt(name) + '"', std::string(mend));
+    }
+}
+
 // S and Z are the elastic or the plastic modulus by country, and S the static moment in reports.
 void RefuseLetters(const std::string& term, const std::string& name) {
     const std::string small = InSmallLetters(name);
@@ -80,6 +101,7 @@ void RefuseLetters(const std::string& term, const std::string& name) {
 
 Quantity QuantityOf(const std::string& term, const std::string& name) {
     RefuseLetters(term, name);
+    RefuseWords(term, name);
     const std::optional<Quantity> quantity = FindQuantity(name);
     if (quantity) return *quantity;
     const QuantityNames like = QuantitiesLike(name);
@@ -129,6 +151,16 @@ std::optional<std::string> LengthIn(std::string_view text, int power) {
     return std::nullopt;
 }
 
+// Half a unit of the last digit of a number that can be read: 0.005 of 53.81.
+double HalfDigit(const std::string& number) {
+    const std::size_t exponent = std::min(number.find_first_of("eE"), number.size());
+    const std::size_t point = std::min(number.find('.'), exponent);
+    const auto decimals = static_cast<double>(exponent - std::min(point + 1, exponent));
+    const double power =
+        exponent == number.size() ? 0.0 : NumberIn(number.substr(exponent + 1)).value_or(0.0);
+    return 0.5 * std::pow(10.0, power - decimals);
+}
+
 void ReadNumber(const std::string& rest, QueryTerm* term) {
     // The longest number that the text begins with.
     std::size_t end = std::min(rest.find_first_not_of("+-.0123456789eE"), rest.size());
@@ -141,6 +173,7 @@ void ReadNumber(const std::string& rest, QueryTerm* term) {
                          "write one with a decimal point, and perhaps its unit");
     }
     term->number = *number;
+    term->halfDigit = HalfDigit(rest.substr(0, end));
     const std::string unit = Trimmed(std::string_view(rest).substr(end));
     if (unit.empty()) return;
     const Value& value = term->quantity.value;
@@ -235,7 +268,7 @@ InputError QueryError(const std::string& term, const std::string& problem,
     return {"search", '"' + Excerpt(term) + '"', problem, mend};
 }
 
-bool QueryTerm::Holds(double value) const {
+bool QueryTerm::Holds(double value, bool isExact) const {
     constexpr double kRounding = 1e-9;
     const double slack = kRounding * std::fabs(number);
     switch (comparison) {
@@ -244,7 +277,7 @@ bool QueryTerm::Holds(double value) const {
         case Operator::LessOrEqual:
             return value <= number + slack;
         case Operator::Equal:
-            return std::fabs(value - number) <= slack;
+            return std::fabs(value - number) <= slack + (isExact ? 0.0 : halfDigit);
         case Operator::GreaterOrEqual:
             return value >= number - slack;
         case Operator::Greater:

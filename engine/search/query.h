@@ -18,11 +18,14 @@ struct QueryTerm {
     Quantity quantity;
     Operator comparison = Operator::Equal;
     double number = 0.0;
-    std::string unit;  ///< of length; empty: none is stated
+    double halfDigit = 0.0;  ///< half a unit of the last digit that was typed
+    std::string unit;        ///< of length; empty: none is stated
 
     /// Returns whether a number in the term's unit meets it. What the conversion of units can
     /// change, 1e-9 of the number, does not count.
-    bool Holds(double value) const;
+    /// @param isExact  of a number that is typed as its table has it: the thicknesses 6 and 6.3 are
+    ///                 two. Another number equals what it would be rounded to.
+    bool Holds(double value, bool isExact) const;
 };
 
 struct Query {

@@ -278,6 +278,9 @@ TEST(Parts, SayWhatIsWrongWithTheirPlace) {
          R"(/parts/0/on: no part before this one has the name "a"; put that part before this one)"},
         {"{" + plate + ", " + on + R"(}, {"name": "a", )" + plate + "}",
          R"(/parts/0/on: "a" comes after this part; put /parts/1 before it)"},
+        {R"({"name": "b", )" + plate + ", " + on + R"(}, {"name": "a", "on": "b"})",
+         R"(/parts/0/on: the parts stand on each other in a circle, "b" on "a" on "b"; )"
+         R"(place one of them without "on")"},
         {R"({"name": "a", )" + plate + ", " + on + "}",
          R"(/parts/0/on: "a" is this part itself; name a part before it)"},
         {R"({"name": "a", )" + plate + "}, " + two + on + "}",

@@ -152,9 +152,20 @@ TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
           std::string("X"), std::string("SHS1e2x5"), std::string(".0x.0x"), endless}) {
         EXPECT_FALSE(IsCatalogueProfile(unknown)) << unknown.substr(0, 20);
     }
-    EXPECT_EQ(Catalogue().Similar("IPE310").front(), "IPE300");
-    EXPECT_EQ(Catalogue().Similar("RHS 100x200x8").front(), "RHS 200x100x8");
-    for (const std::string& strange : {std::string("Hollow brick wall"), endless + "1"}) {
+    // Same letters first, then the nearest in the numbers, one after the other.
+    const std::pair<const char*, std::vector<std::string>> similar[] = {
+        {"IPE301", {"IPE300", "IPE330", "IPE270"}},
+        {"HE300", {"HEA300", "HEB300", "HEM300"}},
+        {"RHS 100x200x5.2", {"RHS 200x100x5", "RHS 200x100x5.6", "RHS 200x100x6.3"}},
+        {"L100/100/10", {"L100x100x10", "L100x100x8", "L100x100x12"}},
+        {"SHS100/5", {"SHS 100x100x5", "SHS 100x100x5.6", "SHS 100x100x4"}},
+        {"chs 114", {"CHS 114.3x3.6", "CHS 114.3x4", "CHS 114.3x4.5"}}};
+    for (const auto& [typed, names] : similar) EXPECT_EQ(Catalogue().Similar(typed), names);
+    for (const char* const slip : {"IPE 30O", "IPX300", "IPE300mm"}) {
+        EXPECT_EQ(Catalogue().Similar(slip).front(), "IPE300") << slip;
+    }
+    for (const std::string& strange : {std::string("Hollow brick wall"), endless + "1",
+                                       std::string("X12"), std::string("300")}) {
         EXPECT_TRUE(Catalogue().Similar(strange).empty());
     }
     EXPECT_THROW(CatalogueElements("IPE300", "mm",

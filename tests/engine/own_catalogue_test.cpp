@@ -96,6 +96,34 @@ TEST(OwnCatalogue, DrawsATaperedTeeInInchesUnlessAnotherUnitIsAsked) {
     EXPECT_EQ(data->dimensions.back().number, 0.5);
 }
 
+TEST(OwnCatalogue, ReadsFractionsAndUnitsAsTablesInInchesHaveThem) {
+    const std::string header = "name;type;unit;h;b;tw;tf;r;area\n";
+    const double area = 2.0 * 4.5 * 0.375 + (10.0 - 0.75) * 0.125;
+    for (const char* const unit : {"in", "In.", "inch", "INCHES", "\"\"\"\"", "\u2033"}) {
+        const Catalogue catalogue = With(header + "A;i;" + unit + ";10;4 1/2;1/8;3/8;0;\nB;i;" +
+                                         unit + ";10;4-1/2;0,125;0,375;0/8;\n");
+        for (const char* const name : {"A", "B"}) {
+            EXPECT_EQ(Open(name, catalogue).LengthUnit(), "in") << unit;
+            EXPECT_NEAR(Number(ReportOf(name, catalogue), "area"), area, 1e-12) << unit;
+        }
+    }
+    for (const char* const unit : {"", "MM.", "millimetres"}) {
+        EXPECT_EQ(Open("A", With(header + "A;i;" + unit + ";10;9/2;1/8;3/8;0;\n")).LengthUnit(),
+                  "mm");
+    }
+    // Neither a date nor a published value is a fraction.
+    for (const char* const row :
+         {"A;i;in;10;4;3/8/24;3/8;0;", "A;i;in;10;4;1/8;3/8;0;9/2", "A;i;in;10;4;1/0;3/8;0;"}) {
+        const auto findings = Catalogue().WithText(header + row, "own.csv").findings;
+        ASSERT_EQ(findings.size(), 1U) << row;
+        EXPECT_NE(findings[0].problem.find("is not a finite number"), std::string::npos) << row;
+    }
+    const auto empty = Catalogue().WithText(header + ";;;\n# none\n", "own.csv").findings;
+    EXPECT_EQ(FindingsText(empty),
+              "remark: own.csv: the table names its columns and has no rows; write one profile a "
+              "line below them\n");
+}
+
 TEST(OwnCatalogue, LeavesOutBadRowsWithPlaceAndMendAndKeepsTheOthers) {
     const std::string header = "name,type,unit,h,b,t,tw,tf,r,r_out,r_in,area,r_toe,slope\n";
     const std::string good = "Good,i,mm,100,50,,5,8,7,,,\n";
@@ -234,8 +262,12 @@ TEST(OwnCatalogue, FindsNamesAsEngineersTypeThem) {
                                       "W1226", "L4x3-1/2x5/", "/", "1/", "HSS4X4X.314"}) {
         EXPECT_FALSE(catalogue.Find(foreign)) << foreign;
     }
-    EXPECT_EQ(catalogue.Similar("HSS4x4x3/8"),
-              (std::vector<std::string>{"HSS4X4X1/4", "HSS4X4X5/16"}));
+    for (const char* const near : {"HSS4x4x3/8", "HSS4x4/3/8"}) {
+        EXPECT_EQ(catalogue.Similar(near), (std::vector<std::string>{"HSS4X4X5/16", "HSS4X4X1/4"}));
+    }
+    for (const char* const near : {"W12", "W12/26", "W12x29", "W14x26", "WX12x26"}) {
+        EXPECT_EQ(catalogue.Similar(near).front(), "W12X26") << near;
+    }
     EXPECT_EQ(catalogue.Names("hss").size(), 3U);
     EXPECT_EQ(catalogue.Names("Pipe").size(), 1U);
 }
@@ -247,15 +279,11 @@ TEST(OwnCatalogue, KeepsNamesThatDifferAndTakesTheOneThatIsWrittenSo) {
         text += std::string(name) + ",i,100,50,5,8,0\n";
     }
     const Catalogue catalogue = With(text);
-    for (const std::pair<const char*, const char*>& known : {std::pair{"al1.1", "AL 1.1"},
-                                                             {"AL 1.10", "AL 1.10"},
-                                                             {"d100-1", "D 100-1"},
-                                                             {"D1001", "D 1001"},
-                                                             {"100  200", "100 200"},
-                                                             {"100200", "100200"},
-                                                             {"ipe-300", "IPE-300"},
-                                                             {"ipe 300", "IPE300"},
-                                                             {"ipe_300", "IPE-300"}}) {
+    const std::pair<const char*, const char*> spellings[] = {
+        {"al1.1", "AL 1.1"},    {"AL 1.10", "AL 1.10"},  {"d100-1", "D 100-1"},
+        {"D1001", "D 1001"},    {"100  200", "100 200"}, {"100200", "100200"},
+        {"ipe-300", "IPE-300"}, {"ipe 300", "IPE300"},   {"ipe_300", "IPE-300"}};
+    for (const auto& known : spellings) {
         ASSERT_TRUE(catalogue.Find(known.first)) << known.first;
         EXPECT_EQ(catalogue.Find(known.first)->name, known.second) << known.first;
         EXPECT_EQ(Open(known.first, catalogue).Name(), known.second);

@@ -62,6 +62,19 @@ TEST(ProfileSearch, GivesTheLightestFirstWhateverTheUnitAndTheSpelling) {
     EXPECT_TRUE(FindProfiles("family=IPE A<1mm^2").profiles.empty());
 }
 
+// Published: A of IPE300 53.81 cm^2, drawn 5381.2 mm^2; IPE270 is 10.63 in high.
+TEST(ProfileSearch, TakesValuesAsEqualThatAreWhenRounded) {
+    const std::pair<const char*, std::vector<std::string>> queries[] = {
+        {"family=IPE A=53.81cm^2", {"IPE300"}}, {"family=IPE A=5381.2", {"IPE300"}},
+        {"family=IPE A=538.1e1", {"IPE300"}},   {"family=IPE A=5.4e3", {"IPE300"}},
+        {"family=IPE A=53.82cm^2", {}},         {"family=IPE A=5381.0", {}},
+        {"family=IPE h=10.63in", {"IPE270"}},   {"family=IPE h=10.6in", {"IPE270"}},
+        {"family=IPE h=10.62in", {}},           {"family=IPE tw=7", {}},
+        {"family=IPE tw=7.1 h=300", {"IPE300"}}};
+    for (const auto& [query, names] : queries)
+        EXPECT_EQ(NamesOf(FindProfiles(query)), names) << query;
+}
+
 TEST(ProfileSearch, FindsWhatEvaluatingEveryProfileFinds) {
     const Catalogue catalogue;
     std::vector<std::pair<double, std::string>> expected;
@@ -136,7 +149,11 @@ TEST(ProfileSearch, NamesTheTermThatCannotBeUnderstood) {
         {"h>=40ft", "\"ft\" is no unit of h; write mm or in"},
         {"slope>=1mm", "no unit of slope; leave it out"},
         {"h=<>3", "\"=<>\" is no comparison"},
-        {"order=weight", "called \"weight\""},
+        {"order=weight", "called \"weight\"; write m (mass_per_metre) and give --density, or area"},
+        {"mass<=40kg/m", "\"mass<=40kg/m\": nothing is called \"mass\"; write m (mass_per_metre)"},
+        {"W>=5cm^3",
+         "called \"W\"; write Welx or Wely for the smaller elastic modulus, Wplx or Wply for the"},
+        {"wy>1", "write Wely for the smaller elastic modulus, Wply for the plastic one"},
         {"order>area", "order is not compared; write order="},
         {"limit=0", "\"0\" is no number of profiles"},
         {"limit=2.5", "is no number of profiles"},

@@ -35,10 +35,10 @@ protected:
     }
     static std::vector<std::string> Expanded(const std::vector<std::string>& paths,
                                              std::size_t wantedComplaints) {
-        std::size_t complaints = 0;
-        const std::vector<std::string> arguments =
-            ExpandBatch(paths, [&](const std::string&) { ++complaints; });
-        EXPECT_EQ(complaints, wantedComplaints);
+        std::vector<std::string> arguments;
+        const BatchInputs inputs = ExpandBatch(paths);
+        for (const BatchEntry& entry : inputs.entries) arguments.push_back(entry.argument);
+        EXPECT_EQ(inputs.complaints.size(), wantedComplaints);
         return arguments;
     }
     static std::string Square(double side) {
@@ -53,7 +53,7 @@ struct Table {
     std::size_t leftOut = 0;
 };
 
-Table RunAll(const std::vector<std::string>& arguments, const BatchOptions& options) {
+Table RunAll(const std::vector<BatchEntry>& arguments, const BatchOptions& options) {
     Table table;
     table.leftOut = RunBatch(
         arguments, options, [&](const std::string& line) { table.lines.push_back(line); },
@@ -83,10 +83,11 @@ TEST_F(Batch, FoldersListsAndTablesStandForTheirEntries) {
 }
 
 TEST_F(Batch, KeepsTheOrderOnAnyNumberOfThreadsAndGoesOnAfterABadSection) {
-    std::vector<std::string> arguments;
+    std::vector<BatchEntry> arguments;
     for (int i = 0; i < 60; ++i) {
         arguments.push_back(
-            Write("s" + std::to_string(i) + ".csv", i % 20 == 7 ? "0,0\n1\n" : Square(1 + i)));
+            {Write("s" + std::to_string(i) + ".csv", i % 20 == 7 ? "0,0\n1\n" : Square(1 + i)),
+             i == 7 ? "list.csv: line 8" : ""});
     }
     BatchOptions options;
     options.section.values.wantsWarping = false;
@@ -98,6 +99,8 @@ TEST_F(Batch, KeepsTheOrderOnAnyNumberOfThreadsAndGoesOnAfterABadSection) {
         ASSERT_EQ(alone.lines.size(), 57 + headers);
         EXPECT_EQ(alone.leftOut, 3U);
         ASSERT_EQ(alone.complaints.size(), 3U);
+        EXPECT_TRUE(alone.complaints[0].starts_with("list.csv: line 8: " + arguments[7].argument));
+        EXPECT_TRUE(alone.complaints[1].starts_with(arguments[27].argument));
         EXPECT_NE(alone.complaints[1].find("s27.csv: line 2: expected"), std::string::npos);
         if (headers > 0) {
             EXPECT_EQ(alone.lines[0], CsvHeader());
@@ -116,7 +119,7 @@ TEST_F(Batch, KeepsTheOrderOnAnyNumberOfThreadsAndGoesOnAfterABadSection) {
 }
 
 TEST_F(Batch, StopsWhenTheTableCannotBeWritten) {
-    const std::vector<std::string> arguments(50, Write("s.csv", Square(1)));
+    const std::vector<BatchEntry> arguments(50, {Write("s.csv", Square(1)), ""});
     EXPECT_THROW(RunBatch(
                      arguments, {}, [](const std::string&) { throw std::runtime_error("full"); },
                      [](const std::string&) {}),

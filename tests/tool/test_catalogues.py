@@ -44,6 +44,7 @@ class Catalogues(unittest.TestCase):
         for arguments, folder, expected in (
                 (["IPE300"], "no/folder", "HALVORN_CATALOGUES"), (["IPE300", "--catalogue", "no.csv"], None, "no.csv"),
                 (["IPE300", "--catalogue", COMPLETION], None, "no column is called name"),
+                (["IPE300", "--catalogue", SOURCE], None, ": is a folder, and a catalogue is one table; name a .csv file in it, or let HALVORN_CATALOGUES name"),
                 (["--list-profiles", "IPE300"], None, 'no family "IPE300"; take one of UPE, L-EN'),
                 ([OWN], None, "it is a table of profiles, not of points; give it as --catalogue FILE"),
                 (["--list-families", "IPE300"], None, "--list-families takes no INPUT"),
@@ -51,7 +52,7 @@ class Catalogues(unittest.TestCase):
                 (["--find", "A>1mm^2", "--check"], None, "different tasks"),
                 (["--find", "A>1mm^2", "--forces", "N=1"], None, "--forces is for values"),
                 (["HSS", "4x4", "--catalogue", COMPLETION], None, "no column"), (["ipe", "300"], None, 'put the name into quotes: "IPE300"'),
-                (["IPE", "301"], None, "one section is expected, found 2"), (["--find", "A>"], None, '"A>": "" is no number'), (["L4x4x1/7"], None, "neither a file nor a profile")):
+                (["IPE", "301"], None, "one section is expected, found 2"), (["ipe"], None, "; halvorn-section --list-profiles ipe prints"), (["--find", "A>"], None, '"A>": "" is no number'), (["L4x4x1/7"], None, "neither a file nor a profile")):
             with self.subTest(arguments):
                 done = run(*arguments, folder=folder)
                 self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (2, "", 1))
@@ -66,8 +67,13 @@ class Catalogues(unittest.TestCase):
             self.assertEqual(lines[0], f"halvorn-section: {path}: line 3, column tf: the cell is empty; fill it in")
             self.assertEqual(lines[1:], [f"halvorn-section: remark: {path}: HEB200 goes before the built-in profile of that name"])
             self.assertEqual(run("--catalogue", path, "bad").returncode, 2)
-            batch = run("--catalogue", path, "--batch", path)
-            self.assertEqual([row["source"] for row in csv.DictReader(io.StringIO(batch.stdout))], ["Good 1", "HEB200"])
+            with open(path, "a", encoding="utf-8") as file:
+                file.write("IPE300,i,90,50,5,,0\ngood 1,i,90,50,5,8,0\n")
+            # A refused row is no row of the list: neither the first one of its name nor a built-in one.
+            for arguments, tables in (["--catalogue", path], None), ([], folder):
+                batch = run(*arguments, "--batch", os.path.join(folder, ".", "own.csv"), folder=tables)
+                self.assertEqual([row["source"] for row in csv.DictReader(io.StringIO(batch.stdout))], ["Good 1", "HEB200"])
+                self.assertEqual((batch.returncode, batch.stderr.count("\n")), (2, 4))
             section = write(folder, "s.json", '{"version":1,"unit":"mm","parts":[{"profile":"good 1"}]}')
             self.assertIn("1220", run("--catalogue", path, section).stdout)
 
@@ -94,7 +100,7 @@ class Catalogues(unittest.TestCase):
                 self.assertEqual((done.returncode, done.stderr), (0, ""), argument)
             done = run("--catalogue", os.path.join(folder, "a.csv"), "mine", folder=folder)
             self.assertEqual((done.returncode, done.stderr.count("\n")), (2, 1))
-            batch = write(folder, "e.txt", "sep=;\n;;\n# mine\n;name;type\n;;\n# own\n;Mine;i\n;;;;\n")
+            batch = write(folder, "e.txt", "sep=;\n;;\n# mine\n;name;kind\n;;\n# own\n;Mine;i\n;;;;\n")
             os.rename(batch, batch := os.path.join(folder, "e.csv"))
             done = run("--batch", batch, folder=folder)
             self.assertEqual((done.returncode, [line.split(",")[0] for line in done.stdout.splitlines()]), (0, ["source", "Mine"]))
@@ -113,8 +119,10 @@ class Catalogues(unittest.TestCase):
             self.assertEqual(float(row["torsion_constant"]), constant["value"])
             self.assertIn(f"{profile['values']['area']['value']:.4f}", line)
         self.assertIn("There may be more", table[-1])
-        nothing = run("--find", "family=IPE h>9m")
-        self.assertEqual((nothing.returncode, nothing.stdout), (0, "no profile suits\n"))
+        for form in [], ["--json"], ["--csv"]:
+            nothing = run("--find", "family=IPE h>9m", *form)
+            self.assertEqual((nothing.returncode, nothing.stdout), (1, ""))
+            self.assertRegex(nothing.stderr, r"\Ahalvorn-section: search: no profile suits; .+\n\Z")
         mass = json.loads(run("--find", "family=IPE order=m limit=1", "--density", "7850", "--json").stdout)
         self.assertAlmostEqual(mass["profiles"][0]["values"]["mass_per_metre"]["value"], 6.0, delta=0.02)  # IPE 80
 
@@ -132,11 +140,11 @@ class Completion(unittest.TestCase):
     def test_completes_options_choices_names_families_and_files(self):
         cases = [
             (["--figure-b"], ["--figure-blocks"]), (["IPE300", "--unit", ""], ["mm", "cm", "m", "in"]),
-            (["--figure-stress", "s"], ["sigma"]), (["ipe30"], ["IPE300"]), (["IPE30"], ["IPE300"]), (["shs 50x50x6"], [r"SHS\ 50x50x6.3"]),
+            (["--figure-stress", "s"], ["sigma"]), (["ipe30"], ["IPE300"]), (["IPE30"], ["IPE300"]), (["shs 50x50x6"], [r"SHS\ 50x50x6.3"]), (["SHS50x50x6"], [r"SHS\ 50x50x6.3"]),
             ([r"shs\ 50x50x6"], [r"SHS\ 50x50x6.3"]), (["'shs 50x50x6"], ["SHS 50x50x6.3"]),
             (["--list-profiles", "he"], ["HE", "HEA", "HEB", "HEM"]), (["--density", "IPE"], [""]),
             (["examples/upe"], ["examples/upe-200-pair.json", "examples/upe-200.json"]), (["examples/catalog"], ["examples/catalogues/"]),
-            (["--catalogue", OWN, "fx b"], [r"FX\ B\ 60x40x3"]), (["--figure", "ipe"], [""]),
+            (["--catalogue", OWN, "fx b"], [r"FX\ B\ 60x40x3"]), (["--catalogue", OWN, "fxb6"], [r"FX\ B\ 60x40x3"]), (["--figure", "ipe"], [""]),
             (["--catalogue", OWN, "--list-profiles", "fx-b"], ["FX-B"]), (["fx b"], [""]),
         ]
         for words, expected in cases:

@@ -124,6 +124,18 @@ class CommandLine(unittest.TestCase):
         self.assertEqual(done.returncode, 2)
         self.assertEqual(len(rows), len(sections) + 2)
         self.assertRegex(done.stderr, r"\Ahalvorn-section: IPE301: [^\n]+\n\Z")  # and no progress in a pipe
+        with tempfile.TemporaryDirectory() as folder:
+            for name, text in ("a.csv", "# unit: mm\n0,0\n9,0\n9,9\n"), ("list.txt", "# mine\n\nIPE301\na.csv\n"), ("q.CSV", "name\nIPE 30O\n"):
+                with open(os.path.join(folder, name), "w", encoding="utf-8") as file:
+                    file.write(text)
+            table = os.path.join(folder, "q.CSV")
+            listed = run("--batch", os.path.join(folder, "list.txt"), table)
+            self.assertEqual((listed.returncode, listed.stdout.count("\n")), (2, 2))
+            self.assertRegex(listed.stderr, rf"\Ahalvorn-section: \S*list.txt: line 3: IPE301: .+\n.*: {re.escape(table)}: line 2: IPE 30O: .+\n\Z")
+            os.remove(table)
+            passed = run("--batch", folder)
+            self.assertEqual((passed.returncode, passed.stdout.count("\n")), (0, 2))
+            self.assertRegex(passed.stderr, r"\Ahalvorn-section: remark: \S*list.txt: passed over, .+; .+\n\Z")
         lines = run("--batch", "--json", "--threads", "2", "IPE300", "HEB200").stdout.splitlines()
         self.assertEqual([json.loads(line)["name"] for line in lines], ["IPE300", "HEB200"])
 

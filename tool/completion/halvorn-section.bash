@@ -50,7 +50,7 @@ _halvorn_section_words() {
 }
 
 _halvorn_section() {
-    local tool=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} before='' i candidate file
+    local tool=${COMP_WORDS[0]} word=${COMP_WORDS[COMP_CWORD]} before='' i candidate known file
     local -a catalogues=()
     if ((COMP_CWORD > 0)); then before=${COMP_WORDS[COMP_CWORD - 1]}; fi
     # Bash splits --option=value at the sign, unless COMP_WORDBREAKS lacks it.
@@ -80,7 +80,9 @@ _halvorn_section() {
         --figure | --catalogue) ;;
         *)
             while IFS= read -r candidate; do
-                if [[ ${candidate,,} == "${plain,,}"* ]]; then
+                known=${candidate,,}
+                # Names may be typed without their blanks.
+                if [[ $known == "${plain,,}"* || ${known// /} == "${plain,,}"* ]]; then
                     _halvorn_section_add "$word" "$candidate"
                 fi
             done < <(_halvorn_section_words "$word" "$before" "$tool" "${catalogues[@]}") ;;

@@ -265,13 +265,39 @@ std::string PartPlaces::FirstNames(bool arePlaces) const {
     return names;
 }
 
+std::optional<std::size_t> PartPlaces::LaterPart(const std::string& name) const {
+    for (std::size_t i = placed_; i < parts_->Size("objects"); ++i) {
+        if (NameIn((*parts_)[i]) == name) return i;
+    }
+    return std::nullopt;
+}
+
+// From this part by "on" from one to the next: "a" on "b" on "a".
+std::string PartPlaces::CircleThrough(std::size_t next) const {
+    const auto quoted = [](const std::string& name) { return '"' + Excerpt(name) + '"'; };
+    std::string circle = quoted(NameIn((*parts_)[placed_]));
+    for (std::size_t count = 0; count < kMostNames; ++count) {
+        const Node part = (*parts_)[next];
+        circle += " on " + quoted(NameIn(part));
+        if (next == placed_) return circle;
+        if (!part.Has("on") || named_.contains(part.At("on").Text())) return "";
+        const std::optional<std::size_t> after = LaterPart(part.At("on").Text());
+        if (!after) return "";
+        next = *after;
+    }
+    return "";
+}
+
 void PartPlaces::FailToFind(const Node& on, const std::string& name) const {
     const std::string quoted = "\"" + Excerpt(name) + "\"";
-    for (std::size_t i = placed_; i < parts_->Size("objects"); ++i) {
-        const Node part = (*parts_)[i];
-        if (NameIn(part) != name) continue;
-        if (i == placed_) on.Fail(quoted + " is this part itself", "name a part before it");
-        on.Fail(quoted + " comes after this part", "put " + part.Pointer() + " before it");
+    if (const std::optional<std::size_t> later = LaterPart(name)) {
+        if (*later == placed_) on.Fail(quoted + " is this part itself", "name a part before it");
+        if (const std::string circle = CircleThrough(*later); !circle.empty()) {
+            on.Fail("the parts stand on each other in a circle, " + circle,
+                    "place one of them without \"on\"");
+        }
+        on.Fail(quoted + " comes after this part",
+                "put " + (*parts_)[*later].Pointer() + " before it");
     }
     // Places stand in for names where no part has one.
     std::string names = FirstNames(false);

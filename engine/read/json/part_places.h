@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -54,6 +55,10 @@ private:
     void SetOnNamed(const Node& part, std::vector<Element>& elements) const;
     const Named& NamedBy(const Node& on) const;
     std::string FirstNames(bool arePlaces) const;
+    // The part of a name among those without a place, this one included.
+    std::optional<std::size_t> LaterPart(const std::string& name) const;
+    // The circle in which a later part comes back to this one; empty when it does not, or by many.
+    std::string CircleThrough(std::size_t next) const;
     [[noreturn]] void FailToFind(const Node& on, const std::string& name) const;
 
     const Node* parts_;
