@@ -93,6 +93,7 @@ std::optional<NameDistance> TypedName::DistanceTo(const std::string& canonicalNa
     std::optional<NameDistance> nearest;
     for (const Reading& reading : readings_) {
         std::optional<NameDistance> distance = Distance(reading.parts, known);
+        if (distance) distance->isOther = !canonicalName.starts_with(reading.canonical);
         if (distance && (!nearest || *distance < *nearest)) nearest = std::move(distance);
     }
     if (nearest) return nearest;
@@ -104,7 +105,7 @@ std::optional<NameDistance> TypedName::DistanceTo(const std::string& canonicalNa
         if (longer - shorter > farthest) continue;
         const std::size_t slips = EditDistance(reading.canonical, canonicalName);
         if (slips > farthest || (nearest && nearest->letters <= 1 + slips)) continue;
-        nearest = NameDistance{1 + slips, {}};
+        nearest = NameDistance{1 + slips, true, {}};
     }
     return nearest;
 }

@@ -13,14 +13,17 @@
 namespace halvorn::engine {
 
 /// How far a name is from a typed one. Compared in this order: how much the letters differ, then
-/// how much the numbers do, the first number before the second: IPE330 is nearer to IPE301 than
+/// whether the typed name is the beginning of the other, HEB30 of HEB300, then how much the numbers
+/// differ, the first number before the second: IPE330 is nearer to IPE301 than
 /// UPE300, and W12X30 nearer to W12X27 than W14X27.
 struct NameDistance {
     std::size_t letters = 0;  ///< 0: the same; 1: one is off; from 2 on: no name of that form
+    bool isOther = true;      ///< the typed name is no beginning of it
     std::vector<double> differences;  ///< of the numbers that were typed, in their order
 
     friend bool operator<(const NameDistance& a, const NameDistance& b) {
-        return std::tie(a.letters, a.differences) < std::tie(b.letters, b.differences);
+        return std::tie(a.letters, a.isOther, a.differences) <
+               std::tie(b.letters, b.isOther, b.differences);
     }
 };
 

@@ -155,6 +155,7 @@ TEST(Catalogue, KnowsOtherSpellingsAndTheNeighboursOfUnknownNames) {
     // Same letters first, then the nearest in the numbers, one after the other.
     const std::pair<const char*, std::vector<std::string>> similar[] = {
         {"IPE301", {"IPE300", "IPE330", "IPE270"}},
+        {"HEB30", {"HEB300", "HEB100", "HEB120"}},
         {"HE300", {"HEA300", "HEB300", "HEM300"}},
         {"RHS 100x200x5.2", {"RHS 200x100x5", "RHS 200x100x5.6", "RHS 200x100x6.3"}},
         {"L100/100/10", {"L100x100x10", "L100x100x8", "L100x100x12"}},
