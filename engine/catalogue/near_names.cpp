@@ -93,7 +93,9 @@ std::optional<NameDistance> TypedName::DistanceTo(const std::string& canonicalNa
     std::optional<NameDistance> nearest;
     for (const Reading& reading : readings_) {
         std::optional<NameDistance> distance = Distance(reading.parts, known);
-        if (distance) distance->isOther = !canonicalName.starts_with(reading.canonical);
+        if (distance && reading.parts.numbers.size() == 1) {
+            distance->isOther = !canonicalName.starts_with(reading.canonical);
+        }
         if (distance && (!nearest || *distance < *nearest)) nearest = std::move(distance);
     }
     if (nearest) return nearest;

@@ -12,10 +12,10 @@
 
 namespace halvorn::engine {
 
-/// How far a name is from a typed one. Compared in this order: how much the letters differ, then
-/// whether the typed name is the beginning of the other, HEB30 of HEB300, then how much the numbers
-/// differ, the first number before the second: IPE330 is nearer to IPE301 than
-/// UPE300, and W12X30 nearer to W12X27 than W14X27.
+/// How far a name is from a typed one. Compared in this order: how much the letters differ; whether
+/// the typed name, with one number, is the beginning of the other, HEB30 of HEB300; how much the
+/// numbers differ, the first before the second. So IPE330 is nearer to IPE301 than UPE300, and
+/// W12X30 nearer to W12X27 than W14X27.
 struct NameDistance {
     std::size_t letters = 0;  ///< 0: the same; 1: one is off; from 2 on: no name of that form
     bool isOther = true;      ///< the typed name is no beginning of it
