@@ -32,6 +32,8 @@ TypedName::TypedName(std::string_view name) {
     const std::string canonical = CanonicalProfileName(name);
     if (canonical.size() > kLongest) return;
     Add(canonical);
+    // The slash of a fraction is no part of the beginning of a name.
+    isOneNumber_ = readings_.front().parts.numbers.size() == 1 && name.find('/') == name.npos;
     const std::vector<std::size_t> slashes = SlashesIn(name);
     if (slashes.empty() || slashes.size() > kMostSlashes) return;
     std::string withoutAny(name);
@@ -93,7 +95,7 @@ std::optional<NameDistance> TypedName::DistanceTo(const std::string& canonicalNa
     std::optional<NameDistance> nearest;
     for (const Reading& reading : readings_) {
         std::optional<NameDistance> distance = Distance(reading.parts, known);
-        if (distance && reading.parts.numbers.size() == 1) {
+        if (distance && isOneNumber_) {
             distance->isOther = !canonicalName.starts_with(reading.canonical);
         }
         if (distance && (!nearest || *distance < *nearest)) nearest = std::move(distance);

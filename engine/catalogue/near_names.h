@@ -51,7 +51,8 @@ private:
     static std::optional<NameDistance> Distance(const Parts& typed, const Parts& known);
     void Add(const std::string& canonicalName);
 
-    std::vector<Reading> readings_;  // none: the name is too long to be like one
+    std::vector<Reading> readings_;
+    bool isOneNumber_ = false;  // none: the name is too long to be like one
 };
 
 }  // namespace halvorn::engine
