@@ -119,8 +119,7 @@ void Integrate(const TriangleMesh& mesh, const Add& add) {
         const double area = 0.5 * Cross(b - a, c - a);
         for (std::size_t i = 0; i < rule.corners.size(); ++i) {
             const auto& l = rule.corners[i];
-            add(l[0] * a + l[1] * b + l[2] * c,
-                area * rule.weights[static_cast<Eigen::Index>(i)]);
+            add(l[0] * a + l[1] * b + l[2] * c, area * rule.weights[static_cast<Eigen::Index>(i)]);
         }
     }
 }

@@ -3,10 +3,11 @@
 ///
 /// With g = a x + b y the shear stress is t + (psi_y, -psi_x), where t = -(a, b) s^2 / 2 takes up
 /// the load; s is the distance from the line through the centre of gravity on which g is 0. On a
-/// thin strip in any direction t is no larger than the stress, which it would lose digits of. No stress leaves the part, which gives psi along each ring up to a constant. Over a
-/// void, the load of a whole plate would have a resultant: psi does not return to its value round
-/// it. It is made single-valued by a cut from each void to another ring, across which it jumps by a
-/// constant; stresses, its derivatives, do not.
+/// thin strip in any direction t is no larger than the stress, which it would lose digits of. No
+/// stress leaves the part, which gives psi along each ring up to a constant. Over a void, the load
+/// of a whole plate would have a resultant: psi does not return to its value round it. It is made
+/// single-valued by a cut from each void to another ring, across which it jumps by a constant;
+/// stresses, its derivatives, do not.
 #ifndef HALVORN_ENGINE_WARPING_SHEETS_H
 #define HALVORN_ENGINE_WARPING_SHEETS_H
 
