@@ -38,7 +38,9 @@ void SetStresses(const Stresses& stresses, Report* report) {
         if (!std::isfinite(value.number) || !std::isfinite(stress.error)) {
             value.whyMissing = kForcesTooLarge;
         }
-        report->stresses[i].place = peaks[i]->place;
+        std::optional<Point>& place = report->stresses[i].place;
+        place.reset();
+        if (value.IsComputed() && value.number != 0.0) place = peaks[i]->place;
     }
 }
 
