@@ -226,8 +226,8 @@ TEST(WarpingStress, ErrorCoversWhatLiesBetweenThePointsOfTheSearch) {
         const WarpingSolution fine = SolveWarping(RegionOf(Weighted(rings)), Within(1e-7));
         const WarpingSolution solution = SolutionOf(rings);
         const Stresses truth = LargestStresses(fine, forces), s = LargestStresses(solution, forces);
+        const std::string name = "corner at " + std::to_string(ring[0].x);
         const auto check = [&](const char* what, const Estimate& found, const Estimate& exact) {
-            const std::string name = "corner at " + std::to_string(ring[0].x);
             EXPECT_LT(found.error, 0.05 * found.value) << what;
             claimed.Check(what, name, found, exact.value, exact.error + 1e-5 * exact.value);
         };
