@@ -273,7 +273,7 @@ struct SectionForces {
 /// The largest magnitude of a stress under forces.
 struct LargestStress {
     Value value;  ///< key "normal", "shear" or "von_mises"; unit "F/mm^2", F that of the forces
-    Point place;  ///< where it is, meaningful when there is a number [L]
+    std::optional<Point> place;  ///< where it is; nowhere when it is 0 or not computed [L]
 };
 
 /// The stresses at a point.

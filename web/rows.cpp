@@ -95,7 +95,7 @@ ordered_json StressRows(const std::vector<engine::LargestStress>& stresses,
     for (const engine::LargestStress& stress : stresses) {
         ordered_json row = ValueRow(stress.value, unit);
         row["place"] = nullptr;
-        if (stress.value.IsComputed()) row["place"] = PointRow(stress.place);
+        if (stress.place) row["place"] = PointRow(*stress.place);
         rows.push_back(std::move(row));
     }
     return rows;

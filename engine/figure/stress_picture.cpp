@@ -197,7 +197,8 @@ StressPicture StressPictureOf(const Report& report, StressKind kind) {
     StressPicture picture;
     picture.kind = kind;
     picture.forces = *report.forces;
-    picture.peak = {{value.number, value.error.value_or(0.0)}, at};
+    picture.peak = {{value.number, value.error.value_or(0.0)}, at.value_or(Point())};
+    picture.leavesOut = !report.warping->values.sharpCorners.empty();
     picture.field = StressFieldOf(*report.warping, *report.forces);
     picture.neutral = NeutralLineOf(*report.warping, *report.forces);
     return picture;
@@ -206,9 +207,12 @@ StressPicture StressPictureOf(const Report& report, StressKind kind) {
 StressScale ScaleOf(const StressPicture& picture) {
     const StressBands bands(picture.field.points, picture.field.triangles, ValuesOf(picture));
     const double largest = std::fabs(picture.peak.stress.value);
-    return picture.kind == StressKind::Normal
-               ? TwoSidedScale(bands.Lowest(), bands.Highest(), largest)
-               : OneSidedScale(bands.Lowest(), bands.Highest(), largest);
+    StressScale scale = picture.kind == StressKind::Normal
+                            ? TwoSidedScale(bands.Lowest(), bands.Highest(), largest)
+                            : OneSidedScale(bands.Lowest(), bands.Highest(), largest);
+    // The joints of an arc's chords are drawn above what the arc has.
+    scale.goesOn = scale.goesOn && picture.leavesOut;
+    return scale;
 }
 
 std::string StressTitle(const StressPicture& picture) {

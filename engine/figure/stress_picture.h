@@ -20,6 +20,7 @@ struct StressPicture {
     PeakStress peak;    ///< the largest, with its place
     StressField field;  ///< in the section's coordinates
     std::optional<NeutralLine> neutral{};
+    bool leavesOut = false;  ///< of the largest: circles about sharp corners
 };
 
 /// Returns the picture of a stress of a report.

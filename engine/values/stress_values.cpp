@@ -57,7 +57,9 @@ void SetStresses(const Stresses& stresses, Report* report) {
         if (!std::isfinite(value.number) || !std::isfinite(stress.error)) {
             value.whyMissing = kForcesTooLarge;
         }
-        report->stresses[i].place = peaks[i]->place;
+        std::optional<Point>& place = report->stresses[i].place;
+        place.reset();
+        if (value.IsComputed() && value.number != 0.0) place = peaks[i]->place;
     }
 }
 
@@ -74,6 +76,7 @@ void SetNormalAlone(Report* report) {
     if (forces.vx == 0.0 && forces.vy == 0.0 && forces.t == 0.0) return;
     for (std::size_t i = 1; i < report->stresses.size(); ++i) {
         report->stresses[i].value.whyMissing = why;
+        report->stresses[i].place.reset();
     }
 }
 

@@ -211,8 +211,8 @@ private:
             for (std::size_t k = 0; k < stresses.size(); ++k) {
                 add(stresses[k], static_cast<double>(k) / kSamples);
             }
-            const double peak = PeakBetween(stresses);
-            if (peak > 0.0) add(At(i, peak), peak);
+            const double peak = PeakOn(i, stresses);
+            add(At(i, peak), peak);
             for (const double end : ends) {
                 const double s = (end - start) / length;
                 if (s >= 0.0 && s <= 1.0) add(At(i, s), s);
@@ -220,6 +220,22 @@ private:
             start += length;
             SetErrors(before);
         }
+    }
+
+    // Where along an edge the stress is largest, 0 to 1: the peak of the parabola through samples,
+    // then that of a narrower one.
+    double PeakOn(std::size_t i, const std::vector<BoundaryStress>& samples) const {
+        constexpr double kNarrow = 1.0 / (4.0 * kSamples);
+        const auto peakAmong = [](const std::vector<BoundaryStress>& stresses) {
+            std::vector<double> magnitudes;
+            magnitudes.reserve(stresses.size());
+            for (const BoundaryStress& at : stresses) magnitudes.push_back(std::fabs(at.Middle()));
+            return PeakAmong(magnitudes).at;
+        };
+        const double first = peakAmong(samples) / kSamples;
+        const double low = std::clamp(first - kNarrow, 0.0, 1.0 - 2.0 * kNarrow);
+        const std::vector<double> parts = {low, low + kNarrow, low + 2.0 * kNarrow};
+        return low + kNarrow * peakAmong(At(i, OnEdge(OrderAt(i), EdgeAt(i).edge, parts)));
     }
 
     // Both fields may agree by chance at a point: they are compared all along its edge, wherever
@@ -254,21 +270,6 @@ private:
             ends.push_back(middle + half);
         }
         return ends;
-    }
-
-    // Where the parabola through the largest of the samples and those beside it has its peak; 0
-    // when the largest is at an end.
-    static double PeakBetween(const std::vector<BoundaryStress>& samples) {
-        const auto at = [&](std::size_t k) { return std::fabs(samples[k].Middle()); };
-        std::size_t k = 0;
-        for (std::size_t i = 1; i < samples.size(); ++i) {
-            if (at(i) > at(k)) k = i;
-        }
-        if (k == 0 || k + 1 == samples.size()) return 0.0;
-        const double curvature = at(k - 1) - 2.0 * at(k) + at(k + 1);
-        if (!(curvature < 0.0)) return 0.0;
-        const double off = 0.5 * (at(k - 1) - at(k + 1)) / curvature;
-        return (static_cast<double>(k) + off) / kSamples;
     }
 
     const Fields& fields_;

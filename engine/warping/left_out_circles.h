@@ -21,6 +21,7 @@ public:
     }
 
     double Radius() const { return radius_; }
+    const Points& Centres() const { return centres_; }
 
     /// Returns whether a point lies within a circle, by more than rounding.
     bool Contain(const Point& p) const {

@@ -1,5 +1,6 @@
 #include "warping/stress_at.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "warping/shape_functions.h"
@@ -51,6 +52,19 @@ ShapeSamples SamplesAt(int order, std::vector<std::array<double, 2>> places) {
     }
     samples.places = std::move(places);
     return samples;
+}
+
+PeakOfSamples PeakAmong(std::span<const double> magnitudes) {
+    const auto largest = std::max_element(magnitudes.begin(), magnitudes.end());
+    const auto at = static_cast<std::size_t>(largest - magnitudes.begin());
+    // At an end the parabola goes through the three samples there.
+    const std::size_t k = std::clamp(at, std::size_t{1}, magnitudes.size() - 2);
+    const double slope = 0.5 * (magnitudes[k + 1] - magnitudes[k - 1]);
+    const double curvature = magnitudes[k - 1] - 2.0 * magnitudes[k] + magnitudes[k + 1];
+    if (!(curvature < 0.0)) return {static_cast<double>(at), *largest};
+    const double off = std::clamp(-slope / curvature, -1.0, 1.0);
+    return {static_cast<double>(k) + off,
+            std::max(*largest, magnitudes[k] + off * (slope + 0.5 * off * curvature))};
 }
 
 std::vector<ShearPair> ShearsAt(const Fields& fields, const FieldFactors& factors, Index triangle,

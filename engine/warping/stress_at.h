@@ -6,6 +6,7 @@
 #include <Eigen/Dense>
 #include <array>
 #include <cmath>
+#include <span>
 #include <vector>
 
 #include "warping/part_solution.h"
@@ -56,6 +57,17 @@ std::vector<ShearPair> ShearsAt(const Fields& fields, const FieldFactors& factor
 /// Returns the point of a triangle at a place in the reference triangle, about the centre of
 /// gravity.
 Point PointIn(const FieldSpace& space, Index triangle, double xi, double eta);
+
+/// The largest of what magnitudes are samples of.
+struct PeakOfSamples {
+    double at = 0.0;  ///< in steps from the first sample
+    double height = 0.0;
+};
+
+/// Returns the peak of the parabola through the largest of equidistant samples and those beside it,
+/// or that sample itself.
+/// @pre there are three samples or more
+PeakOfSamples PeakAmong(std::span<const double> magnitudes);
 
 /// Returns the normal stress at a point.
 inline double NormalAt(const FieldFactors& factors, const Point& at) {

@@ -1,14 +1,11 @@
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
-#include <new>
 #include <utility>
 
 #include "geometry/box.h"
-#include "geometry/lengths.h"
-#include "kernel/box_tree.h"
 #include "warping/stress_at.h"
 #include "warping/stresses.h"
+#include "warping/triangle_tree.h"
 
 namespace halvorn::engine {
 
@@ -21,55 +18,14 @@ constexpr double kOnTriangle = 1e-12;
 // arc do, whose chords are drawn to 0.001 mm, on sections of 10 mm and more.
 constexpr double kOnOutline = 1e-4;
 
-// A place on a triangle, and how far from there the point is that was asked for.
-struct PlaceOnTriangle {
-    Index triangle = kNone;
-    double xi = 0.0, eta = 0.0;
-    double distance = std::numeric_limits<double>::infinity();
-};
-
-PlaceOnTriangle NearestOnTriangle(const FieldSpace& space, Index triangle, const Point& point) {
-    const TriangleMap map = MapOf(space, triangle);
-    const Point& corner = space.CornerAt(triangle, 0);
-    const auto at = [&](const Point& p) {
-        return PlaceOnTriangle{triangle, Dot(map.byXi, p - corner), Dot(map.byEta, p - corner),
-                               Distance(p, point)};
-    };
-    PlaceOnTriangle nearest = at(point);
-    if (nearest.xi >= 0.0 && nearest.eta >= 0.0 && nearest.xi + nearest.eta <= 1.0) return nearest;
-    nearest.distance = std::numeric_limits<double>::infinity();
-    for (int edge = 0; edge < 3; ++edge) {
-        const PlaceOnTriangle onEdge = at(NearestOnSegment(
-            point, space.CornerAt(triangle, edge + 1), space.CornerAt(triangle, edge + 2)));
-        if (onEdge.distance < nearest.distance) nearest = onEdge;
-    }
-    return nearest;
-}
-
 class StressLookup {
 public:
     StressLookup(const WarpingFields& fields, const SectionForces& forces)
         : frame_(fields.frame),
           part_(fields.parts.front()),
-          factors_(FactorsUnder(forces, fields)) {
-        const Box around(part_.fields.space.mesh.vertices);
-        onOutline_ = kOnOutline * std::max(around.Width(), around.Height());
-        const FieldSpace& space = part_.fields.space;
-        const std::size_t n = space.TriangleCount();
-        CArray<KBox> boxes(static_cast<KBox*>(std::calloc(n, sizeof(KBox))));
-        if (!boxes) throw std::bad_alloc();
-        for (std::size_t t = 0; t < n; ++t) {
-            const auto corner = [&](int i) {
-                const Point& p = space.CornerAt(static_cast<Index>(t), i);
-                return KPoint{p.x, p.y};
-            };
-            boxes[t] = KBoxAround(KBoxOfSegment(corner(0), corner(1), onOutline_),
-                                  KBoxOfSegment(corner(1), corner(2), onOutline_));
-        }
-        if (KBuildBoxTree(&tree_, std::move(boxes), static_cast<int>(n)) != 0) {
-            throw std::bad_alloc();
-        }
-    }
+          factors_(FactorsUnder(forces, fields)),
+          onOutline_(OnOutlineOf(part_.fields.space)),
+          tree_(part_.fields.space, onOutline_) {}
 
     PointStress At(const Point& point) const {
         const Point at = frame_.ToFrame(point) - part_.moments.centroid;
@@ -85,24 +41,25 @@ public:
     }
 
 private:
+    static double OnOutlineOf(const FieldSpace& space) {
+        const Box around(space.mesh.vertices);
+        return kOnOutline * std::max(around.Width(), around.Height());
+    }
+
     // Over all triangles on which the point lies, or the one nearest to it.
     std::pair<Point, double> SumOfShears(const Point& at) const {
         Point sum;
         double count = 0.0;
         PlaceOnTriangle nearest;
         const KBox here{{at.x, at.y}, {at.x, at.y}};
-        KVisitBoxTree(
-            tree_, [&](const KBox& box) { return KBoxesMeet(box, here); },
-            [&](int triangle) {
-                const PlaceOnTriangle place =
-                    NearestOnTriangle(part_.fields.space, static_cast<Index>(triangle), at);
-                if (place.distance <= kOnTriangle) {
-                    sum = sum + ShearAt(place);
-                    count += 1.0;
-                }
-                if (place.distance < nearest.distance) nearest = place;
-                return false;
-            });
+        tree_.VisitNear(here, [&](Index triangle) {
+            const PlaceOnTriangle place = NearestOnTriangle(part_.fields.space, triangle, at);
+            if (place.distance <= kOnTriangle) {
+                sum = sum + ShearAt(place);
+                count += 1.0;
+            }
+            if (place.distance < nearest.distance) nearest = place;
+        });
         if (count == 0.0 && nearest.distance <= onOutline_) return {ShearAt(nearest), 1.0};
         return {sum, count};
     }
@@ -116,8 +73,8 @@ private:
     const Frame& frame_;
     const PartSolution& part_;
     FieldFactors factors_;
-    double onOutline_ = 0.0;
-    KBoxTree tree_;
+    double onOutline_;
+    TriangleTree tree_;
 };
 
 }  // namespace

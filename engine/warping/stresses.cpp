@@ -1,55 +1,20 @@
 #include "warping/stresses.h"
 
-#include <algorithm>
 #include <cmath>
-#include <map>
 #include <utility>
 
-#include "warping/boundary_stress.h"
-#include "warping/left_out_circles.h"
-#include "warping/shape_functions.h"
+#include "warping/lattice.h"
+#include "warping/stress_at.h"
 #include "warping/warping_fields.h"
 
 namespace halvorn::engine {
 
 namespace {
 
-// Each side of a triangle is divided into so many to find the largest stress within; even, so that
-// the middle of a wall of one triangle is met.
-constexpr int kDivisionsWithin = 6;
-constexpr int kDivisionsAtLargest = 100;
-// For pictures it is divided into as many of these as the points allow: even again.
+// For pictures each side of a triangle is divided into as many of these as the points allow: even,
+// so that the middle of a wall of one triangle is met.
 constexpr std::array<int, 3> kDivisionsOfPicture{8, 4, 2};
 constexpr std::size_t kMostPoints = 300000;
-
-// Points of a lattice over a triangle that is divided into so many along each side, with the
-// functions there: point (i, j), 0 <= i, j and i + j <= divisions, at (i, j) / divisions.
-class Lattice {
-public:
-    explicit Lattice(int divisions) : divisions_(divisions) {
-        std::vector<std::array<double, 2>> places;
-        for (int i = 0; i <= divisions; ++i) {
-            for (int j = 0; i + j <= divisions; ++j) {
-                places.push_back(
-                    {static_cast<double>(i) / divisions, static_cast<double>(j) / divisions});
-            }
-        }
-        for (int order = 1; order <= kHighestOrder; ++order) {
-            samples_.push_back(SamplesAt(order, places));
-        }
-    }
-
-    int Divisions() const { return divisions_; }
-    const ShapeSamples& Samples(int order) const { return samples_[Slot(order - 1)]; }
-    /// Place of a point among the samples.
-    std::size_t Place(int i, int j) const {
-        return Slot(i * (divisions_ + 1) - i * (i - 1) / 2 + j);
-    }
-
-private:
-    int divisions_;
-    std::vector<ShapeSamples> samples_;  // by order
-};
 
 // The points of a lattice are about as many as half of its triangles.
 int DivisionsFor(std::size_t triangles) {
@@ -59,125 +24,6 @@ int DivisionsFor(std::size_t triangles) {
     }
     return kDivisionsOfPicture.back();
 }
-
-class Largest {
-public:
-    Largest(const WarpingFields& fields, const SectionForces& forces)
-        : part_(fields.parts.front()),
-          frame_(fields.frame),
-          factors_(FactorsUnder(forces, fields)),
-          circles_(SharpCornersOf(part_.fields.space), fields.leftOutRadius) {}
-
-    Stresses Find() {
-        FindNormal();
-        for (const BoundaryStress& at :
-             StressesAlongRings(part_.fields, factors_, circles_.Radius())) {
-            const double shear = std::fabs(at.Middle());
-            AddShear(shear, at.error, 0.5 * (at.from + at.to));
-            for (const Point& end : {at.from, at.to}) AddVonMises(shear, at.error, end);
-        }
-        FindWithin();
-        sum_.shear.stress = {shear_.value, shear_.Error()};
-        sum_.vonMises.stress = {vonMises_.value, vonMises_.Error()};
-        const double unit = frame_.LengthFromFrame(1.0);
-        for (PeakStress* peak : {&sum_.normal, &sum_.shear, &sum_.vonMises}) {
-            peak->stress.value /= unit * unit;
-            peak->stress.error /= unit * unit;
-            peak->place = PlaceOf(peak->place);
-        }
-        return sum_;
-    }
-
-private:
-    // In the section's coordinates. The frame makes rounding of what is 0.
-    Point PlaceOf(const Point& inPart) const {
-        constexpr double kRounding = 1e-12;  // of the size
-        const Point place = frame_.FromFrame(part_.moments.centroid + inPart);
-        const double least = kRounding * frame_.LengthFromFrame(1.0);
-        return {std::fabs(place.x) < least ? 0.0 : place.x,
-                std::fabs(place.y) < least ? 0.0 : place.y};
-    }
-
-    void FindNormal() {
-        constexpr double kRounding = 1e-13;  // of exact integrals and a plane
-        const FieldSpace& space = part_.fields.space;
-        for (const RimRing& ring : space.rings) {
-            for (const EdgeRef& at : ring.edges) {
-                const Point& p = space.CornerAt(at.triangle, at.edge + 1);
-                const double normal = NormalAt(factors_, p);
-                if (std::fabs(normal) <= std::fabs(sum_.normal.stress.value)) continue;
-                sum_.normal = {{normal, kRounding * std::fabs(normal)}, p};
-            }
-        }
-    }
-
-    void AddShear(double shear, double error, const Point& at) {
-        if (shear_.Add(shear, error)) sum_.shear.place = at;
-    }
-
-    // The error is what the root can be off, which is steep where the shear is small.
-    void AddVonMises(double shear, double error, const Point& at) {
-        const double normal = NormalAt(factors_, at);
-        const double both = VonMises(normal, shear);
-        const double most = VonMises(normal, shear + error);
-        if (vonMises_.Add(both, most - both)) sum_.vonMises.place = at;
-    }
-
-    // Points within triangles, but next to the corners of an arc's chords: there the stress along
-    // the rings counts.
-    void FindWithin() {
-        const FieldSpace& space = part_.fields.space;
-        const std::vector<double> turns = TurnsOf(space);
-        const auto isNextToArc = [&](std::size_t t) {
-            const auto& corners = space.mesh.corners[t];
-            return std::any_of(corners.begin(), corners.end(),
-                               [&](Index v) { return turns[Slot(v)] < -kNoCorner; });
-        };
-        double largest = 0.0;
-        std::size_t at = space.TriangleCount();
-        for (std::size_t t = 0; t < space.TriangleCount(); ++t) {
-            const double most = isNextToArc(t) ? 0.0 : AddTriangle(t, lattice_);
-            if (most <= largest) continue;
-            largest = most;
-            at = t;
-        }
-        // Between the points of a large triangle of high order the stress may be larger.
-        if (at == space.TriangleCount()) return;
-        const Lattice fine{kDivisionsAtLargest};
-        AddTriangle(at, fine);
-        for (const Index next : space.mesh.neighbours[at]) {
-            if (next != kNone && !isNextToArc(Slot(next))) AddTriangle(Slot(next), fine);
-        }
-    }
-
-    // Adds the stresses at the points of a lattice and returns the largest von Mises stress.
-    double AddTriangle(std::size_t triangle, const Lattice& lattice) {
-        const FieldSpace& space = part_.fields.space;
-        const auto t = static_cast<Index>(triangle);
-        const ShapeSamples& samples = lattice.Samples(space.HighestOrderAt(t));
-        const auto shears = ShearsAt(part_.fields, factors_, t, samples);
-        double largest = 0.0;
-        for (std::size_t i = 0; i < shears.size(); ++i) {
-            const auto& [xi, eta] = samples.places[i];
-            const Point at = PointIn(space, t, xi, eta);
-            if (circles_.Contain(at)) continue;
-            const double shear = Length(shears[i].Middle());
-            const double error = Length(shears[i].free - shears[i].held);
-            AddShear(shear, error, at);
-            AddVonMises(shear, error, at);
-            largest = std::max(largest, VonMises(NormalAt(factors_, at), shear));
-        }
-        return largest;
-    }
-
-    const PartSolution& part_;
-    const Frame& frame_;
-    FieldFactors factors_;
-    LeftOutCircles circles_;
-    Lattice lattice_{kDivisionsWithin};
-    LargestOf shear_, vonMises_;
-    Stresses sum_;
-};
 
 // Points of a lattice over the triangles, each once; the stress there is the mean of the
 // triangles'.
@@ -292,10 +138,6 @@ std::optional<NeutralLine> NeutralLineOf(const WarpingSolution& solution,
     const Point uphill = 1.0 / slope * factors.bending;
     const Point at = fields.parts.front().moments.centroid - factors.axial / slope * uphill;
     return NeutralLine{fields.frame.FromFrame(at), {-uphill.y, uphill.x}};
-}
-
-Stresses LargestStresses(const WarpingSolution& solution, const SectionForces& forces) {
-    return Largest(*solution.fields, forces).Find();
 }
 
 StressField StressFieldOf(const WarpingSolution& solution, const SectionForces& forces) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "warping/boundary_stress.h"
+#include "warping/circle_stress.h"
 #include "warping/warping_fields.h"
 
 namespace halvorn::engine {
@@ -190,13 +191,19 @@ double LeftOutRadiusOf(const std::vector<PartSolution>& parts) {
 
 // All parts are twisted alike: the largest stress for a twist of 1 gives the modulus.
 void AddTorsionModulus(const WarpingFields& fields, WarpingValues* values) {
-    std::vector<BoundaryStress> stresses;
+    const FieldFactors twist = FactorsOfTwist(1.0);
+    LargestOf largest;
     for (const PartSolution& part : fields.parts) {
-        const auto along =
-            StressesAlongRings(part.fields, FactorsOfTwist(1.0), fields.leftOutRadius);
-        stresses.insert(stresses.end(), along.begin(), along.end());
+        const FieldSpace& space = part.fields.space;
+        for (const auto& at : StressesAlongRings(part.fields, twist, fields.leftOutRadius)) {
+            largest.Add(std::fabs(at.Middle()), at.error);
+        }
+        const LeftOutCircles circles(SharpCornersOf(space), fields.leftOutRadius);
+        const SoftCorners softCorners(space, SoftRadius(fields.leftOutRadius));
+        for (const auto& at : StressesAlongCircles(part.fields, twist, circles, softCorners)) {
+            largest.Add(at.shear, at.error);
+        }
     }
-    const LargestOf largest = LargestAlongRings(stresses);
     const double length = fields.frame.LengthFromFrame(1.0);
     const double modulus = values->torsionConstant.Middle() / (largest.value * length);
     values->torsionModulus = {modulus,

@@ -57,7 +57,7 @@ ordered_json Stresses(const Report& report) {
     for (const LargestStress& stress : report.stresses) {
         ordered_json entry = Entry(stress.value);
         entry["place"] = nullptr;
-        if (stress.value.IsComputed()) entry["place"] = {stress.place.x, stress.place.y};
+        if (stress.place) entry["place"] = {stress.place->x, stress.place->y};
         members[stress.value.key] = entry;
     }
     return members;

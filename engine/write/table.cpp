@@ -140,7 +140,7 @@ std::vector<Value> StressValues(const Report& report) {
     std::vector<Value> values;
     for (const LargestStress& stress : report.stresses) {
         values.push_back(stress.value);
-        values.back().method = "at " + PlaceText(stress.place);
+        values.back().method = stress.place ? "at " + PlaceText(*stress.place) : "";
     }
     return values;
 }

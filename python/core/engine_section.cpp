@@ -190,7 +190,8 @@ py::dict NumbersOf(const SectionReport& report) {
 py::list StressRows(const SectionReport& report) {
     py::list rows;
     for (const engine::LargestStress& stress : report.Stresses()) {
-        rows.append(py::make_tuple(ValueRows({stress.value})[0], PairOf(stress.place)));
+        const py::object place = stress.place ? py::object(PairOf(*stress.place)) : py::none();
+        rows.append(py::make_tuple(ValueRows({stress.value})[0], place));
     }
     return rows;
 }

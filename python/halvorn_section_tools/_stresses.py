@@ -26,13 +26,15 @@ class Peak:
     value: Quantity | None
     """[F / L^2], F the unit of the forces; None where it is not known"""
     place: tuple[float, float] | None
-    """(x, y) of where it is [L]"""
+    """(x, y) of where it is [L]; None where it is 0 or not known"""
     details: ValueDetails
     """what is known about it, also where there is no number"""
 
     def __str__(self) -> str:
-        if self.value is None or self.place is None:
+        if self.value is None:
             return "not known"
+        if self.place is None:
+            return f"{self.value:.6g}"
         return f"{self.value:.6g} at ({self.place[0]:.6g}, {self.place[1]:.6g})"
 
     def __repr__(self) -> str:

@@ -353,12 +353,19 @@ TEST(StressFigure, NumbersScalesOfAnySize) {
         double (*value)(const Point&);
         double largest;
         std::vector<std::string> texts;
+        bool leavesOut = true;
     } cases[] = {
         {StressKind::Shear,
          rising,
          0.523,
          {"\u03C4" + unit, "0.523", "and above", "0.45", "0.4", "0.35", "0.3", "0.25", "0.2",
           "0.15", "0.1", "0.05", "0"}},
+        {StressKind::Shear,  // but at the joints of chords
+         rising,
+         0.24,
+         {"\u03C4" + unit, "0.24", "0.22", "0.2", "0.18", "0.16", "0.14", "0.12", "0.1", "0.08",
+          "0.06", "0.04", "0.02", "0"},
+         false},
         {StressKind::Shear,
          tiny,
          3.1e-7,
@@ -375,7 +382,8 @@ TEST(StressFigure, NumbersScalesOfAnySize) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.largest);
-        const StressPicture picture = PictureOf(c.kind, c.value, {{c.largest, 0}, {40, 40}});
+        StressPicture picture = PictureOf(c.kind, c.value, {{c.largest, 0}, {40, 40}});
+        picture.leavesOut = c.leavesOut;
         const Page page = LayOut(ReportOf(Rectangle(0, 0, 80, 80)), Characters, {}, &picture);
         ExpectOrderly(page);
         const std::vector<std::string> texts = ColumnTexts(page);

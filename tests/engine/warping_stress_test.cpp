@@ -6,8 +6,11 @@
 #include <cstddef>
 #include <limits>
 #include <numbers>
+#include <random>
 #include <string>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 #include "warping/stresses.h"
 #include "warping_checks.h"
@@ -140,6 +143,115 @@ TEST(WarpingStress, TorsionModulusIsAboutAsGoodAsTheBrackets) {
         const Estimate estimate = SolutionOf(Block(width, 1)).values.torsionModulus;
         EXPECT_LT(estimate.error, 1.5e-3 * modulus) << width;
         claimed.Check("Wt", std::to_string(width), estimate, modulus, 1e-9 * modulus);
+    }
+}
+
+Rings Plated(const Points& ring) {
+    return {{true, ring}};
+}
+
+// The modulus and the stress search the same: outline, arcs of what is left out, mean of chords.
+TEST(WarpingStress, TorsionModulusIsTheTorqueOverTheLargestShear) {
+    constexpr double kTorque = 1e5;
+    ClaimedErrors claimed;
+    for (const auto& [name, rings, modulus] : {
+             // The largest is on the arc within the material; solved by spectral elements.
+             std::tuple("tube, wall 6", Hollow(100, 100, 6), 92369.0),
+             std::tuple("tube, wall 4", Hollow(100, 100, 4), 62056.0),
+             std::tuple("angle", Plated({{0, 0}, {9, 0}, {9, 1}, {1, 1}, {1, 9}, {0, 9}}), kAny),
+             std::tuple("Z", Plated({{0, 0}, {1, 0}, {1, 9}, {7, 9}, {7, 10}, {0, 10}}), kAny),
+             std::tuple("acute", Plated({{0, 0}, {5, 8}, {10, 0}, {6, 0}, {5, 2}, {4, 0}}), kAny),
+             std::tuple("disc of 20 chords", Plated(RegularPolygon(20, 5)), kAny),
+         }) {
+        const WarpingSolution solution = SolutionOf(rings);
+        const Estimate& found = solution.values.torsionModulus;
+        const Estimate shear = LargestStresses(solution, {0, 0, 0, 0, 0, kTorque}).shear.stress;
+        EXPECT_NEAR(kTorque / shear.value / found.value, 1.0, 1e-4) << name;
+        EXPECT_LT(found.error, 0.01 * found.value) << name;
+        if (!std::isnan(modulus)) claimed.Check("Wt", name, found, modulus, 3e-5 * modulus);
+    }
+}
+
+// A plate with a fin: the largest shear is on the arc about the corner between them.
+TEST(WarpingStress, ArcsAboutSharpCornersAreSearched) {
+    ClaimedErrors claimed;
+    for (const double far : {0.0, 1e5}) {
+        Rings rings = {{true, Rectangle(far, 0, 44.5, 166.3)},
+                       {true, Rectangle(far + 44.5, 92.7, 20.1, 5.5)}};
+        const SectionForces forces = {0, 0, 0, -9137, 705, -4281};
+        const PeakStress shear = LargestStresses(SolutionOf(rings), forces).shear;
+        claimed.Check("shear", "fin", shear.stress, 3.0208, 1.5e-4);
+        EXPECT_NEAR(shear.place.x - far, 52.15, 0.1);
+        EXPECT_NEAR(shear.place.y, 95.45, 0.01);
+    }
+}
+
+// Round a hole of few sides the stress of the drawn outline has no bound, that of the hole has.
+TEST(WarpingStress, IsSteadyRoundHolesOfFewSides) {
+    for (const int sides : {15, 16, 20, 24}) {
+        const Rings rings = {{true, Rectangle(-50, -50, 100, 100)},
+                             {false, RegularPolygon(sides, 25)}};
+        const auto largest = [&](double tolerance) {
+            const Region region = RegionOf(Weighted(rings));
+            return LargestStresses(SolveWarping(region, Within(tolerance)), {0, 0, 0, 0, 1e3, 1e5})
+                .shear.stress;
+        };
+        const Estimate finest = largest(1e-7);
+        for (const double tolerance : {1e-3, 1e-4, 1e-6}) {
+            const Estimate coarse = largest(tolerance);
+            EXPECT_NEAR(coarse.value, finest.value, coarse.error + finest.error) << sides;
+            EXPECT_LT(coarse.error, (tolerance < 1e-3 ? 0.005 : 0.06) * coarse.value) << sides;
+        }
+    }
+}
+
+// Large triangles of high order: between the points of a lattice the stress is larger by percents.
+TEST(WarpingStress, ErrorCoversWhatLiesBetweenThePointsOfTheSearch) {
+    std::vector<std::pair<Points, SectionForces>> cases = {
+        {{{70.1, 74.9}, {-90.2, -27.7}, {-97.3, 36.8}},
+         {-2034, -70045, -90390, 2979, -8634, -67218}},
+        {{{-16.6464, -86.6321}, {-82.7701, 79.1001}, {97.7274, 29.6164}}, {0, 0, 0, 0, 0, 1e6}},
+        {{{63.0, -85.3}, {98.2, -42.2}, {60.1, 53.7}}, {0, 0, 0, 677, -6157, 0}},
+    };
+    std::mt19937 random(20);
+    const auto unit = [&] { return static_cast<double>(random() % 2001U) / 1e3 - 1.0; };
+    while (cases.size() < 20) {
+        const Points ring = {{unit(), unit()}, {unit(), unit()}, {unit(), unit()}};
+        if (Cross(ring[1] - ring[0], ring[2] - ring[0]) < 0.3) continue;
+        cases.push_back({ring, {unit(), unit(), unit(), 3 * unit(), 3 * unit(), unit()}});
+    }
+    ClaimedErrors claimed;
+    for (const auto& [ring, forces] : cases) {
+        const Rings rings = Plated(ring);
+        const WarpingSolution fine = SolveWarping(RegionOf(Weighted(rings)), Within(1e-7));
+        const WarpingSolution solution = SolutionOf(rings);
+        const Stresses truth = LargestStresses(fine, forces), s = LargestStresses(solution, forces);
+        const std::string name = "corner at " + std::to_string(ring[0].x);
+        const auto check = [&](const char* what, const Estimate& found, const Estimate& exact) {
+            EXPECT_LT(found.error, 0.05 * found.value) << what;
+            claimed.Check(what, name, found, exact.value, exact.error + 1e-5 * exact.value);
+        };
+        check("shear", s.shear.stress, truth.shear.stress);
+        check("von Mises", s.vonMises.stress, truth.vonMises.stress);
+        check("Wt", solution.values.torsionModulus, fine.values.torsionModulus);
+    }
+}
+
+TEST(WarpingStress, EvenStressIsAtACornerOfTheOutline) {
+    const WarpingSolution solution =
+        SolutionOf({{true, Rectangle(-8, -2, 16, 4)}, {true, Rectangle(-5, -10, 10, 20)}});
+    for (const double sign : {1.0, -1.0}) {
+        // Along the upper or the lower edge, whichever is in tension.
+        const PeakStress bent = LargestStresses(solution, {0, sign, 0, 0, 0, 0}).normal;
+        EXPECT_GT(bent.stress.value, 0.0);
+        const Stresses even = LargestStresses(solution, {sign, 0, 0, 0, 0, 0});
+        EXPECT_EQ(even.shear.stress.value, 0.0);
+        for (const auto& [at, y] :
+             {std::pair(bent.place, sign * 10), std::pair(even.normal.place, -10.0),
+              std::pair(even.vonMises.place, -10.0)}) {
+            EXPECT_NEAR(at.x, -5, 1e-9);
+            EXPECT_NEAR(at.y, y, 1e-9);
+        }
     }
 }
 

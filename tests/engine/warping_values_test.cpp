@@ -218,6 +218,10 @@ TEST(StressValues, ComeWithPlaceAndForces) {
     for (LargestStress& stress : report.stresses) stress.value.whyMissing.clear();
     SetStresses({{{-18.583, 0.0011}, {40, 0}}, {{35.2, 0.4}, {20, 150}}, {{70.0, 1.2}, {0, 300}}},
                 &report);
+    Report unloaded = report;
+    SetStresses({}, &unloaded);
+    EXPECT_TRUE(nlohmann::json::parse(JsonText(unloaded))["stresses"]["normal"]["place"].is_null());
+    EXPECT_EQ(TableText(unloaded).find(" at ("), std::string::npos);
     const auto told = nlohmann::json::parse(JsonText(report))["stresses"];
     EXPECT_EQ(told["forces"],
               nlohmann::json::parse(
@@ -249,7 +253,7 @@ TEST(StressValues, OfPartsApartAreNormalAlone) {
         AddWarping(options, &report);
         ASSERT_EQ(report.stresses.size(), 3U);
         EXPECT_NEAR(report.stresses[0].value.number, atRight, 1e-12);
-        EXPECT_EQ(report.stresses[0].place.x, 120.0);
+        EXPECT_EQ(report.stresses[0].place->x, 120.0);
         EXPECT_EQ(report.stresses[1].value.IsComputed(), shear == 0.0);
         if (shear == 0.0) {
             EXPECT_EQ(report.stresses[1].value.number, 0.0);
