@@ -293,7 +293,7 @@ def test_a_name_is_another_section_and_results_are_short():
     assert girder.published == CHANNEL.published and "girder" in girder.svg()
     assert pickle.loads(pickle.dumps(girder)).name == "girder"
     peaks, halves = plate(10, 60).stress(N=6000).max, plate(10, 60).halves("x")
-    assert repr(peaks.normal).startswith("<Peak: 10 at (") and "shear 0 at (" in repr(peaks)
+    assert repr(peaks.normal).startswith("<Peak: 10 at (") and "shear 0, von_mises" in repr(peaks)
     assert repr(halves) == "<Halves: axis 30, above 300 with lever arm 15, below 300 with lever arm 15>"
     assert max(map(len, (repr(peaks), repr(halves["above"])))) < 160
     own = plate(METRES.width, METRES.height, unit="m").moved(METRES.width).turned(METRES.principal_angle)
@@ -333,7 +333,7 @@ def drawing(*lines):
      "text: line 90: an open chain lies within the outline at line 6, with a gap of 0.5 from (5, 5.5) to (5, 5) at "
      "line 54; close it in the drawing or give join_tolerance 0.51; "),
     (lambda: Section(), TypeError, "a section is made by Section.profile"),
-    (lambda: Section.profile("UPE20"), InputError, "UPE20: no profile of the catalogue; similar profiles: UPE80"),
+    (lambda: Section.profile("UPE20"), InputError, "UPE20: no profile of the catalogue; similar profiles: UPE200, UPE80"),
     (lambda: Section.profile("beam.json"), InputError, "beam.json: no profile of the catalogue; profiles()"),
     (lambda: Section.profile(""), InputError, "an empty name: no profile"),
     (lambda: Section.profile(300), TypeError, "name: expected a text, got 300"),
