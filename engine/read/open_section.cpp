@@ -58,8 +58,9 @@ SectionModel ProfileOrFail(const std::string& name, const InputOptions& options,
     }
     if (!IsCatalogueProfile(name, options.catalogue)) {
         const bool isFamily = !options.catalogue.Names(name).empty();
-        std::string remedy = isFamily ? "halvorn-section --list-profiles " + InShell(name) +
-                                            " prints the profiles of that family"
+        std::string remedy = isFamily ? "it is a family, of which halvorn-section prints the "
+                                        "profiles with --list-profiles " +
+                                            InShell(name)
                                       : "halvorn-section --list-profiles prints the catalogue";
         std::string similar;
         for (const std::string& other : options.catalogue.Similar(name)) {

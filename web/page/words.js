@@ -6,6 +6,8 @@ const WORDS = /** @type {[RegExp, string][]} */ ([
     [/; --warping asks for it in a batch/g, ""],
     [/; --unit mm, cm, m or in says which it is/g, "; “Unit of the file” on the left says which it is"],
     [/halvorn-section --list-profiles prints the catalogue/g, "“Catalogue” on the left lists the profiles"],
+    [/of which halvorn-section prints the profiles with --list-profiles ?(\S*)/g,
+     "of which “Catalogue” on the left lists the profiles"],
     [/ \(see --help\)/g, ""],
     [/, --unit says (\S+?)(?=$|[;,.])/g, ", “Unit of the file” says $1"],
     [/leave out --unit/g, "choose “as it says”"],

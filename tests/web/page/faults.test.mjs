@@ -78,8 +78,8 @@ inWindow("copies wait for the solution; figures and tables leave with the units 
     assert.match(row("Torsion constant")[2], /^[\d.]+(e\+\d+)?$/);
     assert.ok(Number(row("Torsion constant")[3]) > 0);
     assert.ok(rows.some((cells) => cells.length === 1 && /^Plastic/.test(cells[0])), "groups");
-    // M / W = 40e6 / (1000 * 2000^2 / 6) = 0.06 N/mm^2 in compression at the bottom.
-    assert.equal(Number(row("Largest normal stress")[2]), -0.06);
+    // M / W = 40e6 / (1000 * 2000^2 / 6) = 0.06 N/mm^2 in tension at the top.
+    assert.equal(Number(row("Largest normal stress")[2]), 0.06);
     assert.equal(row("Largest normal stress")[4], "N/mm²");
     assert.doesNotMatch(table, /--|−/);
     await page.waitForSelector("#engine-figure svg");
