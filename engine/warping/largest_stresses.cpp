@@ -78,6 +78,8 @@ public:
             AddBoth(at.shear, at.error, at.at);
         }
         FindWithin();
+        // It is no less than any normal stress, which nothing leaves out.
+        Add(kVonMises, 0.0, 0.0, sum_.normal.place);
         sum_.shear.stress = {largest_[kShear].value, largest_[kShear].Error()};
         sum_.vonMises.stress = {largest_[kVonMises].value, largest_[kVonMises].Error()};
         sum_.shear.place = places_[kShear];

@@ -255,6 +255,14 @@ TEST(WarpingStress, EvenStressIsAtACornerOfTheOutline) {
     }
 }
 
+// At the ridge of a slab, a soft corner, about which no shear counts.
+TEST(WarpingStress, VonMisesIsNoLessThanTheNormalStress) {
+    const WarpingSolution slab = SolutionOf({{true, {{0, 0}, {20, 0}, {20, 2}, {10, 3}, {0, 2}}}});
+    const Stresses bent = LargestStresses(slab, {0, 1, 0, 0, 0, 0});
+    EXPECT_EQ(bent.vonMises.stress.value, std::fabs(bent.normal.stress.value));
+    EXPECT_EQ(bent.vonMises.place.x, 10.0);
+}
+
 // A positive torque runs up the inner face of the web, a negative one up the outer.
 TEST(WarpingStress, TorqueAddsOnOneFaceOfAWeb) {
     constexpr double kWall = 0.05;
