@@ -33,7 +33,8 @@ TypedName::TypedName(std::string_view name) {
     if (canonical.size() > kLongest) return;
     Add(canonical);
     // The slash of a fraction is no part of the beginning of a name.
-    isOneNumber_ = readings_.front().parts.numbers.size() == 1 && name.find('/') == name.npos;
+    isOneNumber_ =
+        readings_.front().parts.numbers.size() == 1 && name.find('/') == std::string_view::npos;
     const std::vector<std::size_t> slashes = SlashesIn(name);
     if (slashes.empty() || slashes.size() > kMostSlashes) return;
     std::string withoutAny(name);

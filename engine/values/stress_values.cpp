@@ -18,14 +18,17 @@ constexpr std::array<ValueDescription, 3> kStresses = {{
 }};
 
 constexpr const char* kForcesTooLarge =
-    "the result is not a finite number: the forces are too large";
+    "the result is not a finite number: forces or section are too large or too small";
 
 // The largest at a vertex, from area and second moments.
 PeakStress LargestNormal(const Region& region, const SectionForces& forces) {
     const Moments m = MomentsOf(region);
-    const double determinant = m.inertiaX * m.inertiaY - m.inertiaXY * m.inertiaXY;
-    const Point slopes{(m.inertiaX * forces.my - m.inertiaXY * forces.mx) / determinant,
-                       (m.inertiaY * forces.mx - m.inertiaXY * forces.my) / determinant};
+    // In parts of their sum the second moments of no size overflow.
+    const double sum = m.inertiaX + m.inertiaY;
+    const double xx = m.inertiaX / sum, yy = m.inertiaY / sum, xy = m.inertiaXY / sum;
+    const double determinant = xx * yy - xy * xy;
+    const Point slopes{(xx * forces.my - xy * forces.mx) / determinant / sum,
+                       (yy * forces.mx - xy * forces.my) / determinant / sum};
     PeakStress largest;
     for (const Part& part : region.parts) {
         for (const Point& vertex : part.outline) {

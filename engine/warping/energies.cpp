@@ -64,8 +64,10 @@ private:
     // the work comes here, and the energy is taken off elsewhere.
     void AddMoments(Index triangle, double area, const Eigen::MatrixXd& c) {
         const ReferenceMeans& means = MeansOfReference();
-        std::array<double, Stress + 1> first{};  // of each field
-        LoadMatrix work{};                       // of each load on each potential
+        constexpr std::size_t kUpToStress = 4;
+        static_assert(kUpToStress == Stress + 1);
+        std::array<double, kUpToStress> first{};  // of each field
+        LoadMatrix work{};                        // of each load on each potential
         for (int corner = 0; corner < 3; ++corner) {
             const Point& p = fields_.space.CornerAt(triangle, corner);
             const auto mean = means.values[Slot(corner)].head(c.rows());

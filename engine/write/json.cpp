@@ -52,7 +52,7 @@ ordered_json Stresses(const Report& report) {
     ordered_json members = ordered_json::object();
     if (!report.forces) return members;
     for (const ForceDescription& force : kForces) {
-        members["forces"][force.name] = (*report.forces).*force.force;
+        members["forces"][force.name] = (*report.forces).*force.force + 0.0;  // no -0
     }
     for (const LargestStress& stress : report.stresses) {
         ordered_json entry = Entry(stress.value);
