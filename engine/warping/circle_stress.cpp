@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numbers>
+#include <set>
 #include <span>
 #include <utility>
 
@@ -24,6 +25,10 @@ constexpr double kLongestStep = 3.0 * pi / 180.0;
 constexpr double kStepsBeside = 1.5;
 // An arc that turns by less is rounding [radians].
 constexpr double kLeastArc = 1e-9;
+// All circles are searched when there are no more, else one in each square of this part of the
+// radius.
+constexpr std::size_t kFewCircles = 64;
+constexpr double kPartOfRadius = 0.125;
 
 class CircleStress {
 public:
@@ -37,11 +42,12 @@ public:
           tree_(fields.space, 0.0) {}
 
     std::vector<ArcStress> Run() {
-        for (const Point& centre : circles_.Centres()) {
-            const std::vector<double> crossings = AnglesOnCircles(centre);
+        for (const Point& centre : Searched()) {
+            const std::vector<double> ends = EndsOfFreeArcs(centre);
+            if (ends.empty()) continue;
             const KPoint middle{centre.x, centre.y};
             tree_.VisitNear(KBoxOfSegment(middle, middle, circles_.Radius()),
-                            [&](Index triangle) { AddTriangle(centre, triangle, crossings); });
+                            [&](Index triangle) { AddTriangle(centre, triangle, ends); });
         }
         return std::move(stresses_);
     }
@@ -53,19 +59,45 @@ private:
 
     bool IsLeftOut(const Point& p) const { return circles_.Contain(p) || softCorners_.Contain(p); }
 
-    // Where other circles cross that about a centre.
-    std::vector<double> AnglesOnCircles(const Point& centre) const {
-        std::vector<double> angles;
+    // The centres whose circles are searched: all, or of many one in each square of a part of the
+    // radius. What is free of many circles in a row is a short arc of each, where the stress is
+    // that of the next one.
+    Points Searched() const {
+        if (circles_.Centres().size() <= kFewCircles) return circles_.Centres();
+        Points searched;
+        std::set<std::pair<double, double>> squares;
+        for (const Point& centre : circles_.Centres()) {
+            const double size = kPartOfRadius * circles_.Radius();
+            if (squares.emplace(std::floor(centre.x / size), std::floor(centre.y / size)).second) {
+                searched.push_back(centre);
+            }
+        }
+        return searched;
+    }
+
+    // Where the arcs from -pi to pi begin and end that no other circle covers; none when all of it
+    // is covered.
+    std::vector<double> EndsOfFreeArcs(const Point& centre) const {
+        std::vector<std::pair<double, double>> covered{{pi, pi}};
         const double radius = circles_.Radius();
         for (const Point& other : circles_.Between(centre.x - radius, centre.x + radius)) {
             const double half = 0.5 * Distance(centre, other);
             if (half == 0.0 || half >= radius) continue;
             const double towards = std::atan2(other.y - centre.y, other.x - centre.x);
             const double off = std::acos(half / radius);
-            angles.push_back(towards - off);
-            angles.push_back(towards + off);
+            for (const double turns : {-2.0 * pi, 0.0, 2.0 * pi}) {
+                covered.emplace_back(towards + turns - off, towards + turns + off);
+            }
         }
-        return angles;
+        std::sort(covered.begin(), covered.end());
+        std::vector<double> ends;
+        double reached = -pi;
+        for (const auto& [from, to] : covered) {
+            if (reached >= pi) break;
+            if (from - reached > kLeastArc) ends.insert(ends.end(), {reached, std::min(from, pi)});
+            reached = std::max(reached, to);
+        }
+        return ends;
     }
 
     // Where the edges of a triangle cross it.
@@ -88,11 +120,11 @@ private:
         }
     }
 
-    void AddTriangle(const Point& centre, Index triangle, const std::vector<double>& crossings) {
+    void AddTriangle(const Point& centre, Index triangle, const std::vector<double>& ends) {
         std::vector<double> angles;
         AddAnglesOnEdges(centre, triangle, &angles);
         if (angles.empty()) return;
-        angles.insert(angles.end(), crossings.begin(), crossings.end());
+        angles.insert(angles.end(), ends.begin(), ends.end());
         for (double& angle : angles) angle = std::remainder(angle, 2.0 * pi);
         std::sort(angles.begin(), angles.end());
         angles.push_back(angles.front() + 2.0 * pi);
