@@ -12,7 +12,7 @@ struct SineAndCosine {
     double cosine;
 };
 
-/// Returns both, each rounded to the nearest double but for cases of one in 10^14.
+/// Returns both, each rounded to the nearest double but for cases of one in 10^7.
 /// @param angle  of at most some turns [rad]; beyond that they are those of the C library
 SineAndCosine SineAndCosineOf(double angle);
 
