@@ -52,7 +52,7 @@ class Catalogues(unittest.TestCase):
                 (["--find", "A>1mm^2", "--check"], None, "different tasks"),
                 (["--find", "A>1mm^2", "--forces", "N=1"], None, "--forces is for values"),
                 (["HSS", "4x4", "--catalogue", COMPLETION], None, "no column"), (["ipe", "300"], None, 'put the name into quotes: "IPE300"'),
-                (["IPE", "301"], None, "one section is expected, found 2"), (["ipe"], None, "; halvorn-section --list-profiles ipe prints"), (["--find", "A>"], None, '"A>": "" is no number'), (["L4x4x1/7"], None, "neither a file nor a profile")):
+                (["IPE", "301"], None, "one section is expected, found 2"), (["ipe"], None, "; it is a family, of which halvorn-section prints the profiles with --list-profiles ipe"), (["--find", "A>"], None, '"A>": "" is no number'), (["L4x4x1/7"], None, "neither a file nor a profile")):
             with self.subTest(arguments):
                 done = run(*arguments, folder=folder)
                 self.assertEqual((done.returncode, done.stdout, done.stderr.count("\n")), (2, "", 1))
