@@ -88,7 +88,7 @@ inWindow("copies wait for the solution; figures and tables leave with the units 
     assert.doesNotMatch(text, /\bF\b/);
     const csv = (await window.save("Values (CSV)")).text.trim().split("\n").map((line) => line.split(","));
     const stress = Number(csv[1][csv[0].indexOf("largest_normal_stress [N/mm2]")]);
-    assert.ok(Math.abs(stress + 0.06) < 1e-12, `${stress}`);
+    assert.ok(Math.abs(stress - 0.06) < 1e-12, `${stress}`);
 });
 
 inWindow("what stood on a deleted or left part stays where it was", async (window) => {

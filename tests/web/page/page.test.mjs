@@ -174,8 +174,8 @@ describe("in the page", () => {
         await page.fill('[name="height"]', "200");
         await page.click("text=Forces and options");
         await page.fill('[name="force-Mx"]', "40");
-        // M / W = 40e6 / (100 * 200^2 / 6) = 60 N/mm^2.
-        await page.waitForFunction(() => /normal stress\s*−60 N\/mm²/.test(document.getElementById("stresses").innerText));
+        // M / W = 40e6 / (100 * 200^2 / 6) = 60 N/mm^2, in tension at the top.
+        await page.waitForFunction(() => /normal stress\s*60 N\/mm²/.test(document.getElementById("stresses").innerText));
         await page.selectOption("#figure-bar select", "normal");
         await page.waitForSelector("#engine-figure svg");
         await page.selectOption("#figure-bar select", "x");
